@@ -1,0 +1,215 @@
+#include "app/HudDocument.h"
+
+#include "app/JsonFile.h"
+#include "app/PathManager.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <cstdlib>
+
+const QString HudDocument::FileName = QStringLiteral("VelmoraHUD.json");
+
+namespace {
+
+const QString KeyMap = QStringLiteral("Map");
+const QString KeyBattle = QStringLiteral("Battle");
+const QString KeyData = QStringLiteral("Data");
+const QString KeyHud = QStringLiteral("HUD");
+const QString KeyBackground = QStringLiteral("Background");
+const QString KeyIsHud = QStringLiteral("IsHUD");
+const QString KeyId = QStringLiteral("ID");
+const QString KeyName = QStringLiteral("Name");
+
+constexpr int DefaultOwnSize = 300;
+
+// Tells whether the document can be taken as it stands, so that saving over
+// it loses nothing the file held.
+bool isWellFormed(const QJsonObject& document)
+{
+    const QJsonValue data = document.value(KeyData);
+    if (data.isUndefined())
+        return true;
+    if (!data.isArray())
+        return false;
+    for (const QJsonValue& entry : data.toArray()) {
+        if (!entry.isObject())
+            return false;
+    }
+    return true;
+}
+
+}
+
+QJsonArray HudDocument::templateArray(const QString& fileName)
+{
+    return JsonFile::read(PathManager::besideExecutable(QStringLiteral("Default/%1").arg(fileName))).array();
+}
+
+HudDocument HudDocument::load(const QDir& projectDirectory, const QStringList& backgrounds)
+{
+    HudDocument document;
+    const QString path = JsonFile::pluginPath(projectDirectory, FileName);
+    const QJsonDocument file = JsonFile::read(path);
+
+    if (file.isNull()) {
+        // A file that is there but unreadable is not a fresh project's.
+        document.damagedFile = QFileInfo::exists(path);
+        document.fromTemplates = true;
+        QJsonArray data;
+        data.append(QJsonObject{{KeyHud, templateArray(QStringLiteral("VelmoraMapHUD.json"))}});
+        data.append(QJsonObject{{KeyHud, templateArray(QStringLiteral("VelmoraBattleHUD.json"))}});
+        document.setDocument(QJsonObject{{KeyMap, 0}, {KeyBattle, 1}, {KeyData, data}}, backgrounds);
+        return document;
+    }
+
+    // A file that parses but isn't an object counts as an empty object.
+    const QJsonObject root = file.object();
+    document.damagedFile = !file.isObject() || !isWellFormed(root);
+    document.setDocument(root, backgrounds);
+    return document;
+}
+
+void HudDocument::setDocument(const QJsonObject& document, const QStringList& backgrounds)
+{
+    root = document;
+    root.remove(KeyData);
+    entries.clear();
+    currentIndex = -1;
+
+    const int mapIndex = document.value(KeyMap).toInt(0);
+    const int battleIndex = document.value(KeyBattle).toInt(1);
+    const QJsonArray data = document.value(KeyData).toArray();
+    entries.reserve(data.size());
+    for (int i = 0; i < data.size(); ++i) {
+        HudEntry entry;
+        entry.type = i == mapIndex ? HudEntry::Map : i == battleIndex ? HudEntry::Battle : HudEntry::Custom;
+        entry.object = data.at(i).toObject();
+        entry.object.insert(KeyBackground, i < backgrounds.size() ? backgrounds.at(i) : QString());
+        entries.append(entry);
+    }
+    if (mapIndex >= 0 && mapIndex < entries.size())
+        currentIndex = mapIndex;
+}
+
+QJsonObject HudDocument::assemble(QJsonObject root, const QVector<HudEntry>& entries, QStringList* backgrounds)
+{
+    QJsonArray data;
+    if (backgrounds)
+        backgrounds->clear();
+    for (int i = 0; i < entries.size(); ++i) {
+        QJsonObject object = entries.at(i).object;
+        if (backgrounds)
+            backgrounds->append(object.value(KeyBackground).toString());
+        object.remove(KeyBackground);
+        switch (entries.at(i).type) {
+        case HudEntry::Map:
+            root.insert(KeyMap, i);
+            data.append(QJsonObject{{KeyHud, object.value(KeyHud)}});
+            break;
+        case HudEntry::Battle:
+            root.insert(KeyBattle, i);
+            data.append(QJsonObject{{KeyHud, object.value(KeyHud)}});
+            break;
+        default:
+            data.append(object);
+            break;
+        }
+    }
+    root.insert(KeyData, data);
+    return root;
+}
+
+static bool keepCopyOf(const QString& path)
+{
+    if (!QFileInfo(path).isFile())
+        return true;
+    QString backup = path + QStringLiteral(".bak");
+    for (int n = 1; QFileInfo::exists(backup); ++n)
+        backup = path + QStringLiteral(".bak.%1").arg(n);
+    return QFile::copy(path, backup);
+}
+
+bool HudDocument::save(const QDir& projectDirectory, const QJsonObject& document, bool keepDamagedFile,
+                       const QString& outputPath)
+{
+    if (!outputPath.isEmpty())
+        return JsonFile::write(outputPath, document);
+    // Without a copy of the damaged file nothing is written over it.
+    if (keepDamagedFile && !keepCopyOf(JsonFile::pluginPath(projectDirectory, FileName)))
+        return false;
+    return JsonFile::writePlugin(projectDirectory, FileName, document);
+}
+
+QString HudDocument::newIdentifier(const QStringList& taken)
+{
+    static const char table[] = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+    // The index is taken modulo 7, so identifiers are made of the digits 0 to 6
+    // only; documents and the game plugin have always seen that alphabet.
+    QString candidate;
+    for (int attempt = 0; attempt < 1000000; ++attempt) {
+        candidate.clear();
+        for (int i = 0; i < 5; ++i)
+            candidate.append(QLatin1Char(table[std::rand() % 7]));
+        if (!taken.contains(candidate))
+            break;
+    }
+    return candidate;
+}
+
+QStringList HudDocument::identifiers(const QVector<HudEntry>& entries)
+{
+    QStringList ids;
+    for (const HudEntry& entry : entries) {
+        if (entry.object.contains(KeyId))
+            ids.append(entry.object.value(KeyId).toString());
+    }
+    return ids;
+}
+
+QString HudDocument::marker(const QJsonObject& object)
+{
+    return object.value(KeyIsHud).toBool(true) ? QStringLiteral("\u2726") : QStringLiteral(" \u2022");
+}
+
+QString HudDocument::displayName(int type, const QJsonObject& object)
+{
+    switch (type) {
+    case HudEntry::Map:
+        return QCoreApplication::translate("", "Map HUD");
+    case HudEntry::Battle:
+        return QCoreApplication::translate("", "Battle HUD");
+    default:
+        return object.value(KeyName).toString();
+    }
+}
+
+bool HudDocument::hasOwnSize(int type, const QJsonObject& object)
+{
+    return type == HudEntry::Custom && !object.value(KeyIsHud).toBool(false);
+}
+
+int HudDocument::ownWidth(const QJsonObject& object)
+{
+    return object.value(QStringLiteral("Width")).toInt(DefaultOwnSize);
+}
+
+int HudDocument::ownHeight(const QJsonObject& object)
+{
+    return object.value(QStringLiteral("Height")).toInt(DefaultOwnSize);
+}
+
+int HudDocument::componentCount(const QJsonArray& components)
+{
+    int count = 0;
+    for (const QJsonValue& value : components) {
+        if (!value.isObject())
+            continue;
+        ++count;
+        count += componentCount(value.toObject().value(QStringLiteral("Children")).toArray());
+    }
+    return count;
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QStringList>
+#include <QVector>
+
+// One HUD of the document as the HUD list holds it: its type and its object.
+struct HudEntry {
+    enum Type { Custom = 0, Map = 1, Battle = 2 };
+    int type = Custom;
+    QJsonObject object;
+};
+
+// The HUD document "data/plugin/VelmoraHUD.json". In memory it exists only as
+// the HUD list; this class explodes a file into entries on loading and puts
+// the document together again from the entries on saving.
+class HudDocument
+{
+public:
+    static const QString FileName;
+
+    // The root object as it was read, less "Data". Keys that the program
+    // doesn't know live on here and are written back unchanged.
+    QJsonObject root;
+    QVector<HudEntry> entries;
+    // The entry that becomes current after loading (the Map HUD), or -1.
+    int currentIndex = -1;
+    // No usable file: the entries come from the two templates.
+    bool fromTemplates = false;
+    // A file exists but couldn't be taken as a document as it stands (not
+    // JSON, not an object, a "Data" that isn't an array of objects). Its bytes
+    // are kept in a backup before the first save writes over it.
+    bool damagedFile = false;
+
+    // Reads the document of a project, or builds a fresh one from the
+    // templates. backgrounds are the editor-only background paths of the
+    // project, one per entry.
+    static HudDocument load(const QDir& projectDirectory, const QStringList& backgrounds = {});
+
+    // Entries from a document root; backgrounds as for load().
+    void setDocument(const QJsonObject& document, const QStringList& backgrounds);
+
+    // The document to write: root with "Map" and "Battle" recomputed from where
+    // the special entries stand and "Data" rebuilt from the entries. Map and
+    // Battle HUDs keep only "HUD"; "Background" never reaches the file but is
+    // collected into backgrounds, one string per entry.
+    static QJsonObject assemble(QJsonObject root, const QVector<HudEntry>& entries,
+                                QStringList* backgrounds = nullptr);
+
+    // Writes an assembled document to the project (or to outputPath when
+    // given). When the project's file was damaged, its bytes are first kept as
+    // "VelmoraHUD.json.bak" (or the next free ".bak.N"). False when the
+    // document couldn't be written; the previous file then stays as it was.
+    static bool save(const QDir& projectDirectory, const QJsonObject& document, bool keepDamagedFile,
+                     const QString& outputPath = QString());
+
+    // A fresh five-character identifier not in taken.
+    static QString newIdentifier(const QStringList& taken);
+    // The identifiers held by the entries.
+    static QStringList identifiers(const QVector<HudEntry>& entries);
+
+    // The list's marker column and name column for an entry.
+    static QString marker(const QJsonObject& object);
+    static QString displayName(int type, const QJsonObject& object);
+    // Whether the scene takes the entry's own size instead of the screen size.
+    static bool hasOwnSize(int type, const QJsonObject& object);
+    static int ownWidth(const QJsonObject& object);
+    static int ownHeight(const QJsonObject& object);
+
+    // The array of a template file beside the executable; empty when missing.
+    static QJsonArray templateArray(const QString& fileName);
+
+    // Number of component objects in a "HUD" array, children included.
+    static int componentCount(const QJsonArray& components);
+};

@@ -1,0 +1,118 @@
+#include "app/HudPreviewLayer.h"
+
+#include "theme/ThemeColors.h"
+
+#include <QJsonObject>
+#include <QPainter>
+
+namespace {
+
+// Component kinds keep their size in their own data object ("TextData",
+// "GaugeData", ...); the preview looks there and falls back to 100.
+QSize componentSize(const QJsonObject& component)
+{
+    for (auto it = component.begin(); it != component.end(); ++it) {
+        if (!it.key().endsWith(QLatin1String("Data")) || !it.value().isObject())
+            continue;
+        const QJsonObject kindData = it.value().toObject();
+        if (kindData.contains(QStringLiteral("Width")) || kindData.contains(QStringLiteral("Height")))
+            return QSize(kindData.value(QStringLiteral("Width")).toInt(100),
+                         kindData.value(QStringLiteral("Height")).toInt(100));
+    }
+    return QSize(100, 100);
+}
+
+}
+
+HudPreviewLayer::HudPreviewLayer(QWidget* parent) : QWidget(parent)
+{
+    setMinimumSize(200, 160);
+}
+
+void HudPreviewLayer::loadFromJson(const QJsonArray& array)
+{
+    components = array;
+    update();
+}
+
+void HudPreviewLayer::clear()
+{
+    components = QJsonArray();
+    update();
+}
+
+void HudPreviewLayer::setScreenSize(int width, int height)
+{
+    screenWidth = qMax(1, width);
+    screenHeight = qMax(1, height);
+    update();
+}
+
+void HudPreviewLayer::setBackground(const QPixmap& pixmap)
+{
+    background = pixmap;
+    update();
+}
+
+void HudPreviewLayer::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), themeColor(ThemeColors::MainFrameBackground));
+
+    const qreal margin = 16;
+    const qreal scale = qMin((width() - 2 * margin) / screenWidth, (height() - 2 * margin) / screenHeight);
+    if (scale <= 0)
+        return;
+    const QSizeF size(screenWidth * scale, screenHeight * scale);
+    const QRectF screen(QPointF((width() - size.width()) / 2, (height() - size.height()) / 2), size);
+
+    // A checker board marks the transparent game screen.
+    const int cell = 16;
+    painter.save();
+    painter.setClipRect(screen);
+    for (int y = 0; y * cell < screen.height(); ++y) {
+        for (int x = 0; x * cell < screen.width(); ++x) {
+            const QColor shade = (x + y) % 2 ? QColor(0x6e, 0x6e, 0x78) : QColor(0x5a, 0x5a, 0x64);
+            painter.fillRect(QRectF(screen.left() + x * cell, screen.top() + y * cell, cell, cell), shade);
+        }
+    }
+    if (!background.isNull())
+        painter.drawPixmap(screen, background, background.rect());
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawComponents(painter, components, screen.topLeft(), scale, 0);
+    painter.restore();
+
+    painter.setPen(QPen(QColor(0, 0, 0), 1));
+    painter.drawRect(screen.adjusted(-0.5, -0.5, 0.5, 0.5));
+}
+
+void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array, const QPointF& origin,
+                                     qreal scale, int depth) const
+{
+    static const QColor outlines[] = {QColor(0x64, 0xc8, 0xff), QColor(0x9c, 0xff, 0x9c),
+                                      QColor(0xff, 0xc8, 0x64), QColor(0xff, 0x9c, 0xd2)};
+    for (const QJsonValue& value : array) {
+        const QJsonObject component = value.toObject();
+        const QSize size = componentSize(component);
+        const QPointF centre = origin + QPointF(component.value(QStringLiteral("X")).toDouble(),
+                                                component.value(QStringLiteral("Y")).toDouble()) * scale;
+        const QRectF box(centre.x() - size.width() * scale / 2, centre.y() - size.height() * scale / 2,
+                         size.width() * scale, size.height() * scale);
+        painter.save();
+        painter.translate(centre);
+        painter.rotate(component.value(QStringLiteral("Rotation")).toDouble());
+        painter.translate(-centre);
+        const QColor outline = outlines[depth % 4];
+        QColor fill = outline;
+        fill.setAlpha(40);
+        painter.setPen(QPen(outline, 1));
+        painter.setBrush(fill);
+        painter.drawRect(box);
+        painter.setPen(themeColor(ThemeColors::Text));
+        painter.drawText(box.adjusted(3, 1, -3, -1), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                         component.value(QStringLiteral("Name")).toString());
+        painter.restore();
+        // Children are placed relative to their parent's centre.
+        drawComponents(painter, component.value(QStringLiteral("Children")).toArray(), centre, scale, depth + 1);
+    }
+}

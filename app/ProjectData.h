@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDir>
+#include <QJsonObject>
+#include <QStringList>
+
+// The RPG Maker database of a project: eleven files below "data", read whole
+// and kept as parsed JSON under their file names. Readers walk the JSON
+// themselves; a wrong id simply yields an undefined value.
+namespace ProjectData {
+
+// The data files in the order they are read and judged; "System.json" first.
+const QStringList& fileNames();
+
+// Game screen size used before any project and when a project doesn't say.
+constexpr int DefaultScreenWidth = 816;
+constexpr int DefaultScreenHeight = 624;
+
+struct ScreenSize {
+    int width = DefaultScreenWidth;
+    int height = DefaultScreenHeight;
+};
+
+// The screen size a system object asks for; "advanced" missing or holding
+// something other than integers gives the defaults.
+ScreenSize screenSize(const QJsonObject& system);
+
+// Reads all eleven files, then judges them: "System.json" must hold an object,
+// every other file an array. Only when all pass are the values inserted into
+// projectData (replacing what was there) and the screen size taken; otherwise
+// nothing is touched and false is returned. Each problem found is appended to
+// problems, when given, as a sentence naming the file.
+bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& screen,
+          QStringList* problems = nullptr);
+
+}

@@ -1,0 +1,544 @@
+#include "app/VelmoMainWindow.h"
+
+#include "app/HudDocument.h"
+#include "app/HudListItem.h"
+#include "app/HudPreviewLayer.h"
+#include "app/JsonFile.h"
+#include "app/ProjectData.h"
+#include "app/SettingsStore.h"
+#include "app/Startup.h"
+#include "widgets/MessagePrompts.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QJsonArray>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QStandardPaths>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+
+VelmoMainWindow* theMainWindow = nullptr;
+
+QString tr_(const char* text)
+{
+    return QCoreApplication::translate("", text);
+}
+
+const QString SaveConfirmationTitle = QStringLiteral("Save Confirmation");
+
+}
+
+VelmoMainWindow* VelmoMainWindow::instance()
+{
+    return theMainWindow;
+}
+
+VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QString& theme,
+                                 const QString& language, QWidget* parent)
+    : QMainWindow(parent), windowStyle(windowStyle), nativeMenuBar(nativeMenuBar), theme(theme),
+      language(language), screenWidth(ProjectData::DefaultScreenWidth),
+      screenHeight(ProjectData::DefaultScreenHeight)
+{
+    theMainWindow = this;
+    buildForm();
+    setWindowTitle(tr_("Velmora"));
+    setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
+    setAcceptDrops(true);
+    buildMenus();
+    editor->setScreenSize(screenWidth, screenHeight);
+    QMetaObject::connectSlotsByName(this);
+    openStartProject();
+}
+
+VelmoMainWindow::~VelmoMainWindow()
+{
+    // Rows own their HUD objects; clear them before the widgets go.
+    hudList->blockSignals(true);
+    hudList->clear();
+    if (theMainWindow == this)
+        theMainWindow = nullptr;
+}
+
+void VelmoMainWindow::buildForm()
+{
+    QWidget* centralwidget = new QWidget(this);
+    centralwidget->setObjectName(QStringLiteral("centralwidget"));
+    QVBoxLayout* centralLayout = new QVBoxLayout(centralwidget);
+    centralLayout->setContentsMargins(0, 0, 0, 0);
+    centralLayout->setSpacing(0);
+
+    QWidget* widget = new QWidget(centralwidget);
+    widget->setObjectName(QStringLiteral("widget"));
+    pages = new QStackedLayout(widget);
+
+    // The page shown while no project is open.
+    noProjectPage = new QWidget(widget);
+    noProjectPage->setObjectName(QStringLiteral("NoProjectPage"));
+    QVBoxLayout* noProjectLayout = new QVBoxLayout(noProjectPage);
+    QFrame* insertFrame = new QFrame(noProjectPage);
+    insertFrame->setObjectName(QStringLiteral("insertFrame"));
+    insertFrame->setFrameShape(QFrame::StyledPanel);
+    insertFrame->setMinimumSize(360, 160);
+    QVBoxLayout* frameLayout = new QVBoxLayout(insertFrame);
+    QLabel* hint = new QLabel(tr_("Open a project, or drop its \".rmmzproject\" file here."), insertFrame);
+    hint->setAlignment(Qt::AlignCenter);
+    openRMProject = new QPushButton(insertFrame);
+    openRMProject->setObjectName(QStringLiteral("openRMProject"));
+    openRMProject->setText(tr_("Open RPG Maker MZ Project"));
+    openRMProject->setMinimumHeight(36);
+    frameLayout->addStretch();
+    frameLayout->addWidget(openRMProject);
+    frameLayout->addWidget(hint);
+    frameLayout->addStretch();
+    noProjectLayout->addStretch();
+    QHBoxLayout* centreRow = new QHBoxLayout();
+    centreRow->addStretch();
+    centreRow->addWidget(insertFrame);
+    centreRow->addStretch();
+    noProjectLayout->addLayout(centreRow);
+    noProjectLayout->addStretch();
+    pages->addWidget(noProjectPage);
+
+    // The editor page: canvas on the left, HUD list on the right.
+    mainWidget = new QWidget(widget);
+    mainWidget->setObjectName(QStringLiteral("mainWidget"));
+    QHBoxLayout* mainLayout = new QHBoxLayout(mainWidget);
+    mainLayout->setContentsMargins(6, 6, 6, 6);
+
+    QGroupBox* groupBox = new QGroupBox(QStringLiteral("HUD Editor"), mainWidget);
+    groupBox->setObjectName(QStringLiteral("groupBox"));
+    QVBoxLayout* groupLayout = new QVBoxLayout(groupBox);
+    editor = new HudPreviewLayer(groupBox);
+    editor->setObjectName(QStringLiteral("editor"));
+    groupLayout->addWidget(editor);
+    mainLayout->addWidget(groupBox, 1);
+
+    QWidget* hudContainer = new QWidget(mainWidget);
+    hudContainer->setObjectName(QStringLiteral("hudContainer"));
+    hudContainer->setMaximumWidth(300);
+    hudContainer->setMinimumWidth(220);
+    QVBoxLayout* hudLayout = new QVBoxLayout(hudContainer);
+    hudLayout->setContentsMargins(0, 0, 0, 0);
+    QWidget* header = new QWidget(hudContainer);
+    header->setObjectName(QStringLiteral("listHeader_3"));
+    QHBoxLayout* headerLayout = new QHBoxLayout(header);
+    headerLayout->setContentsMargins(4, 2, 2, 2);
+    QLabel* hudListHeader = new QLabel(QStringLiteral("<b>%1</b>").arg(tr_("HUD List")), header);
+    hudListHeader->setObjectName(QStringLiteral("hudListHeader"));
+    removeHudButton = new QPushButton(QStringLiteral("\u2212"), header);
+    removeHudButton->setObjectName(QStringLiteral("removeHudButton"));
+    removeHudButton->setFixedSize(18, 18);
+    removeHudButton->setToolTip(tr_("Delete HUD"));
+    removeHudButton->setEnabled(false);
+    headerLayout->addWidget(hudListHeader, 1);
+    headerLayout->addWidget(removeHudButton);
+    hudLayout->addWidget(header);
+
+    hudList = new QTreeWidget(hudContainer);
+    hudList->setObjectName(QStringLiteral("hudList"));
+    hudList->setColumnCount(2);
+    hudList->setHeaderHidden(true);
+    hudList->setRootIsDecorated(false);
+    hudList->setUniformRowHeights(true);
+    hudList->header()->setStretchLastSection(true);
+    hudList->header()->setSectionResizeMode(0, QHeaderView::Fixed);
+    hudList->setColumnWidth(0, 18);
+    hudList->setAlternatingRowColors(true);
+    hudLayout->addWidget(hudList, 1);
+    mainLayout->addWidget(hudContainer);
+    pages->addWidget(mainWidget);
+
+    // The bottom strip.
+    QWidget* widget_2 = new QWidget(centralwidget);
+    widget_2->setObjectName(QStringLiteral("widget_2"));
+    widget_2->setMaximumHeight(23);
+    QHBoxLayout* stripLayout = new QHBoxLayout(widget_2);
+    stripLayout->setContentsMargins(8, 0, 8, 0);
+    statusLabel = new QLabel(widget_2);
+    statusLabel->setObjectName(QStringLiteral("statusBar"));
+    stripLayout->addWidget(statusLabel);
+
+    centralLayout->addWidget(widget, 1);
+    centralLayout->addWidget(widget_2);
+    setCentralWidget(centralwidget);
+}
+
+void VelmoMainWindow::buildMenus()
+{
+    QMenuBar* bar = menuBar();
+    bar->setObjectName(QStringLiteral("menuBar"));
+    QMenu* file = bar->addMenu(tr_("File"));
+    file->setObjectName(QStringLiteral("Menu_File"));
+
+    auto makeAction = [this, file](const char* name, const char* text, const char* iconText,
+                                   const QKeySequence& shortcut) {
+        QAction* action = file->addAction(tr_(text));
+        action->setObjectName(QString::fromLatin1(name));
+        action->setIconText(tr_(iconText));
+        action->setShortcut(shortcut);
+        return action;
+    };
+    actionOpen = makeAction("Action_OpenProject", "Open Project", "Open", QKeySequence(QStringLiteral("Ctrl+O")));
+    actionReload = makeAction("Action_ReloadProject", "Reload Project", "Reload", QKeySequence());
+    actionSave = makeAction("Action_SaveProject", "Save Project", "Save", QKeySequence(QStringLiteral("Ctrl+S")));
+    actionClose = makeAction("Action_CloseProject", "Close Project", "Close", QKeySequence());
+    connect(actionOpen, &QAction::triggered, this, &VelmoMainWindow::OpenProject);
+    connect(actionReload, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
+    connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
+    connect(actionClose, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
+}
+
+void VelmoMainWindow::openStartProject()
+{
+    SettingsStore store;
+    if (store.contains(QStringLiteral("Geometry")))
+        setGeometry(store.value(QStringLiteral("Geometry")).toRect());
+    if (store.value(QStringLiteral("IsMaximized")).toBool())
+        setWindowState(windowState() | Qt::WindowMaximized);
+    editorLocation = store.value(QStringLiteral("EditorLocation")).toString();
+    const QDir location(editorLocation);
+    if (editorLocation.isEmpty()
+        || !(location.exists(QStringLiteral("nwjs-win")) || location.exists(QStringLiteral("nwjs-lin"))))
+        editorLocation.clear();
+    if (store.contains(QStringLiteral("BackgroundDarken")))
+        backgroundDarken = store.value(QStringLiteral("BackgroundDarken"));
+
+    QString project = Startup::projectFromArguments(QCoreApplication::arguments());
+    if (project.isEmpty())
+        project = store.value(QStringLiteral("Project")).toString();
+    openProjectAt(project);
+}
+
+void VelmoMainWindow::openProjectAt(const QString& path)
+{
+    if (path.isEmpty() || !QFileInfo::exists(path)) {
+        projectData = QJsonObject();
+        projectDirectory = QDir();
+        isProjectOpen = false;
+    } else {
+        const QFileInfo info(path);
+        projectDirectory = QDir(info.isDir() ? info.absoluteFilePath() : info.absolutePath());
+        projectData = QJsonObject();
+        loadProjectData();
+        if (!loadHUDs())
+            return openProjectAt(QString());
+        isChanged = false;
+    }
+    pages->setCurrentWidget(isProjectOpen ? mainWidget : noProjectPage);
+    updateCommandStates();
+}
+
+bool VelmoMainWindow::loadProjectData()
+{
+    ProjectData::ScreenSize screen;
+    isProjectOpen = ProjectData::load(projectDirectory, projectData, screen);
+    if (!isProjectOpen)
+        return false;
+    screenWidth = screen.width;
+    screenHeight = screen.height;
+    if (!isSizedHUD)
+        editor->setScreenSize(screenWidth, screenHeight);
+    return true;
+}
+
+bool VelmoMainWindow::loadHUDs()
+{
+    SettingsStore store;
+    const QStringList backgrounds = store.value(QStringLiteral("Backgrounds")).toMap()
+                                        .value(projectDirectory.absolutePath()).toStringList();
+    const HudDocument document = HudDocument::load(projectDirectory, backgrounds);
+    documentRoot = document.root;
+    damagedHudFile = document.damagedFile;
+
+    hudList->blockSignals(true);
+    hudList->clear();
+    hudList->blockSignals(false);
+    editor->clear();
+    removeHudButton->setEnabled(false);
+    for (const HudEntry& entry : document.entries)
+        hudList->addTopLevelItem(new HudListItem(entry.type, entry.object));
+    if (document.currentIndex >= 0)
+        hudList->setCurrentItem(hudList->topLevelItem(document.currentIndex));
+    return true;
+}
+
+HudListItem* VelmoMainWindow::currentHud() const
+{
+    return static_cast<HudListItem*>(hudList->currentItem());
+}
+
+void VelmoMainWindow::applySceneSize(const HudListItem* item)
+{
+    isSizedHUD = HudDocument::hasOwnSize(item->hudType(), *item->object());
+    if (isSizedHUD)
+        editor->setScreenSize(HudDocument::ownWidth(*item->object()), HudDocument::ownHeight(*item->object()));
+    else
+        editor->setScreenSize(screenWidth, screenHeight);
+}
+
+void VelmoMainWindow::on_hudList_currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous)
+{
+    if (previous)
+        static_cast<HudListItem*>(previous)->object()->insert(QStringLiteral("HUD"), editor->toJson());
+    if (current) {
+        // Loading another HUD into the canvas is no edit.
+        const bool wasChanged = isChanged;
+        HudListItem* item = static_cast<HudListItem*>(current);
+        editor->clear();
+        applySceneSize(item);
+        editor->loadFromJson(item->object()->value(QStringLiteral("HUD")).toArray());
+        removeHudButton->setEnabled(item->hudType() == HudEntry::Custom);
+        isChanged = wasChanged;
+    }
+    refreshBackground();
+    updateCommandStates();
+}
+
+void VelmoMainWindow::refreshBackground()
+{
+    const HudListItem* item = currentHud();
+    const QString path = item ? item->object()->value(QStringLiteral("Background")).toString() : QString();
+    editor->setBackground(path.isEmpty() ? QPixmap() : QPixmap(path));
+}
+
+void VelmoMainWindow::deleteHUD()
+{
+    HudListItem* item = currentHud();
+    if (item && item->hudType() == HudEntry::Custom) {
+        const QString question = tr_("Are you sure you wish to delete \"%1\"?")
+                                     .arg(item->object()->value(QStringLiteral("Name")).toString());
+        if (MessagePrompts::confirm(this, tr_("HUD Delete Confirmation"), question)) {
+            // The canvas holds the deleted HUD; let the next current one load
+            // without storing it back.
+            hudList->blockSignals(true);
+            delete item;
+            hudList->blockSignals(false);
+            on_hudList_currentItemChanged(hudList->currentItem(), nullptr);
+        }
+    }
+    markChanged();
+}
+
+void VelmoMainWindow::on_removeHudButton_clicked()
+{
+    deleteHUD();
+}
+
+void VelmoMainWindow::markChanged()
+{
+    isChanged = true;
+    updateCommandStates();
+}
+
+void VelmoMainWindow::on_openRMProject_clicked()
+{
+    OpenProject();
+}
+
+void VelmoMainWindow::OpenProject()
+{
+    const QString start = QStandardPaths::displayName(QStandardPaths::DesktopLocation);
+    const QString chosen = QFileDialog::getOpenFileName(this, tr_("RPG Maker MZ Project"), start,
+                                                        QStringLiteral("RPG Maker Project (*.rmmzproject)"));
+    if (chosen.isEmpty())
+        return;
+    if (!settleUnsavedChanges(tr_("Would you like to save before closing?")))
+        return;
+    openProjectAt(chosen);
+}
+
+void VelmoMainWindow::ReloadProject()
+{
+    if (!isProjectOpen)
+        return;
+    if (!loadProjectData()) {
+        MessagePrompts::alert(this, tr_("Reload Error"), tr_("Could not reload data!"));
+        isProjectOpen = true;
+    }
+}
+
+void VelmoMainWindow::SaveProject()
+{
+    if (!isProjectOpen) {
+        isChanged = false;
+        return;
+    }
+    if (HudListItem* item = currentHud())
+        item->object()->insert(QStringLiteral("HUD"), editor->toJson());
+
+    QVector<HudEntry> entries;
+    entries.reserve(hudList->topLevelItemCount());
+    for (int i = 0; i < hudList->topLevelItemCount(); ++i)
+        entries.append(static_cast<HudListItem*>(hudList->topLevelItem(i))->entry());
+    QStringList backgrounds;
+    const QJsonObject document = HudDocument::assemble(documentRoot, entries, &backgrounds);
+
+    const bool saved = HudDocument::save(projectDirectory, document, damagedHudFile);
+
+    SettingsStore store;
+    QVariantMap allBackgrounds = store.value(QStringLiteral("Backgrounds")).toMap();
+    allBackgrounds.insert(projectDirectory.absolutePath(), backgrounds);
+    store.setValue(QStringLiteral("Backgrounds"), allBackgrounds);
+
+    if (!saved) {
+        // The project keeps its unsaved state, so closing still asks.
+        MessagePrompts::alert(this, tr_("Save Error"), tr_("Could not save to \"VelmoraHUD.json\"!"));
+        isChanged = true;
+    } else {
+        damagedHudFile = false;
+        documentRoot = document;
+        documentRoot.remove(QStringLiteral("Data"));
+        isChanged = false;
+    }
+    updateCommandStates();
+}
+
+bool VelmoMainWindow::settleUnsavedChanges(const QString& question)
+{
+    int outcome = MessagePrompts::DontSave;
+    if (isProjectOpen && isChanged)
+        outcome = MessagePrompts::askToSave(this, tr_("Save Confirmation"), question);
+    if (outcome == MessagePrompts::Cancel)
+        return false;
+    if (outcome == MessagePrompts::Save) {
+        SaveProject();
+        // A save that failed leaves the work unsaved: don't throw it away.
+        if (isChanged)
+            return false;
+    }
+    return true;
+}
+
+void VelmoMainWindow::CloseProject()
+{
+    if (!isProjectOpen)
+        return;
+    int outcome = MessagePrompts::DontSave;
+    if (isChanged)
+        outcome = MessagePrompts::askToSave(this, tr_("Save Confirmation"),
+                                            tr_("Would you like to save before closing?"));
+    if (outcome == MessagePrompts::Cancel)
+        return;
+    saveWindowState();
+    if (outcome == MessagePrompts::Save) {
+        SaveProject();
+        if (isChanged)
+            return;
+    }
+    openProjectAt(QString());
+}
+
+void VelmoMainWindow::closeEvent(QCloseEvent* event)
+{
+    int outcome = MessagePrompts::DontSave;
+    if (isProjectOpen && isChanged)
+        outcome = MessagePrompts::askToSave(this, tr_("Save Confirmation"),
+                                            tr_("Would you like to save before closing?"));
+    if (outcome == MessagePrompts::Cancel) {
+        event->ignore();
+        return;
+    }
+    saveWindowState();
+    if (outcome == MessagePrompts::Save) {
+        SaveProject();
+        if (isChanged) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
+}
+
+void VelmoMainWindow::saveWindowState()
+{
+    SettingsStore store;
+    store.setValue(QStringLiteral("Project"), isProjectOpen ? projectDirectory.absolutePath() : QString());
+    store.setValue(QStringLiteral("Geometry"), normalGeometry());
+    store.setValue(QStringLiteral("IsMaximized"), isMaximized());
+    store.setValue(QStringLiteral("EditorLocation"), editorLocation);
+    if (backgroundDarken.isValid())
+        store.setValue(QStringLiteral("BackgroundDarken"), backgroundDarken);
+}
+
+void VelmoMainWindow::updateCommandStates()
+{
+    actionOpen->setEnabled(true);
+    actionReload->setEnabled(isProjectOpen);
+    actionSave->setEnabled(isProjectOpen);
+    actionClose->setEnabled(isProjectOpen);
+
+    QString status;
+    if (isProjectOpen) {
+        status = tr_("%1  \u2014  %2 \u00d7 %3").arg(QDir::toNativeSeparators(projectDirectory.absolutePath()))
+                     .arg(screenWidth).arg(screenHeight);
+        if (isChanged)
+            status += tr_("  \u2014  unsaved changes");
+    }
+    statusLabel->setText(status);
+}
+
+bool VelmoMainWindow::acceptsProjectDrop(const QMimeData* mime)
+{
+    if (!mime || !mime->hasUrls() || mime->urls().isEmpty())
+        return false;
+    // The suffix must be exactly this word: the comparison is case-sensitive.
+    return QFileInfo(mime->urls().first().toLocalFile()).suffix() == QLatin1String("rmmzproject");
+}
+
+void VelmoMainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (acceptsProjectDrop(event->mimeData()))
+        event->acceptProposedAction();
+}
+
+void VelmoMainWindow::dropEvent(QDropEvent* event)
+{
+    if (!acceptsProjectDrop(event->mimeData()))
+        return;
+    event->acceptProposedAction();
+    const QString path = event->mimeData()->urls().first().toLocalFile();
+    if (settleUnsavedChanges(tr_("Would you like to save before closing?")))
+        openProjectAt(path);
+}
+
+bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    QWidget* widget = qobject_cast<QWidget*>(watched);
+    if (!widget || widget == this || widget->window() != this)
+        return QMainWindow::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove: {
+        QDragMoveEvent* drag = static_cast<QDragMoveEvent*>(event);
+        if (acceptsProjectDrop(drag->mimeData())) {
+            drag->acceptProposedAction();
+            return true;
+        }
+        break;
+    }
+    case QEvent::Drop:
+        if (acceptsProjectDrop(static_cast<QDropEvent*>(event)->mimeData())) {
+            dropEvent(static_cast<QDropEvent*>(event));
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}

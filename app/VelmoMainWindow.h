@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QDir>
+#include <QJsonObject>
+#include <QMainWindow>
+#include <QProcess>
+
+class HudListItem;
+class HudPreviewLayer;
+class QAction;
+class QLabel;
+class QMimeData;
+class QPushButton;
+class QStackedLayout;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+// The program's one top-level window and the owner of the open project: its
+// folder, the cached RPG Maker data, the HUD list and the canvas.
+//
+// First shell: a menu bar with the project commands, the no-project page and
+// the editor page with the HUD list and the canvas layer. The frameless frame,
+// title bar tool buttons and the component list come with their own work.
+class VelmoMainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QString& theme, const QString& language,
+                    QWidget* parent = nullptr);
+    ~VelmoMainWindow() override;
+
+    // The one main window of the process, or null before it is built.
+    static VelmoMainWindow* instance();
+
+    int getWindowStyle() const { return windowStyle; }
+    bool getNativeMenuBar() const { return nativeMenuBar; }
+    QString getTheme() const { return theme; }
+    QString getLanguage() const { return language; }
+
+    bool projectIsOpen() const { return isProjectOpen; }
+    bool projectIsChanged() const { return isChanged; }
+    QDir getProjectDirectory() const { return projectDirectory; }
+    const QJsonObject* getProjectData() const { return &projectData; }
+    QSize screenSize() const { return QSize(screenWidth, screenHeight); }
+    QString getEditorLocation() const { return editorLocation; }
+
+    // The one entry for every opening; an empty or missing path closes.
+    void openProjectAt(const QString& path);
+    // Marks unsaved changes, as every edit does.
+    void markChanged();
+
+    QTreeWidget* hudListWidget() const { return hudList; }
+    HudPreviewLayer* editorView() const { return editor; }
+
+    // Whether a drag carries a project file this window accepts.
+    static bool acceptsProjectDrop(const QMimeData* mime);
+
+public slots:
+    void on_hudList_currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous);
+    void deleteHUD();
+    void on_removeHudButton_clicked();
+    void on_openRMProject_clicked();
+    void OpenProject();
+    void ReloadProject();
+    void SaveProject();
+    void CloseProject();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildForm();
+    void buildMenus();
+    void openStartProject();
+    bool loadProjectData();
+    bool loadHUDs();
+    // Asks before the open project is replaced or closed; false when cancelled.
+    bool settleUnsavedChanges(const QString& question);
+    void saveWindowState();
+    void updateCommandStates();
+    void refreshBackground();
+    HudListItem* currentHud() const;
+    void applySceneSize(const HudListItem* item);
+
+    int windowStyle;
+    bool nativeMenuBar;
+    QString theme;
+    QString language;
+
+    QDir projectDirectory;
+    QJsonObject projectData;
+    QString editorLocation;
+    QProcess* gameProcess = nullptr;
+    int screenWidth;
+    int screenHeight;
+    bool isProjectOpen = false;
+    bool canUndo = false;
+    bool canRedo = false;
+    bool canZoomIn = true;
+    bool canZoomOut = true;
+    bool isChanged = false;
+    bool isSizedHUD = false;
+    // Stored darken ratio of the canvas background, kept until the scene uses it.
+    QVariant backgroundDarken;
+
+    // Root keys of the document other than "Data", written back on saving.
+    QJsonObject documentRoot;
+    // The project's document couldn't be taken as it stood; keep a copy on saving.
+    bool damagedHudFile = false;
+
+    QStackedLayout* pages = nullptr;
+    QWidget* noProjectPage = nullptr;
+    QWidget* mainWidget = nullptr;
+    QPushButton* openRMProject = nullptr;
+    QTreeWidget* hudList = nullptr;
+    QPushButton* removeHudButton = nullptr;
+    HudPreviewLayer* editor = nullptr;
+    QLabel* statusLabel = nullptr;
+
+    QAction* actionOpen = nullptr;
+    QAction* actionReload = nullptr;
+    QAction* actionSave = nullptr;
+    QAction* actionClose = nullptr;
+};

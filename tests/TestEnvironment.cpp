@@ -1,0 +1,118 @@
+#include "TestEnvironment.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+namespace TestEnvironment {
+
+namespace {
+
+QTemporaryDir* temporaryHome = nullptr;
+
+}
+
+void isolate()
+{
+    temporaryHome = new QTemporaryDir();
+    const QByteArray root = temporaryHome->path().toLocal8Bit();
+    qputenv("HOME", root);
+    qputenv("XDG_CONFIG_HOME", root + "/config");
+    qputenv("XDG_DATA_HOME", root + "/data");
+    qputenv("XDG_CACHE_HOME", root + "/cache");
+    qputenv("XDG_RUNTIME_DIR", root + "/runtime");
+    QDir().mkpath(temporaryHome->path() + QStringLiteral("/runtime"));
+    QFile::setPermissions(temporaryHome->path() + QStringLiteral("/runtime"),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+QString home()
+{
+    return temporaryHome->path();
+}
+
+QString newFolder(const QString& name)
+{
+    static int counter = 0;
+    const QString path = QStringLiteral("%1/work/%2-%3").arg(home(), name).arg(++counter);
+    QDir().mkpath(path);
+    return path;
+}
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        qFatal("cannot write test file %s", qPrintable(path));
+    file.write(bytes);
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QByteArray();
+    return file.readAll();
+}
+
+void copyTree(const QString& source, const QString& destination)
+{
+    QDirIterator it(source, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString file = it.next();
+        const QString target = destination + QLatin1Char('/') + QDir(source).relativeFilePath(file);
+        QDir().mkpath(QFileInfo(target).absolutePath());
+        QFile::copy(file, target);
+    }
+}
+
+QByteArray compact(const QJsonObject& object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QString makeProject(const QString& name, int screenWidth, int screenHeight)
+{
+    const QString folder = newFolder(name);
+    writeFile(folder + QStringLiteral("/game.rmmzproject"), "RPGMZ 1.9.0");
+    const QJsonObject system{
+        {QStringLiteral("gameTitle"), QStringLiteral("Test")},
+        {QStringLiteral("advanced"),
+         QJsonObject{{QStringLiteral("screenWidth"), screenWidth},
+                     {QStringLiteral("screenHeight"), screenHeight},
+                     {QStringLiteral("mainFontFilename"), QStringLiteral("mplus-1m-regular.woff")}}},
+        {QStringLiteral("switches"), QJsonArray{QString(), QStringLiteral("Show HUD")}},
+        {QStringLiteral("variables"), QJsonArray{QString(), QStringLiteral("Gold Goal")}},
+    };
+    writeFile(folder + QStringLiteral("/data/System.json"), QJsonDocument(system).toJson());
+    const char* arrays[] = {"Actors", "Enemies", "Classes", "Skills", "Items", "Weapons",
+                            "Armors", "States", "Animations", "CommonEvents"};
+    for (const char* file : arrays) {
+        const QJsonArray content{QJsonValue(),
+                                 QJsonObject{{QStringLiteral("id"), 1},
+                                             {QStringLiteral("name"), QStringLiteral("First %1").arg(QLatin1String(file))}}};
+        writeFile(folder + QStringLiteral("/data/%1.json").arg(QLatin1String(file)), QJsonDocument(content).toJson());
+    }
+    return folder;
+}
+
+QString copySampleProject(const QString& name)
+{
+    const QString folder = newFolder(name);
+    copyTree(QStringLiteral(VELMORA_SAMPLE_PROJECT), folder);
+    return folder;
+}
+
+QString documentPath(const QString& project)
+{
+    return project + QStringLiteral("/data/plugin/VelmoraHUD.json");
+}
+
+}

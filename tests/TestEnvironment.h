@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonObject>
+#include <QString>
+#include <QtTest>
+
+// Shared set-up of the test programs: an isolated home, settings store and
+// data folders in a temporary folder, and realistic project folders.
+namespace TestEnvironment {
+
+// Points HOME and the XDG folders at a fresh temporary folder. Called before
+// the application object exists, so no test ever sees the user's settings.
+void isolate();
+QString home();
+
+// A fresh empty folder below the temporary home.
+QString newFolder(const QString& name);
+
+void writeFile(const QString& path, const QByteArray& bytes);
+QByteArray readFile(const QString& path);
+
+// Copies a folder tree.
+void copyTree(const QString& source, const QString& destination);
+
+// A minimal valid RPG Maker MZ project (the eleven data files, a screen of
+// the given size) in a new folder; returns its path.
+QString makeProject(const QString& name, int screenWidth = 1280, int screenHeight = 720);
+
+// A copy of the bundled sample project in a new folder.
+QString copySampleProject(const QString& name);
+
+QString documentPath(const QString& project);
+QByteArray compact(const QJsonObject& object);
+
+}
+
+#define VELMORA_TEST_MAIN(TestObject, Application)                                                       \
+    int main(int argc, char** argv)                                                                        \
+    {                                                                                                      \
+        TestEnvironment::isolate();                                                                        \
+        Application app(argc, argv);                                                                       \
+        TestObject test;                                                                                   \
+        return QTest::qExec(&test, argc, argv);                                                            \
+    }

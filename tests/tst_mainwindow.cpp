@@ -1,0 +1,4 @@
+#include "TestEnvironment.h"
+class Placeholder : public QObject { Q_OBJECT };
+VELMORA_TEST_MAIN(Placeholder, QCoreApplication)
+#include "tst_mainwindow.moc"
