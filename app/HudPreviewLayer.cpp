@@ -3,12 +3,14 @@
 #include "theme/ThemeColors.h"
 
 #include <QJsonObject>
+#include <QFontMetricsF>
 #include <QPainter>
 
 namespace {
 
-// Component kinds keep their size in their own data object ("TextData",
-// "GaugeData", ...); the preview looks there and falls back to 100.
+// Component kinds that store a size keep it in their own data object
+// ("GaugeData", "WindowData", ...). Kinds that size themselves from their
+// content (texts, faces) give an invalid size.
 QSize componentSize(const QJsonObject& component)
 {
     for (auto it = component.begin(); it != component.end(); ++it) {
@@ -19,7 +21,7 @@ QSize componentSize(const QJsonObject& component)
             return QSize(kindData.value(QStringLiteral("Width")).toInt(100),
                          kindData.value(QStringLiteral("Height")).toInt(100));
     }
-    return QSize(100, 100);
+    return QSize();
 }
 
 }
@@ -96,21 +98,37 @@ void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array,
         const QSize size = componentSize(component);
         const QPointF centre = origin + QPointF(component.value(QStringLiteral("X")).toDouble(),
                                                 component.value(QStringLiteral("Y")).toDouble()) * scale;
+        const QColor outline = outlines[depth % 4];
+        if (!size.isValid()) {
+            // Content-sized: a marker at its centre with the name beside it.
+            painter.setPen(QPen(outline, 1));
+            painter.setBrush(outline);
+            painter.drawEllipse(centre, 2.5, 2.5);
+            painter.setPen(themeColor(ThemeColors::Text));
+            painter.drawText(centre + QPointF(5, 4), component.value(QStringLiteral("Name")).toString());
+            drawComponents(painter, component.value(QStringLiteral("Children")).toArray(), centre, scale, depth + 1);
+            continue;
+        }
         const QRectF box(centre.x() - size.width() * scale / 2, centre.y() - size.height() * scale / 2,
                          size.width() * scale, size.height() * scale);
         painter.save();
         painter.translate(centre);
         painter.rotate(component.value(QStringLiteral("Rotation")).toDouble());
         painter.translate(-centre);
-        const QColor outline = outlines[depth % 4];
         QColor fill = outline;
         fill.setAlpha(40);
         painter.setPen(QPen(outline, 1));
         painter.setBrush(fill);
         painter.drawRect(box);
-        painter.setPen(themeColor(ThemeColors::Text));
-        painter.drawText(box.adjusted(3, 1, -3, -1), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
-                         component.value(QStringLiteral("Name")).toString());
+        // Names go only where they fit, so nested boxes don't smear into each other.
+        const QRectF label = box.adjusted(3, 1, -3, -1);
+        const QFontMetricsF metrics(painter.font());
+        if (label.height() >= metrics.height() * 2 && label.width() >= metrics.averageCharWidth() * 4) {
+            painter.setPen(themeColor(ThemeColors::Text));
+            painter.drawText(label, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                             metrics.elidedText(component.value(QStringLiteral("Name")).toString(), Qt::ElideRight,
+                                                label.width()));
+        }
         painter.restore();
         // Children are placed relative to their parent's centre.
         drawComponents(painter, component.value(QStringLiteral("Children")).toArray(), centre, scale, depth + 1);

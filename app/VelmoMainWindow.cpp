@@ -16,6 +16,7 @@
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -25,7 +26,9 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QStackedLayout>
+#include <QScreen>
 #include <QStandardPaths>
+#include <QStyle>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -206,8 +209,14 @@ void VelmoMainWindow::buildMenus()
 void VelmoMainWindow::openStartProject()
 {
     SettingsStore store;
-    if (store.contains(QStringLiteral("Geometry")))
+    if (store.contains(QStringLiteral("Geometry"))) {
         setGeometry(store.value(QStringLiteral("Geometry")).toRect());
+    } else if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+        // First start: a comfortable size in the middle of the screen.
+        const QRect available = screen->availableGeometry();
+        const QSize size(qMin(1280, available.width() * 9 / 10), qMin(820, available.height() * 9 / 10));
+        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+    }
     if (store.value(QStringLiteral("IsMaximized")).toBool())
         setWindowState(windowState() | Qt::WindowMaximized);
     editorLocation = store.value(QStringLiteral("EditorLocation")).toString();

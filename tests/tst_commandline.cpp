@@ -1,4 +1,182 @@
 #include "TestEnvironment.h"
-class Placeholder : public QObject { Q_OBJECT };
-VELMORA_TEST_MAIN(Placeholder, QCoreApplication)
+
+#include "app/CommandLineTool.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTextStream>
+
+class TestCommandLine : public QObject
+{
+    Q_OBJECT
+
+private:
+    struct Result {
+        int code = -1;
+        QString out;
+        QString err;
+    };
+    static Result run(const QStringList& arguments)
+    {
+        Result result;
+        QTextStream out(&result.out);
+        QTextStream err(&result.err);
+        result.code = CommandLineTool::execute(QStringList{QStringLiteral("velmora-cli")} + arguments, out, err);
+        out.flush();
+        err.flush();
+        return result;
+    }
+
+private slots:
+    void checkSampleProject()
+    {
+        const Result result = run({QStringLiteral("check"), QStringLiteral(VELMORA_SAMPLE_PROJECT)});
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.contains(QStringLiteral("Valid: yes")));
+        QVERIFY(result.out.contains(QStringLiteral("Screen: 816 x 624")));
+        QVERIFY(result.out.contains(QStringLiteral("templates")));
+        QVERIFY(result.out.contains(QStringLiteral("HUDs: 2 (Map HUD: yes, Battle HUD: yes)")));
+        QVERIFY(result.out.contains(QStringLiteral("Custom HUD objects: 0")));
+        QVERIFY(result.err.isEmpty());
+
+        // The marker file names the same project.
+        const Result viaFile = run({QStringLiteral("check"),
+                                    QStringLiteral(VELMORA_SAMPLE_PROJECT "/game.rmmzproject")});
+        QCOMPARE(viaFile.code, 0);
+        QCOMPARE(viaFile.out, result.out);
+    }
+
+    void checkCountsWhatTheDocumentHolds()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("full"), 1280, 720);
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project),
+                                   TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json")));
+        const Result result = run({QStringLiteral("check"), project});
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.contains(QStringLiteral("Screen: 1280 x 720")));
+        QVERIFY(result.out.contains(QStringLiteral("HUD document: data/plugin/VelmoraHUD.json\n")));
+        QVERIFY(result.out.contains(QStringLiteral("HUDs: 5 (Map HUD: yes, Battle HUD: yes)")));
+        // One "IsHUD" true, one false, one without the key (a HUD by the list's reading).
+        QVERIFY2(result.out.contains(QStringLiteral("Custom HUD objects: 3 (2 extra HUDs, 1 custom components)")),
+                 qPrintable(result.out));
+        QVERIFY(result.out.contains(QStringLiteral("Components: 56")));
+    }
+
+    void checkInvalidProject()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("invalid"));
+        QFile::remove(project + QStringLiteral("/data/CommonEvents.json"));
+        TestEnvironment::writeFile(project + QStringLiteral("/data/Actors.json"), "{\"1\":{}}");
+        const Result result = run({QStringLiteral("check"), project});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.out.contains(QStringLiteral("Valid: no")));
+        QVERIFY(result.out.contains(QStringLiteral("\"Actors.json\" doesn't hold an array.")));
+        QVERIFY(result.out.contains(QStringLiteral("\"CommonEvents.json\" is missing.")));
+        QVERIFY(!result.out.contains(QStringLiteral("Screen:")));
+
+        const Result missing = run({QStringLiteral("check"), project + QStringLiteral("/nowhere")});
+        QCOMPARE(missing.code, 1);
+        QVERIFY(missing.err.contains(QStringLiteral("no such file or folder")));
+    }
+
+    void resaveIsByteIdentical()
+    {
+        const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
+        const QString project = TestEnvironment::makeProject(QStringLiteral("resave"));
+        const QString path = TestEnvironment::documentPath(project);
+        TestEnvironment::writeFile(path, original);
+
+        const QString out = TestEnvironment::newFolder(QStringLiteral("out")) + QStringLiteral("/copy.json");
+        QFile::setPermissions(path, QFileDevice::ReadOwner);
+        const Result toFile = run({QStringLiteral("resave"), project, QStringLiteral("--out"), out});
+        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        QCOMPARE(toFile.code, 0);
+        QCOMPARE(TestEnvironment::readFile(out), original);
+        QCOMPARE(TestEnvironment::readFile(path), original);
+        QVERIFY(!QFileInfo::exists(path + QStringLiteral(".bak")));
+
+        // A hand-formatted document comes back in the compact sorted form.
+        TestEnvironment::writeFile(path, QJsonDocument::fromJson(original).toJson(QJsonDocument::Indented));
+        QCOMPARE(run({QStringLiteral("resave"), project}).code, 0);
+        QCOMPARE(TestEnvironment::readFile(path), original);
+    }
+
+    void resaveRefusesWhatItCantRead()
+    {
+        const QString fresh = TestEnvironment::makeProject(QStringLiteral("fresh"));
+        const Result none = run({QStringLiteral("resave"), fresh});
+        QCOMPARE(none.code, 1);
+        QVERIFY(none.err.contains(QStringLiteral("no HUD document")));
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(fresh)));
+
+        for (const QByteArray& bad : {QByteArray("{\"Data\":[{\"HUD\":[]"), QByteArray("[1,2,3]"),
+                                      QByteArray("{\"Data\":7}")}) {
+            const QString project = TestEnvironment::makeProject(QStringLiteral("broken"));
+            TestEnvironment::writeFile(TestEnvironment::documentPath(project), bad);
+            const Result result = run({QStringLiteral("resave"), project});
+            QCOMPARE(result.code, 1);
+            QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), bad);
+        }
+
+        const QString project = TestEnvironment::makeProject(QStringLiteral("unwritable"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), "{\"Data\":[]}");
+        const QString target = TestEnvironment::newFolder(QStringLiteral("target"));
+        const Result result = run({QStringLiteral("resave"), project, QStringLiteral("--out"), target});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.err.contains(QStringLiteral("could not write")));
+    }
+
+    void usage_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("code");
+        QTest::newRow("nothing") << QStringList() << 2;
+        QTest::newRow("unknown command") << QStringList{QStringLiteral("open"), QStringLiteral(".")} << 2;
+        QTest::newRow("check without project") << QStringList{QStringLiteral("check")} << 2;
+        QTest::newRow("two projects") << QStringList{QStringLiteral("check"), QStringLiteral("a"), QStringLiteral("b")} << 2;
+        QTest::newRow("out without file") << QStringList{QStringLiteral("resave"), QStringLiteral("."), QStringLiteral("--out")} << 2;
+        QTest::newRow("out on check") << QStringList{QStringLiteral("check"), QStringLiteral("."), QStringLiteral("--out"), QStringLiteral("x")} << 2;
+        QTest::newRow("unknown option") << QStringList{QStringLiteral("check"), QStringLiteral("--fast"), QStringLiteral(".")} << 2;
+        QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0;
+        QTest::newRow("version") << QStringList{QStringLiteral("--version")} << 0;
+    }
+
+    void usage()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, code);
+        const Result result = run(arguments);
+        QCOMPARE(result.code, code);
+        if (code == 2) {
+            // One line, on the error stream.
+            QVERIFY(result.out.isEmpty());
+            QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
+            QVERIFY(result.err.startsWith(QStringLiteral("velmora-cli: ")));
+        } else {
+            QVERIFY(!result.out.isEmpty());
+        }
+    }
+
+    void programRunsWithoutDisplay()
+    {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"),
+                      {QStringLiteral("check"), QStringLiteral(VELMORA_SAMPLE_PROJECT)});
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(process.readAllStandardOutput().contains("Valid: yes"));
+
+        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"), {QStringLiteral("frobnicate")});
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitCode(), 2);
+    }
+};
+
+VELMORA_TEST_MAIN(TestCommandLine, QCoreApplication)
 #include "tst_commandline.moc"

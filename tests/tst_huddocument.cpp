@@ -1,4 +1,378 @@
 #include "TestEnvironment.h"
-class Placeholder : public QObject { Q_OBJECT };
-VELMORA_TEST_MAIN(Placeholder, QCoreApplication)
+
+#include "app/HudDocument.h"
+#include "app/JsonFile.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSet>
+
+#include <unistd.h>
+
+class TestHudDocument : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QByteArray fullDocument()
+    {
+        return TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
+    }
+    static QString projectWith(const QByteArray& document)
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("doc"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), document);
+        return project;
+    }
+    static QByteArray resave(const QString& project)
+    {
+        const HudDocument document = HudDocument::load(QDir(project));
+        const QString out = TestEnvironment::newFolder(QStringLiteral("out")) + QStringLiteral("/out.json");
+        if (!HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), false, out))
+            return QByteArray();
+        return TestEnvironment::readFile(out);
+    }
+    static QJsonArray templateOf(const char* name)
+    {
+        QFile file(QCoreApplication::applicationDirPath() + QStringLiteral("/Default/") + QLatin1String(name));
+        if (!file.open(QIODevice::ReadOnly))
+            return QJsonArray();
+        return QJsonDocument::fromJson(file.readAll()).array();
+    }
+    static QJsonObject hud(const QString& name, const QString& id)
+    {
+        return QJsonObject{{QStringLiteral("Name"), name},      {QStringLiteral("ID"), id},
+                           {QStringLiteral("IsHUD"), true},     {QStringLiteral("Params"), QJsonArray()},
+                           {QStringLiteral("HUD"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 0}}}}};
+    }
+
+private slots:
+    void realisticDocumentRoundTripsByteForByte()
+    {
+        const QByteArray original = fullDocument();
+        QVERIFY(original.size() > 10000);
+        const QString project = projectWith(original);
+
+        const HudDocument document = HudDocument::load(QDir(project));
+        QVERIFY(!document.fromTemplates);
+        QVERIFY(!document.damagedFile);
+        QCOMPARE(document.entries.size(), 5);
+        // "Map" 3 and "Battle" 0: the special items stay where they stand.
+        QCOMPARE(document.entries.at(0).type, int(HudEntry::Battle));
+        QCOMPARE(document.entries.at(3).type, int(HudEntry::Map));
+        QCOMPARE(document.entries.at(1).type, int(HudEntry::Custom));
+        QCOMPARE(document.currentIndex, 3);
+        QVERIFY(document.root.contains(QStringLiteral("EditorNote")));
+
+        QCOMPARE(resave(project), original);
+
+        // Through the project's own file, twice over.
+        QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), false));
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
+        QCOMPARE(resave(project), original);
+    }
+
+    void entriesAndListColumns()
+    {
+        const HudDocument document = HudDocument::load(QDir(projectWith(fullDocument())));
+        const QJsonObject extra = document.entries.at(1).object;
+        const QJsonObject component = document.entries.at(2).object;
+        const QJsonObject noIsHud = document.entries.at(4).object;
+
+        QCOMPARE(HudDocument::displayName(HudEntry::Map, document.entries.at(3).object), QStringLiteral("Map HUD"));
+        QCOMPARE(HudDocument::displayName(HudEntry::Battle, document.entries.at(0).object), QStringLiteral("Battle HUD"));
+        QCOMPARE(HudDocument::displayName(HudEntry::Custom, extra), QStringLiteral("Statusanzeige für Böse"));
+        QCOMPARE(HudDocument::displayName(HudEntry::Custom, component), QStringLiteral("体力ゲージ"));
+
+        QCOMPARE(HudDocument::marker(extra), QStringLiteral("✦"));
+        QCOMPARE(HudDocument::marker(component), QStringLiteral(" •"));
+        // No "IsHUD": marked as a HUD, yet sized as a custom component.
+        QCOMPARE(HudDocument::marker(noIsHud), QStringLiteral("✦"));
+        QVERIFY(HudDocument::hasOwnSize(HudEntry::Custom, noIsHud));
+        QCOMPARE(HudDocument::ownWidth(noIsHud), 300);
+        QCOMPARE(HudDocument::ownHeight(noIsHud), 300);
+        QVERIFY(!HudDocument::hasOwnSize(HudEntry::Custom, extra));
+        QVERIFY(HudDocument::hasOwnSize(HudEntry::Custom, component));
+        QCOMPARE(HudDocument::ownWidth(component), 240);
+        QCOMPARE(HudDocument::ownHeight(component), 64);
+        // The Map HUD never takes a size of its own, even holding "IsHUD": false.
+        QVERIFY(!HudDocument::hasOwnSize(HudEntry::Map, QJsonObject{{QStringLiteral("IsHUD"), false}}));
+
+        QCOMPARE(HudDocument::componentCount(QJsonArray()), 0);
+        int components = 0;
+        for (const HudEntry& entry : document.entries)
+            components += HudDocument::componentCount(entry.object.value(QStringLiteral("HUD")).toArray());
+        QCOMPARE(components, 56);  // counted in the file: every object of every "HUD", children included
+    }
+
+    void reorderedListRecomputesMapAndBattle()
+    {
+        const QJsonObject source{
+            {QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1}, {QStringLiteral("Extra"), QStringLiteral("kept")},
+            {QStringLiteral("Data"), QJsonArray{QJsonObject{{QStringLiteral("HUD"), QJsonArray{1}}},
+                                                QJsonObject{{QStringLiteral("HUD"), QJsonArray{2}}},
+                                                hud(QStringLiteral("A"), QStringLiteral("01234")),
+                                                hud(QStringLiteral("B"), QStringLiteral("56012"))}}};
+        HudDocument document;
+        document.setDocument(source, {QStringLiteral("/img/map.png"), QString(), QStringLiteral("/img/a.png")});
+        QCOMPARE(document.entries.at(0).object.value(QStringLiteral("Background")).toString(), QStringLiteral("/img/map.png"));
+        // A list shorter than "Data": the rest get empty strings.
+        QCOMPARE(document.entries.at(3).object.value(QStringLiteral("Background")).toString(), QString());
+        QVERIFY(document.entries.at(3).object.contains(QStringLiteral("Background")));
+
+        // The user moves the Map HUD to the end and B to the front.
+        QVector<HudEntry> moved{document.entries.at(3), document.entries.at(1), document.entries.at(2),
+                                document.entries.at(0)};
+        QStringList backgrounds;
+        const QJsonObject saved = HudDocument::assemble(document.root, moved, &backgrounds);
+        QCOMPARE(saved.value(QStringLiteral("Map")).toInt(), 3);
+        QCOMPARE(saved.value(QStringLiteral("Battle")).toInt(), 1);
+        QCOMPARE(saved.value(QStringLiteral("Extra")).toString(), QStringLiteral("kept"));
+        const QJsonArray data = saved.value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.size(), 4);
+        QCOMPARE(data.at(0).toObject(), hud(QStringLiteral("B"), QStringLiteral("56012")));
+        QCOMPARE(data.at(3).toObject(), QJsonObject({{QStringLiteral("HUD"), QJsonArray{1}}}));
+        QCOMPARE(backgrounds, QStringList({QString(), QString(), QStringLiteral("/img/a.png"), QStringLiteral("/img/map.png")}));
+        // "Background" never reaches the file.
+        QVERIFY(!QJsonDocument(saved).toJson().contains("Background"));
+    }
+
+    void specialHudsKeepOnlyTheirComponents()
+    {
+        HudDocument document;
+        document.setDocument(
+            QJsonObject{{QStringLiteral("Map"), 0},
+                        {QStringLiteral("Battle"), 1},
+                        {QStringLiteral("Data"),
+                         QJsonArray{QJsonObject{{QStringLiteral("Name"), QStringLiteral("Hand edited")},
+                                                {QStringLiteral("Params"), QJsonArray{QJsonObject()}},
+                                                {QStringLiteral("HUD"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 3}}}}},
+                                    QJsonObject{{QStringLiteral("IsHUD"), false}}}}},
+            {});
+        const QJsonArray data = HudDocument::assemble(document.root, document.entries)
+                                    .value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.at(0).toObject(),
+                 QJsonObject({{QStringLiteral("HUD"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 3}}}}}));
+        // Everything else goes, also from a Battle HUD that held no "HUD" at all.
+        QCOMPARE(data.at(1).toObject(), QJsonObject());
+    }
+
+    void oddMapAndBattleIndexes()
+    {
+        // "Data" shorter than "Map": no Map HUD, nothing current, and the
+        // number survives a save.
+        HudDocument shortData;
+        shortData.setDocument(QJsonObject{{QStringLiteral("Map"), 7},
+                                          {QStringLiteral("Data"), QJsonArray{QJsonObject(), hud(QStringLiteral("X"), QStringLiteral("00000"))}}},
+                              {});
+        QCOMPARE(shortData.currentIndex, -1);
+        QCOMPARE(shortData.entries.at(0).type, int(HudEntry::Custom));
+        QCOMPARE(shortData.entries.at(1).type, int(HudEntry::Battle));
+        QCOMPARE(HudDocument::assemble(shortData.root, shortData.entries).value(QStringLiteral("Map")).toInt(), 7);
+
+        // Both naming one index: that entry is the Map HUD and no Battle HUD exists.
+        HudDocument same;
+        same.setDocument(QJsonObject{{QStringLiteral("Map"), 1}, {QStringLiteral("Battle"), 1},
+                                     {QStringLiteral("Data"), QJsonArray{QJsonObject(), QJsonObject()}}},
+                         {});
+        QCOMPARE(same.entries.at(0).type, int(HudEntry::Custom));
+        QCOMPARE(same.entries.at(1).type, int(HudEntry::Map));
+        QCOMPARE(same.currentIndex, 1);
+
+        // Absent numbers read as 0 and 1.
+        HudDocument absent;
+        absent.setDocument(QJsonObject{{QStringLiteral("Data"), QJsonArray{QJsonObject(), QJsonObject(), QJsonObject()}}}, {});
+        QCOMPARE(absent.entries.at(0).type, int(HudEntry::Map));
+        QCOMPARE(absent.entries.at(1).type, int(HudEntry::Battle));
+        QCOMPARE(absent.entries.at(2).type, int(HudEntry::Custom));
+    }
+
+    void freshProjectComesFromTemplates()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("fresh"));
+        const HudDocument document = HudDocument::load(QDir(project), {QStringLiteral("/bg.png")});
+        QVERIFY(document.fromTemplates);
+        QVERIFY(!document.damagedFile);
+        QCOMPARE(document.entries.size(), 2);
+        QCOMPARE(document.entries.at(0).type, int(HudEntry::Map));
+        QCOMPARE(document.entries.at(1).type, int(HudEntry::Battle));
+        QCOMPARE(document.currentIndex, 0);
+        const QJsonArray mapTemplate = templateOf("VelmoraMapHUD.json");
+        const QJsonArray battleTemplate = templateOf("VelmoraBattleHUD.json");
+        QVERIFY(!mapTemplate.isEmpty());
+        QVERIFY(!battleTemplate.isEmpty());
+        QCOMPARE(document.entries.at(0).object.value(QStringLiteral("HUD")).toArray(), mapTemplate);
+        QCOMPARE(document.entries.at(1).object.value(QStringLiteral("HUD")).toArray(), battleTemplate);
+        QCOMPARE(document.entries.at(0).object.value(QStringLiteral("Background")).toString(), QStringLiteral("/bg.png"));
+        // Loading writes nothing: the file comes with the first save.
+        QVERIFY(!QFileInfo::exists(project + QStringLiteral("/data/plugin")));
+
+        QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), false));
+        const QJsonObject written =
+            QJsonDocument::fromJson(TestEnvironment::readFile(TestEnvironment::documentPath(project))).object();
+        QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 0);
+        QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 1);
+        QCOMPARE(written.value(QStringLiteral("Data")).toArray().at(0).toObject().value(QStringLiteral("HUD")).toArray(),
+                 mapTemplate);
+    }
+
+    void badDocumentsFallBack_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<bool>("fromTemplates");
+        QTest::addColumn<int>("entries");
+        QTest::newRow("malformed") << QByteArray("{\"Map\":0,\"Data\":[{\"HUD\":[]}") << true << 2;
+        QTest::newRow("array") << QByteArray("[{\"HUD\":[]},{\"HUD\":[]}]") << false << 0;
+        QTest::newRow("data not array") << QByteArray("{\"Map\":0,\"Battle\":1,\"Data\":{\"0\":{\"HUD\":[]}},\"Note\":1}") << false << 0;
+        QTest::newRow("data entry not object") << QByteArray("{\"Data\":[{\"HUD\":[]},5,{\"HUD\":[]}]}") << false << 3;
+        QTest::newRow("non utf-8") << QByteArray("{\"Data\":[{\"HUD\":[{\"Name\":\"\xc3\x28\"}]}]}") << true << 2;
+        QTest::newRow("empty file") << QByteArray("") << true << 2;
+        QByteArray deep;
+        for (int i = 0; i < 5000; ++i)
+            deep += "{\"a\":[";
+        deep += "1";
+        for (int i = 0; i < 5000; ++i)
+            deep += "]}";
+        QTest::newRow("deeper than the reader allows") << deep << true << 2;
+    }
+
+    void badDocumentsFallBack()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(bool, fromTemplates);
+        QFETCH(int, entries);
+        const QString project = projectWith(content);
+        const HudDocument document = HudDocument::load(QDir(project));
+        QCOMPARE(document.fromTemplates, fromTemplates);
+        QCOMPARE(document.entries.size(), entries);
+        QVERIFY(document.damagedFile);
+
+        // The first save keeps the damaged bytes beside the new file.
+        QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), true));
+        const QString path = TestEnvironment::documentPath(project);
+        QCOMPARE(TestEnvironment::readFile(path + QStringLiteral(".bak")), content);
+        const QJsonDocument written = QJsonDocument::fromJson(TestEnvironment::readFile(path));
+        QVERIFY(written.isObject());
+        QCOMPARE(written.object().value(QStringLiteral("Data")).toArray().size(), entries);
+        // An earlier backup is never overwritten.
+        TestEnvironment::writeFile(path, content);
+        QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), true));
+        QCOMPARE(TestEnvironment::readFile(path + QStringLiteral(".bak")), content);
+        QCOMPARE(TestEnvironment::readFile(path + QStringLiteral(".bak.1")), content);
+    }
+
+    void unknownRootKeysSurviveAWrongData()
+    {
+        const QString project = projectWith("{\"Map\":0,\"Battle\":1,\"Data\":\"oops\",\"Note\":{\"k\":[1,2]}}");
+        const HudDocument document = HudDocument::load(QDir(project));
+        const QJsonObject saved = HudDocument::assemble(document.root, document.entries);
+        QCOMPARE(saved.value(QStringLiteral("Note")).toObject().value(QStringLiteral("k")).toArray(), QJsonArray({1, 2}));
+        QCOMPARE(saved.value(QStringLiteral("Data")).toArray(), QJsonArray());
+    }
+
+    void largeDocumentRoundTrips()
+    {
+        // Over 20 MB: 48 HUDs of 1,000 components with nested children.
+        QJsonArray data;
+        for (int h = 0; h < 48; ++h) {
+            QJsonArray components;
+            for (int c = 0; c < 1000; ++c) {
+                const QJsonObject child{{QStringLiteral("Type"), 0}, {QStringLiteral("ID"), 100000 + c},
+                                        {QStringLiteral("Name"), QStringLiteral("Child label %1 – ünïcödé").arg(c)},
+                                        {QStringLiteral("X"), c % 50}, {QStringLiteral("Y"), -(c % 30)},
+                                        {QStringLiteral("Opacity"), 0.833333}, {QStringLiteral("Rotation"), 0},
+                                        {QStringLiteral("TextData"), QJsonObject{{QStringLiteral("FontSize"), 22},
+                                            {QStringLiteral("Text"), QJsonObject{{QStringLiteral("Type"), 0},
+                                                {QStringLiteral("Text"), QString(180, QLatin1Char('x'))}}}}}};
+                components.append(QJsonObject{{QStringLiteral("Type"), 5}, {QStringLiteral("ID"), c},
+                                              {QStringLiteral("Name"), QStringLiteral("Group %1").arg(c)},
+                                              {QStringLiteral("X"), c}, {QStringLiteral("Y"), c * 2},
+                                              {QStringLiteral("Opacity"), 1.0098}, {QStringLiteral("Rotation"), 0},
+                                              {QStringLiteral("Children"), QJsonArray{child}}});
+            }
+            QJsonObject entry{{QStringLiteral("HUD"), components}};
+            if (h > 1) {
+                entry.insert(QStringLiteral("Name"), QStringLiteral("HUD %1").arg(h));
+                entry.insert(QStringLiteral("ID"), QStringLiteral("%1").arg(h, 5, 10, QLatin1Char('0')));
+                entry.insert(QStringLiteral("IsHUD"), true);
+                entry.insert(QStringLiteral("Params"), QJsonArray());
+            }
+            data.append(entry);
+        }
+        const QByteArray bytes = TestEnvironment::compact(
+            QJsonObject{{QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1}, {QStringLiteral("Data"), data}});
+        QVERIFY2(bytes.size() > 20 * 1024 * 1024, QByteArray::number(bytes.size()).constData());
+        const QString project = projectWith(bytes);
+        const HudDocument document = HudDocument::load(QDir(project));
+        QCOMPARE(document.entries.size(), 48);
+        QVERIFY(!document.damagedFile);
+        QCOMPARE(resave(project), bytes);
+    }
+
+    void failedWritesKeepThePreviousFile()
+    {
+        const QByteArray original = fullDocument();
+        const QString project = projectWith(original);
+        const HudDocument document = HudDocument::load(QDir(project));
+        const QJsonObject assembled = HudDocument::assemble(document.root, document.entries);
+
+        // The document's place is taken by a folder.
+        const QString blocked = TestEnvironment::makeProject(QStringLiteral("blocked"));
+        QDir().mkpath(TestEnvironment::documentPath(blocked));
+        QVERIFY(!HudDocument::save(QDir(blocked), assembled, false));
+        QVERIFY(QFileInfo(TestEnvironment::documentPath(blocked)).isDir());
+
+        // "data/plugin" is a file, so the folder can't be made.
+        const QString noFolder = TestEnvironment::makeProject(QStringLiteral("nofolder"));
+        TestEnvironment::writeFile(noFolder + QStringLiteral("/data/plugin"), "plugin list");
+        QVERIFY(!HudDocument::save(QDir(noFolder), assembled, false));
+        QCOMPARE(TestEnvironment::readFile(noFolder + QStringLiteral("/data/plugin")), QByteArray("plugin list"));
+
+        // A read-only "data/plugin" (root may write there anyway).
+        const QString plugin = project + QStringLiteral("/data/plugin");
+        QFile::setPermissions(plugin, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        const bool saved = HudDocument::save(QDir(project), QJsonObject{{QStringLiteral("Data"), QJsonArray()}}, false);
+        QFile::setPermissions(plugin, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        if (geteuid() != 0) {
+            QVERIFY(!saved);
+            QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
+        }
+
+        // A damaged file that can't be copied is not written over.
+        const QString damaged = projectWith("{broken");
+        QDir().mkpath(TestEnvironment::documentPath(damaged) + QStringLiteral(".bak"));
+        for (int n = 1; n < 3; ++n)
+            QDir().mkpath(TestEnvironment::documentPath(damaged) + QStringLiteral(".bak.%1").arg(n));
+        QFile::setPermissions(damaged + QStringLiteral("/data/plugin"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        const bool overwritten = HudDocument::save(QDir(damaged), assembled, true);
+        QFile::setPermissions(damaged + QStringLiteral("/data/plugin"),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        if (geteuid() != 0) {
+            QVERIFY(!overwritten);
+            QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(damaged)), QByteArray("{broken"));
+        }
+    }
+
+    void identifiers()
+    {
+        QStringList taken;
+        for (int i = 0; i < 3000; ++i)
+            taken.append(HudDocument::newIdentifier(taken));
+        const QSet<QString> unique(taken.begin(), taken.end());
+        QCOMPARE(unique.size(), taken.size());
+        for (const QString& id : taken) {
+            QCOMPARE(id.size(), 5);
+            for (const QChar c : id)
+                QVERIFY2(c >= QLatin1Char('0') && c <= QLatin1Char('6'), qPrintable(id));
+        }
+
+        QVector<HudEntry> entries{{HudEntry::Map, QJsonObject()},
+                                  {HudEntry::Custom, QJsonObject{{QStringLiteral("ID"), QStringLiteral("01234")}}},
+                                  {HudEntry::Custom, QJsonObject{{QStringLiteral("Name"), QStringLiteral("no id")}}}};
+        QCOMPARE(HudDocument::identifiers(entries), QStringList{QStringLiteral("01234")});
+    }
+};
+
+VELMORA_TEST_MAIN(TestHudDocument, QCoreApplication)
 #include "tst_huddocument.moc"

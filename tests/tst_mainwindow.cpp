@@ -1,4 +1,418 @@
 #include "TestEnvironment.h"
-class Placeholder : public QObject { Q_OBJECT };
-VELMORA_TEST_MAIN(Placeholder, QCoreApplication)
+
+#include "app/HudPreviewLayer.h"
+#include "app/SettingsStore.h"
+#include "app/VelmoMainWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include <functional>
+
+namespace {
+
+struct Seen {
+    QString title;
+    QString text;
+    int count = 0;
+};
+
+// Answers the modal message boxes that come up while trigger runs, in order,
+// and records what each said.
+Seen answering(const std::function<void()>& trigger, QList<std::function<void(QMessageBox*)>> answers)
+{
+    Seen seen;
+    QTimer timer;
+    timer.setInterval(5);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        QMessageBox* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box || answers.isEmpty())
+            return;
+        seen.title = box->windowTitle();
+        seen.text = box->text();
+        ++seen.count;
+        answers.takeFirst()(box);
+    });
+    timer.start();
+    trigger();
+    timer.stop();
+    return seen;
+}
+
+std::function<void(QMessageBox*)> press(const char* objectName)
+{
+    return [objectName](QMessageBox* box) {
+        QPushButton* button = box->findChild<QPushButton*>(QLatin1String(objectName));
+        QVERIFY2(button, objectName);
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+}
+
+std::function<void(QMessageBox*)> pressStandard(QMessageBox::StandardButton which)
+{
+    return [which](QMessageBox* box) { QTest::mouseClick(box->button(which), Qt::LeftButton); };
+}
+
+QJsonArray templateArray(const char* name)
+{
+    return QJsonDocument::fromJson(TestEnvironment::readFile(QCoreApplication::applicationDirPath()
+                                                             + QStringLiteral("/Default/") + QLatin1String(name)))
+        .array();
+}
+
+QJsonObject writtenDocument(const QString& project)
+{
+    return QJsonDocument::fromJson(TestEnvironment::readFile(TestEnvironment::documentPath(project))).object();
+}
+
+}
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<VelmoMainWindow> window;
+
+    VelmoMainWindow* openWindow(const QString& project)
+    {
+        SettingsStore().setValue(QStringLiteral("Project"), project);
+        window.reset(new VelmoMainWindow(2, false, QString(), QString()));
+        window->resize(1100, 700);
+        window->show();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window.get()))
+            qWarning("window not active");
+        return window.get();
+    }
+    QTreeWidget* list() const { return window->hudListWidget(); }
+    bool editorPageShown() const
+    {
+        return window->findChild<QWidget*>(QStringLiteral("mainWidget"))->isVisible()
+            && !window->findChild<QWidget*>(QStringLiteral("NoProjectPage"))->isVisible();
+    }
+    void clickRow(int row)
+    {
+        QTreeWidgetItem* item = list()->topLevelItem(row);
+        const QRect rect = list()->visualItemRect(item);
+        QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+    }
+    void pressSave()
+    {
+        // A message box that just closed may have taken the activation along.
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+    }
+    void dropFile(const QString& path)
+    {
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(path)});
+        const QPoint at(200, 200);
+        QDragEnterEvent enter(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &enter);
+        if (!enter.isAccepted())
+            return;
+        QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window.get(), &drop);
+    }
+
+private slots:
+    void init() { SettingsStore().clear(); }
+    void cleanup() { window.reset(); }
+
+    void freshProjectOpensFromTemplates()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("sample"));
+        openWindow(project);
+        QVERIFY(window->projectIsOpen());
+        QVERIFY(editorPageShown());
+        QCOMPARE(window->windowTitle(), QStringLiteral("Velmora"));
+        QCOMPARE(window->screenSize(), QSize(816, 624));
+        QCOMPARE(list()->topLevelItemCount(), 2);
+        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Map HUD"));
+        QCOMPARE(list()->topLevelItem(1)->text(1), QStringLiteral("Battle HUD"));
+        QCOMPARE(list()->topLevelItem(0)->text(0), QStringLiteral("✦"));
+        QVERIFY(list()->topLevelItem(0)->font(1).italic());
+        QVERIFY(list()->topLevelItem(1)->font(1).italic());
+        QCOMPARE(list()->currentItem(), list()->topLevelItem(0));
+        QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
+        QCOMPARE(window->editorView()->screenSize(), QSize(816, 624));
+        QVERIFY(!window->projectIsChanged());
+        // Neither the Map nor the Battle HUD can be deleted.
+        QVERIFY(!window->findChild<QPushButton*>(QStringLiteral("removeHudButton"))->isEnabled());
+
+        // Switching HUDs by mouse is no edit.
+        clickRow(1);
+        QCOMPARE(list()->currentItem(), list()->topLevelItem(1));
+        QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraBattleHUD.json"));
+        QVERIFY(!window->projectIsChanged());
+        // Opened and looked at: no file.
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
+
+        pressSave();
+        const QJsonObject written = writtenDocument(project);
+        QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 0);
+        QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 1);
+        const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.size(), 2);
+        QCOMPARE(data.at(0).toObject(), QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}));
+        QCOMPARE(data.at(1).toObject(), QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}}));
+    }
+
+    void notAProjectShowsTheOpenPage()
+    {
+        const QString folder = TestEnvironment::makeProject(QStringLiteral("broken"));
+        QFile::remove(folder + QStringLiteral("/data/Armors.json"));
+        openWindow(folder);
+        QVERIFY(!window->projectIsOpen());
+        QVERIFY(!editorPageShown());
+        QVERIFY(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->isVisible());
+        QCOMPARE(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->text(),
+                 QStringLiteral("Open RPG Maker MZ Project"));
+        // Save with no project does nothing and writes nothing.
+        pressSave();
+        QVERIFY(!QFileInfo::exists(folder + QStringLiteral("/data/plugin")));
+
+        window.reset();
+        openWindow(folder + QStringLiteral("/gone"));
+        QVERIFY(!window->projectIsOpen());
+    }
+
+    void sizedCustomComponentAndDeletion()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("full"), 1280, 720);
+        const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), original);
+        openWindow(project);
+        QCOMPARE(list()->topLevelItemCount(), 5);
+        // "Map" is 3: that row is current and shows the screen size.
+        QCOMPARE(list()->currentItem(), list()->topLevelItem(3));
+        QCOMPARE(list()->topLevelItem(3)->text(1), QStringLiteral("Map HUD"));
+        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Battle HUD"));
+        QCOMPARE(window->editorView()->screenSize(), QSize(1280, 720));
+
+        // A custom component takes its own size; a HUD without "IsHUD" too.
+        clickRow(2);
+        QCOMPARE(list()->topLevelItem(2)->text(0), QStringLiteral(" •"));
+        QCOMPARE(window->editorView()->screenSize(), QSize(240, 64));
+        clickRow(4);
+        QCOMPARE(list()->topLevelItem(4)->text(0), QStringLiteral("✦"));
+        QCOMPARE(window->editorView()->screenSize(), QSize(300, 300));
+        clickRow(1);
+        QCOMPARE(window->editorView()->screenSize(), QSize(1280, 720));
+        QVERIFY(!window->projectIsChanged());
+
+        // Saving what was only looked at gives the file back unchanged.
+        pressSave();
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
+
+        // Refusing the deletion keeps the row but still counts as a change.
+        QPushButton* remove = window->findChild<QPushButton*>(QStringLiteral("removeHudButton"));
+        QVERIFY(remove->isEnabled());
+        Seen seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {pressStandard(QMessageBox::No)});
+        QCOMPARE(seen.title, QStringLiteral("HUD Delete Confirmation"));
+        QCOMPARE(seen.text, QStringLiteral("Are you sure you wish to delete \"Statusanzeige für Böse\"?"));
+        QCOMPARE(list()->topLevelItemCount(), 5);
+        QVERIFY(window->projectIsChanged());
+
+        seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {pressStandard(QMessageBox::Yes)});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(list()->topLevelItemCount(), 4);
+        pressSave();
+        QVERIFY(!window->projectIsChanged());
+        const QJsonObject written = writtenDocument(project);
+        QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 2);
+        QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 0);
+        QCOMPARE(written.value(QStringLiteral("EditorNote")), QJsonDocument::fromJson(original).object().value(QStringLiteral("EditorNote")));
+        QVERIFY(!QJsonDocument(written).toJson().contains("Statusanzeige"));
+    }
+
+    void failedSaveStaysUnsaved()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("blocked"));
+        // The document's place is taken by a folder: every write fails.
+        QDir().mkpath(TestEnvironment::documentPath(project));
+        openWindow(project);
+        QVERIFY(window->projectIsOpen());
+        window->markChanged();
+
+        Seen seen = answering([&] { pressSave(); }, {pressStandard(QMessageBox::Ok)});
+        QCOMPARE(seen.title, QStringLiteral("Save Error"));
+        QCOMPARE(seen.text, QStringLiteral("Could not save to \"VelmoraHUD.json\"!"));
+        QVERIFY(window->projectIsChanged());
+
+        // Closing still asks; cancelling keeps the window and the work.
+        seen = answering([&] { QVERIFY(!window->close()); }, {press("cancelButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QCOMPARE(seen.text, QStringLiteral("Would you like to save before closing?"));
+        QVERIFY(window->isVisible());
+        QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
+
+        // Choosing to save, and failing again, keeps the window open too.
+        seen = answering([&] { QVERIFY(!window->close()); }, {press("saveButton"), pressStandard(QMessageBox::Ok)});
+        QCOMPARE(seen.count, 2);
+        QCOMPARE(seen.title, QStringLiteral("Save Error"));
+        QVERIFY(window->isVisible());
+
+        // Closing the question by its frame is a cancel.
+        seen = answering([&] { QVERIFY(!window->close()); }, {[](QMessageBox* box) { box->close(); }});
+        QCOMPARE(seen.count, 1);
+        QVERIFY(window->isVisible());
+
+        // Not saving closes, and the window state is stored.
+        seen = answering([&] { QVERIFY(window->close()); }, {press("dontSaveButton")});
+        QCOMPARE(seen.count, 1);
+        SettingsStore store;
+        QCOMPARE(store.value(QStringLiteral("Project")).toString(), QDir(project).absolutePath());
+        QVERIFY(store.contains(QStringLiteral("Geometry")));
+        QVERIFY(QFileInfo(TestEnvironment::documentPath(project)).isDir());
+    }
+
+    void closeProjectAndPrompts()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("close"));
+        openWindow(project);
+        window->markChanged();
+        QAction* close = window->findChild<QAction*>(QStringLiteral("Action_CloseProject"));
+        QVERIFY(close->isEnabled());
+
+        Seen seen = answering([&] { close->trigger(); }, {press("cancelButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QVERIFY(window->projectIsOpen());
+        QVERIFY(window->projectIsChanged());
+        QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
+
+        seen = answering([&] { close->trigger(); }, {press("saveButton")});
+        QCOMPARE(seen.count, 1);
+        QVERIFY(!window->projectIsOpen());
+        QVERIFY(!editorPageShown());
+        QVERIFY(!close->isEnabled());
+        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
+        // The state was stored before closing, naming the closed project.
+        QCOMPARE(SettingsStore().value(QStringLiteral("Project")).toString(), QDir(project).absolutePath());
+
+        // Closing the application now stores no project.
+        QVERIFY(window->close());
+        QCOMPARE(SettingsStore().value(QStringLiteral("Project")).toString(), QString());
+    }
+
+    void droppingAProject()
+    {
+        const QString first = TestEnvironment::copySampleProject(QStringLiteral("first"));
+        const QString second = TestEnvironment::makeProject(QStringLiteral("second"), 1920, 1080);
+        openWindow(first);
+        QVERIFY(VelmoMainWindow::acceptsProjectDrop(nullptr) == false);
+
+        // The suffix must match exactly.
+        TestEnvironment::writeFile(second + QStringLiteral("/GAME.RMMZPROJECT"), "RPGMZ");
+        dropFile(second + QStringLiteral("/GAME.RMMZPROJECT"));
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
+
+        // With unsaved work the drop asks first; cancel keeps everything.
+        window->markChanged();
+        Seen seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
+        QVERIFY(window->projectIsChanged());
+
+        seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("dontSaveButton")});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(second).absolutePath());
+        QCOMPARE(window->screenSize(), QSize(1920, 1080));
+        QVERIFY(!window->projectIsChanged());
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(first)));
+
+        // Without changes no question comes.
+        seen = answering([&] { dropFile(first + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
+        QCOMPARE(seen.count, 0);
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
+    }
+
+    void backgroundsAndDamagedDocument()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("damaged"));
+        const QByteArray damaged("{\"Map\":0,\"Data\":[{\"HUD\":[{\"Type\":0,\"Name\":\"half a HUD\"");
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), damaged);
+        QVariantMap backgrounds;
+        backgrounds.insert(QDir(project).absolutePath(), QStringList{QStringLiteral("/pictures/map-shot.png")});
+        SettingsStore().setValue(QStringLiteral("Backgrounds"), backgrounds);
+        SettingsStore().setValue(QStringLiteral("Project"), project);
+        window.reset(new VelmoMainWindow(2, false, QString(), QString()));
+        window->show();
+
+        // Unreadable: the templates stand in, with no message.
+        QVERIFY(window->projectIsOpen());
+        QCOMPARE(list()->topLevelItemCount(), 2);
+        QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
+
+        window->SaveProject();
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), damaged);
+        QVERIFY(writtenDocument(project).value(QStringLiteral("Data")).isArray());
+        const QStringList stored = SettingsStore().value(QStringLiteral("Backgrounds")).toMap()
+                                       .value(QDir(project).absolutePath()).toStringList();
+        QCOMPARE(stored, QStringList({QStringLiteral("/pictures/map-shot.png"), QString()}));
+        // The next save has nothing left to keep.
+        window->SaveProject();
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project) + QStringLiteral(".bak.1")));
+    }
+
+    void reloadKeepsDataOnFailure()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("reload"));
+        openWindow(project);
+        const QString firstActor = window->getProjectData()->value(QStringLiteral("Actors.json")).toArray()
+                                       .at(1).toObject().value(QStringLiteral("name")).toString();
+        TestEnvironment::writeFile(project + QStringLiteral("/data/Actors.json"), "{\"not\":\"an array\"}");
+        const Seen seen = answering([&] { window->ReloadProject(); }, {pressStandard(QMessageBox::Ok)});
+        QCOMPARE(seen.title, QStringLiteral("Reload Error"));
+        QCOMPARE(seen.text, QStringLiteral("Could not reload data!"));
+        QVERIFY(window->projectIsOpen());
+        QCOMPARE(window->getProjectData()->value(QStringLiteral("Actors.json")).toArray().at(1).toObject()
+                     .value(QStringLiteral("name")).toString(), firstActor);
+
+        TestEnvironment::writeFile(project + QStringLiteral("/data/Actors.json"),
+                                   "[null,{\"name\":\"Renamed\",\"faceName\":\"Actor1\",\"faceIndex\":0}]");
+        window->ReloadProject();
+        QCOMPARE(window->getProjectData()->value(QStringLiteral("Actors.json")).toArray().at(1).toObject()
+                     .value(QStringLiteral("name")).toString(), QStringLiteral("Renamed"));
+        QVERIFY(!window->projectIsChanged());
+    }
+
+    void startUpRestoresWindowState()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("state"));
+        const QString runtime = TestEnvironment::newFolder(QStringLiteral("mz"));
+        QDir().mkpath(runtime + QStringLiteral("/nwjs-lin"));
+        {
+            SettingsStore store;
+            store.setValue(QStringLiteral("Geometry"), QRect(40, 50, 900, 640));
+            store.setValue(QStringLiteral("EditorLocation"), runtime);
+            store.setValue(QStringLiteral("BackgroundDarken"), 0.25);
+        }
+        openWindow(project);
+        QCOMPARE(window->getEditorLocation(), runtime);
+        QVERIFY(window->close());
+        SettingsStore store;
+        QCOMPARE(store.value(QStringLiteral("EditorLocation")).toString(), runtime);
+        QCOMPARE(store.value(QStringLiteral("BackgroundDarken")).toDouble(), 0.25);
+
+        // A location that lost its runtime is forgotten.
+        QDir(runtime + QStringLiteral("/nwjs-lin")).removeRecursively();
+        openWindow(project);
+        QCOMPARE(window->getEditorLocation(), QString());
+        QVERIFY(window->close());
+        QCOMPARE(SettingsStore().value(QStringLiteral("EditorLocation")).toString(), QString());
+    }
+};
+
+VELMORA_TEST_MAIN(TestMainWindow, QApplication)
 #include "tst_mainwindow.moc"

@@ -1,4 +1,157 @@
 #include "TestEnvironment.h"
-class Placeholder : public QObject { Q_OBJECT };
-VELMORA_TEST_MAIN(Placeholder, QCoreApplication)
+
+#include "app/GameDataLabel.h"
+#include "app/ProjectData.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+class TestProjectData : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QJsonObject untouchedMarker()
+    {
+        return QJsonObject{{QStringLiteral("Actors.json"), QJsonArray{QStringLiteral("previous")}}};
+    }
+
+private slots:
+    void sampleProjectLoads()
+    {
+        QJsonObject data;
+        ProjectData::ScreenSize screen{1, 1};
+        QStringList problems;
+        QVERIFY(ProjectData::load(QDir(QStringLiteral(VELMORA_SAMPLE_PROJECT)), data, screen, &problems));
+        QVERIFY(problems.isEmpty());
+        QCOMPARE(screen.width, 816);
+        QCOMPARE(screen.height, 624);
+        QCOMPARE(data.size(), 11);
+        QVERIFY(data.value(QStringLiteral("System.json")).isObject());
+        for (const QString& name : ProjectData::fileNames().mid(1))
+            QVERIFY2(data.value(name).isArray(), qPrintable(name));
+        // The arrays are the files' own: entry 0 null, names from 1 on.
+        const QJsonArray actors = data.value(QStringLiteral("Actors.json")).toArray();
+        QVERIFY(actors.at(0).isNull());
+        QVERIFY(!actors.at(1).toObject().value(QStringLiteral("name")).toString().isEmpty());
+        QVERIFY(!actors.at(1).toObject().value(QStringLiteral("faceName")).toString().isEmpty());
+        const QJsonObject advanced =
+            data.value(QStringLiteral("System.json")).toObject().value(QStringLiteral("advanced")).toObject();
+        QVERIFY(!advanced.value(QStringLiteral("mainFontFilename")).toString().isEmpty());
+    }
+
+    void badFilesOpenNothing_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("problem");
+        QTest::newRow("missing common events") << "CommonEvents.json" << QByteArray() << "\"CommonEvents.json\" is missing.";
+        QTest::newRow("actors as object") << "Actors.json" << QByteArray("{\"1\":{\"name\":\"Reid\"}}")
+                                          << "\"Actors.json\" doesn't hold an array.";
+        QTest::newRow("system as array") << "System.json" << QByteArray("[null]") << "\"System.json\" doesn't hold an object.";
+        QTest::newRow("malformed items") << "Items.json" << QByteArray("[null,{\"name\":\"Potion\"") << "\"Items.json\" can't be read as JSON.";
+        QTest::newRow("not utf-8") << "Skills.json" << QByteArray("[null,{\"name\":\"\xff\xfe\"}]") << "\"Skills.json\" can't be read as JSON.";
+        QTest::newRow("empty file") << "States.json" << QByteArray("") << "\"States.json\" can't be read as JSON.";
+        QTest::newRow("number") << "Animations.json" << QByteArray("42") << "\"Animations.json\" can't be read as JSON.";
+    }
+
+    void badFilesOpenNothing()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, problem);
+        const QString project = TestEnvironment::makeProject(QStringLiteral("bad"));
+        const QString path = project + QStringLiteral("/data/") + file;
+        if (content.isNull())
+            QVERIFY(QFile::remove(path));
+        else
+            TestEnvironment::writeFile(path, content);
+
+        QJsonObject data = untouchedMarker();
+        ProjectData::ScreenSize screen{333, 222};
+        QStringList problems;
+        QVERIFY(!ProjectData::load(QDir(project), data, screen, &problems));
+        QCOMPARE(problems, QStringList{problem});
+        // A failed load leaves the previous data and size in place.
+        QCOMPARE(data, untouchedMarker());
+        QCOMPARE(screen.width, 333);
+        QCOMPARE(screen.height, 222);
+        // Without a problem list the answer is the same.
+        QVERIFY(!ProjectData::load(QDir(project), data, screen));
+    }
+
+    void everyProblemIsNamed()
+    {
+        const QString folder = TestEnvironment::newFolder(QStringLiteral("empty"));
+        QJsonObject data;
+        ProjectData::ScreenSize screen;
+        QStringList problems;
+        QVERIFY(!ProjectData::load(QDir(folder), data, screen, &problems));
+        QCOMPARE(problems.size(), 11);
+        QVERIFY(problems.first().contains(QStringLiteral("System.json")));
+        QVERIFY(problems.last().contains(QStringLiteral("CommonEvents.json")));
+        QVERIFY(data.isEmpty());
+    }
+
+    void screenSizeFallsBack()
+    {
+        QCOMPARE(ProjectData::screenSize(QJsonObject()).width, 816);
+        QCOMPARE(ProjectData::screenSize(QJsonObject()).height, 624);
+        const auto withAdvanced = [](const QJsonObject& advanced) {
+            return ProjectData::screenSize(QJsonObject{{QStringLiteral("advanced"), advanced}});
+        };
+        ProjectData::ScreenSize size = withAdvanced({{QStringLiteral("screenWidth"), QStringLiteral("1280")},
+                                                     {QStringLiteral("screenHeight"), 720}});
+        QCOMPARE(size.width, 816);
+        QCOMPARE(size.height, 720);
+        size = withAdvanced({{QStringLiteral("screenWidth"), 1920}});
+        QCOMPARE(size.width, 1920);
+        QCOMPARE(size.height, 624);
+        // "advanced" of the wrong kind counts as absent.
+        size = ProjectData::screenSize(QJsonObject{{QStringLiteral("advanced"), QJsonArray{1280, 720}}});
+        QCOMPARE(size.width, 816);
+
+        // An older project with no "advanced" opens at the default size.
+        const QString project = TestEnvironment::makeProject(QStringLiteral("old"));
+        TestEnvironment::writeFile(project + QStringLiteral("/data/System.json"), "{\"gameTitle\":\"Old\"}");
+        QJsonObject data;
+        ProjectData::ScreenSize screen{1, 1};
+        QVERIFY(ProjectData::load(QDir(project), data, screen));
+        QCOMPARE(screen.width, 816);
+        QCOMPARE(screen.height, 624);
+    }
+
+    void reloadSeesNewEntries()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("reload"), 1280, 720);
+        QJsonObject data;
+        data.insert(QStringLiteral("Unrelated"), 5);
+        ProjectData::ScreenSize screen;
+        QVERIFY(ProjectData::load(QDir(project), data, screen));
+        QCOMPARE(screen.width, 1280);
+        QCOMPARE(data.value(QStringLiteral("Actors.json")).toArray().size(), 2);
+
+        const QJsonArray actors{QJsonValue(), QJsonObject{{QStringLiteral("name"), QStringLiteral("Reid")}},
+                                QJsonObject{{QStringLiteral("name"), QStringLiteral("Priscilla")}}};
+        TestEnvironment::writeFile(project + QStringLiteral("/data/Actors.json"), QJsonDocument(actors).toJson());
+        QVERIFY(ProjectData::load(QDir(project), data, screen));
+        QCOMPARE(data.value(QStringLiteral("Actors.json")).toArray(), actors);
+        // Keys other than the eleven files are overlaid, not cleared.
+        QCOMPARE(data.value(QStringLiteral("Unrelated")).toInt(), 5);
+    }
+
+    void labels()
+    {
+        QCOMPARE(GameDataLabel::entry(7, QStringLiteral("Potion")), QStringLiteral("[0007] Potion"));
+        QCOMPARE(GameDataLabel::entry(1, QString()), QStringLiteral("[0001] "));
+        QCOMPARE(GameDataLabel::entry(12345, QStringLiteral("Ünïcode 日本")), QStringLiteral("[12345] Ünïcode 日本"));
+        // Placeholders in a name are shown as they stand.
+        QCOMPARE(GameDataLabel::entry(3, QStringLiteral("%1 of %2")), QStringLiteral("[0003] %1 of %2"));
+        QCOMPARE(GameDataLabel::range(1, 20), QStringLiteral("[0001 - 0020]"));
+        QCOMPARE(GameDataLabel::range(981, 1000), QStringLiteral("[0981 - 1000]"));
+    }
+};
+
+VELMORA_TEST_MAIN(TestProjectData, QCoreApplication)
 #include "tst_projectdata.moc"

@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Shared set-up of tools/start.sh and tools/test.sh: installs what is missing
+# on a Debian 12 machine and builds Velmora into ./build.
+set -euo pipefail
+
+VELMORA_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+VELMORA_BUILD="${VELMORA_BUILD:-$VELMORA_ROOT/build}"
+
+VELMORA_PACKAGES=(
+    cmake g++ make ccache pkg-config
+    qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev
+    fontconfig fonts-dejavu-core
+    xvfb xauth x11-utils imagemagick
+)
+
+velmora_missing_packages() {
+    local missing=()
+    for package in "${VELMORA_PACKAGES[@]}"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+            missing+=("$package")
+        fi
+    done
+    echo "${missing[@]:-}"
+}
+
+velmora_install() {
+    local missing
+    missing="$(velmora_missing_packages)"
+    [ -z "$missing" ] && return 0
+    if [ "$(id -u)" -eq 0 ]; then
+        echo "Installing: $missing"
+        export DEBIAN_FRONTEND=noninteractive
+        apt-get update -qq
+        # shellcheck disable=SC2086
+        apt-get install -y -qq --no-install-recommends $missing
+    else
+        echo "Velmora needs these Debian packages. Install them with:"
+        echo "  sudo apt-get install -y $missing"
+        exit 1
+    fi
+}
+
+velmora_build() {
+    export CCACHE_DIR="${CCACHE_DIR:-${HOME:-/tmp}/.cache/ccache}"
+    cmake -S "$VELMORA_ROOT" -B "$VELMORA_BUILD" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+    cmake --build "$VELMORA_BUILD" -j "$(nproc)"
+}
+
+velmora_install
+velmora_build
