@@ -3,6 +3,7 @@
 #include "app/HudDocument.h"
 #include "app/JsonFile.h"
 #include "app/ProjectData.h"
+#include "app/Startup.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -185,6 +186,7 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
 int run(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
+    initVelmoraResources();
     QTextStream out(stdout);
     QTextStream err(stderr);
     out.setCodec("UTF-8");

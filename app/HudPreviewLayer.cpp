@@ -1,6 +1,7 @@
 #include "app/HudPreviewLayer.h"
 
-#include "theme/ThemeColors.h"
+#include "theme/ThemeKey.h"
+#include "theme/ThemeManager.h"
 
 #include <QJsonObject>
 #include <QFontMetricsF>
@@ -59,7 +60,7 @@ void HudPreviewLayer::setBackground(const QPixmap& pixmap)
 void HudPreviewLayer::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), themeColor(ThemeColors::MainFrameBackground));
+    painter.fillRect(rect(), themeColor(ThemeKey::MainFrameBackgroundColor));
 
     const qreal margin = 16;
     const qreal scale = qMin((width() - 2 * margin) / screenWidth, (height() - 2 * margin) / screenHeight);
@@ -104,7 +105,7 @@ void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array,
             painter.setPen(QPen(outline, 1));
             painter.setBrush(outline);
             painter.drawEllipse(centre, 2.5, 2.5);
-            painter.setPen(themeColor(ThemeColors::Text));
+            painter.setPen(themeColor(ThemeKey::Text));
             painter.drawText(centre + QPointF(5, 4), component.value(QStringLiteral("Name")).toString());
             drawComponents(painter, component.value(QStringLiteral("Children")).toArray(), centre, scale, depth + 1);
             continue;
@@ -124,7 +125,7 @@ void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array,
         const QRectF label = box.adjusted(3, 1, -3, -1);
         const QFontMetricsF metrics(painter.font());
         if (label.height() >= metrics.height() * 2 && label.width() >= metrics.averageCharWidth() * 4) {
-            painter.setPen(themeColor(ThemeColors::Text));
+            painter.setPen(themeColor(ThemeKey::Text));
             painter.drawText(label, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                              metrics.elidedText(component.value(QStringLiteral("Name")).toString(), Qt::ElideRight,
                                                 label.width()));

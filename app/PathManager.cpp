@@ -2,17 +2,66 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 namespace PathManager {
 
+namespace {
+
+QString& executableFolderOverride()
+{
+    static QString folder;
+    return folder;
+}
+
+}
+
 QString executableFolder()
 {
-    return QCoreApplication::applicationDirPath();
+    const QString& override = executableFolderOverride();
+    return override.isEmpty() ? QCoreApplication::applicationDirPath() : override;
+}
+
+void setExecutableFolder(const QString& folder)
+{
+    executableFolderOverride() = folder;
 }
 
 QString besideExecutable(const QString& relativePath)
 {
     return QDir(executableFolder()).absoluteFilePath(relativePath);
+}
+
+QString userDataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/Ostrel Vane/Velmora 2");
+}
+
+QString writablePath(const QString& relativePath)
+{
+    if (QFileInfo(executableFolder()).isWritable())
+        return besideExecutable(relativePath);
+    return QDir(userDataFolder()).absoluteFilePath(relativePath);
+}
+
+QString readablePath(const QString& relativePath)
+{
+    const QString user = QDir(userDataFolder()).absoluteFilePath(relativePath);
+    if (QFileInfo::exists(user))
+        return user;
+    return besideExecutable(relativePath);
+}
+
+QStringList readableFolders(const QString& relativePath)
+{
+    QStringList folders;
+    for (const QString& folder : {QDir(userDataFolder()).absoluteFilePath(relativePath), besideExecutable(relativePath)}) {
+        if (QFileInfo(folder).isDir() && !folders.contains(folder))
+            folders.append(folder);
+    }
+    return folders;
 }
 
 }

@@ -3,7 +3,7 @@
 #include "app/AppSettings.h"
 #include "app/VelmoMainWindow.h"
 #include "theme/MorvikCSVTranslator.h"
-#include "theme/ThemeColors.h"
+#include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
 
 #include <QApplication>
@@ -11,11 +11,9 @@
 #include <QPixmap>
 #include <QSplashScreen>
 
-namespace {
-
-// The installed translator; owned here and removed at exit.
-MorvikCSVTranslator* currentTranslator = nullptr;
-
+void initVelmoraResources()
+{
+    Q_INIT_RESOURCE(velmora);
 }
 
 namespace Startup {
@@ -34,6 +32,7 @@ int run(int argc, char** argv)
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
+    initVelmoraResources();
     QApplication::setApplicationName(QStringLiteral("Velmora"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
 
@@ -47,20 +46,21 @@ int run(int argc, char** argv)
     QString language;
     AppSettings::load(windowStyle, nativeMenuBar, theme, language);
 
-    ThemeColors::installDefaultTheme();
-    // A theme that is gone or unreadable leaves the built-in table, and the
+    Theme::installDefault();
+    // A theme that is gone or unreadable leaves the default table, and the
     // name is dropped from the settings at exit.
-    if (!theme.isEmpty() && !ThemeColors::loadTheme(theme))
-        theme.clear();
+    if (!theme.isEmpty()) {
+        if (Theme::load(theme))
+            Theme::apply();
+        else
+            theme.clear();
+    }
+    Theme::refreshCachedColors();
 
     if (!QFileInfo(language).isFile())
         language.clear();
-    if (!language.isEmpty()) {
-        currentTranslator = new MorvikCSVTranslator(language);
-        QCoreApplication::installTranslator(currentTranslator);
-    }
+    MorvikCSVTranslator::installLanguage(language);
 
-    ThemeColors::applyTheme();
     QApplication::setStyle(new VelmoStyle());
 
     int result = 0;
@@ -74,11 +74,7 @@ int run(int argc, char** argv)
 
         AppSettings::save(mainWindow.getWindowStyle(), mainWindow.getNativeMenuBar(), mainWindow.getTheme(),
                           mainWindow.getLanguage());
-        if (currentTranslator) {
-            QCoreApplication::removeTranslator(currentTranslator);
-            delete currentTranslator;
-            currentTranslator = nullptr;
-        }
+        MorvikCSVTranslator::removeLanguage();
         application.removeEventFilter(&mainWindow);
     }
     return result;

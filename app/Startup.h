@@ -3,6 +3,10 @@
 #include <QString>
 #include <QStringList>
 
+// Registers the compiled-in resources, which live in a static library and
+// so must be registered by each program that uses them.
+void initVelmoraResources();
+
 // The program's start-up and exit order.
 namespace Startup {
 

@@ -37,12 +37,6 @@ namespace {
 
 VelmoMainWindow* theMainWindow = nullptr;
 
-QString tr_(const char* text)
-{
-    return QCoreApplication::translate("", text);
-}
-
-const QString SaveConfirmationTitle = QStringLiteral("Save Confirmation");
 
 }
 
@@ -59,7 +53,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
 {
     theMainWindow = this;
     buildForm();
-    setWindowTitle(tr_("Velmora"));
+    setWindowTitle(tr("Velmora"));
     setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
     setAcceptDrops(true);
     buildMenus();
@@ -98,11 +92,11 @@ void VelmoMainWindow::buildForm()
     insertFrame->setFrameShape(QFrame::StyledPanel);
     insertFrame->setMinimumSize(360, 160);
     QVBoxLayout* frameLayout = new QVBoxLayout(insertFrame);
-    QLabel* hint = new QLabel(tr_("Open a project, or drop its \".rmmzproject\" file here."), insertFrame);
+    QLabel* hint = new QLabel(tr("Open a project, or drop its \".rmmzproject\" file here."), insertFrame);
     hint->setAlignment(Qt::AlignCenter);
     openRMProject = new QPushButton(insertFrame);
     openRMProject->setObjectName(QStringLiteral("openRMProject"));
-    openRMProject->setText(tr_("Open RPG Maker MZ Project"));
+    openRMProject->setText(tr("Open RPG Maker MZ Project"));
     openRMProject->setMinimumHeight(36);
     frameLayout->addStretch();
     frameLayout->addWidget(openRMProject);
@@ -141,12 +135,12 @@ void VelmoMainWindow::buildForm()
     header->setObjectName(QStringLiteral("listHeader_3"));
     QHBoxLayout* headerLayout = new QHBoxLayout(header);
     headerLayout->setContentsMargins(4, 2, 2, 2);
-    QLabel* hudListHeader = new QLabel(QStringLiteral("<b>%1</b>").arg(tr_("HUD List")), header);
+    QLabel* hudListHeader = new QLabel(QStringLiteral("<b>%1</b>").arg(tr("HUD List")), header);
     hudListHeader->setObjectName(QStringLiteral("hudListHeader"));
     removeHudButton = new QPushButton(QStringLiteral("\u2212"), header);
     removeHudButton->setObjectName(QStringLiteral("removeHudButton"));
     removeHudButton->setFixedSize(18, 18);
-    removeHudButton->setToolTip(tr_("Delete HUD"));
+    removeHudButton->setToolTip(tr("Delete HUD"));
     removeHudButton->setEnabled(false);
     headerLayout->addWidget(hudListHeader, 1);
     headerLayout->addWidget(removeHudButton);
@@ -185,21 +179,25 @@ void VelmoMainWindow::buildMenus()
 {
     QMenuBar* bar = menuBar();
     bar->setObjectName(QStringLiteral("menuBar"));
-    QMenu* file = bar->addMenu(tr_("File"));
+    QMenu* file = bar->addMenu(tr("File"));
     file->setObjectName(QStringLiteral("Menu_File"));
 
     auto makeAction = [this, file](const char* name, const char* text, const char* iconText,
                                    const QKeySequence& shortcut) {
-        QAction* action = file->addAction(tr_(text));
+        QAction* action = file->addAction(tr(text));
         action->setObjectName(QString::fromLatin1(name));
-        action->setIconText(tr_(iconText));
+        action->setIconText(tr(iconText));
         action->setShortcut(shortcut);
         return action;
     };
-    actionOpen = makeAction("Action_OpenProject", "Open Project", "Open", QKeySequence(QStringLiteral("Ctrl+O")));
-    actionReload = makeAction("Action_ReloadProject", "Reload Project", "Reload", QKeySequence());
-    actionSave = makeAction("Action_SaveProject", "Save Project", "Save", QKeySequence(QStringLiteral("Ctrl+S")));
-    actionClose = makeAction("Action_CloseProject", "Close Project", "Close", QKeySequence());
+    actionOpen = makeAction("Action_OpenProject", QT_TR_NOOP("Open Project"), QT_TR_NOOP("Open"),
+                            QKeySequence(QStringLiteral("Ctrl+O")));
+    actionReload = makeAction("Action_ReloadProject", QT_TR_NOOP("Reload Project"), QT_TR_NOOP("Reload"),
+                              QKeySequence());
+    actionSave = makeAction("Action_SaveProject", QT_TR_NOOP("Save Project"), QT_TR_NOOP("Save"),
+                            QKeySequence(QStringLiteral("Ctrl+S")));
+    actionClose = makeAction("Action_CloseProject", QT_TR_NOOP("Close Project"), QT_TR_NOOP("Close"),
+                             QKeySequence());
     connect(actionOpen, &QAction::triggered, this, &VelmoMainWindow::OpenProject);
     connect(actionReload, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
     connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
@@ -329,9 +327,9 @@ void VelmoMainWindow::deleteHUD()
 {
     HudListItem* item = currentHud();
     if (item && item->hudType() == HudEntry::Custom) {
-        const QString question = tr_("Are you sure you wish to delete \"%1\"?")
+        const QString question = tr("Are you sure you wish to delete \"%1\"?")
                                      .arg(item->object()->value(QStringLiteral("Name")).toString());
-        if (MessagePrompts::confirm(this, tr_("HUD Delete Confirmation"), question)) {
+        if (MessagePrompts::confirm(this, tr("HUD Delete Confirmation"), question)) {
             // The canvas holds the deleted HUD; let the next current one load
             // without storing it back.
             hudList->blockSignals(true);
@@ -362,11 +360,11 @@ void VelmoMainWindow::on_openRMProject_clicked()
 void VelmoMainWindow::OpenProject()
 {
     const QString start = QStandardPaths::displayName(QStandardPaths::DesktopLocation);
-    const QString chosen = QFileDialog::getOpenFileName(this, tr_("RPG Maker MZ Project"), start,
+    const QString chosen = QFileDialog::getOpenFileName(this, tr("RPG Maker MZ Project"), start,
                                                         QStringLiteral("RPG Maker Project (*.rmmzproject)"));
     if (chosen.isEmpty())
         return;
-    if (!settleUnsavedChanges(tr_("Would you like to save before closing?")))
+    if (!settleUnsavedChanges(tr("Would you like to save before closing?")))
         return;
     openProjectAt(chosen);
 }
@@ -376,7 +374,7 @@ void VelmoMainWindow::ReloadProject()
     if (!isProjectOpen)
         return;
     if (!loadProjectData()) {
-        MessagePrompts::alert(this, tr_("Reload Error"), tr_("Could not reload data!"));
+        MessagePrompts::alert(this, tr("Reload Error"), tr("Could not reload data!"));
         isProjectOpen = true;
     }
 }
@@ -406,7 +404,7 @@ void VelmoMainWindow::SaveProject()
 
     if (!saved) {
         // The project keeps its unsaved state, so closing still asks.
-        MessagePrompts::alert(this, tr_("Save Error"), tr_("Could not save to \"VelmoraHUD.json\"!"));
+        MessagePrompts::alert(this, tr("Save Error"), tr("Could not save to \"VelmoraHUD.json\"!"));
         isChanged = true;
     } else {
         damagedHudFile = false;
@@ -421,7 +419,7 @@ bool VelmoMainWindow::settleUnsavedChanges(const QString& question)
 {
     int outcome = MessagePrompts::DontSave;
     if (isProjectOpen && isChanged)
-        outcome = MessagePrompts::askToSave(this, tr_("Save Confirmation"), question);
+        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"), question);
     if (outcome == MessagePrompts::Cancel)
         return false;
     if (outcome == MessagePrompts::Save) {
@@ -439,8 +437,8 @@ void VelmoMainWindow::CloseProject()
         return;
     int outcome = MessagePrompts::DontSave;
     if (isChanged)
-        outcome = MessagePrompts::askToSave(this, tr_("Save Confirmation"),
-                                            tr_("Would you like to save before closing?"));
+        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"),
+                                            tr("Would you like to save before closing?"));
     if (outcome == MessagePrompts::Cancel)
         return;
     saveWindowState();
@@ -456,8 +454,8 @@ void VelmoMainWindow::closeEvent(QCloseEvent* event)
 {
     int outcome = MessagePrompts::DontSave;
     if (isProjectOpen && isChanged)
-        outcome = MessagePrompts::askToSave(this, tr_("Save Confirmation"),
-                                            tr_("Would you like to save before closing?"));
+        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"),
+                                            tr("Would you like to save before closing?"));
     if (outcome == MessagePrompts::Cancel) {
         event->ignore();
         return;
@@ -493,10 +491,12 @@ void VelmoMainWindow::updateCommandStates()
 
     QString status;
     if (isProjectOpen) {
-        status = tr_("%1  \u2014  %2 \u00d7 %3").arg(QDir::toNativeSeparators(projectDirectory.absolutePath()))
-                     .arg(screenWidth).arg(screenHeight);
+        status = QStringLiteral("%1  \u2014  %2 \u00d7 %3")
+                     .arg(QDir::toNativeSeparators(projectDirectory.absolutePath()))
+                     .arg(screenWidth)
+                     .arg(screenHeight);
         if (isChanged)
-            status += tr_("  \u2014  unsaved changes");
+            status += QStringLiteral("  \u2014  ") + tr("Unsaved changes");
     }
     statusLabel->setText(status);
 }
@@ -521,7 +521,7 @@ void VelmoMainWindow::dropEvent(QDropEvent* event)
         return;
     event->acceptProposedAction();
     const QString path = event->mimeData()->urls().first().toLocalFile();
-    if (settleUnsavedChanges(tr_("Would you like to save before closing?")))
+    if (settleUnsavedChanges(tr("Would you like to save before closing?")))
         openProjectAt(path);
 }
 

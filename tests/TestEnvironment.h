@@ -5,6 +5,8 @@
 #include <QString>
 #include <QtTest>
 
+#include "app/Startup.h"
+
 // Shared set-up of the test programs: an isolated home, settings store and
 // data folders in a temporary folder, and realistic project folders.
 namespace TestEnvironment {
@@ -40,6 +42,7 @@ QByteArray compact(const QJsonObject& object);
     {                                                                                                      \
         TestEnvironment::isolate();                                                                        \
         Application app(argc, argv);                                                                       \
+        initVelmoraResources();                                                                            \
         TestObject test;                                                                                   \
         return QTest::qExec(&test, argc, argv);                                                            \
     }

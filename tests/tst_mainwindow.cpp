@@ -3,11 +3,13 @@
 #include "app/HudPreviewLayer.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
+#include "theme/MorvikCSVTranslator.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -385,6 +387,25 @@ private slots:
         QCOMPARE(window->getProjectData()->value(QStringLiteral("Actors.json")).toArray().at(1).toObject()
                      .value(QStringLiteral("name")).toString(), QStringLiteral("Renamed"));
         QVERIFY(!window->projectIsChanged());
+    }
+
+    void windowBuiltAfterALanguageIsTranslated()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("german"));
+        MorvikCSVTranslator::installLanguage(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
+        openWindow(project);
+        MorvikCSVTranslator::removeLanguage();
+        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Karten-HUD"));
+        QCOMPARE(list()->topLevelItem(1)->text(1), QStringLiteral("Kampf-HUD"));
+        QCOMPARE(window->findChild<QAction*>(QStringLiteral("Action_CloseProject"))->text(),
+                 QStringLiteral("Projekt schließen"));
+        QCOMPARE(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->text(),
+                 QStringLiteral("RPG-Maker-MZ-Projekt öffnen"));
+        QCOMPARE(window->findChild<QMenu*>(QStringLiteral("Menu_File"))->title(), QStringLiteral("Datei"));
+        // Texts already built stay; a window built now is English again.
+        window.reset();
+        openWindow(project);
+        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Map HUD"));
     }
 
     void startUpRestoresWindowState()

@@ -2,17 +2,17 @@
 
 #include <QProxyStyle>
 
-// The application style: "Fusion" underneath, coloured from the theme table.
+// The application style: "Fusion" underneath, with the palette filled from
+// the theme table.
 //
-// Start-up layer until the style sheet lands: it gives the palette; the
-// program's style sheet is not built yet.
+// The application style sheet built from the theme is not part of it yet; until
+// it lands, the palette alone carries the theme.
 class VelmoStyle : public QProxyStyle
 {
     Q_OBJECT
 public:
     VelmoStyle();
 
-    QPalette standardPalette() const override;
     void polish(QPalette& palette) override;
     using QProxyStyle::polish;
 };
