@@ -89,6 +89,16 @@ void HudPreviewLayer::paintEvent(QPaintEvent*)
     painter.drawRect(screen.adjusted(-0.5, -0.5, 0.5, 0.5));
 }
 
+// Labels sit on the game screen, whatever the editor's theme: light text with
+// a dark shadow reads on any HUD.
+void HudPreviewLayer::drawLabel(QPainter& painter, const QPointF& baseline, const QString& text)
+{
+    painter.setPen(QColor(0, 0, 0, 200));
+    painter.drawText(baseline + QPointF(1, 1), text);
+    painter.setPen(QColor(0xf4, 0xf4, 0xf8));
+    painter.drawText(baseline, text);
+}
+
 void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array, const QPointF& origin,
                                      qreal scale, int depth) const
 {
@@ -105,8 +115,7 @@ void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array,
             painter.setPen(QPen(outline, 1));
             painter.setBrush(outline);
             painter.drawEllipse(centre, 2.5, 2.5);
-            painter.setPen(themeColor(ThemeKey::Text));
-            painter.drawText(centre + QPointF(5, 4), component.value(QStringLiteral("Name")).toString());
+            drawLabel(painter, centre + QPointF(5, 4), component.value(QStringLiteral("Name")).toString());
             drawComponents(painter, component.value(QStringLiteral("Children")).toArray(), centre, scale, depth + 1);
             continue;
         }
@@ -125,10 +134,9 @@ void HudPreviewLayer::drawComponents(QPainter& painter, const QJsonArray& array,
         const QRectF label = box.adjusted(3, 1, -3, -1);
         const QFontMetricsF metrics(painter.font());
         if (label.height() >= metrics.height() * 2 && label.width() >= metrics.averageCharWidth() * 4) {
-            painter.setPen(themeColor(ThemeKey::Text));
-            painter.drawText(label, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
-                             metrics.elidedText(component.value(QStringLiteral("Name")).toString(), Qt::ElideRight,
-                                                label.width()));
+            drawLabel(painter, label.topLeft() + QPointF(0, metrics.ascent()),
+                      metrics.elidedText(component.value(QStringLiteral("Name")).toString(), Qt::ElideRight,
+                                         label.width()));
         }
         painter.restore();
         // Children are placed relative to their parent's centre.

@@ -27,6 +27,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    static void drawLabel(QPainter& painter, const QPointF& baseline, const QString& text);
     void drawComponents(QPainter& painter, const QJsonArray& array, const QPointF& origin, qreal scale,
                         int depth) const;
 
