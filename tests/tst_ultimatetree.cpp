@@ -1,0 +1,579 @@
+#include "TestEnvironment.h"
+
+#include "theme/ThemeManager.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeHeader.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeItemButton.h"
+#include "widgets/UltimateTreeItemFiller.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMenu>
+#include <QSignalSpy>
+
+namespace {
+
+// Counts how often the deleter sees each record, so that a record freed twice
+// or never shows.
+struct DeleteLog {
+    QMap<QString, int> freed;
+};
+
+UltimateTreeItem* makeRow(const QString& name, bool canHaveChildren = false)
+{
+    UltimateTreeItem* row = new UltimateTreeItem();
+    row->setText(0, name);
+    row->setCanHaveChildren(canHaveChildren);
+    row->setUserData(new QJsonObject{{QStringLiteral("Name"), name}});
+    return row;
+}
+
+QStringList topLevelNames(UltimateTree* tree)
+{
+    QStringList names;
+    for (int i = 0; i < tree->rowCount(); ++i)
+        names.append(tree->row(i)->text(0));
+    return names;
+}
+
+QStringList childNames(UltimateTreeItem* row)
+{
+    QStringList names;
+    for (int i = 0; i < row->childCount(); ++i)
+        names.append(row->child(i)->text(0));
+    return names;
+}
+
+// The rows on screen, top to bottom, as the chain gives them, with depth.
+QStringList chain(UltimateTree* tree)
+{
+    QStringList names;
+    for (UltimateTreeItem* row = tree->firstVisibleRow(); row; row = row->next())
+        names.append(QString(row->depth() * 2, QLatin1Char(' ')) + row->text(0));
+    return names;
+}
+
+void moveWithButton(QWidget* viewport, const QPoint& point, Qt::MouseButtons buttons)
+{
+    QMouseEvent move(QEvent::MouseMove, point, viewport->mapToGlobal(point), Qt::NoButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &move);
+}
+
+}
+
+class TestUltimateTree : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<UltimateTreeWidget> list;
+    DeleteLog log;
+
+    UltimateTree* tree() { return list->tree(); }
+    QPoint pointOf(UltimateTreeItem* row, int x = 60) const
+    {
+        return list->tree()->mapFromScene(QPointF(x, row->y() + row->rowHeight() / 2.0));
+    }
+    // A right-button drag with real events: press on the row, move through
+    // the given offsets, release at the last one.
+    void rightDrag(UltimateTreeItem* row, const QList<QPoint>& offsets, int pressX = 60)
+    {
+        QWidget* viewport = tree()->viewport();
+        const QPoint start = pointOf(row, pressX);
+        QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, start);
+        QPoint at = start;
+        for (const QPoint& offset : offsets) {
+            at = start + offset;
+            moveWithButton(viewport, at, Qt::RightButton);
+        }
+        QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, at);
+    }
+    // Rows: A, B (children B1, B2, B3), C (can take children), D, E; 20 high.
+    void buildList()
+    {
+        tree()->setRelocationEnabled(true);
+        tree()->setRowHeight(20);
+        tree()->setFiller(true, QString());
+        tree()->setRowDeleter([this](UltimateTreeItem* row) {
+            if (row->userData())
+                log.freed[row->userData()->value(QStringLiteral("Name")).toString()] += 1;
+            delete row->userData();
+        });
+        tree()->startView();
+        tree()->addRow(makeRow(QStringLiteral("A")));
+        UltimateTreeItem* b = makeRow(QStringLiteral("B"), true);
+        tree()->addRow(b);
+        for (const char* name : {"B1", "B2", "B3"})
+            b->addChild(makeRow(QString::fromLatin1(name), true));
+        tree()->addRow(makeRow(QStringLiteral("C"), true));
+        tree()->addRow(makeRow(QStringLiteral("D")));
+        tree()->addRow(makeRow(QStringLiteral("E")));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        Theme::installDefault();
+        Theme::refreshCachedColors();
+    }
+    void init()
+    {
+        log.freed.clear();
+        list.reset(new UltimateTreeWidget());
+        list->resize(300, 400);
+        list->show();
+        QVERIFY(QTest::qWaitForWindowExposed(list.get()));
+    }
+    void cleanup() { list.reset(); }
+
+    void rowsNeedAStartedView()
+    {
+        QTest::ignoreMessage(QtCriticalMsg, "VIEW HAS NO STARTED!");
+        int freed = 0;
+        tree()->setRowDeleter([&freed](UltimateTreeItem* row) {
+            ++freed;
+            delete row->userData();
+        });
+        tree()->addRow(makeRow(QStringLiteral("too early")));
+        QCOMPARE(tree()->rowCount(), 0);
+        QCOMPARE(freed, 1);
+    }
+
+    void chainAndLayout()
+    {
+        buildList();
+        UltimateTreeItem* b = tree()->row(1);
+        // Children of a collapsed row are neither chained nor in the scene.
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "C", "D", "E"}));
+        QVERIFY(!b->child(0)->scene());
+        QVERIFY(b->button());
+        QCOMPARE(tree()->row(4)->y(), 80.0);
+        QCOMPARE(tree()->getContentHeight(), 100);
+        QCOMPARE(tree()->fillerItem()->y(), 100.0);
+
+        b->expand();
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "  B1", "  B2", "  B3", "C", "D", "E"}));
+        QVERIFY(b->isExpanded());
+        QCOMPARE(b->child(2)->y(), 80.0);
+        QCOMPARE(tree()->row(4)->y(), 140.0);
+        QCOMPARE(tree()->getContentHeight(), 160);
+        QCOMPARE(b->child(1)->previousVisible(), b->child(0));
+        QCOMPARE(b->child(0)->previousVisible(), b);
+        QCOMPARE(tree()->row(2)->previousVisible(), b->child(2));
+        QCOMPARE(tree()->row(0)->previousVisible(), nullptr);
+
+        // A grandchild under an expanded child, then the parent closes and
+        // opens again: the child comes back closed.
+        UltimateTreeItem* b2 = b->child(1);
+        b2->addChild(makeRow(QStringLiteral("B2a")));
+        QVERIFY(!b2->child(0)->scene());
+        b2->expand();
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "  B1", "  B2", "    B2a", "  B3", "C", "D", "E"}));
+        QCOMPARE(b->lastVisibleDescendant(), b->child(2));
+        b->collapse();
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "C", "D", "E"}));
+        QVERIFY(!b2->child(0)->scene());
+        b->expand();
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "  B1", "  B2", "  B3", "C", "D", "E"}));
+        QVERIFY(!b2->isExpanded());
+
+        // Rows of differing heights stack exactly.
+        tree()->row(0)->setRowHeight(35);
+        QCOMPARE(b->y(), 35.0);
+        QCOMPARE(b->child(0)->y(), 55.0);
+        QCOMPARE(tree()->row(4)->y(), 155.0);
+        QCOMPARE(tree()->getContentHeight(), 175);
+
+        // A row that loses its last child closes and loses its arrow.
+        UltimateTreeItem* only = b2->child(0);
+        b2->expand();
+        b2->takeChild(only);
+        QVERIFY(!b2->isExpanded());
+        QVERIFY(!b2->button());
+        QCOMPARE(b2->childCount(), 0);
+        delete only;
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "  B1", "  B2", "  B3", "C", "D", "E"}));
+        QCOMPARE(tree()->getContentHeight(), 175);
+
+        // Taking a middle child relinks the chain around it.
+        UltimateTreeItem* b1 = b->child(0);
+        b->takeChild(b1);
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "  B2", "  B3", "C", "D", "E"}));
+        QCOMPARE(b1->depth(), 0);
+        tree()->insertRow(b1, 0);
+        QCOMPARE(chain(tree()), QStringList({"B1", "A", "B", "  B2", "  B3", "C", "D", "E"}));
+        QCOMPARE(tree()->row(1)->y(), 20.0);
+        QCOMPARE(b->child(0)->y(), 75.0);
+    }
+
+    void clickingSelectsAndToggles()
+    {
+        buildList();
+        QSignalSpy changed(list.get(), &UltimateTreeWidget::currentItemChanged);
+        QSignalSpy doubled(list.get(), &UltimateTreeWidget::itemDoubleClicked);
+        UltimateTreeItem* b = tree()->row(1);
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(tree()->row(3)));
+        QCOMPARE(tree()->currentRow(), tree()->row(3));
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.at(0).at(0).value<UltimateTreeItem*>(), tree()->row(3));
+        QCOMPARE(changed.at(0).at(1).value<UltimateTreeItem*>(), nullptr);
+
+        // The arrow opens the row and leaves the selection where it was.
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(b, 10));
+        QVERIFY(b->isExpanded());
+        QCOMPARE(tree()->currentRow(), tree()->row(3));
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(b, 10));
+        QVERIFY(!b->isExpanded());
+
+        // A double-click on a row reports it and toggles it.
+        QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(b));
+        QCOMPARE(doubled.count(), 1);
+        QCOMPARE(doubled.at(0).at(0).value<UltimateTreeItem*>(), b);
+        QCOMPARE(doubled.at(0).at(1).toInt(), 0);
+        QVERIFY(b->isExpanded());
+        QCOMPARE(tree()->currentRow(), b);
+
+        // The "+" row reports a null item and is never current for callers.
+        const QPoint plus = tree()->mapFromScene(QPointF(60, tree()->fillerItem()->y() + 10));
+        QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, plus);
+        QCOMPARE(doubled.count(), 2);
+        QCOMPARE(doubled.at(1).at(0).value<UltimateTreeItem*>(), nullptr);
+        QCOMPARE(tree()->currentRow(), nullptr);
+        QCOMPARE(tree()->currentItem(), static_cast<UltimateTreeItemBase*>(tree()->fillerItem()));
+
+        // Hover follows the pointer.
+        moveWithButton(tree()->viewport(), pointOf(tree()->row(0)), Qt::NoButton);
+        QCOMPARE(tree()->hoveredItem(), static_cast<UltimateTreeItemBase*>(tree()->row(0)));
+    }
+
+    void keyboardWalksTheTopLevel()
+    {
+        buildList();
+        UltimateTreeItem* b = tree()->row(1);
+        b->expand();
+        tree()->setFocus();
+        tree()->setCurrentRow(tree()->row(0));
+        QTest::keyClick(tree(), Qt::Key_Down);
+        QCOMPARE(tree()->currentRow(), b);
+        // Down from an open parent skips its children.
+        QTest::keyClick(tree(), Qt::Key_Down);
+        QCOMPARE(tree()->currentRow(), tree()->row(2));
+        QTest::keyClick(tree(), Qt::Key_Up);
+        QTest::keyClick(tree(), Qt::Key_Up);
+        QCOMPARE(tree()->currentRow(), tree()->row(0));
+        // No wrap at either end.
+        QTest::keyClick(tree(), Qt::Key_Up);
+        QCOMPARE(tree()->currentRow(), tree()->row(0));
+        tree()->setCurrentRow(tree()->row(4));
+        QTest::keyClick(tree(), Qt::Key_Down);
+        QCOMPARE(tree()->currentRow(), tree()->row(4));
+        // At a child, Up does nothing and Down goes to the first top-level row.
+        tree()->setCurrentRow(b->child(1));
+        QTest::keyClick(tree(), Qt::Key_Up);
+        QCOMPARE(tree()->currentRow(), b->child(1));
+        QTest::keyClick(tree(), Qt::Key_Down);
+        QCOMPARE(tree()->currentRow(), tree()->row(0));
+
+        QSignalSpy deletes(list.get(), &UltimateTreeWidget::onDeleteKeyPress);
+        QSignalSpy copies(list.get(), &UltimateTreeWidget::onCopyKeyPress);
+        QSignalSpy cuts(list.get(), &UltimateTreeWidget::onCutKeyPress);
+        QSignalSpy pastes(list.get(), &UltimateTreeWidget::onPasteKeyPress);
+        QTest::keyClick(tree(), Qt::Key_Delete);
+        QTest::keyClick(tree(), Qt::Key_C, Qt::ControlModifier);
+        QTest::keyClick(tree(), Qt::Key_X, Qt::ControlModifier);
+        QTest::keyClick(tree(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(tree(), Qt::Key_C);
+        QCOMPARE(deletes.count(), 1);
+        QCOMPARE(copies.count(), 1);
+        QCOMPARE(cuts.count(), 1);
+        QCOMPARE(pastes.count(), 1);
+    }
+
+    void dragReordersTopLevelRows()
+    {
+        buildList();
+        QSignalSpy relocated(list.get(), &UltimateTreeWidget::itemRelocated);
+        QSignalSpy menus(list.get(), &QWidget::customContextMenuRequested);
+        UltimateTreeItem* a = tree()->row(0);
+
+        // Down: A over the lower half of C's place lands behind C.
+        rightDrag(a, {QPoint(0, 12), QPoint(0, 30), QPoint(0, 35)});
+        QCOMPARE(topLevelNames(tree()), QStringList({"B", "C", "A", "D", "E"}));
+        QCOMPARE(relocated.count(), 1);
+        QCOMPARE(relocated.at(0).at(0).value<UltimateTreeItem*>(), a);
+        QCOMPARE(tree()->currentRow(), a);
+        QCOMPARE(menus.count(), 0);
+        QCOMPARE(a->y(), 40.0);
+        QVERIFY(!tree()->isDragging());
+        QVERIFY(!a->isDragged());
+        QCOMPARE(a->opacity(), 1.0);
+
+        // Up to the very top.
+        UltimateTreeItem* e = tree()->row(4);
+        rightDrag(e, {QPoint(0, -20), QPoint(0, -60), QPoint(0, -85)});
+        QCOMPARE(topLevelNames(tree()), QStringList({"E", "B", "C", "A", "D"}));
+        QCOMPARE(e->y(), 0.0);
+
+        // Picked up and put back where it was.
+        UltimateTreeItem* c = tree()->row(2);
+        rightDrag(c, {QPoint(0, 15), QPoint(0, 0)});
+        QCOMPARE(topLevelNames(tree()), QStringList({"E", "B", "C", "A", "D"}));
+        QCOMPARE(relocated.count(), 3);
+        QCOMPARE(chain(tree()), QStringList({"E", "B", "C", "A", "D"}));
+        QCOMPARE(tree()->getContentHeight(), 100);
+    }
+
+    void dragMovesIntoAndOutOfParents()
+    {
+        buildList();
+        UltimateTreeItem* b = tree()->row(1);
+        UltimateTreeItem* c = tree()->row(2);
+        UltimateTreeItem* e = tree()->row(4);
+
+        // Right of a closed row that takes children: its first child, opened.
+        rightDrag(e, {QPoint(40, -10), QPoint(40, -28)});
+        QCOMPARE(topLevelNames(tree()), QStringList({"A", "B", "C", "D"}));
+        QCOMPARE(childNames(c), QStringList({"E"}));
+        QVERIFY(c->isExpanded());
+        QCOMPARE(e->depth(), 1);
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "C", "  E", "D"}));
+
+        // Out of a parent: E is picked up with a sideways pull to the left and
+        // dropped where it was. Behind C with the pointer left of C's text, it
+        // lands behind C at the top level.
+        rightDrag(e, {QPoint(-30, 2)});
+        QCOMPARE(childNames(c), QStringList());
+        QVERIFY(!c->isExpanded());
+        QVERIFY(!c->button());
+        QCOMPARE(topLevelNames(tree()), QStringList({"A", "B", "C", "E", "D"}));
+        QCOMPARE(e->depth(), 0);
+
+        // Into an open parent: B2 stands at 60..80; A (from 0..20) over its
+        // lower half lands behind it, among B's children.
+        b->expand();
+        UltimateTreeItem* a = tree()->row(0);
+        rightDrag(a, {QPoint(0, 30), QPoint(0, 62)});
+        QCOMPARE(childNames(b), QStringList({"B1", "B2", "A", "B3"}));
+        QCOMPARE(a->depth(), 1);
+        QCOMPARE(chain(tree()), QStringList({"B", "  B1", "  B2", "  A", "  B3", "C", "E", "D"}));
+
+        // The last child pulled left climbs out behind its parent.
+        UltimateTreeItem* b3 = b->child(3);
+        rightDrag(b3, {QPoint(-30, 2)});
+        QCOMPARE(childNames(b), QStringList({"B1", "B2", "A"}));
+        QCOMPARE(topLevelNames(tree()), QStringList({"B", "B3", "C", "E", "D"}));
+        // A child in the middle pulled left stays among its siblings.
+        UltimateTreeItem* b2 = b->child(1);
+        rightDrag(b2, {QPoint(-30, 2)});
+        QCOMPARE(childNames(b), QStringList({"B1", "B2", "A"}));
+
+        // A row that can't take children never gets one: D dropped far right
+        // behind E (which can't) lands as E's sibling.
+        UltimateTreeItem* d = tree()->row(4);
+        QCOMPARE(d->text(0), QStringLiteral("D"));
+        QVERIFY(!e->acceptsChildren());
+        rightDrag(d, {QPoint(200, -5), QPoint(200, -8)});
+        QCOMPARE(topLevelNames(tree()), QStringList({"B", "B3", "C", "E", "D"}));
+        QCOMPARE(e->childCount(), 0);
+        QVERIFY(!e->button());
+    }
+
+    void rightClickGivesTheMenu()
+    {
+        buildList();
+        QSignalSpy menus(list.get(), &QWidget::customContextMenuRequested);
+        QSignalSpy relocated(list.get(), &UltimateTreeWidget::itemRelocated);
+        UltimateTreeItem* c = tree()->row(2);
+        const QPoint at = pointOf(c);
+        QTest::mouseClick(tree()->viewport(), Qt::RightButton, Qt::NoModifier, at);
+        QCOMPARE(tree()->currentRow(), c);
+        QCOMPARE(menus.count(), 1);
+        QCOMPARE(menus.at(0).at(0).toPoint(), tree()->viewport()->mapToGlobal(at));
+        // A small wobble inside the row is no drag.
+        rightDrag(c, {QPoint(5, 3), QPoint(-4, -5)});
+        QCOMPARE(menus.count(), 2);
+        QCOMPARE(relocated.count(), 0);
+
+        // With relocation off a drag moves nothing, and the release still
+        // gives the menu.
+        tree()->setRelocationEnabled(false);
+        rightDrag(tree()->row(0), {QPoint(0, 30), QPoint(0, 60)});
+        QCOMPARE(topLevelNames(tree()), QStringList({"A", "B", "C", "D", "E"}));
+        QCOMPARE(menus.count(), 3);
+        QCOMPARE(relocated.count(), 0);
+
+        // On empty space: the menu, nothing picked.
+        tree()->setRelocationEnabled(true);
+        QTest::mouseClick(tree()->viewport(), Qt::RightButton, Qt::NoModifier,
+                          tree()->mapFromScene(QPointF(60, 300)));
+        QCOMPARE(menus.count(), 4);
+    }
+
+    void clipboardCopyCutPaste()
+    {
+        UltimateTreeWidget::setupStandardDatabaseList(list.get());
+        list->setClipboardId(QStringLiteral("VELMORAHUD"));
+        tree()->setFiller(true, QString());
+        list->connectClipboardKeys();
+        int filled = 0;
+        list->setListFunctions(
+            [](QJsonObject* record) { return record->value(QStringLiteral("Name")).toString(); },
+            [&filled](UltimateTreeItem* row, QJsonObject* record) {
+                ++filled;
+                row->setText(0, record->value(QStringLiteral("Name")).toString());
+            });
+        QApplication::clipboard()->setText(QStringLiteral("untouched"));
+
+        // Nothing current: nothing copied.
+        list->copyCurrentItem();
+        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("untouched"));
+
+        const QJsonObject nested{{QStringLiteral("Name"), QStringLiteral("Status")},
+                                 {QStringLiteral("ID"), QStringLiteral("01234")},
+                                 {QStringLiteral("HUD"), QJsonArray{QJsonObject{
+                                     {QStringLiteral("Type"), 5},
+                                     {QStringLiteral("Children"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 0}}}}}}}};
+        UltimateTreeItem* row = new UltimateTreeItem();
+        row->setText(0, QStringLiteral("Status"));
+        row->setUserData(new QJsonObject(nested));
+        tree()->addRow(row);
+        tree()->addRow(makeRow(QStringLiteral("Other")));
+        tree()->setCurrentRow(row);
+        tree()->setFocus();
+        QTest::keyClick(tree(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QApplication::clipboard()->text(),
+                 QStringLiteral("VELMORAHUD") + QString::fromUtf8(QJsonDocument(nested).toJson(QJsonDocument::Compact)));
+
+        // The menu offers the paste with the record's name.
+        QMenu menu;
+        list->setupContextActions(&menu, nullptr, nullptr, nullptr);
+        QList<QAction*> actions = menu.actions();
+        list->updateContextActions(actions, row, QStringLiteral("Status"), 1, 2, 3);
+        QVERIFY(actions.at(1)->isVisible());
+        QCOMPARE(actions.at(1)->text(), QStringLiteral("Copy \"Status\""));
+        QCOMPARE(actions.at(2)->text(), QStringLiteral("Cut \"Status\""));
+        QVERIFY(actions.at(3)->isVisible());
+        QCOMPARE(actions.at(3)->text(), QStringLiteral("Paste \"Status\""));
+        list->updateContextActions(actions, nullptr, QString(), 1, 2, 3);
+        QVERIFY(!actions.at(1)->isVisible());
+        QVERIFY(!actions.at(2)->isVisible());
+
+        // Paste goes behind the current row, with the whole record.
+        QTest::keyClick(tree(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(tree()->rowCount(), 3);
+        QCOMPARE(filled, 1);
+        QCOMPARE(*tree()->row(1)->userData(), nested);
+        QCOMPARE(tree()->row(1)->text(0), QStringLiteral("Status"));
+        QCOMPARE(tree()->currentRow(), row);
+
+        // Another list's word, or text that isn't an object: refused.
+        for (const QString& foreign : {QStringLiteral("UIPROPANIMATION{\"Name\":\"x\"}"),
+                                       QStringLiteral("VELMORAHUD[1,2]"), QStringLiteral("VELMORAHUD{broken"),
+                                       QStringLiteral("{\"Name\":\"no word\"}")}) {
+            QApplication::clipboard()->setText(foreign);
+            list->updateContextActions(actions, row, QStringLiteral("Status"), 1, 2, 3);
+            QVERIFY2(!actions.at(3)->isVisible(), qPrintable(foreign));
+            list->pasteCurrentItem();
+            QCOMPARE(tree()->rowCount(), 3);
+        }
+
+        // Unique names when the owner asks for them.
+        list->setUniqueNames(true);
+        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"Name\":\"Status\"}"));
+        list->pasteCurrentItem();
+        list->pasteCurrentItem();
+        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"Name\":\"Other (7)\"}"));
+        list->pasteCurrentItem();
+        QStringList names;
+        for (int i = 0; i < tree()->rowCount(); ++i)
+            names.append(tree()->row(i)->userData()->value(QStringLiteral("Name")).toString());
+        // Each paste goes right behind the current row; "Other (7)" was free
+        // and keeps its number.
+        QCOMPARE(names, QStringList({"Status", "Other (7)", "Status (3)", "Status (2)", "Status", "Other"}));
+    }
+
+    void cutSelectsTheNeighbourAndFreesOnce()
+    {
+        UltimateTreeWidget::setupStandardDatabaseList(list.get());
+        tree()->setFiller(true, QString());
+        list->setClipboardId(QStringLiteral("VELMOCOMP"));
+        tree()->setRowDeleter([this](UltimateTreeItem* row) {
+            log.freed[row->userData()->value(QStringLiteral("Name")).toString()] += 1;
+            delete row->userData();
+        });
+        for (const char* name : {"One", "Two", "Three"})
+            tree()->addRow(makeRow(QString::fromLatin1(name)));
+        UltimateTreeItem* two = tree()->row(1);
+        two->addChild(makeRow(QStringLiteral("Two child")));
+        int checked = 0;
+        list->setDeleteCheck([&checked](UltimateTreeItem* row) {
+            ++checked;
+            return row->text(0) != QLatin1String("Three");
+        });
+
+        list->cutCurrentItem(tree()->row(2));
+        QCOMPARE(checked, 1);
+        QCOMPARE(tree()->rowCount(), 3);
+
+        tree()->setCurrentRow(two);
+        list->cutCurrentItem();
+        QCOMPARE(tree()->currentRow(), tree()->row(1));
+        QCOMPARE(tree()->currentRow()->text(0), QStringLiteral("Three"));
+        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("VELMOCOMP{\"Name\":\"Two\"}")));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(log.freed.value(QStringLiteral("Two")), 1);
+        QCOMPARE(log.freed.value(QStringLiteral("Two child")), 1);
+
+        list->setDeleteCheck(nullptr);
+        list->cutCurrentItem();
+        list->cutCurrentItem();
+        // The last row gone: the "+" row is current, and no row is.
+        QCOMPARE(tree()->rowCount(), 0);
+        QCOMPARE(tree()->currentRow(), nullptr);
+        QCOMPARE(tree()->currentItem(), static_cast<UltimateTreeItemBase*>(tree()->fillerItem()));
+
+        // Rows still waiting for deletion are freed with the list, once.
+        tree()->addRow(makeRow(QStringLiteral("Last")));
+        tree()->deleteRow(tree()->row(0));
+        list.reset();
+        QCOMPARE(log.freed, (QMap<QString, int>{{"One", 1}, {"Two", 1}, {"Two child", 1}, {"Three", 1}, {"Last", 1}}));
+    }
+
+    void headerResizesColumns()
+    {
+        list->addHeader();
+        tree()->setColumnCount(2);
+        tree()->setColumnTitle(0, QStringLiteral("Name"));
+        tree()->setColumnTitle(1, QStringLiteral("Value"));
+        tree()->setColumnWidth(0, 120);
+        tree()->startView();
+        UltimateTreeHeader* header = list->headerWidget();
+        QVERIFY(header);
+        QCOMPARE(header->height(), 20);
+        QCOMPARE(header->gripAt(120), 0);
+        QCOMPARE(header->gripAt(117), 0);
+        QCOMPARE(header->gripAt(115), -1);
+        QCOMPARE(header->gripAt(200), -1);
+
+        QTest::mousePress(header, Qt::LeftButton, Qt::NoModifier, QPoint(120, 10));
+        QMouseEvent grow(QEvent::MouseMove, QPoint(170, 10), header->mapToGlobal(QPoint(170, 10)), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(header, &grow);
+        QCOMPARE(tree()->columnWidth(0), 170);
+        // Never below 25.
+        QMouseEvent shrink(QEvent::MouseMove, QPoint(-300, 10), header->mapToGlobal(QPoint(-300, 10)),
+                           Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(header, &shrink);
+        QCOMPARE(tree()->columnWidth(0), 25);
+        QTest::mouseRelease(header, Qt::LeftButton, Qt::NoModifier, QPoint(-300, 10));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+};
+
+VELMORA_TEST_MAIN(TestUltimateTree, QApplication)
+#include "tst_ultimatetree.moc"

@@ -1,0 +1,1044 @@
+#include "widgets/UltimateTree.h"
+
+#include "theme/CachedColors.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeItemButton.h"
+#include "widgets/UltimateTreeItemFiller.h"
+#include "widgets/UltimateTreeScene.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPropertyAnimation>
+#include <QScrollBar>
+#include <QTimer>
+
+#include <cmath>
+
+UltimateTree::UltimateTree(QWidget* parent) : QGraphicsView(parent)
+{
+    setStyleSheet(QStringLiteral("UltimateTree { border: 1px solid rgb(0, 0, 0); }"));
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setViewportUpdateMode(QGraphicsView::MinimalViewportUpdate);
+    setAttribute(Qt::WA_MouseTracking);
+    setMouseTracking(true);
+    viewport()->setMouseTracking(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::StrongFocus);
+    columnWidths = {100};
+    columnOpacities = {255};
+    columnAlignments = {Qt::AlignLeft};
+    columnTitles = {QString()};
+}
+
+UltimateTree::~UltimateTree()
+{
+    if (clickAnimation)
+        clickAnimation->stop();
+    clear();
+    for (const QPointer<UltimateTreeItem>& row : pendingDeletes)
+        delete row.data();
+    pendingDeletes.clear();
+    delete filler;
+    filler = nullptr;
+}
+
+void UltimateTree::startView()
+{
+    if (scene)
+        return;
+    scene = new UltimateTreeScene(this);
+    setScene(scene);
+    connect(scene, &QGraphicsScene::sceneRectChanged, this, &UltimateTree::whenSceneResized);
+    computeViewWidth();
+    if (hasFiller) {
+        filler = new UltimateTreeItemFiller(this);
+        scene->addItem(filler);
+    }
+    updateScene();
+}
+
+UltimateTreeItem* UltimateTree::row(int index) const
+{
+    return index >= 0 && index < rows.size() ? rows.at(index) : nullptr;
+}
+
+int UltimateTree::indexOfRow(const UltimateTreeItem* row) const
+{
+    return rows.indexOf(const_cast<UltimateTreeItem*>(row));
+}
+
+void UltimateTree::linkTopLevel(UltimateTreeItem* row, int index)
+{
+    if (!scene) {
+        qCritical("VIEW HAS NO STARTED!");
+        // The row is dropped; its record goes through this list's deleter.
+        if (row) {
+            row->setTreeRecursive(this);
+            delete row;
+        }
+        return;
+    }
+    if (!row || row->parentRow || rows.contains(row))
+        return;
+    index = qBound(0, index, rows.size());
+    UltimateTreeItem* before = index > 0 ? rows.at(index - 1)->lastVisibleDescendant() : nullptr;
+    UltimateTreeItem* after = index < rows.size() ? rows.at(index) : nullptr;
+    row->lastVisibleDescendant()->nextVisible = after;
+    if (before)
+        before->nextVisible = row;
+    else
+        firstRow = row;
+    rows.insert(index, row);
+    row->setTreeRecursive(this);
+    row->setDepthRecursive(0);
+    if (row->height < 0)
+        row->setRowHeight(rowHeight);
+    addToContent(row->showInScene(true));
+    if (before) {
+        layoutFrom(before);
+    } else if (!dragging) {
+        row->setPos(0, 0);
+        row->homeY = 0;
+        layoutFrom(row);
+    }
+}
+
+void UltimateTree::addRow(UltimateTreeItem* row)
+{
+    linkTopLevel(row, rows.size());
+}
+
+void UltimateTree::prependRow(UltimateTreeItem* row)
+{
+    linkTopLevel(row, 0);
+}
+
+void UltimateTree::insertRow(UltimateTreeItem* row, int index)
+{
+    linkTopLevel(row, index);
+}
+
+void UltimateTree::insertRowAfter(UltimateTreeItem* row, UltimateTreeItem* after)
+{
+    const int index = rows.indexOf(after);
+    linkTopLevel(row, index < 0 ? rows.size() : index + 1);
+}
+
+void UltimateTree::takeRow(UltimateTreeItem* row, bool keepLayout)
+{
+    const int index = rows.indexOf(row);
+    if (index < 0)
+        return;
+    UltimateTreeItem* last = row->lastVisibleDescendant();
+    UltimateTreeItem* after = last->nextVisible;
+    UltimateTreeItem* before = index > 0 ? rows.at(index - 1)->lastVisibleDescendant() : nullptr;
+    if (before)
+        before->nextVisible = after;
+    else
+        firstRow = after;
+    last->nextVisible = nullptr;
+    rows.removeAt(index);
+    addToContent(-row->hideFromScene(true));
+    if (!dragging)
+        rowTaken(row);
+    if (!keepLayout) {
+        if (before) {
+            layoutFrom(before);
+        } else if (firstRow && !dragging) {
+            firstRow->setPos(0, 0);
+            firstRow->homeY = 0;
+            layoutFrom(firstRow);
+        }
+    }
+}
+
+void UltimateTree::removeRow(UltimateTreeItem* row)
+{
+    if (!row)
+        return;
+    if (row->parentRow)
+        row->parentRow->takeChild(row);
+    else
+        takeRow(row);
+}
+
+void UltimateTree::deleteRow(UltimateTreeItem* row)
+{
+    if (!row || (!row->parentRow && !rows.contains(row)))
+        return;
+    removeRow(row);
+    deleteLaterOwned(row);
+}
+
+void UltimateTree::deleteLaterOwned(UltimateTreeItem* row)
+{
+    pendingDeletes.append(QPointer<UltimateTreeItem>(row));
+    row->deleteLater();
+}
+
+void UltimateTree::clear()
+{
+    if (current && current != filler)
+        current = nullptr;
+    if (hoveredRow != filler)
+        hoveredRow = nullptr;
+    pressedItem = nullptr;
+    pickedRow = nullptr;
+    dropAfter = nullptr;
+    dragging = false;
+    const QList<UltimateTreeItem*> old = rows;
+    rows.clear();
+    firstRow = nullptr;
+    for (UltimateTreeItem* row : old) {
+        row->hideFromScene(false);
+        delete row;
+    }
+    contentHeight = 0;
+    if (scene)
+        updateScene();
+}
+
+void UltimateTree::rowVanished(UltimateTreeItem* row)
+{
+    if (hoveredRow == row)
+        hoveredRow = nullptr;
+    if (pressedItem == row || (pressedItem && pressedItem->parentItem() == row))
+        pressedItem = nullptr;
+    if (pickedRow == row && !dragging)
+        pickedRow = nullptr;
+    if (dropAfter == row)
+        dropAfter = nullptr;
+    if (current == row && !dragging && !row->scene()) {
+        // A row that is gone or hidden under a collapsed parent stays current
+        // only while it lives; the caller picks the next one.
+    }
+}
+
+void UltimateTree::buttonVanished(QGraphicsItem* button)
+{
+    if (pressedItem == button)
+        pressedItem = nullptr;
+}
+
+void UltimateTree::rowTaken(UltimateTreeItem* row)
+{
+    // The current row, or one of the taken row's descendants, leaves the list.
+    for (UltimateTreeItemBase* item = current; item;) {
+        UltimateTreeItem* candidate = qobject_cast<UltimateTreeItem*>(item);
+        if (!candidate)
+            break;
+        UltimateTreeItem* ancestor = candidate;
+        while (ancestor && ancestor != row)
+            ancestor = ancestor->parentRow;
+        if (ancestor == row) {
+            candidate->setSelected(false);
+            current = nullptr;
+        }
+        break;
+    }
+    rowVanished(row);
+}
+
+UltimateTreeItem* UltimateTree::currentRow() const
+{
+    return qobject_cast<UltimateTreeItem*>(current);
+}
+
+void UltimateTree::setCurrentRow(UltimateTreeItemBase* row)
+{
+    if (row == current)
+        return;
+    UltimateTreeItemBase* previous = current;
+    if (previous)
+        previous->setSelected(false);
+    current = row;
+    if (row) {
+        row->setSelected(true);
+        if (row == filler)
+            ensureVisible(QRectF(0, filler->y(), 1, rowHeight), 0, 0);
+        else if (row->scene())
+            ensureVisible(row, 0, 0);
+    }
+    emit currentItemChanged(qobject_cast<UltimateTreeItem*>(row), qobject_cast<UltimateTreeItem*>(previous));
+}
+
+void UltimateTree::whenItemSelected(UltimateTreeItemBase* item)
+{
+    setCurrentRow(item);
+}
+
+void UltimateTree::setColumnCount(int count)
+{
+    count = qMax(1, count);
+    columnCount = count;
+    columnTitles.resize(count);
+    const int oldSize = columnWidths.size();
+    columnWidths.resize(count);
+    columnOpacities.resize(count);
+    columnAlignments.resize(count);
+    for (int i = oldSize; i < count; ++i) {
+        columnWidths[i] = 100;
+        columnOpacities[i] = 255;
+        columnAlignments[i] = Qt::AlignLeft;
+    }
+    viewport()->update();
+}
+
+void UltimateTree::setColumnTitle(int column, const QString& title)
+{
+    if (column >= 0 && column < columnTitles.size())
+        columnTitles[column] = title;
+}
+
+QString UltimateTree::columnTitle(int column) const
+{
+    return column >= 0 && column < columnTitles.size() ? columnTitles.at(column) : QString();
+}
+
+void UltimateTree::setColumnWidth(int column, int width, bool fit)
+{
+    if (column < 0 || column >= columnWidths.size())
+        return;
+    const int old = columnWidths.at(column);
+    columnWidths[column] = width;
+    if (fit && width > old && !fitColumns(column))
+        columnWidths[column] = old;
+    if (scene)
+        scene->update(mapToScene(viewport()->rect()).boundingRect());
+    viewport()->update();
+}
+
+int UltimateTree::columnWidth(int column) const
+{
+    return column >= 0 && column < columnWidths.size() ? columnWidths.at(column) : 0;
+}
+
+void UltimateTree::setColumnOpacity(int column, int opacity)
+{
+    if (column >= 0 && column < columnOpacities.size())
+        columnOpacities[column] = opacity;
+}
+
+int UltimateTree::columnOpacity(int column) const
+{
+    return column >= 0 && column < columnOpacities.size() ? columnOpacities.at(column) : 255;
+}
+
+void UltimateTree::setColumnAlignment(int column, int alignment)
+{
+    if (column >= 0 && column < columnAlignments.size())
+        columnAlignments[column] = alignment;
+}
+
+int UltimateTree::columnAlignment(int column) const
+{
+    return column >= 0 && column < columnAlignments.size() ? columnAlignments.at(column) : int(Qt::AlignLeft);
+}
+
+bool UltimateTree::fitColumns(int column)
+{
+    int total = 0;
+    for (int width : columnWidths)
+        total += width;
+    int excess = total - (viewport()->width() - 1);
+    for (int i = columnWidths.size() - 1; i > column && excess > 0; --i) {
+        const int take = qMin(excess, columnWidths.at(i) - 25);
+        if (take > 0) {
+            columnWidths[i] -= take;
+            excess -= take;
+        }
+    }
+    return excess <= 0;
+}
+
+void UltimateTree::setRowHeight(int height)
+{
+    rowHeight = qMax(1, height);
+}
+
+void UltimateTree::setTextOffset(int offset)
+{
+    textOffsetPlain = offset;
+    textOffsetWithChildren = offset;
+}
+
+int UltimateTree::plainTextOffset() const
+{
+    return textOffsetPlain < 0 ? rowHeight + 1 : textOffsetPlain;
+}
+
+int UltimateTree::textOffsetFor(const UltimateTreeItem* row) const
+{
+    const bool withChildren = row->canHaveChildren && row->expandButton;
+    const int offset = withChildren ? textOffsetWithChildren : textOffsetPlain;
+    // A row with an arrow always keeps its text clear of it.
+    if (row->expandButton && offset < row->height)
+        return row->height + 1;
+    return offset < 0 ? row->height + 1 : offset;
+}
+
+void UltimateTree::setFiller(bool on, const QString& caption)
+{
+    hasFiller = on;
+    if (filler)
+        filler->setCaption(caption);
+    if (scene && on && !filler) {
+        filler = new UltimateTreeItemFiller(this);
+        filler->setCaption(caption);
+        scene->addItem(filler);
+        updateScene();
+    } else if (scene && !on && filler) {
+        if (current == filler)
+            current = nullptr;
+        if (hoveredRow == filler)
+            hoveredRow = nullptr;
+        delete filler;
+        filler = nullptr;
+        updateScene();
+    }
+    captionForFiller = caption;
+}
+
+void UltimateTree::layoutFrom(UltimateTreeItem* row)
+{
+    if (dragging)
+        return;
+    // The chain is walked iteratively: long lists must not run out of stack.
+    for (UltimateTreeItem* item = row; item && item->nextVisible; item = item->nextVisible) {
+        UltimateTreeItem* next = item->nextVisible;
+        const double y = item->y() + item->height;
+        if (next->motion)
+            next->motion->stop();
+        next->setPos(0, y);
+        next->homeY = y;
+    }
+    updateScene();
+}
+
+void UltimateTree::addToContent(int height)
+{
+    contentHeight += height;
+    updateScene();
+}
+
+void UltimateTree::recountContent()
+{
+    int height = 0;
+    for (UltimateTreeItem* row = firstRow; row; row = row->nextVisible)
+        height += row->height;
+    if (pickedRow)
+        height += rowHeight;
+    contentHeight = height;
+    updateScene();
+}
+
+void UltimateTree::updateScene()
+{
+    if (!scene)
+        return;
+    double h = qMax(double(viewport()->height() - 2), double(contentHeight));
+    if (filler)
+        h += 3 * rowHeight;
+    const QRectF wanted(0, 0, viewWidth, h);
+    if (scene->sceneRect() != wanted)
+        scene->setSceneRect(wanted);
+    if (!dragging && firstRow && (firstRow->pos() != QPointF(0, 0))) {
+        firstRow->setPos(0, 0);
+        firstRow->homeY = 0;
+        layoutFrom(firstRow);
+        return;
+    }
+    if (filler) {
+        filler->setHeight(h);
+        filler->setPos(0, contentHeight);
+    }
+}
+
+void UltimateTree::computeViewWidth()
+{
+    int width = viewport()->width();
+    if (width <= 0)
+        width = this->width() - 2;
+    viewWidth = qMax(1, width);
+}
+
+void UltimateTree::whenSceneResized()
+{
+    viewport()->update();
+}
+
+void UltimateTree::resizeEvent(QResizeEvent* event)
+{
+    QGraphicsView::resizeEvent(event);
+    const int old = viewWidth;
+    computeViewWidth();
+    if (old != viewWidth && scene) {
+        // Rows are as wide as the view.
+        for (UltimateTreeItem* row = firstRow; row; row = row->nextVisible)
+            row->refresh();
+        if (filler)
+            filler->refresh();
+    }
+    updateScene();
+}
+
+void UltimateTree::showEvent(QShowEvent* event)
+{
+    QGraphicsView::showEvent(event);
+    computeViewWidth();
+    updateScene();
+}
+
+void UltimateTree::setClickValue(float value)
+{
+    click = value;
+    if (UltimateTreeItemBase* item = current)
+        item->update();
+}
+
+void UltimateTree::runClick(bool up, bool slow)
+{
+    if (!clickAnimation) {
+        clickAnimation = new QPropertyAnimation(this, "click", this);
+        clickAnimation->setEasingCurve(QEasingCurve::Linear);
+        connect(clickAnimation, &QPropertyAnimation::finished, this, [this]() {
+            if (click >= 1000 && pressedButton == 2)
+                pickupItem();
+        });
+    }
+    clickAnimation->stop();
+    if (pressedButton != 2)
+        return;
+    const float target = up ? 1000.0f : 0.0f;
+    const float remaining = up ? (1000.0f - click) / 1000.0f : click / 1000.0f;
+    clickAnimation->setDuration(qMax(1, int(remaining * (slow ? 250 : 100))));
+    clickAnimation->setStartValue(click);
+    clickAnimation->setEndValue(target);
+    clickAnimation->start();
+}
+
+QGraphicsItem* UltimateTree::rowAt(const QPoint& point) const
+{
+    if (!scene)
+        return nullptr;
+    const QList<QGraphicsItem*> found = scene->items(mapToScene(point), Qt::IntersectsItemShape,
+                                                     Qt::DescendingOrder, viewportTransform());
+    for (QGraphicsItem* item : found) {
+        if (item == pickedRow || !item->isVisible())
+            continue;
+        return item;
+    }
+    return nullptr;
+}
+
+UltimateTreeItemBase* UltimateTree::topItemAt(const QPoint& point) const
+{
+    QGraphicsItem* item = rowAt(point);
+    while (item && item->parentItem())
+        item = item->parentItem();
+    return dynamic_cast<UltimateTreeItemBase*>(item);
+}
+
+UltimateTreeItemBase* UltimateTree::selectAt(const QPoint& point, bool track, bool hover)
+{
+    QGraphicsItem* item = rowAt(point);
+    if (!track && item && item->parentItem())
+        return nullptr;
+    if (track && pressedItem) {
+        if (rowAt(point) == pressedItem)
+            return current;
+        if (UltimateTreeItemButton* button = dynamic_cast<UltimateTreeItemButton*>(pressedItem))
+            button->setHovered(false);
+        pressedItem = nullptr;
+        if (clickAnimation)
+            clickAnimation->stop();
+    }
+    while (item && item->parentItem())
+        item = item->parentItem();
+    UltimateTreeItemBase* row = dynamic_cast<UltimateTreeItemBase*>(item);
+    if (!row)
+        return nullptr;
+    setCurrentRow(row);
+    if (hover)
+        setHoveredRow(row, true);
+    return row;
+}
+
+void UltimateTree::setHoveredRow(UltimateTreeItemBase* row, bool immediate)
+{
+    if (row == hoveredRow)
+        return;
+    if (hoveredRow)
+        hoveredRow->setHovered(false, false);
+    hoveredRow = row;
+    if (row)
+        row->setHovered(true, immediate);
+}
+
+void UltimateTree::updateHoverAt(const QPoint& point)
+{
+    QGraphicsItem* item = rowAt(point);
+    UltimateTreeItemButton* button = dynamic_cast<UltimateTreeItemButton*>(item);
+    if (button != hoveredButton) {
+        if (hoveredButton)
+            hoveredButton->setHovered(false);
+        hoveredButton = button;
+        if (button)
+            button->setHovered(true);
+    }
+    setHoveredRow(topItemAt(point), false);
+}
+
+void UltimateTree::mousePressEvent(QMouseEvent* event)
+{
+    if (pressedButton != 0 || !scene)
+        return;
+    setFocus(Qt::MouseFocusReason);
+    if (event->button() == Qt::LeftButton) {
+        pressedButton = 1;
+        pressPosition = event->pos();
+        if (selectAt(event->pos(), false, true)) {
+            if (clickAnimation)
+                clickAnimation->stop();
+        } else {
+            pressedItem = rowAt(event->pos());
+            if (UltimateTreeItemButton* button = dynamic_cast<UltimateTreeItemButton*>(pressedItem))
+                button->press();
+        }
+    } else if (event->button() == Qt::RightButton) {
+        pressedButton = 2;
+        pressPosition = event->pos();
+        UltimateTreeItemBase* row = selectAt(event->pos(), false, false);
+        if (!relocationEnabled)
+            return;
+        UltimateTreeItem* dataRow = qobject_cast<UltimateTreeItem*>(row);
+        pickupArmed = dataRow != nullptr;
+        if (dataRow) {
+            pressRowRect = dataRow->sceneBoundingRect();
+            pressScenePosition = mapToScene(event->pos());
+            pressOffset = pressScenePosition - dataRow->pos();
+            pressOffset.rx() -= dataRow->indent();
+            lastScreenY = event->globalPos().y();
+            runClick(true, true);
+        }
+    }
+}
+
+void UltimateTree::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!scene)
+        return;
+    if (ignoreMoves) {
+        updateHoverAt(event->pos());
+        return;
+    }
+    switch (pressedButton) {
+    case 0:
+        updateHoverAt(event->pos());
+        break;
+    case 1:
+        selectAt(event->pos(), true, true);
+        autoScroll(event->pos());
+        break;
+    case 2:
+        if (pickedRow) {
+            moveFloatingRow(event->pos());
+        } else if (pickupArmed) {
+            const QPointF scenePoint = mapToScene(event->pos());
+            if (pressRowRect.contains(scenePoint) && qAbs(scenePoint.x() - pressScenePosition.x()) <= 10) {
+                viewport()->update();
+                break;
+            }
+            if (clickAnimation)
+                clickAnimation->stop();
+            click = 1000;
+            pickupArmed = false;
+            pickup();
+            moveFloatingRow(event->pos());
+        } else {
+            viewport()->update();
+        }
+        break;
+    default:
+        break;
+    }
+    lastScreenY = event->globalPos().y();
+}
+
+void UltimateTree::mouseReleaseEvent(QMouseEvent* event)
+{
+    const int released = event->button() == Qt::LeftButton ? 1 : event->button() == Qt::RightButton ? 2 : 3;
+    if (released != pressedButton) {
+        ignoreMoves = false;
+        return;
+    }
+    if (pressedButton == 2) {
+        if (pickedRow) {
+            drop();
+        } else {
+            emit contextMenuRequested(event->globalPos());
+            if (pickupArmed)
+                runClick(false, true);
+        }
+        pickupArmed = false;
+        pressedButton = 0;
+        if (click > 0 && !(clickAnimation && clickAnimation->state() == QAbstractAnimation::Running))
+            setClickValue(0);
+        return;
+    }
+    if (pressedItem && rowAt(event->pos()) == pressedItem) {
+        if (UltimateTreeItemButton* button = dynamic_cast<UltimateTreeItemButton*>(pressedItem))
+            button->setHovered(true);
+    }
+    runClick(false, false);
+    pressedButton = 0;
+    pressedItem = nullptr;
+    scrollingUp = scrollingDown = false;
+}
+
+void UltimateTree::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !scene)
+        return;
+    pressedButton = 1;
+    QGraphicsItem* item = rowAt(event->pos());
+    if (UltimateTreeItemButton* button = dynamic_cast<UltimateTreeItemButton*>(item)) {
+        // A quick second press on the arrow is another toggle.
+        pressedItem = button;
+        button->press();
+        return;
+    }
+    UltimateTreeItemBase* row = topItemAt(event->pos());
+    const bool keepLook = keepSelectionLook;
+    keepSelectionLook = false;
+    if (UltimateTreeItem* dataRow = qobject_cast<UltimateTreeItem*>(row)) {
+        setCurrentRow(dataRow);
+        QPointer<UltimateTreeItem> guard(dataRow);
+        whenItemDoubleClicked(dataRow);
+        if (guard && guard->childCount() > 0) {
+            guard->toggle();
+            ignoreMoves = true;
+            QTimer::singleShot(1, this, [this]() { ignoreMoves = false; });
+        }
+    } else if (row && row == filler) {
+        setCurrentRow(filler);
+        emit itemDoubleClicked(nullptr, 0);
+    } else {
+        whenEmptySpaceDoubleClicked();
+    }
+    keepSelectionLook = keepLook;
+}
+
+void UltimateTree::whenItemDoubleClicked(UltimateTreeItem* item)
+{
+    emit itemDoubleClicked(item, 0);
+}
+
+void UltimateTree::whenEmptySpaceDoubleClicked()
+{
+    emit emptySpaceDoubleClicked();
+}
+
+void UltimateTree::keyPressEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+    if ((key == Qt::Key_Up || key == Qt::Key_Down) && modifiers == Qt::NoModifier) {
+        UltimateTreeItem* row = currentRow();
+        if (!row)
+            return;
+        // Only the top level is walked; a child counts as index -1.
+        const int index = rows.indexOf(row);
+        const int target = key == Qt::Key_Up ? index - 1 : index + 1;
+        if (target >= 0 && target < rows.size())
+            setCurrentRow(rows.at(target));
+        return;
+    }
+    if (key == Qt::Key_Delete && modifiers == Qt::NoModifier) {
+        QGraphicsView::keyPressEvent(event);
+        emit onDeleteKeyPress();
+        return;
+    }
+    if (key == Qt::Key_R && modifiers == Qt::ShiftModifier) {
+        recountContent();
+        return;
+    }
+    if (modifiers == Qt::ControlModifier && (key == Qt::Key_C || key == Qt::Key_X || key == Qt::Key_V)) {
+        QGraphicsView::keyPressEvent(event);
+        if (key == Qt::Key_C)
+            emit onCopyKeyPress();
+        else if (key == Qt::Key_X)
+            emit onCutKeyPress();
+        else
+            emit onPasteKeyPress();
+        return;
+    }
+    QGraphicsView::keyPressEvent(event);
+}
+
+void UltimateTree::focusInEvent(QFocusEvent* event)
+{
+    QGraphicsView::focusInEvent(event);
+    if (!keepSelectionLook && current)
+        current->setSelected(true);
+    popupOpen = false;
+}
+
+void UltimateTree::focusOutEvent(QFocusEvent* event)
+{
+    QGraphicsView::focusOutEvent(event);
+    if (keepSelectionLook) {
+        popupOpen = false;
+        return;
+    }
+    if (!popupOpen) {
+        if (current)
+            current->setSelected(false);
+        whenFocusOut();
+        pressedButton = 0;
+        setHoveredRow(nullptr, true);
+    }
+    popupOpen = false;
+}
+
+void UltimateTree::whenFocusOut()
+{
+    if (clickAnimation)
+        clickAnimation->stop();
+}
+
+bool UltimateTree::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::Enter) {
+        mouseInside = true;
+        if (!popupOpen)
+            updateHoverAt(viewport()->mapFromGlobal(QCursor::pos()));
+    } else if (event->type() == QEvent::Leave) {
+        mouseInside = false;
+        if (!popupOpen) {
+            setHoveredRow(nullptr, false);
+            if (hoveredButton) {
+                hoveredButton->setHovered(false);
+                hoveredButton = nullptr;
+            }
+        }
+    }
+    return QGraphicsView::viewportEvent(event);
+}
+
+void UltimateTree::wheelEvent(QWheelEvent* event)
+{
+    QGraphicsView::wheelEvent(event);
+    if (pressedButton == 0 && mouseInside)
+        updateHoverAt(viewport()->mapFromGlobal(QCursor::pos()));
+}
+
+void UltimateTree::pickupItem()
+{
+    if (!pickupArmed || pickedRow || pressedButton != 2)
+        return;
+    pickupArmed = false;
+    pickup();
+    if (pickedRow)
+        moveFloatingRow(viewport()->mapFromGlobal(QCursor::pos()));
+}
+
+void UltimateTree::pickup()
+{
+    UltimateTreeItem* row = currentRow();
+    if (!row || !scene)
+        return;
+    row->collapse(false);
+    pickupY = row->y();
+    pressRowRect = row->sceneBoundingRect();
+    UltimateTreeItem* previous = row->previousVisible();
+    dragging = true;
+    contentHeight += row->height;
+    removeRow(row);
+    dropAfter = previous;
+    pickedRow = row;
+    if (filler)
+        filler->setFillerVisible(false);
+    scene->addItem(row);
+    row->setOpacity(0.5);
+    row->dragged = true;
+    row->setZValue(10);
+    row->show();
+    setHoveredRow(nullptr, true);
+}
+
+void UltimateTree::moveFloatingRow(const QPoint& point)
+{
+    if (!pickedRow)
+        return;
+    const QPointF scenePoint = mapToScene(point);
+    pickedRow->setPos(scenePoint - pressOffset);
+    autoScroll(point);
+    const QRectF visible = mapToScene(viewport()->rect()).boundingRect();
+    for (QGraphicsItem* item : scene->items(visible)) {
+        if (item->parentItem() || item == pickedRow || item == filler)
+            continue;
+        if (UltimateTreeItem* row = qobject_cast<UltimateTreeItem*>(dynamic_cast<QObject*>(item)))
+            makeWay(row, scenePoint.y());
+    }
+    viewport()->update();
+}
+
+void UltimateTree::makeWay(UltimateTreeItem* row, double pointerY)
+{
+    const double h = row->homeY;
+    const double height = row->height;
+    double target = h;
+    if (pickupY > h) {
+        if (pointerY > h + height) {
+            target = h;
+            if (pointerY <= h + 2 * height)
+                dropAfter = row;
+        } else if (pointerY < h + height) {
+            target = h + height;
+            if (row == firstRow)
+                dropAfter = nullptr;
+        }
+    } else {
+        if (pointerY > h) {
+            target = h - height;
+            if (pointerY <= h + height)
+                dropAfter = row;
+        } else if (pointerY < h) {
+            target = h;
+            if (row == firstRow)
+                dropAfter = nullptr;
+        }
+    }
+    row->glideTo(target);
+}
+
+void UltimateTree::autoScroll(const QPoint& point)
+{
+    const int y = point.y();
+    const int quarter = qMax(1, rowHeight / 4);
+    const int screenY = QCursor::pos().y();
+    if (y < 2) {
+        if (!scrollingUp) {
+            scrollingUp = true;
+            scrollingDown = false;
+            scrollAnchor = mapToScene(QPoint(0, 0)).y();
+        }
+        const int n = (y / -quarter) * rowHeight;
+        if (screenY < lastScreenY) {
+            const double target = scrollAnchor - n;
+            if (target >= 0)
+                ensureVisible(QRectF(0, target, 1, 1), 50, 50);
+        } else {
+            scrollAnchor = mapToScene(QPoint(0, 0)).y();
+        }
+    } else if (y >= viewport()->height() - 1) {
+        if (!scrollingDown) {
+            scrollingDown = true;
+            scrollingUp = false;
+            scrollAnchor = mapToScene(QPoint(0, viewport()->height())).y();
+        }
+        const int n = ((y - viewport()->height()) / quarter) * rowHeight;
+        if (screenY > lastScreenY) {
+            const double target = scrollAnchor + n;
+            if (target <= sceneRect().height())
+                ensureVisible(QRectF(0, target, 1, 1), 50, 50);
+        } else {
+            scrollAnchor = mapToScene(QPoint(0, viewport()->height())).y();
+        }
+    } else {
+        scrollingUp = scrollingDown = false;
+        scrollAnchor = -1;
+    }
+}
+
+void UltimateTree::drop()
+{
+    UltimateTreeItem* row = pickedRow;
+    const double x = row->x();
+    UltimateTreeItem* after = dropAfter;
+
+    if (filler)
+        filler->setFillerVisible(true);
+    scene->removeItem(row);
+    row->setOpacity(1);
+    row->setZValue(0);
+    row->dragged = false;
+    dragging = false;
+    pickedRow = nullptr;
+    contentHeight -= row->height;
+    for (UltimateTreeItem* item = firstRow; item; item = item->nextVisible) {
+        if (item->motion)
+            item->motion->stop();
+        item->motionTargetX = item->motionTargetY = -1;
+    }
+
+    if (!after) {
+        prependRow(row);
+    } else if (after->isExpanded()) {
+        after->prependChild(row);
+        after->expand();
+    } else if (after->canHaveChildren && x > after->indent() + after->height) {
+        after->prependChild(row);
+        after->expand();
+    } else if (after->parentRow) {
+        // The row climbs out one level for every parent whose last child it
+        // follows while the pointer stands left of that parent's text.
+        UltimateTreeItem* anchor = after;
+        while (anchor->parentRow && x <= anchor->parentRow->indent() + anchor->parentRow->height
+               && anchor->parentRow->isLastChild(anchor))
+            anchor = anchor->parentRow;
+        if (anchor->parentRow)
+            anchor->parentRow->insertChildAfter(row, anchor);
+        else
+            insertRowAfter(row, anchor);
+    } else {
+        insertRowAfter(row, after);
+    }
+
+    emit itemRelocated(row);
+    setHoveredRow(row, true);
+    current = nullptr;
+    setCurrentRow(row);
+    dropAfter = nullptr;
+    if (firstRow) {
+        firstRow->setPos(0, 0);
+        firstRow->homeY = 0;
+        layoutFrom(firstRow);
+    }
+    recountContent();
+    viewport()->update();
+    if (pickupArmed)
+        runClick(false, true);
+    pressedButton = 0;
+}
+
+void UltimateTree::drawBackground(QPainter* painter, const QRectF& rect)
+{
+    QGraphicsView::drawBackground(painter, rect);
+    paintChildLines(painter, rect);
+}
+
+void UltimateTree::paintChildLines(QPainter* painter, const QRectF& exposed)
+{
+    painter->save();
+    painter->setCompositionMode(QPainter::CompositionMode_Source);
+    for (UltimateTreeItem* row = firstRow; row; row = row->nextVisible) {
+        if (row->y() > exposed.bottom())
+            break;
+        if (row->isExpanded() && row->scene()) {
+            UltimateTreeItem* last = row->lastVisibleDescendant();
+            if (last->y() + row->height < exposed.top())
+                continue;
+            const int r = rowHeight;
+            const int x = int(r * row->depthValue + r / 2.0 - 1);
+            const double y1 = row->y() + row->height;
+            const double y2 = last->y() + r / 2.0;
+            painter->fillRect(QRectF(x, y1, 2, y2 - y1), CachedColor::ListChildIndicator);
+            painter->fillRect(QRectF(x, y2, int(r / 2), 2), CachedColor::ListChildIndicator);
+        }
+    }
+    painter->restore();
+}
