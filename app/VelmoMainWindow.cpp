@@ -1,13 +1,15 @@
 #include "app/VelmoMainWindow.h"
 
 #include "app/HudDocument.h"
-#include "app/HudListItem.h"
 #include "app/HudPreviewLayer.h"
 #include "app/JsonFile.h"
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
 #include "widgets/MessagePrompts.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -19,9 +21,9 @@
 #include <QGuiApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QJsonArray>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
@@ -29,7 +31,6 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QStyle>
-#include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -57,6 +58,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
     setAcceptDrops(true);
     buildMenus();
+    setupHudList();
     editor->setScreenSize(screenWidth, screenHeight);
     QMetaObject::connectSlotsByName(this);
     openStartProject();
@@ -64,9 +66,9 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
 
 VelmoMainWindow::~VelmoMainWindow()
 {
-    // Rows own their HUD objects; clear them before the widgets go.
+    // Rows own their HUD objects; free them before the widgets go.
     hudList->blockSignals(true);
-    hudList->clear();
+    hudList->tree()->clear();
     if (theMainWindow == this)
         theMainWindow = nullptr;
 }
@@ -146,16 +148,8 @@ void VelmoMainWindow::buildForm()
     headerLayout->addWidget(removeHudButton);
     hudLayout->addWidget(header);
 
-    hudList = new QTreeWidget(hudContainer);
+    hudList = new UltimateTreeWidget(hudContainer);
     hudList->setObjectName(QStringLiteral("hudList"));
-    hudList->setColumnCount(2);
-    hudList->setHeaderHidden(true);
-    hudList->setRootIsDecorated(false);
-    hudList->setUniformRowHeights(true);
-    hudList->header()->setStretchLastSection(true);
-    hudList->header()->setSectionResizeMode(0, QHeaderView::Fixed);
-    hudList->setColumnWidth(0, 18);
-    hudList->setAlternatingRowColors(true);
     hudLayout->addWidget(hudList, 1);
     mainLayout->addWidget(hudContainer);
     pages->addWidget(mainWidget);
@@ -173,6 +167,96 @@ void VelmoMainWindow::buildForm()
     centralLayout->addWidget(widget, 1);
     centralLayout->addWidget(widget_2);
     setCentralWidget(centralwidget);
+}
+
+void VelmoMainWindow::setupHudList()
+{
+    UltimateTree* tree = hudList->tree();
+    hudList->setClipboardId(QStringLiteral("VELMORAHUD"));
+    tree->setColumnCount(2);
+    tree->setColumnWidth(0, 18);
+    tree->setColumnAlignment(0, Qt::AlignHCenter);
+    tree->setRowHeight(20);
+    tree->setTextOffset(4);
+    tree->setRelocationEnabled(true);
+    tree->setRowDeleter([](UltimateTreeItem* row) { delete row->userData(); });
+    hudList->connectClipboardKeys();
+    hudList->setListFunctions(
+        [](QJsonObject* object) {
+            const QString name = object->value(QStringLiteral("Name")).toString();
+            return name.isEmpty() ? tr("New HUD") : name;
+        },
+        [this](UltimateTreeItem* row, QJsonObject* object) {
+            preparePastedHud(object);
+            row->setId(HudEntry::Custom);
+            fillHudRow(row);
+            markChanged();
+        });
+    // A copy takes the components as the canvas shows them now.
+    hudList->setCopyHook([this](UltimateTreeItem*) { storeSceneIntoCurrentHud(); });
+    // The Map and Battle HUDs can't be cut or deleted.
+    hudList->setDeleteCheck([this](UltimateTreeItem* row) {
+        if (row->id() != HudEntry::Custom)
+            return false;
+        markChanged();
+        return true;
+    });
+    tree->startView();
+
+    hudMenu = new QMenu(this);
+    actionDeleteHud = hudMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete HUD"));
+    connect(actionDeleteHud, &QAction::triggered, this, &VelmoMainWindow::deleteHUD);
+    hudList->setupContextActions(hudMenu, QT_TR_NOOP("Copy HUD"), QT_TR_NOOP("Cut HUD"), QT_TR_NOOP("Paste"));
+
+    // currentItemChanged and customContextMenuRequested reach their
+    // on_hudList_ slots by name.
+    connect(hudList, &UltimateTreeWidget::onDeleteKeyPress, this, &VelmoMainWindow::deleteHUD);
+    // A new order of HUDs is saved work like any other.
+    connect(hudList, &UltimateTreeWidget::itemRelocated, this, &VelmoMainWindow::markChanged);
+}
+
+void VelmoMainWindow::fillHudRow(UltimateTreeItem* row)
+{
+    const QJsonObject& object = *row->userData();
+    row->setText(0, HudDocument::marker(object));
+    row->setText(1, HudDocument::displayName(row->id(), object));
+    row->setItalic(1, row->id() != HudEntry::Custom);
+}
+
+void VelmoMainWindow::preparePastedHud(QJsonObject* object)
+{
+    QVector<HudEntry> entries;
+    for (int i = 0; i < hudList->tree()->rowCount(); ++i) {
+        const UltimateTreeItem* row = hudList->tree()->row(i);
+        entries.append(HudEntry{row->id(), *row->userData()});
+    }
+    object->insert(QStringLiteral("ID"), HudDocument::newIdentifier(HudDocument::identifiers(entries)));
+    if (!object->contains(QStringLiteral("Name")))
+        object->insert(QStringLiteral("Name"), tr("New HUD"));
+    if (!object->contains(QStringLiteral("IsHUD")))
+        object->insert(QStringLiteral("IsHUD"), true);
+    if (!object->contains(QStringLiteral("Background")))
+        object->insert(QStringLiteral("Background"), QString());
+}
+
+void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
+{
+    UltimateTreeItem* current = hudList->tree()->currentRow();
+    const bool custom = current && current->id() == HudEntry::Custom;
+    actionDeleteHud->setVisible(custom);
+    const QList<QAction*> actions = hudMenu->actions();
+    // Delete, separator, copy, cut, paste.
+    const QString name = current ? HudDocument::displayName(current->id(), *current->userData()) : QString();
+    hudList->updateContextActions(actions, current, name, 2, 3, 4);
+    actions.at(3)->setVisible(custom);
+    hudList->tree()->setPopupOpen(true);
+    hudMenu->popup(pos);
+}
+
+void VelmoMainWindow::storeSceneIntoCurrentHud()
+{
+    if (UltimateTreeItem* item = currentHud())
+        item->userData()->insert(QStringLiteral("HUD"), editor->toJson());
 }
 
 void VelmoMainWindow::buildMenus()
@@ -272,45 +356,53 @@ bool VelmoMainWindow::loadHUDs()
     documentRoot = document.root;
     damagedHudFile = document.damagedFile;
 
+    UltimateTree* tree = hudList->tree();
     hudList->blockSignals(true);
-    hudList->clear();
+    tree->clear();
     hudList->blockSignals(false);
     editor->clear();
     removeHudButton->setEnabled(false);
-    for (const HudEntry& entry : document.entries)
-        hudList->addTopLevelItem(new HudListItem(entry.type, entry.object));
+    for (const HudEntry& entry : document.entries) {
+        UltimateTreeItem* row = new UltimateTreeItem();
+        row->setId(entry.type);
+        row->setUserData(new QJsonObject(entry.object));
+        fillHudRow(row);
+        tree->addRow(row);
+    }
     if (document.currentIndex >= 0)
-        hudList->setCurrentItem(hudList->topLevelItem(document.currentIndex));
+        tree->setCurrentRow(tree->row(document.currentIndex));
     return true;
 }
 
-HudListItem* VelmoMainWindow::currentHud() const
+UltimateTreeItem* VelmoMainWindow::currentHud() const
 {
-    return static_cast<HudListItem*>(hudList->currentItem());
+    return hudList->tree()->currentRow();
 }
 
-void VelmoMainWindow::applySceneSize(const HudListItem* item)
+void VelmoMainWindow::applySceneSize(const UltimateTreeItem* item)
 {
-    isSizedHUD = HudDocument::hasOwnSize(item->hudType(), *item->object());
+    const QJsonObject& object = *item->userData();
+    isSizedHUD = HudDocument::hasOwnSize(item->id(), object);
     if (isSizedHUD)
-        editor->setScreenSize(HudDocument::ownWidth(*item->object()), HudDocument::ownHeight(*item->object()));
+        editor->setScreenSize(HudDocument::ownWidth(object), HudDocument::ownHeight(object));
     else
         editor->setScreenSize(screenWidth, screenHeight);
 }
 
-void VelmoMainWindow::on_hudList_currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous)
+void VelmoMainWindow::on_hudList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem* previous)
 {
-    if (previous)
-        static_cast<HudListItem*>(previous)->object()->insert(QStringLiteral("HUD"), editor->toJson());
+    if (previous && previous->userData())
+        previous->userData()->insert(QStringLiteral("HUD"), editor->toJson());
+    removeHudButton->setEnabled(current && current->id() == HudEntry::Custom);
     if (current) {
         // Loading another HUD into the canvas is no edit.
         const bool wasChanged = isChanged;
-        HudListItem* item = static_cast<HudListItem*>(current);
         editor->clear();
-        applySceneSize(item);
-        editor->loadFromJson(item->object()->value(QStringLiteral("HUD")).toArray());
-        removeHudButton->setEnabled(item->hudType() == HudEntry::Custom);
+        applySceneSize(current);
+        editor->loadFromJson(current->userData()->value(QStringLiteral("HUD")).toArray());
         isChanged = wasChanged;
+    } else {
+        editor->clear();
     }
     refreshBackground();
     updateCommandStates();
@@ -318,25 +410,21 @@ void VelmoMainWindow::on_hudList_currentItemChanged(QTreeWidgetItem* current, QT
 
 void VelmoMainWindow::refreshBackground()
 {
-    const HudListItem* item = currentHud();
-    const QString path = item ? item->object()->value(QStringLiteral("Background")).toString() : QString();
+    const UltimateTreeItem* item = currentHud();
+    const QString path = item ? item->userData()->value(QStringLiteral("Background")).toString() : QString();
     editor->setBackground(path.isEmpty() ? QPixmap() : QPixmap(path));
 }
 
 void VelmoMainWindow::deleteHUD()
 {
-    HudListItem* item = currentHud();
-    if (item && item->hudType() == HudEntry::Custom) {
+    UltimateTreeItem* item = currentHud();
+    if (item && item->id() == HudEntry::Custom) {
         const QString question = tr("Are you sure you wish to delete \"%1\"?")
-                                     .arg(item->object()->value(QStringLiteral("Name")).toString());
-        if (MessagePrompts::confirm(this, tr("HUD Delete Confirmation"), question)) {
-            // The canvas holds the deleted HUD; let the next current one load
-            // without storing it back.
-            hudList->blockSignals(true);
-            delete item;
-            hudList->blockSignals(false);
-            on_hudList_currentItemChanged(hudList->currentItem(), nullptr);
-        }
+                                     .arg(item->userData()->value(QStringLiteral("Name")).toString());
+        // The row leaves without its canvas being stored back; the next row
+        // becomes current and loads.
+        if (MessagePrompts::confirm(this, tr("HUD Delete Confirmation"), question))
+            hudList->deleteRowSelectNext(item);
     }
     markChanged();
 }
@@ -385,13 +473,13 @@ void VelmoMainWindow::SaveProject()
         isChanged = false;
         return;
     }
-    if (HudListItem* item = currentHud())
-        item->object()->insert(QStringLiteral("HUD"), editor->toJson());
+    storeSceneIntoCurrentHud();
 
     QVector<HudEntry> entries;
-    entries.reserve(hudList->topLevelItemCount());
-    for (int i = 0; i < hudList->topLevelItemCount(); ++i)
-        entries.append(static_cast<HudListItem*>(hudList->topLevelItem(i))->entry());
+    const UltimateTree* tree = hudList->tree();
+    entries.reserve(tree->rowCount());
+    for (int i = 0; i < tree->rowCount(); ++i)
+        entries.append(HudEntry{tree->row(i)->id(), *tree->row(i)->userData()});
     QStringList backgrounds;
     const QJsonObject document = HudDocument::assemble(documentRoot, entries, &backgrounds);
 

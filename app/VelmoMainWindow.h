@@ -5,15 +5,15 @@
 #include <QMainWindow>
 #include <QProcess>
 
-class HudListItem;
 class HudPreviewLayer;
 class QAction;
 class QLabel;
 class QMimeData;
 class QPushButton;
 class QStackedLayout;
-class QTreeWidget;
-class QTreeWidgetItem;
+class QMenu;
+class UltimateTreeItem;
+class UltimateTreeWidget;
 
 // The program's one top-level window and the owner of the open project: its
 // folder, the cached RPG Maker data, the HUD list and the canvas.
@@ -49,16 +49,17 @@ public:
     // Marks unsaved changes, as every edit does.
     void markChanged();
 
-    QTreeWidget* hudListWidget() const { return hudList; }
+    UltimateTreeWidget* hudListWidget() const { return hudList; }
     HudPreviewLayer* editorView() const { return editor; }
 
     // Whether a drag carries a project file this window accepts.
     static bool acceptsProjectDrop(const QMimeData* mime);
 
 public slots:
-    void on_hudList_currentItemChanged(QTreeWidgetItem* current, QTreeWidgetItem* previous);
     void deleteHUD();
+    void on_hudList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem* previous);
     void on_removeHudButton_clicked();
+    void on_hudList_customContextMenuRequested(const QPoint& pos);
     void on_openRMProject_clicked();
     void OpenProject();
     void ReloadProject();
@@ -82,8 +83,15 @@ private:
     void saveWindowState();
     void updateCommandStates();
     void refreshBackground();
-    HudListItem* currentHud() const;
-    void applySceneSize(const HudListItem* item);
+    void setupHudList();
+    UltimateTreeItem* currentHud() const;
+    void applySceneSize(const UltimateTreeItem* item);
+    // Stores the canvas's components into the current HUD's object.
+    void storeSceneIntoCurrentHud();
+    // A pasted HUD object becomes a new custom HUD: a fresh "ID" always, a name
+    // and "IsHUD" when it has none.
+    void preparePastedHud(QJsonObject* object);
+    static void fillHudRow(UltimateTreeItem* row);
 
     int windowStyle;
     bool nativeMenuBar;
@@ -115,7 +123,9 @@ private:
     QWidget* noProjectPage = nullptr;
     QWidget* mainWidget = nullptr;
     QPushButton* openRMProject = nullptr;
-    QTreeWidget* hudList = nullptr;
+    UltimateTreeWidget* hudList = nullptr;
+    QMenu* hudMenu = nullptr;
+    QAction* actionDeleteHud = nullptr;
     QPushButton* removeHudButton = nullptr;
     HudPreviewLayer* editor = nullptr;
     QLabel* statusLabel = nullptr;

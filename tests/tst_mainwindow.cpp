@@ -15,7 +15,11 @@
 #include <QPushButton>
 #include <QStackedLayout>
 #include <QTimer>
-#include <QTreeWidget>
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QClipboard>
 
 #include <functional>
 
@@ -95,17 +99,27 @@ private:
             qWarning("window not active");
         return window.get();
     }
-    QTreeWidget* list() const { return window->hudListWidget(); }
+    UltimateTree* list() const { return window->hudListWidget()->tree(); }
     bool editorPageShown() const
     {
         return window->findChild<QWidget*>(QStringLiteral("mainWidget"))->isVisible()
             && !window->findChild<QWidget*>(QStringLiteral("NoProjectPage"))->isVisible();
     }
+    QPoint rowPoint(int row, int dy = 0) const
+    {
+        UltimateTreeItem* item = list()->row(row);
+        return list()->mapFromScene(QPointF(60, item->y() + item->rowHeight() / 2.0 + dy));
+    }
     void clickRow(int row)
     {
-        QTreeWidgetItem* item = list()->topLevelItem(row);
-        const QRect rect = list()->visualItemRect(item);
-        QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
+        QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(row));
+    }
+    QStringList rowNames() const
+    {
+        QStringList names;
+        for (int i = 0; i < list()->rowCount(); ++i)
+            names.append(list()->row(i)->text(1));
+        return names;
     }
     void pressSave()
     {
@@ -139,13 +153,13 @@ private slots:
         QVERIFY(editorPageShown());
         QCOMPARE(window->windowTitle(), QStringLiteral("Velmora"));
         QCOMPARE(window->screenSize(), QSize(816, 624));
-        QCOMPARE(list()->topLevelItemCount(), 2);
-        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Map HUD"));
-        QCOMPARE(list()->topLevelItem(1)->text(1), QStringLiteral("Battle HUD"));
-        QCOMPARE(list()->topLevelItem(0)->text(0), QStringLiteral("✦"));
-        QVERIFY(list()->topLevelItem(0)->font(1).italic());
-        QVERIFY(list()->topLevelItem(1)->font(1).italic());
-        QCOMPARE(list()->currentItem(), list()->topLevelItem(0));
+        QCOMPARE(list()->rowCount(), 2);
+        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
+        QCOMPARE(list()->row(1)->text(1), QStringLiteral("Battle HUD"));
+        QCOMPARE(list()->row(0)->text(0), QStringLiteral("✦"));
+        QVERIFY(list()->row(0)->isItalic(1));
+        QVERIFY(list()->row(1)->isItalic(1));
+        QCOMPARE(list()->currentRow(), list()->row(0));
         QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
         QCOMPARE(window->editorView()->screenSize(), QSize(816, 624));
         QVERIFY(!window->projectIsChanged());
@@ -154,7 +168,7 @@ private slots:
 
         // Switching HUDs by mouse is no edit.
         clickRow(1);
-        QCOMPARE(list()->currentItem(), list()->topLevelItem(1));
+        QCOMPARE(list()->currentRow(), list()->row(1));
         QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraBattleHUD.json"));
         QVERIFY(!window->projectIsChanged());
         // Opened and looked at: no file.
@@ -195,19 +209,19 @@ private slots:
         const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
         TestEnvironment::writeFile(TestEnvironment::documentPath(project), original);
         openWindow(project);
-        QCOMPARE(list()->topLevelItemCount(), 5);
+        QCOMPARE(list()->rowCount(), 5);
         // "Map" is 3: that row is current and shows the screen size.
-        QCOMPARE(list()->currentItem(), list()->topLevelItem(3));
-        QCOMPARE(list()->topLevelItem(3)->text(1), QStringLiteral("Map HUD"));
-        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Battle HUD"));
+        QCOMPARE(list()->currentRow(), list()->row(3));
+        QCOMPARE(list()->row(3)->text(1), QStringLiteral("Map HUD"));
+        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Battle HUD"));
         QCOMPARE(window->editorView()->screenSize(), QSize(1280, 720));
 
         // A custom component takes its own size; a HUD without "IsHUD" too.
         clickRow(2);
-        QCOMPARE(list()->topLevelItem(2)->text(0), QStringLiteral(" •"));
+        QCOMPARE(list()->row(2)->text(0), QStringLiteral(" •"));
         QCOMPARE(window->editorView()->screenSize(), QSize(240, 64));
         clickRow(4);
-        QCOMPARE(list()->topLevelItem(4)->text(0), QStringLiteral("✦"));
+        QCOMPARE(list()->row(4)->text(0), QStringLiteral("✦"));
         QCOMPARE(window->editorView()->screenSize(), QSize(300, 300));
         clickRow(1);
         QCOMPARE(window->editorView()->screenSize(), QSize(1280, 720));
@@ -223,12 +237,12 @@ private slots:
         Seen seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {pressStandard(QMessageBox::No)});
         QCOMPARE(seen.title, QStringLiteral("HUD Delete Confirmation"));
         QCOMPARE(seen.text, QStringLiteral("Are you sure you wish to delete \"Statusanzeige für Böse\"?"));
-        QCOMPARE(list()->topLevelItemCount(), 5);
+        QCOMPARE(list()->rowCount(), 5);
         QVERIFY(window->projectIsChanged());
 
         seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {pressStandard(QMessageBox::Yes)});
         QCOMPARE(seen.count, 1);
-        QCOMPARE(list()->topLevelItemCount(), 4);
+        QCOMPARE(list()->rowCount(), 4);
         pressSave();
         QVERIFY(!window->projectIsChanged());
         const QJsonObject written = writtenDocument(project);
@@ -236,6 +250,106 @@ private slots:
         QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 0);
         QCOMPARE(written.value(QStringLiteral("EditorNote")), QJsonDocument::fromJson(original).object().value(QStringLiteral("EditorNote")));
         QVERIFY(!QJsonDocument(written).toJson().contains("Statusanzeige"));
+    }
+
+    void reorderingAndPastingHuds()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("reorder"));
+        openWindow(project);
+        QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
+
+        // The Battle HUD dragged above the Map HUD with the right button.
+        QWidget* viewport = list()->viewport();
+        const QPoint start = rowPoint(1);
+        QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, start);
+        for (int dy : {-8, -16, -22}) {
+            const QPoint at = start + QPoint(0, dy);
+            QMouseEvent move(QEvent::MouseMove, at, viewport->mapToGlobal(at), Qt::NoButton, Qt::RightButton,
+                             Qt::NoModifier);
+            QApplication::sendEvent(viewport, &move);
+        }
+        QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, start + QPoint(0, -22));
+        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD"}));
+        QVERIFY(window->projectIsChanged());
+        pressSave();
+        QJsonObject written = writtenDocument(project);
+        QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 1);
+        QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 0);
+        QCOMPARE(written.value(QStringLiteral("Data")).toArray().at(0).toObject().value(QStringLiteral("HUD")).toArray(),
+                 templateArray("VelmoraBattleHUD.json"));
+
+        // Copy the Map HUD (current) and paste it: a new custom HUD with its
+        // components, a fresh identifier and the default name.
+        clickRow(1);
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("VELMORAHUD{")));
+        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "New HUD"}));
+        UltimateTreeItem* pasted = list()->row(2);
+        QCOMPARE(pasted->id(), 0);
+        QCOMPARE(pasted->text(0), QStringLiteral("✦"));
+        QVERIFY(!pasted->isItalic(1));
+        const QString id = pasted->userData()->value(QStringLiteral("ID")).toString();
+        QCOMPARE(id.size(), 5);
+        // Pasting again gives another identifier, and a named HUD keeps its name.
+        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"Name\":\"Boss Bar\",\"ID\":\"%1\",\"IsHUD\":false,\"HUD\":[]}").arg(id));
+        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "Boss Bar", "New HUD"}));
+        QVERIFY(list()->row(2)->userData()->value(QStringLiteral("ID")).toString() != id);
+        QCOMPARE(list()->row(2)->text(0), QStringLiteral(" •"));
+        // Foreign clipboard text is refused.
+        QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP{\"Type\":0}"));
+        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(list()->rowCount(), 4);
+
+        // The Map HUD can't be cut; a custom HUD can.
+        QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(list()->rowCount(), 4);
+        clickRow(3);
+        QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "Boss Bar"}));
+        QCOMPARE(list()->currentRow(), list()->row(2));
+        QCOMPARE(window->editorView()->screenSize(), QSize(300, 300));
+
+        pressSave();
+        written = writtenDocument(project);
+        const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.size(), 3);
+        QCOMPARE(data.at(2).toObject().value(QStringLiteral("Name")).toString(), QStringLiteral("Boss Bar"));
+        QVERIFY(!data.at(2).toObject().contains(QStringLiteral("Background")));
+    }
+
+    void hudContextMenu()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("menu"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project),
+                                   TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json")));
+        openWindow(project);
+        QMenu* menu = nullptr;
+        auto openMenuOn = [&](int row) {
+            QTest::mouseClick(list()->viewport(), Qt::RightButton, Qt::NoModifier, rowPoint(row));
+            menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+        };
+        auto visibleTexts = [&]() {
+            QStringList texts;
+            for (QAction* action : menu->actions()) {
+                if (action->isVisible() && !action->isSeparator())
+                    texts.append(action->text());
+            }
+            menu->close();
+            return texts;
+        };
+        QApplication::clipboard()->setText(QStringLiteral("nothing to paste"));
+        openMenuOn(3);
+        QCOMPARE(visibleTexts(), QStringList({"Copy \"Map HUD\""}));
+        openMenuOn(1);
+        QCOMPARE(visibleTexts(), QStringList({"Delete HUD", "Copy \"Statusanzeige für Böse\"",
+                                              "Cut \"Statusanzeige für Böse\""}));
+        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"HUD\":[]}"));
+        openMenuOn(0);
+        QCOMPARE(visibleTexts(), QStringList({"Copy \"Battle HUD\"", "Paste \"New HUD\""}));
     }
 
     void failedSaveStaysUnsaved()
@@ -353,7 +467,7 @@ private slots:
 
         // Unreadable: the templates stand in, with no message.
         QVERIFY(window->projectIsOpen());
-        QCOMPARE(list()->topLevelItemCount(), 2);
+        QCOMPARE(list()->rowCount(), 2);
         QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
 
         window->SaveProject();
@@ -395,8 +509,8 @@ private slots:
         MorvikCSVTranslator::installLanguage(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
         openWindow(project);
         MorvikCSVTranslator::removeLanguage();
-        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Karten-HUD"));
-        QCOMPARE(list()->topLevelItem(1)->text(1), QStringLiteral("Kampf-HUD"));
+        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Karten-HUD"));
+        QCOMPARE(list()->row(1)->text(1), QStringLiteral("Kampf-HUD"));
         QCOMPARE(window->findChild<QAction*>(QStringLiteral("Action_CloseProject"))->text(),
                  QStringLiteral("Projekt schließen"));
         QCOMPARE(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->text(),
@@ -405,7 +519,7 @@ private slots:
         // Texts already built stay; a window built now is English again.
         window.reset();
         openWindow(project);
-        QCOMPARE(list()->topLevelItem(0)->text(1), QStringLiteral("Map HUD"));
+        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
     }
 
     void startUpRestoresWindowState()
