@@ -54,6 +54,7 @@ void UltimateTree::startView()
     computeViewWidth();
     if (hasFiller) {
         filler = new UltimateTreeItemFiller(this);
+        filler->setCaption(fillerCaption);
         scene->addItem(filler);
     }
     updateScene();
@@ -202,18 +203,22 @@ void UltimateTree::clear()
 
 void UltimateTree::rowVanished(UltimateTreeItem* row)
 {
-    if (hoveredRow == row)
+    if (hoveredRow == row) {
         hoveredRow = nullptr;
+        // The pointer stands still over whatever moved in under it.
+        if (mouseInside && pressedButton == 0) {
+            QTimer::singleShot(0, this, [this]() {
+                if (mouseInside && pressedButton == 0)
+                    updateHoverAt(viewport()->mapFromGlobal(QCursor::pos()) - QPoint(0, 1));
+            });
+        }
+    }
     if (pressedItem == row || (pressedItem && pressedItem->parentItem() == row))
         pressedItem = nullptr;
     if (pickedRow == row && !dragging)
         pickedRow = nullptr;
     if (dropAfter == row)
         dropAfter = nullptr;
-    if (current == row && !dragging && !row->scene()) {
-        // A row that is gone or hidden under a collapsed parent stays current
-        // only while it lives; the caller picks the next one.
-    }
 }
 
 void UltimateTree::buttonVanished(QGraphicsItem* button)
@@ -382,6 +387,7 @@ int UltimateTree::textOffsetFor(const UltimateTreeItem* row) const
 void UltimateTree::setFiller(bool on, const QString& caption)
 {
     hasFiller = on;
+    fillerCaption = caption;
     if (filler)
         filler->setCaption(caption);
     if (scene && on && !filler) {
@@ -398,7 +404,6 @@ void UltimateTree::setFiller(bool on, const QString& caption)
         filler = nullptr;
         updateScene();
     }
-    captionForFiller = caption;
 }
 
 void UltimateTree::layoutFrom(UltimateTreeItem* row)

@@ -176,7 +176,7 @@ private:
     UltimateTreeItem* dropAfter = nullptr;
     QGraphicsItem* pressedItem = nullptr;
     UltimateTreeItemButton* hoveredButton = nullptr;
-    QString captionForFiller;
+    QString fillerCaption;
     UltimateTreeWidget* owner = nullptr;
     int viewWidth = 100;
     int rowHeight = 20;
