@@ -39,6 +39,9 @@ protected:
     // Runs "hover" towards 1000 or 0; the durations are for the whole way and
     // are scaled by what is left of it.
     void animateHover(bool on, bool immediate, int upMs, int downMs);
+    // The selected look: a framed vertical gradient, tinted while a button
+    // holds the row (greener for the left button, redder for the right one).
+    void paintSelection(QPainter* painter, const QRectF& area, bool rightTint) const;
 
     UltimateTree* tree = nullptr;
     float hoverValue = 0;

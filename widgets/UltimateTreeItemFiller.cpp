@@ -56,25 +56,8 @@ void UltimateTreeItemFiller::paintRow(QPainter* painter)
     const int w = tree->getViewWidth();
     const int r = tree->getRowHeight();
     painter->save();
-    if (selected) {
-        int g = 0;
-        if (tree->clickValue() > 0 && tree->pressedMouseButton() == 1)
-            g = int(tree->clickValue() / 1000 * 25);
-        const int b = qMin(g, 8);
-        auto tinted = [g, b](const QColor& color) {
-            if (color.green() + g > 255 || color.blue() + b > 255)
-                return QColor();
-            return QColor(color.red(), color.green() + g, color.blue() + b);
-        };
-        QLinearGradient gradient(0, 2, 0, r - 4);
-        gradient.setColorAt(1.0, tinted(CachedColor::ListItemBottom));
-        gradient.setColorAt(0.0, tinted(CachedColor::ListItemTop));
-        painter->setPen(QPen(CachedColor::ListItemOutline1, 1));
-        painter->drawRect(QRectF(0.5, 0.5, w - 1, r - 1));
-        painter->setPen(QPen(CachedColor::ListItemOutline2, 1));
-        painter->drawRect(QRectF(1.5, 1.5, w - 3, r - 3));
-        painter->fillRect(QRectF(2, 2, w - 4, r - 4), gradient);
-    }
+    if (selected)
+        paintSelection(painter, QRectF(0, 0, w, r), false);
     if (hoverValue > 0) {
         painter->setOpacity(hoverValue / 1000.0);
         const double d = (hoverValue / 1000.0 + 0.5) * r;
