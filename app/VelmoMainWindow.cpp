@@ -179,6 +179,8 @@ void VelmoMainWindow::setupHudList()
     tree->setRowHeight(20);
     tree->setTextOffset(4);
     tree->setRelocationEnabled(true);
+    // The HUD being edited stays marked while the user works on the canvas.
+    tree->setKeepSelectionLook(true);
     tree->setRowDeleter([](UltimateTreeItem* row) { delete row->userData(); });
     hudList->connectClipboardKeys();
     hudList->setListFunctions(
