@@ -7,7 +7,11 @@
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
-#include "widgets/MessagePrompts.h"
+#include "app/VelmoMainTitleBar.h"
+#include "widgets/AlertDialog.h"
+#include "widgets/BRResizerRenderer.h"
+#include "widgets/ConfirmationDialog.h"
+#include "widgets/TitleBarButtons.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -47,7 +51,7 @@ VelmoMainWindow* VelmoMainWindow::instance()
 
 VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QString& theme,
                                  const QString& language, QWidget* parent)
-    : QMainWindow(parent), windowStyle(windowStyle), nativeMenuBar(nativeMenuBar), theme(theme),
+    : CFramelessWindow(windowStyle, parent), windowStyle(windowStyle), nativeMenuBar(nativeMenuBar), theme(theme),
       language(language), screenWidth(ProjectData::DefaultScreenWidth),
       screenHeight(ProjectData::DefaultScreenHeight)
 {
@@ -56,6 +60,16 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     setWindowTitle(tr("Velmora"));
     setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
     setAcceptDrops(true);
+    titleBar = new VelmoMainTitleBar(windowStyle, nativeMenuBar, this);
+    setMenuWidget(titleBar);
+    setTitleBar(titleBar);
+    addCaptionWidget(titleBar->captionStrip());
+    if (windowStyle != Native) {
+        connect(titleBar->minimizeButton(), &QPushButton::clicked, this, &VelmoMainWindow::minimizeWindow);
+        connect(titleBar->maximizeButton(), &QPushButton::clicked, this, &VelmoMainWindow::maximizeWindow);
+        connect(titleBar->closeButton(), &QPushButton::clicked, this, &VelmoMainWindow::closeWindow);
+        connect(titleBar->systemMenuButton(), &QPushButton::clicked, this, &VelmoMainWindow::showSystemMenu);
+    }
     buildMenus();
     editor->setScreenSize(screenWidth, screenHeight);
     QMetaObject::connectSlotsByName(this);
@@ -169,6 +183,9 @@ void VelmoMainWindow::buildForm()
     statusLabel = new QLabel(widget_2);
     statusLabel->setObjectName(QStringLiteral("statusBar"));
     stripLayout->addWidget(statusLabel);
+    BRResizerRenderer* bottomRightResizer = new BRResizerRenderer(widget_2);
+    bottomRightResizer->setObjectName(QStringLiteral("bottomRightResizer"));
+    stripLayout->addWidget(bottomRightResizer, 0, Qt::AlignRight | Qt::AlignBottom);
 
     centralLayout->addWidget(widget, 1);
     centralLayout->addWidget(widget_2);
@@ -177,8 +194,7 @@ void VelmoMainWindow::buildForm()
 
 void VelmoMainWindow::buildMenus()
 {
-    QMenuBar* bar = menuBar();
-    bar->setObjectName(QStringLiteral("menuBar"));
+    QMenuBar* bar = titleBar->menuBar();
     QMenu* file = bar->addMenu(tr("File"));
     file->setObjectName(QStringLiteral("Menu_File"));
 
@@ -202,6 +218,26 @@ void VelmoMainWindow::buildMenus()
     connect(actionReload, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
     connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
     connect(actionClose, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
+}
+
+void VelmoMainWindow::closeWindow()
+{
+    close();
+}
+
+void VelmoMainWindow::maximizeWindow()
+{
+    WindowFrameGrip::toggleMaximized(this);
+}
+
+void VelmoMainWindow::minimizeWindow()
+{
+    showMinimized();
+}
+
+void VelmoMainWindow::showSystemMenu()
+{
+    CFramelessWindow::showSystemMenu();
 }
 
 void VelmoMainWindow::openStartProject()
@@ -329,7 +365,10 @@ void VelmoMainWindow::deleteHUD()
     if (item && item->hudType() == HudEntry::Custom) {
         const QString question = tr("Are you sure you wish to delete \"%1\"?")
                                      .arg(item->object()->value(QStringLiteral("Name")).toString());
-        if (MessagePrompts::confirm(this, tr("HUD Delete Confirmation"), question)) {
+        int answer = 2;
+        ConfirmationDialog dialog(question, tr("HUD Delete Confirmation"), &answer, this, ConfirmationDialog::YesNo);
+        dialog.exec();
+        if (answer == 0) {
             // The canvas holds the deleted HUD; let the next current one load
             // without storing it back.
             hudList->blockSignals(true);
@@ -374,7 +413,7 @@ void VelmoMainWindow::ReloadProject()
     if (!isProjectOpen)
         return;
     if (!loadProjectData()) {
-        MessagePrompts::alert(this, tr("Reload Error"), tr("Could not reload data!"));
+        AlertDialog::alert(tr("Could not reload data!"), tr("Reload Error"), this);
         isProjectOpen = true;
     }
 }
@@ -404,7 +443,7 @@ void VelmoMainWindow::SaveProject()
 
     if (!saved) {
         // The project keeps its unsaved state, so closing still asks.
-        MessagePrompts::alert(this, tr("Save Error"), tr("Could not save to \"VelmoraHUD.json\"!"));
+        AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"), tr("Save Error"), this);
         isChanged = true;
     } else {
         damagedHudFile = false;
@@ -417,12 +456,15 @@ void VelmoMainWindow::SaveProject()
 
 bool VelmoMainWindow::settleUnsavedChanges(const QString& question)
 {
-    int outcome = MessagePrompts::DontSave;
-    if (isProjectOpen && isChanged)
-        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"), question);
-    if (outcome == MessagePrompts::Cancel)
+    // 0 save, 1 don't save, 2 cancel; without changes nothing is asked.
+    int outcome = 1;
+    if (isProjectOpen && isChanged) {
+        ConfirmationDialog dialog(question, tr("Save Confirmation"), &outcome, this);
+        dialog.exec();
+    }
+    if (outcome == 2)
         return false;
-    if (outcome == MessagePrompts::Save) {
+    if (outcome == 0) {
         SaveProject();
         // A save that failed leaves the work unsaved: don't throw it away.
         if (isChanged)
@@ -435,14 +477,15 @@ void VelmoMainWindow::CloseProject()
 {
     if (!isProjectOpen)
         return;
-    int outcome = MessagePrompts::DontSave;
-    if (isChanged)
-        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"),
-                                            tr("Would you like to save before closing?"));
-    if (outcome == MessagePrompts::Cancel)
+    int outcome = 1;
+    if (isChanged) {
+        ConfirmationDialog dialog(tr("Would you like to save before closing?"), tr("Save Confirmation"), &outcome, this);
+        dialog.exec();
+    }
+    if (outcome == 2)
         return;
     saveWindowState();
-    if (outcome == MessagePrompts::Save) {
+    if (outcome == 0) {
         SaveProject();
         if (isChanged)
             return;
@@ -452,16 +495,17 @@ void VelmoMainWindow::CloseProject()
 
 void VelmoMainWindow::closeEvent(QCloseEvent* event)
 {
-    int outcome = MessagePrompts::DontSave;
-    if (isProjectOpen && isChanged)
-        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"),
-                                            tr("Would you like to save before closing?"));
-    if (outcome == MessagePrompts::Cancel) {
+    int outcome = 1;
+    if (isProjectOpen && isChanged) {
+        ConfirmationDialog dialog(tr("Would you like to save before closing?"), tr("Save Confirmation"), &outcome, this);
+        dialog.exec();
+    }
+    if (outcome == 2) {
         event->ignore();
         return;
     }
     saveWindowState();
-    if (outcome == MessagePrompts::Save) {
+    if (outcome == 0) {
         SaveProject();
         if (isChanged) {
             event->ignore();
