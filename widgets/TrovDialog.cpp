@@ -33,8 +33,12 @@ TrovDialog::TrovDialog(QWidget* parent, Qt::WindowFlags flags, bool resizable)
       transitionsAllowed(dialogOpenAnimated),
       animateDarken(dialogDarkenAnimated)
 {
-    if (!nativeTitle)
+    if (!nativeTitle) {
+        // Qt gives up the frameless hint beside hints of a caption.
+        flags &= ~(Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint
+                   | Qt::WindowMinMaxButtonsHint | Qt::WindowContextHelpButtonHint | Qt::CustomizeWindowHint);
         flags |= Qt::FramelessWindowHint;
+    }
     if (!nativeTitle && !resizable)
         flags |= Qt::MSWindowsFixedSizeDialogHint;
     setWindowFlags(flags);

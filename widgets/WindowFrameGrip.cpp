@@ -1,9 +1,15 @@
 #include "widgets/WindowFrameGrip.h"
 
-#include <QApplication>
+#include <QEvent>
 #include <QMouseEvent>
 #include <QWidget>
 #include <QWindow>
+
+namespace {
+
+const int MoveThreshold = 3;
+
+}
 
 WindowFrameGrip::WindowFrameGrip(QWidget* window, HitTest hitTest, bool maximizeOnDoubleClick)
     : QObject(window), window(window), hitTest(std::move(hitTest)), maximizeOnDoubleClick(maximizeOnDoubleClick)
@@ -145,7 +151,10 @@ bool WindowFrameGrip::mouseMoved(QMouseEvent* event)
         return false;
     }
     if (drag == Drag::PendingMove) {
-        if ((event->globalPos() - pressGlobal).manhattanLength() < QApplication::startDragDistance())
+        // The window system moves the window from where the pointer is when
+        // it takes over, so it does so at the first real step; a tremble
+        // between the clicks of a double click stays below it.
+        if ((event->globalPos() - pressGlobal).manhattanLength() < MoveThreshold)
             return true;
         if (handle->startSystemMove()) {
             drag = Drag::None;
