@@ -1,6 +1,7 @@
 #include "widgets/CFramelessWindow.h"
 
 #include <QMenu>
+#include <QMoveEvent>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QtMath>
@@ -164,6 +165,14 @@ void CFramelessWindow::resizeEvent(QResizeEvent* event)
     if (isMaximized() || maximizedState)
         updateMaximizedMargins();
     QMainWindow::resizeEvent(event);
+}
+
+void CFramelessWindow::moveEvent(QMoveEvent* event)
+{
+    // The state changes before the window reaches its maximised place.
+    if (isMaximized() || maximizedState)
+        updateMaximizedMargins();
+    QMainWindow::moveEvent(event);
 }
 
 void CFramelessWindow::showSystemMenu()

@@ -198,9 +198,16 @@ void WindowFrameGrip::dragTo(const QPoint& globalPos)
 
 void WindowFrameGrip::updateCursor(FrameRegion region, const QPointF& localPos)
 {
+    lastRegion = region;
     if (isEdge(region)) {
         handle->setCursor(cursorOf(region));
         cursorShown = true;
+        // Entering a widget on the way sets that widget's cursor after this
+        // filter ran; the edge's cursor comes back once the move is handled.
+        QMetaObject::invokeMethod(this, [this]() {
+            if (handle && isEdge(lastRegion))
+                handle->setCursor(cursorOf(lastRegion));
+        }, Qt::QueuedConnection);
     } else if (cursorShown) {
         // Hand the pointer back to the widget below it.
         const QWidget* under = window->childAt(localPos.toPoint());

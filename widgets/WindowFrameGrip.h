@@ -69,6 +69,7 @@ private:
     HitTest hitTest;
     bool maximizeOnDoubleClick;
     bool cursorShown = false;
+    FrameRegion lastRegion = FrameRegion::Client;
 
     Drag drag = Drag::None;
     Qt::Edges dragEdges;
