@@ -256,6 +256,8 @@ private slots:
         owner.show();
         AlertDialog dialog(QStringLiteral("Text"), QStringLiteral("Moving"), &owner);
         QVERIFY(dialog.windowFlags() & Qt::FramelessWindowHint);
+        // Without the system's frame a line of its own surrounds the dialog.
+        QCOMPARE(dialog.contentsMargins(), QMargins(1, 1, 1, 1));
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
         CustomTitleBar* bar = dialog.titleBar();
@@ -304,10 +306,11 @@ private slots:
     void nativeTitleBarTakesTheFormsBarAway()
     {
         AlertDialog custom(QStringLiteral("Same text"), QStringLiteral("Title"));
+        const int formHeight = custom.height();
         setPreferences({false, false, false});
         AlertDialog own(QStringLiteral("Same text"), QStringLiteral("Title"));
-        const int formHeight = own.height();
-        QCOMPARE(custom.height(), formHeight);
+        // The same form, with the frame line of its own around it.
+        QCOMPARE(own.height(), formHeight + 2);
         custom.show();
         own.show();
         // The size fix leaves the dialog 30 pixels shorter with the system's title.
@@ -315,7 +318,7 @@ private slots:
         QCOMPARE(custom.titleBar()->size(), QSize(0, 0));
         QVERIFY(!(custom.windowFlags() & Qt::FramelessWindowHint));
         QTest::qWait(20);
-        QCOMPARE(own.height(), formHeight);
+        QCOMPARE(own.height(), formHeight + 2);
     }
 
     void darkenWithoutThePreferenceDoesNothing()

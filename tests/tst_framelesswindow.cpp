@@ -301,6 +301,29 @@ private slots:
         QVERIFY(hybrid.windowFlags() & Qt::FramelessWindowHint);
     }
 
+    void hybridDrawsAFrameLine()
+    {
+        CFramelessWindow hybrid(CFramelessWindow::Hybrid);
+        hybrid.setCentralWidget(new QWidget(&hybrid));
+        hybrid.setStyleSheet(QStringLiteral("QWidget { background: black; }"));
+        hybrid.setGeometry(50, 50, 300, 200);
+        hybrid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&hybrid));
+        // The line lies outside the user's margins, around the content.
+        QCOMPARE(hybrid.QMainWindow::contentsMargins(), QMargins(1, 1, 1, 1));
+        QCOMPARE(hybrid.getContentsMargins(), QMargins());
+        QCOMPARE(hybrid.centralWidget()->geometry(), QRect(1, 1, 298, 198));
+        const QImage look = hybrid.grab().toImage();
+        QCOMPARE(look.pixelColor(0, 100), QColor(0x3C, 0x3C, 0x3C));
+        QCOMPARE(look.pixelColor(150, 199), QColor(0x3C, 0x3C, 0x3C));
+        QCOMPARE(look.pixelColor(150, 100), QColor(Qt::black));
+        hybrid.showMaximized();
+        QTRY_COMPARE(hybrid.QMainWindow::contentsMargins(), QMargins());
+
+        CFramelessWindow frameless(CFramelessWindow::Frameless);
+        QCOMPARE(frameless.QMainWindow::contentsMargins(), QMargins());
+    }
+
     void titleBarButtons()
     {
         TitleBarButtons close(TitleBarButtons::Close);

@@ -2,6 +2,7 @@
 
 #include <QMenu>
 #include <QMoveEvent>
+#include <QPainter>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QtMath>
@@ -13,6 +14,7 @@ CFramelessWindow::CFramelessWindow(int style, QWidget* parent) : QMainWindow(par
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
                    | Qt::WindowMinMaxButtonsHint);
     new WindowFrameGrip(this, [this](const QPointF& globalPos) { return hitTest(globalPos); }, true);
+    applyMargins();
 }
 
 CFramelessWindow::~CFramelessWindow()
@@ -50,7 +52,7 @@ void CFramelessWindow::addCaptionWidget(QWidget* widget)
 void CFramelessWindow::setContentsMargins(const QMargins& margins)
 {
     userMargins = margins;
-    QMainWindow::setContentsMargins(userMargins + addedMargins);
+    applyMargins();
 }
 
 void CFramelessWindow::setContentsMargins(int left, int top, int right, int bottom)
@@ -68,7 +70,7 @@ void CFramelessWindow::showFullScreen()
     if (style != Native && maximizedState) {
         addedMargins = QMargins();
         maximizedState = false;
-        QMainWindow::setContentsMargins(userMargins);
+        applyMargins();
     }
     QMainWindow::showFullScreen();
 }
@@ -142,13 +144,33 @@ void CFramelessWindow::updateMaximizedMargins()
         const QScreen* current = screen();
         addedMargins = current ? marginsOutside(frameGeometry(), current->availableGeometry()) : QMargins();
         maximizedState = true;
-        QMainWindow::setContentsMargins(userMargins + addedMargins);
     } else if (maximizedState) {
         addedMargins = QMargins();
         maximizedState = false;
-        QMainWindow::setContentsMargins(userMargins);
         update();
     }
+    applyMargins();
+}
+
+bool CFramelessWindow::drawsFrameLine() const
+{
+    return style == Hybrid && !isMaximized() && !isFullScreen();
+}
+
+void CFramelessWindow::applyMargins()
+{
+    const int line = drawsFrameLine() ? 1 : 0;
+    QMainWindow::setContentsMargins(userMargins + addedMargins + QMargins(line, line, line, line));
+}
+
+void CFramelessWindow::paintEvent(QPaintEvent* event)
+{
+    QMainWindow::paintEvent(event);
+    if (!drawsFrameLine())
+        return;
+    QPainter painter(this);
+    painter.setPen(isActiveWindow() ? QColor(0x3C, 0x3C, 0x3C) : QColor(0x2E, 0x2E, 0x2E));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void CFramelessWindow::changeEvent(QEvent* event)

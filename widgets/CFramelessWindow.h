@@ -12,7 +12,8 @@
 // from every edge and corner, maximising by double click and the window
 // manager's snapping stay the system's. Native keeps the system's frame.
 //
-// Linux has no frame without a caption, so Hybrid runs like Frameless there.
+// Linux has no system frame without a caption, so in Hybrid the window draws
+// a thin frame line of its own while it isn't maximised.
 class CFramelessWindow : public QMainWindow
 {
     Q_OBJECT
@@ -63,12 +64,16 @@ protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private slots:
     void onTitleBarDestroyed();
 
 private:
     void updateMaximizedMargins();
+    // The user's margins, the maximised ones and the Hybrid frame line.
+    void applyMargins();
+    bool drawsFrameLine() const;
 
     int style;
     QPointer<QWidget> bar;

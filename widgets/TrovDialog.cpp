@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPropertyAnimation>
 #include <QPushButton>
 #include <QTimer>
@@ -42,6 +43,9 @@ TrovDialog::TrovDialog(QWidget* parent, Qt::WindowFlags flags, bool resizable)
     if (!nativeTitle && !resizable)
         flags |= Qt::MSWindowsFixedSizeDialogHint;
     setWindowFlags(flags);
+    // Without the system's frame the dialog draws a line of its own around it.
+    if (!nativeTitle)
+        setContentsMargins(1, 1, 1, 1);
     setFocusPolicy(Qt::ClickFocus);
     setFocus();
     if (!nativeTitle) {
@@ -231,10 +235,12 @@ bool TrovDialog::event(QEvent* event)
         }
         if (bar)
             bar->setActive(true);
+        update();
         break;
     case QEvent::WindowDeactivate:
         if (bar)
             bar->setActive(false);
+        update();
         break;
     case QEvent::ScreenChangeInternal:
         // One pixel taller and back redraws the dialog at the new scale.
@@ -247,6 +253,16 @@ bool TrovDialog::event(QEvent* event)
         break;
     }
     return QDialog::event(event);
+}
+
+void TrovDialog::paintEvent(QPaintEvent* event)
+{
+    QDialog::paintEvent(event);
+    if (nativeTitle)
+        return;
+    QPainter painter(this);
+    painter.setPen(isActiveWindow() ? QColor(0x3C, 0x3C, 0x3C) : QColor(0x2E, 0x2E, 0x2E));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 void TrovDialog::keyPressEvent(QKeyEvent* event)
