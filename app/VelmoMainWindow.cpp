@@ -6,7 +6,11 @@
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
-#include "widgets/MessagePrompts.h"
+#include "app/VelmoMainTitleBar.h"
+#include "widgets/AlertDialog.h"
+#include "widgets/BRResizerRenderer.h"
+#include "widgets/ConfirmationDialog.h"
+#include "widgets/TitleBarButtons.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
@@ -48,7 +52,7 @@ VelmoMainWindow* VelmoMainWindow::instance()
 
 VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QString& theme,
                                  const QString& language, QWidget* parent)
-    : QMainWindow(parent), windowStyle(windowStyle), nativeMenuBar(nativeMenuBar), theme(theme),
+    : CFramelessWindow(windowStyle, parent), windowStyle(windowStyle), nativeMenuBar(nativeMenuBar), theme(theme),
       language(language), screenWidth(ProjectData::DefaultScreenWidth),
       screenHeight(ProjectData::DefaultScreenHeight)
 {
@@ -57,6 +61,16 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     setWindowTitle(tr("Velmora"));
     setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
     setAcceptDrops(true);
+    titleBar = new VelmoMainTitleBar(windowStyle, nativeMenuBar, this);
+    setMenuWidget(titleBar);
+    setTitleBar(titleBar);
+    addCaptionWidget(titleBar->captionStrip());
+    if (windowStyle != Native) {
+        connect(titleBar->minimizeButton(), &QPushButton::clicked, this, &VelmoMainWindow::minimizeWindow);
+        connect(titleBar->maximizeButton(), &QPushButton::clicked, this, &VelmoMainWindow::maximizeWindow);
+        connect(titleBar->closeButton(), &QPushButton::clicked, this, &VelmoMainWindow::closeWindow);
+        connect(titleBar->systemMenuButton(), &QPushButton::clicked, this, &VelmoMainWindow::showSystemMenu);
+    }
     buildMenus();
     setupHudList();
     editor->setScreenSize(screenWidth, screenHeight);
@@ -163,6 +177,9 @@ void VelmoMainWindow::buildForm()
     statusLabel = new QLabel(widget_2);
     statusLabel->setObjectName(QStringLiteral("statusBar"));
     stripLayout->addWidget(statusLabel);
+    BRResizerRenderer* bottomRightResizer = new BRResizerRenderer(widget_2);
+    bottomRightResizer->setObjectName(QStringLiteral("bottomRightResizer"));
+    stripLayout->addWidget(bottomRightResizer, 0, Qt::AlignRight | Qt::AlignBottom);
 
     centralLayout->addWidget(widget, 1);
     centralLayout->addWidget(widget_2);
@@ -263,8 +280,7 @@ void VelmoMainWindow::storeSceneIntoCurrentHud()
 
 void VelmoMainWindow::buildMenus()
 {
-    QMenuBar* bar = menuBar();
-    bar->setObjectName(QStringLiteral("menuBar"));
+    QMenuBar* bar = titleBar->menuBar();
     QMenu* file = bar->addMenu(tr("File"));
     file->setObjectName(QStringLiteral("Menu_File"));
 
@@ -288,6 +304,26 @@ void VelmoMainWindow::buildMenus()
     connect(actionReload, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
     connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
     connect(actionClose, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
+}
+
+void VelmoMainWindow::closeWindow()
+{
+    close();
+}
+
+void VelmoMainWindow::maximizeWindow()
+{
+    WindowFrameGrip::toggleMaximized(this);
+}
+
+void VelmoMainWindow::minimizeWindow()
+{
+    showMinimized();
+}
+
+void VelmoMainWindow::showSystemMenu()
+{
+    CFramelessWindow::showSystemMenu();
 }
 
 void VelmoMainWindow::openStartProject()
@@ -423,9 +459,12 @@ void VelmoMainWindow::deleteHUD()
     if (item && item->id() == HudEntry::Custom) {
         const QString question = tr("Are you sure you wish to delete \"%1\"?")
                                      .arg(item->userData()->value(QStringLiteral("Name")).toString());
+        int answer = 2;
+        ConfirmationDialog dialog(question, tr("HUD Delete Confirmation"), &answer, this, ConfirmationDialog::YesNo);
+        dialog.exec();
         // The row leaves without its canvas being stored back; the next row
         // becomes current and loads.
-        if (MessagePrompts::confirm(this, tr("HUD Delete Confirmation"), question))
+        if (answer == 0)
             hudList->deleteRowSelectNext(item);
     }
     markChanged();
@@ -464,7 +503,7 @@ void VelmoMainWindow::ReloadProject()
     if (!isProjectOpen)
         return;
     if (!loadProjectData()) {
-        MessagePrompts::alert(this, tr("Reload Error"), tr("Could not reload data!"));
+        AlertDialog::alert(tr("Could not reload data!"), tr("Reload Error"), this);
         isProjectOpen = true;
     }
 }
@@ -494,7 +533,7 @@ void VelmoMainWindow::SaveProject()
 
     if (!saved) {
         // The project keeps its unsaved state, so closing still asks.
-        MessagePrompts::alert(this, tr("Save Error"), tr("Could not save to \"VelmoraHUD.json\"!"));
+        AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"), tr("Save Error"), this);
         isChanged = true;
     } else {
         damagedHudFile = false;
@@ -507,12 +546,15 @@ void VelmoMainWindow::SaveProject()
 
 bool VelmoMainWindow::settleUnsavedChanges(const QString& question)
 {
-    int outcome = MessagePrompts::DontSave;
-    if (isProjectOpen && isChanged)
-        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"), question);
-    if (outcome == MessagePrompts::Cancel)
+    // 0 save, 1 don't save, 2 cancel; without changes nothing is asked.
+    int outcome = 1;
+    if (isProjectOpen && isChanged) {
+        ConfirmationDialog dialog(question, tr("Save Confirmation"), &outcome, this);
+        dialog.exec();
+    }
+    if (outcome == 2)
         return false;
-    if (outcome == MessagePrompts::Save) {
+    if (outcome == 0) {
         SaveProject();
         // A save that failed leaves the work unsaved: don't throw it away.
         if (isChanged)
@@ -525,14 +567,15 @@ void VelmoMainWindow::CloseProject()
 {
     if (!isProjectOpen)
         return;
-    int outcome = MessagePrompts::DontSave;
-    if (isChanged)
-        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"),
-                                            tr("Would you like to save before closing?"));
-    if (outcome == MessagePrompts::Cancel)
+    int outcome = 1;
+    if (isChanged) {
+        ConfirmationDialog dialog(tr("Would you like to save before closing?"), tr("Save Confirmation"), &outcome, this);
+        dialog.exec();
+    }
+    if (outcome == 2)
         return;
     saveWindowState();
-    if (outcome == MessagePrompts::Save) {
+    if (outcome == 0) {
         SaveProject();
         if (isChanged)
             return;
@@ -542,16 +585,17 @@ void VelmoMainWindow::CloseProject()
 
 void VelmoMainWindow::closeEvent(QCloseEvent* event)
 {
-    int outcome = MessagePrompts::DontSave;
-    if (isProjectOpen && isChanged)
-        outcome = MessagePrompts::askToSave(this, tr("Save Confirmation"),
-                                            tr("Would you like to save before closing?"));
-    if (outcome == MessagePrompts::Cancel) {
+    int outcome = 1;
+    if (isProjectOpen && isChanged) {
+        ConfirmationDialog dialog(tr("Would you like to save before closing?"), tr("Save Confirmation"), &outcome, this);
+        dialog.exec();
+    }
+    if (outcome == 2) {
         event->ignore();
         return;
     }
     saveWindowState();
-    if (outcome == MessagePrompts::Save) {
+    if (outcome == 0) {
         SaveProject();
         if (isChanged) {
             event->ignore();

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "widgets/CFramelessWindow.h"
+
 #include <QDir>
 #include <QJsonObject>
-#include <QMainWindow>
 #include <QProcess>
 
 class HudPreviewLayer;
@@ -14,14 +15,15 @@ class QStackedLayout;
 class QMenu;
 class UltimateTreeItem;
 class UltimateTreeWidget;
+class VelmoMainTitleBar;
 
 // The program's one top-level window and the owner of the open project: its
 // folder, the cached RPG Maker data, the HUD list and the canvas.
 //
 // First shell: a menu bar with the project commands, the no-project page and
-// the editor page with the HUD list and the canvas layer. The frameless frame,
-// title bar tool buttons and the component list come with their own work.
-class VelmoMainWindow : public QMainWindow
+// the editor page with the HUD list and the canvas layer. The title bar tool
+// buttons and the component list come with their own work.
+class VelmoMainWindow : public CFramelessWindow
 {
     Q_OBJECT
 public:
@@ -56,6 +58,10 @@ public:
     static bool acceptsProjectDrop(const QMimeData* mime);
 
 public slots:
+    void closeWindow();
+    void maximizeWindow();
+    void minimizeWindow();
+    void showSystemMenu();
     void deleteHUD();
     void on_hudList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem* previous);
     void on_removeHudButton_clicked();
@@ -119,6 +125,7 @@ private:
     // The project's document couldn't be taken as it stood; keep a copy on saving.
     bool damagedHudFile = false;
 
+    VelmoMainTitleBar* titleBar = nullptr;
     QStackedLayout* pages = nullptr;
     QWidget* noProjectPage = nullptr;
     QWidget* mainWidget = nullptr;

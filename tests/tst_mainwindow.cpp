@@ -4,13 +4,14 @@
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
 #include "theme/MorvikCSVTranslator.h"
+#include "widgets/TrovDialog.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMenu>
-#include <QMessageBox>
+#include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
 #include <QStackedLayout>
@@ -31,21 +32,24 @@ struct Seen {
     int count = 0;
 };
 
-// Answers the modal message boxes that come up while trigger runs, in order,
-// and records what each said.
-Seen answering(const std::function<void()>& trigger, QList<std::function<void(QMessageBox*)>> answers)
+using Answer = std::function<void(TrovDialog*)>;
+
+// Answers the program's modal dialogs that come up while trigger runs, in
+// order, and records the title and message of each.
+Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
 {
     Seen seen;
     QTimer timer;
     timer.setInterval(5);
     QObject::connect(&timer, &QTimer::timeout, [&]() {
-        QMessageBox* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box || answers.isEmpty())
+        TrovDialog* dialog = qobject_cast<TrovDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible() || answers.isEmpty())
             return;
-        seen.title = box->windowTitle();
-        seen.text = box->text();
+        seen.title = dialog->windowTitle();
+        const QLabel* label = dialog->findChild<QLabel*>(QStringLiteral("label"));
+        seen.text = label ? label->text() : QString();
         ++seen.count;
-        answers.takeFirst()(box);
+        answers.takeFirst()(dialog);
     });
     timer.start();
     trigger();
@@ -53,18 +57,21 @@ Seen answering(const std::function<void()>& trigger, QList<std::function<void(QM
     return seen;
 }
 
-std::function<void(QMessageBox*)> press(const char* objectName)
+// Clicks a button of the dialog with the mouse.
+Answer press(const char* objectName)
 {
-    return [objectName](QMessageBox* box) {
-        QPushButton* button = box->findChild<QPushButton*>(QLatin1String(objectName));
+    return [objectName](TrovDialog* dialog) {
+        QPushButton* button = dialog->findChild<QPushButton*>(QLatin1String(objectName));
         QVERIFY2(button, objectName);
+        QVERIFY2(button->isVisible(), objectName);
         QTest::mouseClick(button, Qt::LeftButton);
     };
 }
 
-std::function<void(QMessageBox*)> pressStandard(QMessageBox::StandardButton which)
+// What the window manager's close button does.
+Answer closeByFrame()
 {
-    return [which](QMessageBox* box) { QTest::mouseClick(box->button(which), Qt::LeftButton); };
+    return [](TrovDialog* dialog) { dialog->close(); };
 }
 
 QJsonArray templateArray(const char* name)
@@ -234,13 +241,13 @@ private slots:
         // Refusing the deletion keeps the row but still counts as a change.
         QPushButton* remove = window->findChild<QPushButton*>(QStringLiteral("removeHudButton"));
         QVERIFY(remove->isEnabled());
-        Seen seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {pressStandard(QMessageBox::No)});
+        Seen seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("cancelButton")});
         QCOMPARE(seen.title, QStringLiteral("HUD Delete Confirmation"));
         QCOMPARE(seen.text, QStringLiteral("Are you sure you wish to delete \"Statusanzeige für Böse\"?"));
         QCOMPARE(list()->rowCount(), 5);
         QVERIFY(window->projectIsChanged());
 
-        seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {pressStandard(QMessageBox::Yes)});
+        seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("confirmButton")});
         QCOMPARE(seen.count, 1);
         QCOMPARE(list()->rowCount(), 4);
         pressSave();
@@ -361,31 +368,31 @@ private slots:
         QVERIFY(window->projectIsOpen());
         window->markChanged();
 
-        Seen seen = answering([&] { pressSave(); }, {pressStandard(QMessageBox::Ok)});
+        Seen seen = answering([&] { pressSave(); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Error"));
         QCOMPARE(seen.text, QStringLiteral("Could not save to \"VelmoraHUD.json\"!"));
         QVERIFY(window->projectIsChanged());
 
         // Closing still asks; cancelling keeps the window and the work.
-        seen = answering([&] { QVERIFY(!window->close()); }, {press("cancelButton")});
+        seen = answering([&] { QVERIFY(!window->close()); }, {press("endButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
         QCOMPARE(seen.text, QStringLiteral("Would you like to save before closing?"));
         QVERIFY(window->isVisible());
         QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
 
         // Choosing to save, and failing again, keeps the window open too.
-        seen = answering([&] { QVERIFY(!window->close()); }, {press("saveButton"), pressStandard(QMessageBox::Ok)});
+        seen = answering([&] { QVERIFY(!window->close()); }, {press("confirmButton"), press("okButton")});
         QCOMPARE(seen.count, 2);
         QCOMPARE(seen.title, QStringLiteral("Save Error"));
         QVERIFY(window->isVisible());
 
         // Closing the question by its frame is a cancel.
-        seen = answering([&] { QVERIFY(!window->close()); }, {[](QMessageBox* box) { box->close(); }});
+        seen = answering([&] { QVERIFY(!window->close()); }, {closeByFrame()});
         QCOMPARE(seen.count, 1);
         QVERIFY(window->isVisible());
 
         // Not saving closes, and the window state is stored.
-        seen = answering([&] { QVERIFY(window->close()); }, {press("dontSaveButton")});
+        seen = answering([&] { QVERIFY(window->close()); }, {press("cancelButton")});
         QCOMPARE(seen.count, 1);
         SettingsStore store;
         QCOMPARE(store.value(QStringLiteral("Project")).toString(), QDir(project).absolutePath());
@@ -401,13 +408,13 @@ private slots:
         QAction* close = window->findChild<QAction*>(QStringLiteral("Action_CloseProject"));
         QVERIFY(close->isEnabled());
 
-        Seen seen = answering([&] { close->trigger(); }, {press("cancelButton")});
+        Seen seen = answering([&] { close->trigger(); }, {press("endButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
         QVERIFY(window->projectIsOpen());
         QVERIFY(window->projectIsChanged());
         QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
 
-        seen = answering([&] { close->trigger(); }, {press("saveButton")});
+        seen = answering([&] { close->trigger(); }, {press("confirmButton")});
         QCOMPARE(seen.count, 1);
         QVERIFY(!window->projectIsOpen());
         QVERIFY(!editorPageShown());
@@ -435,12 +442,12 @@ private slots:
 
         // With unsaved work the drop asks first; cancel keeps everything.
         window->markChanged();
-        Seen seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
+        Seen seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("endButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
         QVERIFY(window->projectIsChanged());
 
-        seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("dontSaveButton")});
+        seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
         QCOMPARE(seen.count, 1);
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(second).absolutePath());
         QCOMPARE(window->screenSize(), QSize(1920, 1080));
@@ -448,7 +455,7 @@ private slots:
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(first)));
 
         // Without changes no question comes.
-        seen = answering([&] { dropFile(first + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
+        seen = answering([&] { dropFile(first + QStringLiteral("/game.rmmzproject")); }, {press("endButton")});
         QCOMPARE(seen.count, 0);
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
     }
@@ -488,7 +495,7 @@ private slots:
         const QString firstActor = window->getProjectData()->value(QStringLiteral("Actors.json")).toArray()
                                        .at(1).toObject().value(QStringLiteral("name")).toString();
         TestEnvironment::writeFile(project + QStringLiteral("/data/Actors.json"), "{\"not\":\"an array\"}");
-        const Seen seen = answering([&] { window->ReloadProject(); }, {pressStandard(QMessageBox::Ok)});
+        const Seen seen = answering([&] { window->ReloadProject(); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("Reload Error"));
         QCOMPARE(seen.text, QStringLiteral("Could not reload data!"));
         QVERIFY(window->projectIsOpen());

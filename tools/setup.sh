@@ -10,7 +10,7 @@ VELMORA_PACKAGES=(
     cmake g++ make ccache pkg-config
     qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev
     fontconfig fonts-dejavu-core
-    xvfb xauth x11-utils imagemagick
+    xvfb xauth x11-utils imagemagick openbox
 )
 
 velmora_missing_packages() {

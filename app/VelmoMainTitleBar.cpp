@@ -1,0 +1,64 @@
+#include "app/VelmoMainTitleBar.h"
+
+#include "widgets/MainWindowTitleBarShadow.h"
+#include "widgets/TitleBarButtons.h"
+
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPushButton>
+
+VelmoMainTitleBar::VelmoMainTitleBar(int windowStyle, bool nativeMenuBar, QWidget* parent)
+    : BaseMainTitleBar(windowStyle, nativeMenuBar, parent)
+{
+    setObjectName(QStringLiteral("VelmoMainTitleBar"));
+    QHBoxLayout* row = new QHBoxLayout(this);
+    row->setSpacing(0);
+    row->setContentsMargins(0, 0, 0, 0);
+
+    menus = new QMenuBar(this);
+    menus->setObjectName(QStringLiteral("menuBar"));
+    menus->setStyleSheet(QStringLiteral("#menuBar { border: none; background: transparent; }"));
+    menus->setMaximumWidth(224);
+    menus->setContextMenuPolicy(Qt::PreventContextMenu);
+    menus->setFocusPolicy(Qt::NoFocus);
+    menus->setNativeMenuBar(false);
+
+    shadow = new MainWindowTitleBarShadow(this);
+    shadow->setObjectName(QStringLiteral("titleBarShadow"));
+    shadow->setFixedWidth(8);
+
+    row->addWidget(systemMenuButton());
+    row->addWidget(menus, 0, Qt::AlignVCenter);
+    row->addWidget(shadow);
+    row->addStretch(1);
+    row->addWidget(minimizeButton(), 0, Qt::AlignTop);
+    row->addWidget(maximizeButton(), 0, Qt::AlignTop);
+    row->addWidget(closeButton(), 0, Qt::AlignTop);
+
+    if (windowStyle == 2) {
+        // The system's frame has its own buttons. Until the tool buttons
+        // arrive, the menus stay as the way to the commands.
+        minimizeButton()->hide();
+        maximizeButton()->hide();
+        closeButton()->hide();
+        systemMenuButton()->hide();
+        row->setContentsMargins(6, 0, 0, 0);
+    } else {
+        setFixedHeight(29);
+    }
+}
+
+void VelmoMainTitleBar::paintEvent(QPaintEvent* event)
+{
+    BaseMainTitleBar::paintEvent(event);
+    if (windowStyle == 2)
+        return;
+    QPainter painter(this);
+    QFont font = painter.font();
+    font.setWeight(QFont::Bold);
+    font.setPointSizeF(font.pointSizeF() + 1);
+    painter.setFont(font);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(QRect(0, 0, width(), 24).translated(0, (height() - 24) / 2), Qt::AlignCenter, tr("Velmora"));
+}

@@ -1,0 +1,422 @@
+#include "TestEnvironment.h"
+
+#include "app/SettingsStore.h"
+#include "app/VelmoMainTitleBar.h"
+#include "app/VelmoMainWindow.h"
+#include "theme/ThemeManager.h"
+#include "widgets/BRResizerRenderer.h"
+#include "widgets/BaseMainTitleBar.h"
+#include "widgets/CFramelessWindow.h"
+#include "widgets/TitleBarButtons.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QWindow>
+
+Q_DECLARE_METATYPE(FrameRegion)
+
+namespace {
+
+// A frameless window at a known place with a title bar of 29 pixels: a
+// caption label, a label that isn't one, and three 45-pixel buttons at the
+// right end, like the window buttons.
+struct Frame {
+    CFramelessWindow window{CFramelessWindow::Frameless};
+    QWidget* bar = nullptr;
+    QLabel* caption = nullptr;
+    QLabel* other = nullptr;
+    QPushButton* button = nullptr;
+
+    Frame(const QRect& geometry = QRect(100, 50, 800, 600))
+    {
+        bar = new QWidget(&window);
+        bar->setFixedHeight(29);
+        QHBoxLayout* row = new QHBoxLayout(bar);
+        row->setContentsMargins(0, 0, 0, 0);
+        row->setSpacing(0);
+        caption = new QLabel(QStringLiteral("Caption"), bar);
+        caption->setFixedWidth(100);
+        other = new QLabel(QStringLiteral("Other"), bar);
+        other->setFixedWidth(100);
+        row->addWidget(caption);
+        row->addWidget(other);
+        row->addStretch();
+        for (int i = 0; i < 3; ++i) {
+            QPushButton* windowButton = new QPushButton(bar);
+            windowButton->setFixedSize(45, 29);
+            row->addWidget(windowButton);
+            button = windowButton;
+        }
+        window.setMenuWidget(bar);
+        window.setTitleBar(bar);
+        window.addCaptionWidget(caption);
+        window.setCentralWidget(new QWidget(&window));
+        window.setMinimumSize(400, 200);
+        window.setGeometry(geometry);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+    }
+
+    QWindow* handle() const { return window.windowHandle(); }
+    // Local coordinates of a point on the screen, for the window as it stands.
+    QPoint at(const QPoint& global) const { return global - handle()->position(); }
+};
+
+}
+
+class TestFramelessWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { Theme::installDefault(); }
+    void init() { SettingsStore().clear(); }
+
+    void hitTest_data()
+    {
+        QTest::addColumn<qreal>("ratio");
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<FrameRegion>("expected");
+
+        // Frame (100, 50) 800 by 600: right edge 900, bottom edge 650, both outside.
+        QTest::newRow("1: left strip, outer") << 1.0 << QPointF(100, 300) << FrameRegion::Left;
+        QTest::newRow("1: left strip, inner") << 1.0 << QPointF(107, 300) << FrameRegion::Left;
+        QTest::newRow("1: past the left strip") << 1.0 << QPointF(108, 300) << FrameRegion::Client;
+        QTest::newRow("1: left of the window") << 1.0 << QPointF(99, 300) << FrameRegion::Client;
+        QTest::newRow("1: right strip, outer") << 1.0 << QPointF(899, 300) << FrameRegion::Right;
+        QTest::newRow("1: right strip, inner") << 1.0 << QPointF(892, 300) << FrameRegion::Right;
+        QTest::newRow("1: past the right strip") << 1.0 << QPointF(891, 300) << FrameRegion::Client;
+        QTest::newRow("1: right strip beside the buttons") << 1.0 << QPointF(895, 78) << FrameRegion::Control;
+        QTest::newRow("1: right strip at 29, below the bar") << 1.0 << QPointF(895, 79) << FrameRegion::Client;
+        QTest::newRow("1: right strip below the buttons") << 1.0 << QPointF(895, 80) << FrameRegion::Right;
+        QTest::newRow("1: last pixel beside the buttons") << 1.0 << QPointF(899, 60) << FrameRegion::Right;
+        QTest::newRow("1: bottom strip, outer") << 1.0 << QPointF(400, 649) << FrameRegion::Bottom;
+        QTest::newRow("1: bottom strip, inner") << 1.0 << QPointF(400, 642) << FrameRegion::Bottom;
+        QTest::newRow("1: past the bottom strip") << 1.0 << QPointF(400, 641) << FrameRegion::Client;
+        QTest::newRow("1: top strip, outer") << 1.0 << QPointF(400, 50) << FrameRegion::Top;
+        QTest::newRow("1: top strip, inner") << 1.0 << QPointF(400, 57) << FrameRegion::Top;
+        QTest::newRow("1: below the top strip") << 1.0 << QPointF(400, 58) << FrameRegion::Caption;
+        QTest::newRow("1: top strip left of the buttons") << 1.0 << QPointF(765, 55) << FrameRegion::Top;
+        QTest::newRow("1: top strip over the buttons") << 1.0 << QPointF(766, 55) << FrameRegion::Control;
+        QTest::newRow("1: top line over the buttons") << 1.0 << QPointF(766, 50) << FrameRegion::Top;
+        QTest::newRow("1: top left, outer") << 1.0 << QPointF(100, 50) << FrameRegion::TopLeft;
+        QTest::newRow("1: top left, inner") << 1.0 << QPointF(107, 57) << FrameRegion::TopLeft;
+        QTest::newRow("1: bottom left, outer") << 1.0 << QPointF(100, 649) << FrameRegion::BottomLeft;
+        QTest::newRow("1: bottom left, inner") << 1.0 << QPointF(107, 642) << FrameRegion::BottomLeft;
+        QTest::newRow("1: top right, outer") << 1.0 << QPointF(899, 50) << FrameRegion::TopRight;
+        QTest::newRow("1: top right, inner") << 1.0 << QPointF(892, 57) << FrameRegion::TopRight;
+        QTest::newRow("1: bottom right, outer") << 1.0 << QPointF(899, 649) << FrameRegion::BottomRight;
+        QTest::newRow("1: bottom right, 16 in") << 1.0 << QPointF(884, 634) << FrameRegion::BottomRight;
+        QTest::newRow("1: left of the bottom right corner") << 1.0 << QPointF(883, 640) << FrameRegion::Client;
+        QTest::newRow("1: bottom strip left of the corner") << 1.0 << QPointF(883, 645) << FrameRegion::Bottom;
+        QTest::newRow("1: above the bottom right corner") << 1.0 << QPointF(888, 633) << FrameRegion::Client;
+        QTest::newRow("1: empty caption") << 1.0 << QPointF(500, 65) << FrameRegion::Caption;
+        QTest::newRow("1: caption widget") << 1.0 << QPointF(150, 65) << FrameRegion::Caption;
+        QTest::newRow("1: label that is no caption") << 1.0 << QPointF(250, 65) << FrameRegion::Control;
+        QTest::newRow("1: window button") << 1.0 << QPointF(880, 65) << FrameRegion::Control;
+        QTest::newRow("1: client area") << 1.0 << QPointF(400, 300) << FrameRegion::Client;
+
+        // At ratio 2 the edges count physical pixels, 8 of them being 4
+        // logical; the title bar still counts logical ones.
+        QTest::newRow("2: left strip, inner") << 2.0 << QPointF(103.5, 300) << FrameRegion::Left;
+        QTest::newRow("2: past the left strip") << 2.0 << QPointF(104, 300) << FrameRegion::Client;
+        QTest::newRow("2: right strip, outer") << 2.0 << QPointF(899.5, 300) << FrameRegion::Right;
+        QTest::newRow("2: right strip, inner") << 2.0 << QPointF(896, 300) << FrameRegion::Right;
+        QTest::newRow("2: past the right strip") << 2.0 << QPointF(895.5, 300) << FrameRegion::Client;
+        QTest::newRow("2: right strip beside the buttons") << 2.0 << QPointF(897, 64.5) << FrameRegion::Control;
+        QTest::newRow("2: right strip below 29 physical") << 2.0 << QPointF(897, 65) << FrameRegion::Right;
+        QTest::newRow("2: last pixel beside the buttons") << 2.0 << QPointF(899.5, 55) << FrameRegion::Right;
+        QTest::newRow("2: top strip, inner") << 2.0 << QPointF(400, 53.5) << FrameRegion::Top;
+        QTest::newRow("2: below the top strip") << 2.0 << QPointF(400, 54) << FrameRegion::Caption;
+        QTest::newRow("2: top strip left of 134 physical") << 2.0 << QPointF(832.5, 52) << FrameRegion::Top;
+        QTest::newRow("2: top strip over the buttons") << 2.0 << QPointF(833, 52) << FrameRegion::Control;
+        QTest::newRow("2: top line over the buttons") << 2.0 << QPointF(850, 50) << FrameRegion::Top;
+        QTest::newRow("2: bottom strip") << 2.0 << QPointF(400, 646) << FrameRegion::Bottom;
+        QTest::newRow("2: above the bottom strip") << 2.0 << QPointF(400, 645.5) << FrameRegion::Client;
+        QTest::newRow("2: bottom right, 16 physical in") << 2.0 << QPointF(892, 642) << FrameRegion::BottomRight;
+        QTest::newRow("2: left of the bottom right corner") << 2.0 << QPointF(891.5, 645) << FrameRegion::Client;
+        QTest::newRow("2: top left") << 2.0 << QPointF(103, 53) << FrameRegion::TopLeft;
+        QTest::newRow("2: top right") << 2.0 << QPointF(896, 53) << FrameRegion::TopRight;
+        QTest::newRow("2: bottom left") << 2.0 << QPointF(103, 646) << FrameRegion::BottomLeft;
+        QTest::newRow("2: caption widget") << 2.0 << QPointF(150, 65) << FrameRegion::Caption;
+        QTest::newRow("2: label that is no caption") << 2.0 << QPointF(250, 65) << FrameRegion::Control;
+        QTest::newRow("2: caption where ratio 1 has the left strip") << 2.0 << QPointF(106, 65) << FrameRegion::Caption;
+    }
+
+    void hitTest()
+    {
+        QFETCH(qreal, ratio);
+        QFETCH(QPointF, point);
+        QFETCH(FrameRegion, expected);
+        Frame frame;
+        QCOMPARE(frame.window.frameGeometry(), QRect(100, 50, 800, 600));
+        const FrameRegion region = CFramelessWindow::hitTest(frame.window.frameGeometry(), point, ratio, true,
+                                                             frame.bar, frame.window.captionWidgets());
+        QCOMPARE(int(region), int(expected));
+    }
+
+    void noEdgesWithoutResizing()
+    {
+        Frame frame;
+        const QRect geometry = frame.window.frameGeometry();
+        auto test = [&](const QPointF& point) {
+            return CFramelessWindow::hitTest(geometry, point, 1.0, false, frame.bar, frame.window.captionWidgets());
+        };
+        QCOMPARE(int(test(QPointF(100, 300))), int(FrameRegion::Client));
+        QCOMPARE(int(test(QPointF(400, 50))), int(FrameRegion::Caption));
+        QCOMPARE(int(test(QPointF(899, 649))), int(FrameRegion::Client));
+        // Without a title bar there is no caption.
+        QCOMPARE(int(CFramelessWindow::hitTest(geometry, QPointF(400, 60), 1.0, true, nullptr, {})),
+                 int(FrameRegion::Client));
+    }
+
+    void cursorShapesFollowTheRegions()
+    {
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Left), Qt::SizeHorCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Right), Qt::SizeHorCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Top), Qt::SizeVerCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Bottom), Qt::SizeVerCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::TopLeft), Qt::SizeFDiagCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::BottomRight), Qt::SizeFDiagCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::TopRight), Qt::SizeBDiagCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::BottomLeft), Qt::SizeBDiagCursor);
+        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Caption), Qt::ArrowCursor);
+
+        // Hovering the edges shows them on the window; back inside, the
+        // widget's own cursor returns.
+        Frame frame;
+        frame.window.centralWidget()->setCursor(Qt::CrossCursor);
+        QTest::mouseMove(frame.handle(), QPoint(2, 300));
+        QTRY_COMPARE(frame.handle()->cursor().shape(), Qt::SizeHorCursor);
+        QTest::mouseMove(frame.handle(), QPoint(799, 599));
+        QTRY_COMPARE(frame.handle()->cursor().shape(), Qt::SizeFDiagCursor);
+        // Into the title bar's top strip, across a widget's border.
+        QTest::mouseMove(frame.handle(), QPoint(400, 2));
+        QTRY_COMPARE(frame.handle()->cursor().shape(), Qt::SizeVerCursor);
+        QTest::qWait(10);
+        QCOMPARE(frame.handle()->cursor().shape(), Qt::SizeVerCursor);
+        QTest::mouseMove(frame.handle(), QPoint(400, 300));
+        QTRY_COMPARE(frame.handle()->cursor().shape(), Qt::CrossCursor);
+    }
+
+    void dragsMoveAndResize_data()
+    {
+        QTest::addColumn<QPoint>("grab");
+        QTest::addColumn<QPoint>("by");
+        QTest::addColumn<QRect>("expected");
+        // The window starts at (100, 50), 800 by 600, at least 400 by 200.
+        QTest::newRow("caption moves") << QPoint(500, 60) << QPoint(60, 40) << QRect(160, 90, 800, 600);
+        QTest::newRow("caption widget moves") << QPoint(150, 60) << QPoint(-30, 20) << QRect(70, 70, 800, 600);
+        QTest::newRow("left edge") << QPoint(102, 300) << QPoint(-50, 7) << QRect(50, 50, 850, 600);
+        QTest::newRow("right edge") << QPoint(897, 300) << QPoint(40, 9) << QRect(100, 50, 840, 600);
+        QTest::newRow("top edge") << QPoint(400, 52) << QPoint(5, -30) << QRect(100, 20, 800, 630);
+        QTest::newRow("bottom edge") << QPoint(400, 647) << QPoint(5, 25) << QRect(100, 50, 800, 625);
+        QTest::newRow("top left") << QPoint(101, 51) << QPoint(30, 20) << QRect(130, 70, 770, 580);
+        QTest::newRow("top right") << QPoint(898, 51) << QPoint(30, -20) << QRect(100, 30, 830, 620);
+        QTest::newRow("bottom left") << QPoint(101, 648) << QPoint(-30, 20) << QRect(70, 50, 830, 620);
+        QTest::newRow("bottom right, 12 in") << QPoint(888, 638) << QPoint(-100, -80) << QRect(100, 50, 700, 520);
+        QTest::newRow("no smaller than the minimum") << QPoint(102, 300) << QPoint(700, 0) << QRect(500, 50, 400, 600);
+        QTest::newRow("client area stays") << QPoint(400, 300) << QPoint(60, 40) << QRect(100, 50, 800, 600);
+        QTest::newRow("button stays") << QPoint(880, 60) << QPoint(-60, 40) << QRect(100, 50, 800, 600);
+    }
+
+    void dragsMoveAndResize()
+    {
+        QFETCH(QPoint, grab);
+        QFETCH(QPoint, by);
+        QFETCH(QRect, expected);
+        Frame frame;
+        // Without a window manager the window moves and resizes itself.
+        QTest::mousePress(frame.handle(), Qt::LeftButton, Qt::NoModifier, frame.at(grab));
+        for (int step = 1; step <= 4; ++step)
+            QTest::mouseMove(frame.handle(), frame.at(grab + by * step / 4));
+        QTest::mouseRelease(frame.handle(), Qt::LeftButton, Qt::NoModifier, frame.at(grab + by));
+        QCOMPARE(frame.window.geometry(), expected);
+    }
+
+    void controlsInTheBarTakeTheirClicks()
+    {
+        Frame frame;
+        QSignalSpy clicked(frame.button, &QPushButton::clicked);
+        const QPoint centre = frame.button->mapTo(&frame.window, frame.button->rect().center());
+        QTest::mouseClick(frame.handle(), Qt::LeftButton, Qt::NoModifier, centre);
+        QCOMPARE(clicked.count(), 1);
+        QCOMPARE(frame.window.geometry(), QRect(100, 50, 800, 600));
+    }
+
+    void doubleClickOnTheCaptionMaximisesAndRestores()
+    {
+        Frame frame;
+        QTest::mouseDClick(frame.handle(), Qt::LeftButton, Qt::NoModifier, QPoint(400, 10));
+        QTRY_VERIFY(frame.window.isMaximized());
+        // Maximised, the edges don't resize and the caption doesn't move.
+        const QRect maximized = frame.window.geometry();
+        QTest::mousePress(frame.handle(), Qt::LeftButton, Qt::NoModifier, QPoint(2, 300));
+        QTest::mouseMove(frame.handle(), QPoint(60, 300));
+        QTest::mouseRelease(frame.handle(), Qt::LeftButton, Qt::NoModifier, QPoint(60, 300));
+        QCOMPARE(frame.window.geometry(), maximized);
+        QTest::mouseDClick(frame.handle(), Qt::LeftButton, Qt::NoModifier, QPoint(400, 10));
+        QTRY_VERIFY(!frame.window.isMaximized());
+        QTRY_COMPARE(frame.window.geometry(), QRect(100, 50, 800, 600));
+
+        // A double click on a control is the control's.
+        QTest::mouseDClick(frame.handle(), Qt::LeftButton, Qt::NoModifier, QPoint(780, 10));
+        QTest::qWait(20);
+        QVERIFY(!frame.window.isMaximized());
+    }
+
+    void maximisedMarginsKeepTheContentOnScreen()
+    {
+        const QRect screen(0, 0, 1600, 1000);
+        QCOMPARE(CFramelessWindow::marginsOutside(QRect(-8, -8, 1616, 1016), screen), QMargins(8, 8, 8, 8));
+        QCOMPARE(CFramelessWindow::marginsOutside(QRect(0, 0, 1600, 1000), screen), QMargins());
+        QCOMPARE(CFramelessWindow::marginsOutside(QRect(-4, 0, 1604, 1007), screen), QMargins(4, 0, 0, 7));
+
+        Frame frame;
+        frame.window.setContentsMargins(1, 2, 3, 4);
+        QCOMPARE(frame.window.getContentsMargins(), QMargins(1, 2, 3, 4));
+        QCOMPARE(frame.window.contentsRect(), frame.window.rect().marginsRemoved(QMargins(1, 2, 3, 4)));
+        frame.window.showMaximized();
+        QTRY_VERIFY(frame.window.isMaximized());
+        // The offscreen screen maximises exactly onto the screen: nothing added.
+        QTRY_COMPARE(frame.window.maximizedMargins(), QMargins());
+        QCOMPARE(frame.window.QMainWindow::contentsMargins(), QMargins(1, 2, 3, 4));
+        QCOMPARE(frame.window.getContentsMargins(), QMargins(1, 2, 3, 4));
+        frame.window.showNormal();
+        QTRY_VERIFY(!frame.window.isMaximized());
+        QCOMPARE(frame.window.QMainWindow::contentsMargins(), QMargins(1, 2, 3, 4));
+    }
+
+    void nativeStyleKeepsTheSystemFrame()
+    {
+        CFramelessWindow native(CFramelessWindow::Native);
+        QVERIFY(!(native.windowFlags() & Qt::FramelessWindowHint));
+        CFramelessWindow frameless(CFramelessWindow::Frameless);
+        QVERIFY(frameless.windowFlags() & Qt::FramelessWindowHint);
+        CFramelessWindow hybrid(CFramelessWindow::Hybrid);
+        QVERIFY(hybrid.windowFlags() & Qt::FramelessWindowHint);
+    }
+
+    void hybridDrawsAFrameLine()
+    {
+        CFramelessWindow hybrid(CFramelessWindow::Hybrid);
+        hybrid.setCentralWidget(new QWidget(&hybrid));
+        hybrid.setStyleSheet(QStringLiteral("QWidget { background: black; }"));
+        hybrid.setGeometry(50, 50, 300, 200);
+        hybrid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&hybrid));
+        // The line lies outside the user's margins, around the content.
+        QCOMPARE(hybrid.QMainWindow::contentsMargins(), QMargins(1, 1, 1, 1));
+        QCOMPARE(hybrid.getContentsMargins(), QMargins());
+        QCOMPARE(hybrid.centralWidget()->geometry(), QRect(1, 1, 298, 198));
+        const QImage look = hybrid.grab().toImage();
+        QCOMPARE(look.pixelColor(0, 100), QColor(0x3C, 0x3C, 0x3C));
+        QCOMPARE(look.pixelColor(150, 199), QColor(0x3C, 0x3C, 0x3C));
+        QCOMPARE(look.pixelColor(150, 100), QColor(Qt::black));
+        hybrid.showMaximized();
+        QTRY_COMPARE(hybrid.QMainWindow::contentsMargins(), QMargins());
+
+        CFramelessWindow frameless(CFramelessWindow::Frameless);
+        QCOMPARE(frameless.QMainWindow::contentsMargins(), QMargins());
+    }
+
+    void titleBarButtons()
+    {
+        TitleBarButtons close(TitleBarButtons::Close);
+        QCOMPARE(close.size(), QSize(45, 29));
+        QCOMPARE(close.focusPolicy(), Qt::NoFocus);
+        TitleBarButtons compact(TitleBarButtons::Close, true);
+        QCOMPARE(compact.size(), QSize(28, 18));
+
+        // The hover fades in over 100 ms and out over 150 ms.
+        QWidget holder;
+        TitleBarButtons* minimize = new TitleBarButtons(TitleBarButtons::Minimize, false, &holder);
+        minimize->move(10, 10);
+        holder.resize(100, 60);
+        holder.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&holder));
+        QEvent enter(QEvent::Enter);
+        QApplication::sendEvent(minimize, &enter);
+        QTRY_COMPARE(minimize->animator(), 10);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(minimize, &leave);
+        QTRY_COMPARE(minimize->animator(), 0);
+    }
+
+    void mainWindowFrameAndTitleBar()
+    {
+        VelmoMainWindow window(CFramelessWindow::Frameless, false, QString(), QString());
+        window.setGeometry(100, 50, 1000, 700);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
+        VelmoMainTitleBar* bar = window.findChild<VelmoMainTitleBar*>();
+        QVERIFY(bar);
+        QCOMPARE(window.titleBarWidget(), bar);
+        QCOMPARE(window.menuWidget(), bar);
+        QVERIFY(bar->menuBar()->isVisible());
+        QVERIFY(window.findChild<QMenu*>(QStringLiteral("Menu_File")));
+        TitleBarButtons* maximize = bar->maximizeButton();
+        QVERIFY(maximize->isVisible() && bar->minimizeButton()->isVisible() && bar->closeButton()->isVisible());
+        QCOMPARE(maximize->toolTip(), QStringLiteral("Maximize"));
+        QCOMPARE(bar->minimizeButton()->toolTip(), QStringLiteral("Minimize"));
+        QCOMPARE(bar->closeButton()->toolTip(), QStringLiteral("Close"));
+        BRResizerRenderer* grip = window.findChild<BRResizerRenderer*>(QStringLiteral("bottomRightResizer"));
+        QVERIFY(grip && grip->isVisible());
+        QCOMPARE(grip->size(), QSize(21, 21));
+        // The grip stands in the lower right corner.
+        QCOMPARE(grip->mapTo(&window, QPoint(21, 21)), QPoint(992, 700));
+
+        // The maximise button maximises, shows restore and hides the grip.
+        QTest::mouseClick(maximize, Qt::LeftButton);
+        QTRY_VERIFY(window.isMaximized());
+        QCOMPARE(maximize->toolTip(), QStringLiteral("Restore Down"));
+        QVERIFY(maximize->showsRestore());
+        QVERIFY(!grip->isVisible());
+        QTest::mouseClick(maximize, Qt::LeftButton);
+        QTRY_VERIFY(!window.isMaximized());
+        QCOMPARE(maximize->toolTip(), QStringLiteral("Maximize"));
+        QVERIFY(grip->isVisible());
+
+        // The empty bar and its caption strip maximise by double click.
+        const QPoint strip = bar->captionStrip()->mapTo(&window, bar->captionStrip()->rect().center());
+        QCOMPARE(int(window.hitTest(QPointF(window.mapToGlobal(strip)))), int(FrameRegion::Caption));
+        QCOMPARE(int(window.hitTest(QPointF(bar->menuBar()->mapToGlobal(bar->menuBar()->rect().center())))),
+                 int(FrameRegion::Control));
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, QPoint(600, 14));
+        QTRY_VERIFY(window.isMaximized());
+        QTest::mouseDClick(window.windowHandle(), Qt::LeftButton, Qt::NoModifier, strip);
+        QTRY_VERIFY(!window.isMaximized());
+
+        // The close button closes the window.
+        QTest::mouseClick(bar->closeButton(), Qt::LeftButton);
+        QTRY_VERIFY(!window.isVisible());
+    }
+
+    void nativeMainWindow()
+    {
+        VelmoMainWindow window(CFramelessWindow::Native, false, QString(), QString());
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(!(window.windowFlags() & Qt::FramelessWindowHint));
+        VelmoMainTitleBar* bar = window.findChild<VelmoMainTitleBar*>();
+        QVERIFY(!bar->maximizeButton()->isVisible());
+        QVERIFY(!bar->minimizeButton()->isVisible());
+        QVERIFY(!bar->closeButton()->isVisible());
+        QVERIFY(!bar->systemMenuButton()->isVisible());
+        QVERIFY(bar->menuBar()->isVisible());
+        QCOMPARE(bar->layout()->contentsMargins(), QMargins(6, 0, 0, 0));
+        QVERIFY(!window.findChild<BRResizerRenderer*>(QStringLiteral("bottomRightResizer"))->isVisible());
+        // Buttons of a frame that isn't there are not wired.
+        QTest::mouseClick(bar->maximizeButton(), Qt::LeftButton);
+        QTest::qWait(20);
+        QVERIFY(!window.isMaximized());
+    }
+};
+
+VELMORA_TEST_MAIN(TestFramelessWindow, QApplication)
+#include "tst_framelesswindow.moc"

@@ -1,0 +1,275 @@
+#include "widgets/TrovDialog.h"
+
+#include "theme/ThemeManager.h"
+#include "widgets/CustomTitleBar.h"
+#include "widgets/DialogFlags.h"
+#include "widgets/DialogOverlay.h"
+#include "widgets/WindowFrameGrip.h"
+
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPropertyAnimation>
+#include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+// Height of the form's own title bar, which the system's title replaces.
+const int FormTitleHeight = 30;
+
+}
+
+Qt::WindowFlags TrovDialog::dialogFlags()
+{
+    return Qt::Dialog | Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
+}
+
+TrovDialog::TrovDialog(QWidget* parent, Qt::WindowFlags flags, bool resizable)
+    : QDialog(parent),
+      // The preferences are taken once: a change applies from the next dialog on.
+      darkenMode(dialogDarkenLayers ? DialogOverlay::Fill : 0),
+      nativeTitle(dialogNativeTitleBar),
+      transitionsAllowed(dialogOpenAnimated),
+      animateDarken(dialogDarkenAnimated)
+{
+    if (!nativeTitle) {
+        // Qt gives up the frameless hint beside hints of a caption.
+        flags &= ~(Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint
+                   | Qt::WindowMinMaxButtonsHint | Qt::WindowContextHelpButtonHint | Qt::CustomizeWindowHint);
+        flags |= Qt::FramelessWindowHint;
+    }
+    if (!nativeTitle && !resizable)
+        flags |= Qt::MSWindowsFixedSizeDialogHint;
+    setWindowFlags(flags);
+    // Without the system's frame the dialog draws a line of its own around it.
+    if (!nativeTitle)
+        setContentsMargins(1, 1, 1, 1);
+    setFocusPolicy(Qt::ClickFocus);
+    setFocus();
+    if (!nativeTitle) {
+        new WindowFrameGrip(this, [this](const QPointF& globalPos) {
+            const QPointF local = globalPos - QPointF(mapToGlobal(QPoint(0, 0)));
+            return isCaptionAt(size(), local) ? FrameRegion::Caption : FrameRegion::Client;
+        }, false);
+    }
+}
+
+TrovDialog::~TrovDialog() = default;
+
+bool TrovDialog::isCaptionAt(const QSize& size, const QPointF& localPos)
+{
+    return localPos.x() >= 0 && localPos.y() >= 0 && localPos.x() < size.width() - 31 && localPos.y() <= 29;
+}
+
+void TrovDialog::setCenterWidget(QWidget* centralWidget, QWidget* reference)
+{
+    central = centralWidget;
+    centerOn = reference;
+    centerDialog();
+}
+
+void TrovDialog::setTitleBar(CustomTitleBar* titleBar)
+{
+    bar = titleBar;
+}
+
+void TrovDialog::setConfirmButton(QAbstractButton* button)
+{
+    confirmButton = button;
+}
+
+void TrovDialog::setDialogTitle(const QString& text)
+{
+    if (bar)
+        bar->setTitle(text);
+    setWindowTitle(text);
+}
+
+void TrovDialog::fixSize()
+{
+    sizeFixPending = true;
+    const QSize target(width(), height() - (nativeTitle ? FormTitleHeight : 0));
+    QTimer::singleShot(1, this, [this, target]() {
+        resize(target);
+        centerDialog();
+    });
+}
+
+void TrovDialog::attachTo(QWidget* widget)
+{
+    attached = widget;
+    centerDialog();
+}
+
+void TrovDialog::centerDialog()
+{
+    // The frame, with the system's title when there is one, is what stands
+    // in the middle.
+    const QSize frameSize = frameGeometry().size();
+    if (attached) {
+        QRect frame(QPoint(0, 0), frameSize);
+        frame.moveCenter(attached->mapToGlobal(attached->rect().center()));
+        move(frame.topLeft());
+        return;
+    }
+    const QWidget* reference = centerOn ? centerOn.data() : parentWidget();
+    if (!reference)
+        return;
+    const QRect area = reference->isWindow() ? reference->geometry()
+                                             : QRect(reference->mapToGlobal(QPoint(0, 0)), reference->size());
+    move(area.x() + (area.width() - frameSize.width()) / 2, area.y() + (area.height() - frameSize.height()) / 2);
+}
+
+void TrovDialog::darken()
+{
+    if (darkenMode == 0)
+        return;
+    delete dimming;
+    dimming = new DialogOverlay(this, darkenMode, size());
+    dimming->show();
+    dimming->raise();
+    if (!animateDarken) {
+        dimming->setCurrState(100);
+        return;
+    }
+    dimmingIn = new QPropertyAnimation(dimming, "currState", dimming);
+    dimmingIn->setStartValue(0);
+    dimmingIn->setEndValue(100);
+    dimmingIn->setDuration(150);
+    dimmingIn->setEasingCurve(QEasingCurve::Linear);
+    dimmingIn->start(QAbstractAnimation::DeleteWhenStopped);
+    // Give the fade its time before the child's modal loop takes over. The
+    // count sets the feel of the fade; it is meant to be this crude.
+    for (int round = 0; round < 18000; ++round)
+        QCoreApplication::processEvents();
+}
+
+void TrovDialog::undarken()
+{
+    if (!dimming)
+        return;
+    if (dimmingIn)
+        dimmingIn->stop();
+    if (!animateDarken) {
+        delete dimming;
+        return;
+    }
+    QPointer<DialogOverlay> fading = dimming;
+    QPropertyAnimation* fadeOut = new QPropertyAnimation(fading, "currState", fading);
+    fadeOut->setStartValue(100);
+    fadeOut->setEndValue(0);
+    fadeOut->setDuration(200);
+    fadeOut->setEasingCurve(QEasingCurve::Linear);
+    connect(fadeOut, &QPropertyAnimation::finished, fading, [this, fading]() {
+        if (dimming == fading)
+            dimming = nullptr;
+        fading->deleteLater();
+    });
+    fadeOut->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+void TrovDialog::colorButton(QPushButton* button, int themeKey)
+{
+    const QColor color = themeColor(themeKey);
+    if (!color.isValid())
+        return;
+    button->setStyleSheet(QStringLiteral("#%1 { background-color: %2; border: 1px solid %3; border-radius: 3px;"
+                                         " padding: 5px 18px; }"
+                                         " #%1:hover { background-color: %4; }"
+                                         " #%1:pressed { background-color: %3; }")
+                              .arg(button->objectName(), color.name(), color.darker(150).name(),
+                                   color.lighter(125).name()));
+}
+
+void TrovDialog::showEvent(QShowEvent* event)
+{
+    QDialog::showEvent(event);
+    if (wasShown)
+        return;
+    wasShown = true;
+    if (transitionsAllowed) {
+        // Windows plays its own opening transition; elsewhere the dialog
+        // fades in by itself.
+        setWindowOpacity(0.0);
+        QPropertyAnimation* fadeIn = new QPropertyAnimation(this, "windowOpacity", this);
+        fadeIn->setStartValue(0.0);
+        fadeIn->setEndValue(1.0);
+        fadeIn->setDuration(120);
+        fadeIn->start(QAbstractAnimation::DeleteWhenStopped);
+    }
+    setUpTitleBar();
+    setFocus();
+    centerDialog();
+    firstShown();
+}
+
+void TrovDialog::setUpTitleBar()
+{
+    if (!bar)
+        return;
+    if (nativeTitle) {
+        bar->collapse();
+        if (!sizeFixPending) {
+            // A nudge of the height makes the form lay out without its bar.
+            QTimer::singleShot(10, this, [this]() {
+                resize(width(), height() - 2);
+                centerDialog();
+            });
+        }
+    } else {
+        bar->setDialog(this);
+        bar->setTitle(windowTitle());
+    }
+}
+
+bool TrovDialog::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::WindowActivate:
+        // The frame's final size is known only after the first activations.
+        if (activations < 2) {
+            ++activations;
+            centerDialog();
+        }
+        if (bar)
+            bar->setActive(true);
+        update();
+        break;
+    case QEvent::WindowDeactivate:
+        if (bar)
+            bar->setActive(false);
+        update();
+        break;
+    case QEvent::ScreenChangeInternal:
+        // One pixel taller and back redraws the dialog at the new scale.
+        QTimer::singleShot(1, this, [this]() {
+            resize(width(), height() + 1);
+            resize(width(), height() - 1);
+        });
+        break;
+    default:
+        break;
+    }
+    return QDialog::event(event);
+}
+
+void TrovDialog::paintEvent(QPaintEvent* event)
+{
+    QDialog::paintEvent(event);
+    if (nativeTitle)
+        return;
+    QPainter painter(this);
+    painter.setPen(isActiveWindow() ? QColor(0x3C, 0x3C, 0x3C) : QColor(0x2E, 0x2E, 0x2E));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+void TrovDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return && (event->modifiers() & Qt::ControlModifier) && confirmButton) {
+        confirmButton->click();
+        event->accept();
+    }
+    QDialog::keyPressEvent(event);
+}

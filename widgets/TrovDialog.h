@@ -1,0 +1,82 @@
+#pragma once
+
+#include "widgets/DialogOverlay.h"
+
+#include <QDialog>
+#include <QPointer>
+
+class CustomTitleBar;
+class QAbstractButton;
+class QPropertyAnimation;
+class QPushButton;
+
+// The base of every dialog of the program: the custom or the system's title
+// bar by the user's choice, the dimming while a child dialog is open, centring
+// on the parent, the opening fade and Ctrl+Return for the confirm button.
+//
+// A dialog is made on the caller's stack and run with exec(). A dialog that
+// opens a child wraps the child's run in darken() and undarken().
+class TrovDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    // The flags every dialog passes.
+    static Qt::WindowFlags dialogFlags();
+
+    // A resizable dialog keeps its size free; others are fixed to their form.
+    explicit TrovDialog(QWidget* parent = nullptr, Qt::WindowFlags flags = dialogFlags(), bool resizable = false);
+    ~TrovDialog() override;
+
+    // Centres at once; centerOn, if given, replaces the parent as reference.
+    void setCenterWidget(QWidget* central, QWidget* centerOn = nullptr);
+    void setTitleBar(CustomTitleBar* bar);
+    void setConfirmButton(QAbstractButton* button);
+    void setDialogTitle(const QString& text);
+    // Settles the size the form asked for once the dialog is shown, less the
+    // form's title bar when the system's title bar stands in for it.
+    void fixSize();
+    void darken();
+    void undarken();
+    // From now on the dialog centres on this widget.
+    void attachTo(QWidget* widget);
+    void centerDialog();
+
+    // Colours a confirm, cancel or other dialog button with a theme colour.
+    static void colorButton(QPushButton* button, int themeKey);
+
+    // The top strip that drags a dialog with the custom title bar: 29 pixels
+    // high, and left of the close button's 31.
+    static bool isCaptionAt(const QSize& size, const QPointF& localPos);
+
+    bool usesNativeTitleBar() const { return nativeTitle; }
+    CustomTitleBar* titleBar() const { return bar; }
+    DialogOverlay* overlay() const { return dimming; }
+    QWidget* centerWidget() const { return central; }
+
+protected:
+    // Called once, at the end of the first show.
+    virtual void firstShown() {}
+
+    bool event(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void setUpTitleBar();
+
+    QWidget* central = nullptr;
+    QPointer<QWidget> centerOn;
+    QPointer<QWidget> attached;
+    QPointer<DialogOverlay> dimming;
+    QPointer<QPropertyAnimation> dimmingIn;
+    CustomTitleBar* bar = nullptr;
+    QPointer<QAbstractButton> confirmButton;
+    int darkenMode;
+    int activations = 0;
+    bool nativeTitle;
+    bool transitionsAllowed;
+    bool animateDarken;
+    bool wasShown = false;
+    bool sizeFixPending = false;
+};
