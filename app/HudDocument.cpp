@@ -38,6 +38,9 @@ bool isWellFormed(const QJsonObject& document)
     for (const QJsonValue& entry : data.toArray()) {
         if (!entry.isObject())
             return false;
+        const QJsonValue components = entry.toObject().value(KeyHud);
+        if (!components.isUndefined() && !components.isArray())
+            return false;
     }
     return true;
 }
@@ -97,6 +100,19 @@ void HudDocument::setDocument(const QJsonObject& document, const QStringList& ba
 
 QJsonObject HudDocument::assemble(QJsonObject root, const QVector<HudEntry>& entries, QStringList* backgrounds)
 {
+    // A list without a Map or Battle HUD must not keep a number that could
+    // name a custom HUD on the next load, which would then lose all but its
+    // components: such a number becomes -1, which names no entry.
+    bool hasMap = false;
+    bool hasBattle = false;
+    for (const HudEntry& entry : entries) {
+        hasMap = hasMap || entry.type == HudEntry::Map;
+        hasBattle = hasBattle || entry.type == HudEntry::Battle;
+    }
+    if (!hasMap && root.contains(KeyMap))
+        root.insert(KeyMap, -1);
+    if (!hasBattle && root.contains(KeyBattle))
+        root.insert(KeyBattle, -1);
     QJsonArray data;
     if (backgrounds)
         backgrounds->clear();
@@ -123,8 +139,9 @@ QJsonObject HudDocument::assemble(QJsonObject root, const QVector<HudEntry>& ent
     return root;
 }
 
-static bool keepCopyOf(const QString& path)
+bool HudDocument::keepDamagedCopy(const QDir& projectDirectory)
 {
+    const QString path = JsonFile::pluginPath(projectDirectory, FileName);
     if (!QFileInfo(path).isFile())
         return true;
     QString backup = path + QStringLiteral(".bak");
@@ -139,7 +156,7 @@ bool HudDocument::save(const QDir& projectDirectory, const QJsonObject& document
     if (!outputPath.isEmpty())
         return JsonFile::write(outputPath, document);
     // Without a copy of the damaged file nothing is written over it.
-    if (keepDamagedFile && !keepCopyOf(JsonFile::pluginPath(projectDirectory, FileName)))
+    if (keepDamagedFile && !keepDamagedCopy(projectDirectory))
         return false;
     return JsonFile::writePlugin(projectDirectory, FileName, document);
 }

@@ -56,6 +56,10 @@ public:
     static bool save(const QDir& projectDirectory, const QJsonObject& document, bool keepDamagedFile,
                      const QString& outputPath = QString());
 
+    // Copies a damaged "VelmoraHUD.json" to "VelmoraHUD.json.bak" (or the next
+    // free ".bak.N"); true when there was nothing to copy or the copy is made.
+    static bool keepDamagedCopy(const QDir& projectDirectory);
+
     // A fresh five-character identifier not in taken.
     static QString newIdentifier(const QStringList& taken);
     // The identifiers held by the entries.

@@ -57,6 +57,12 @@ void HudPreviewLayer::setBackground(const QPixmap& pixmap)
     update();
 }
 
+void HudPreviewLayer::setDarkenRatio(double ratio)
+{
+    darken = qBound(0.0, ratio, 1.0);
+    update();
+}
+
 void HudPreviewLayer::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -79,8 +85,10 @@ void HudPreviewLayer::paintEvent(QPaintEvent*)
             painter.fillRect(QRectF(screen.left() + x * cell, screen.top() + y * cell, cell, cell), shade);
         }
     }
-    if (!background.isNull())
+    if (!background.isNull()) {
         painter.drawPixmap(screen, background, background.rect());
+        painter.fillRect(screen, QColor(0, 0, 0, int(darken * 255)));
+    }
     painter.setRenderHint(QPainter::Antialiasing);
     drawComponents(painter, components, screen.topLeft(), scale, 0);
     painter.restore();

@@ -22,6 +22,9 @@ public:
     void setScreenSize(int width, int height);
     QSize screenSize() const { return QSize(screenWidth, screenHeight); }
     void setBackground(const QPixmap& pixmap);
+    // How much the background image is darkened, 0 (not) to 1 (black).
+    void setDarkenRatio(double ratio);
+    double darkenRatio() const { return darken; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -33,6 +36,7 @@ private:
 
     QJsonArray components;
     QPixmap background;
+    double darken = 0.0;
     int screenWidth = 816;
     int screenHeight = 624;
 };

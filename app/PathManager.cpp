@@ -35,12 +35,19 @@ QString besideExecutable(const QString& relativePath)
 
 QString userDataFolder()
 {
+    // The application's data location under the settings store's names, the
+    // same for the editor, velmora-cli and the tests.
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
         + QStringLiteral("/Ostrel Vane/Velmora 2");
 }
 
 QString writablePath(const QString& relativePath)
 {
+    // A file the user already has in their own folder is updated there, where
+    // it is read from.
+    const QString user = QDir(userDataFolder()).absoluteFilePath(relativePath);
+    if (QFileInfo::exists(user))
+        return user;
     if (QFileInfo(executableFolder()).isWritable())
         return besideExecutable(relativePath);
     return QDir(userDataFolder()).absoluteFilePath(relativePath);

@@ -20,8 +20,9 @@ QString besideExecutable(const QString& relativePath);
 // executable's folder can't be written.
 QString userDataFolder();
 
-// Where a file the program writes goes: beside the executable when that
-// folder is writable (a build tree, a portable copy), else the user's folder.
+// Where a file the program writes goes: where the user's own copy already is,
+// else beside the executable when that folder is writable (a build tree, a
+// portable copy), else the user's folder.
 QString writablePath(const QString& relativePath);
 // Where such a file is read: the user's folder first, then beside the
 // executable. The first existing one wins; the executable's when neither exists.

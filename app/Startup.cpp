@@ -33,7 +33,9 @@ int run(int argc, char** argv)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
     initVelmoraResources();
-    QApplication::setApplicationName(QStringLiteral("Velmora"));
+    // The names of the settings store, so that the user's data folders match it.
+    QApplication::setOrganizationName(QStringLiteral("Ostrel Vane"));
+    QApplication::setApplicationName(QStringLiteral("Velmora 2"));
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
 
     QSplashScreen splash(QPixmap(QStringLiteral(":/SplashScreen.png")));

@@ -133,7 +133,7 @@ void VelmoMainWindow::buildForm()
     QHBoxLayout* mainLayout = new QHBoxLayout(mainWidget);
     mainLayout->setContentsMargins(6, 6, 6, 6);
 
-    QGroupBox* groupBox = new QGroupBox(QStringLiteral("HUD Editor"), mainWidget);
+    QGroupBox* groupBox = new QGroupBox(tr("HUD Editor"), mainWidget);
     groupBox->setObjectName(QStringLiteral("groupBox"));
     QVBoxLayout* groupLayout = new QVBoxLayout(groupBox);
     editor = new HudPreviewLayer(groupBox);
@@ -175,7 +175,7 @@ void VelmoMainWindow::buildForm()
     QHBoxLayout* stripLayout = new QHBoxLayout(widget_2);
     stripLayout->setContentsMargins(8, 0, 8, 0);
     statusLabel = new QLabel(widget_2);
-    statusLabel->setObjectName(QStringLiteral("statusBar"));
+    statusLabel->setObjectName(QStringLiteral("statusText"));
     stripLayout->addWidget(statusLabel);
     BRResizerRenderer* bottomRightResizer = new BRResizerRenderer(widget_2);
     bottomRightResizer->setObjectName(QStringLiteral("bottomRightResizer"));
@@ -341,11 +341,11 @@ void VelmoMainWindow::openStartProject()
         setWindowState(windowState() | Qt::WindowMaximized);
     editorLocation = store.value(QStringLiteral("EditorLocation")).toString();
     const QDir location(editorLocation);
-    if (editorLocation.isEmpty()
-        || !(location.exists(QStringLiteral("nwjs-win")) || location.exists(QStringLiteral("nwjs-lin"))))
+    if (editorLocation.isEmpty() || !(QFileInfo(location.filePath(QStringLiteral("nwjs-win"))).isDir()
+                                      || QFileInfo(location.filePath(QStringLiteral("nwjs-lin"))).isDir()))
         editorLocation.clear();
     if (store.contains(QStringLiteral("BackgroundDarken")))
-        backgroundDarken = store.value(QStringLiteral("BackgroundDarken"));
+        editor->setDarkenRatio(store.value(QStringLiteral("BackgroundDarken")).toDouble());
 
     QString project = Startup::projectFromArguments(QCoreApplication::arguments());
     if (project.isEmpty())
@@ -506,6 +506,7 @@ void VelmoMainWindow::ReloadProject()
         AlertDialog::alert(tr("Could not reload data!"), tr("Reload Error"), this);
         isProjectOpen = true;
     }
+    updateCommandStates();
 }
 
 void VelmoMainWindow::SaveProject()
@@ -524,7 +525,10 @@ void VelmoMainWindow::SaveProject()
     QStringList backgrounds;
     const QJsonObject document = HudDocument::assemble(documentRoot, entries, &backgrounds);
 
-    const bool saved = HudDocument::save(projectDirectory, document, damagedHudFile);
+    // A damaged file is copied aside once, before anything is written over it.
+    if (damagedHudFile && HudDocument::keepDamagedCopy(projectDirectory))
+        damagedHudFile = false;
+    const bool saved = !damagedHudFile && HudDocument::save(projectDirectory, document, false);
 
     SettingsStore store;
     QVariantMap allBackgrounds = store.value(QStringLiteral("Backgrounds")).toMap();
@@ -536,7 +540,6 @@ void VelmoMainWindow::SaveProject()
         AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"), tr("Save Error"), this);
         isChanged = true;
     } else {
-        damagedHudFile = false;
         documentRoot = document;
         documentRoot.remove(QStringLiteral("Data"));
         isChanged = false;
@@ -612,8 +615,7 @@ void VelmoMainWindow::saveWindowState()
     store.setValue(QStringLiteral("Geometry"), normalGeometry());
     store.setValue(QStringLiteral("IsMaximized"), isMaximized());
     store.setValue(QStringLiteral("EditorLocation"), editorLocation);
-    if (backgroundDarken.isValid())
-        store.setValue(QStringLiteral("BackgroundDarken"), backgroundDarken);
+    store.setValue(QStringLiteral("BackgroundDarken"), editor->darkenRatio());
 }
 
 void VelmoMainWindow::updateCommandStates()

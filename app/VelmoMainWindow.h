@@ -117,8 +117,6 @@ private:
     bool canZoomOut = true;
     bool isChanged = false;
     bool isSizedHUD = false;
-    // Stored darken ratio of the canvas background, kept until the scene uses it.
-    QVariant backgroundDarken;
 
     // Root keys of the document other than "Data", written back on saving.
     QJsonObject documentRoot;

@@ -160,8 +160,9 @@ private slots:
 
     void oddMapAndBattleIndexes()
     {
-        // "Data" shorter than "Map": no Map HUD, nothing current, and the
-        // number survives a save.
+        // "Data" shorter than "Map": no Map HUD and nothing current. Saved,
+        // the number names no entry, so that a HUD pasted later can't become
+        // a Map HUD by accident.
         HudDocument shortData;
         shortData.setDocument(QJsonObject{{QStringLiteral("Map"), 7},
                                           {QStringLiteral("Data"), QJsonArray{QJsonObject(), hud(QStringLiteral("X"), QStringLiteral("00000"))}}},
@@ -169,7 +170,7 @@ private slots:
         QCOMPARE(shortData.currentIndex, -1);
         QCOMPARE(shortData.entries.at(0).type, int(HudEntry::Custom));
         QCOMPARE(shortData.entries.at(1).type, int(HudEntry::Battle));
-        QCOMPARE(HudDocument::assemble(shortData.root, shortData.entries).value(QStringLiteral("Map")).toInt(), 7);
+        QCOMPARE(HudDocument::assemble(shortData.root, shortData.entries).value(QStringLiteral("Map")).toInt(), -1);
 
         // Both naming one index: that entry is the Map HUD and no Battle HUD exists.
         HudDocument same;
@@ -179,6 +180,18 @@ private slots:
         QCOMPARE(same.entries.at(0).type, int(HudEntry::Custom));
         QCOMPARE(same.entries.at(1).type, int(HudEntry::Map));
         QCOMPARE(same.currentIndex, 1);
+        // The custom entry moved behind the Map HUD must not become the Battle
+        // HUD on the next load.
+        QVector<HudEntry> reordered{same.entries.at(1), same.entries.at(0)};
+        reordered[1].object.insert(QStringLiteral("Name"), QStringLiteral("Kept"));
+        const QJsonObject saved = HudDocument::assemble(same.root, reordered);
+        QCOMPARE(saved.value(QStringLiteral("Map")).toInt(), 0);
+        QCOMPARE(saved.value(QStringLiteral("Battle")).toInt(), -1);
+        HudDocument reloaded;
+        reloaded.setDocument(saved, {});
+        QCOMPARE(reloaded.entries.at(1).type, int(HudEntry::Custom));
+        QCOMPARE(HudDocument::assemble(reloaded.root, reloaded.entries).value(QStringLiteral("Data")).toArray().at(1)
+                     .toObject().value(QStringLiteral("Name")).toString(), QStringLiteral("Kept"));
 
         // Absent numbers read as 0 and 1.
         HudDocument absent;
@@ -226,6 +239,7 @@ private slots:
         QTest::newRow("array") << QByteArray("[{\"HUD\":[]},{\"HUD\":[]}]") << false << 0;
         QTest::newRow("data not array") << QByteArray("{\"Map\":0,\"Battle\":1,\"Data\":{\"0\":{\"HUD\":[]}},\"Note\":1}") << false << 0;
         QTest::newRow("data entry not object") << QByteArray("{\"Data\":[{\"HUD\":[]},5,{\"HUD\":[]}]}") << false << 3;
+        QTest::newRow("components not an array") << QByteArray("{\"Data\":[{\"HUD\":{\"0\":{\"Type\":1}}},{\"HUD\":[]}]}") << false << 2;
         QTest::newRow("non utf-8") << QByteArray("{\"Data\":[{\"HUD\":[{\"Name\":\"\xc3\x28\"}]}]}") << true << 2;
         QTest::newRow("empty file") << QByteArray("") << true << 2;
         QByteArray deep;

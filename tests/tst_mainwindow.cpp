@@ -480,6 +480,7 @@ private slots:
         window->SaveProject();
         QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), damaged);
         QVERIFY(writtenDocument(project).value(QStringLiteral("Data")).isArray());
+        QCOMPARE(writtenDocument(project).value(QStringLiteral("Battle")).toInt(), 1);
         const QStringList stored = SettingsStore().value(QStringLiteral("Backgrounds")).toMap()
                                        .value(QDir(project).absolutePath()).toStringList();
         QCOMPARE(stored, QStringList({QStringLiteral("/pictures/map-shot.png"), QString()}));

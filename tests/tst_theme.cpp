@@ -335,10 +335,16 @@ private slots:
         QCOMPARE(themeColor(0), QColor(0x44, 0x55, 0x66));
         PathManager::setExecutableFolder(programFolder);
 
-        // Reading looks in the user's folder before the program's.
+        // Reading looks in the user's folder before the program's, and a theme
+        // the user has there is saved there again, so an edit is never hidden.
         writeTheme(QStringLiteral("Portable"), "{\"0\":\"#000001\"}");
         QVERIFY(Theme::load(QStringLiteral("Portable")));
         QCOMPARE(themeColor(0), QColor(0x44, 0x55, 0x66));
+        table.insert(0, QColor(0x01, 0x02, 0x03));
+        QVERIFY(Theme::save(table, QStringLiteral("Portable")));
+        Theme::installDefault();
+        QVERIFY(Theme::load(QStringLiteral("Portable")));
+        QCOMPARE(themeColor(0), QColor(0x01, 0x02, 0x03));
     }
 
     void shippedThemes()

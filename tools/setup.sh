@@ -34,8 +34,8 @@ velmora_install() {
         # shellcheck disable=SC2086
         apt-get install -y -qq --no-install-recommends $missing
     else
-        echo "Velmora needs these Debian packages. Install them with:"
-        echo "  sudo apt-get install -y $missing"
+        echo "Velmora needs these Debian packages. As root, run:"
+        echo "apt-get install -y $missing"
         exit 1
     fi
 }
