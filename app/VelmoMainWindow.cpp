@@ -213,7 +213,8 @@ void VelmoMainWindow::setupHudList()
         });
     // A copy takes the components as the canvas shows them now.
     hudList->setCopyHook([this](UltimateTreeItem*) { storeSceneIntoCurrentHud(); });
-    // The Map and Battle HUDs can't be cut or deleted.
+    // The Map and Battle HUDs can't be copied, cut or deleted.
+    hudList->setCopyCheck([](UltimateTreeItem* row) { return row->id() == HudEntry::Custom; });
     hudList->setDeleteCheck([this](UltimateTreeItem* row) {
         if (row->id() != HudEntry::Custom)
             return false;
@@ -229,7 +230,10 @@ void VelmoMainWindow::setupHudList()
 
     // currentItemChanged and customContextMenuRequested reach their
     // on_hudList_ slots by name.
-    connect(hudList, &UltimateTreeWidget::onDeleteKeyPress, this, &VelmoMainWindow::deleteHUD);
+    connect(hudList, &UltimateTreeWidget::onDeleteKeyPress, this, [this]() {
+        if (currentHud() && currentHud()->id() == HudEntry::Custom)
+            deleteHUD();
+    });
     // A new order of HUDs is saved work like any other.
     connect(hudList, &UltimateTreeWidget::itemRelocated, this, &VelmoMainWindow::markChanged);
 }
@@ -254,8 +258,6 @@ void VelmoMainWindow::preparePastedHud(QJsonObject* object)
         object->insert(QStringLiteral("Name"), tr("New HUD"));
     if (!object->contains(QStringLiteral("IsHUD")))
         object->insert(QStringLiteral("IsHUD"), true);
-    if (!object->contains(QStringLiteral("Background")))
-        object->insert(QStringLiteral("Background"), QString());
 }
 
 void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
@@ -267,7 +269,13 @@ void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
     // Delete, separator, copy, cut, paste.
     const QString name = current ? HudDocument::displayName(current->id(), *current->userData()) : QString();
     hudList->updateContextActions(actions, current, name, 2, 3, 4);
+    actions.at(2)->setVisible(custom);
     actions.at(3)->setVisible(custom);
+    bool anything = false;
+    for (QAction* action : actions)
+        anything = anything || (action->isVisible() && !action->isSeparator());
+    if (!anything)
+        return;
     hudList->tree()->setPopupOpen(true);
     hudMenu->popup(pos);
 }

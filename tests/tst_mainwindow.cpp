@@ -285,12 +285,14 @@ private slots:
         QCOMPARE(written.value(QStringLiteral("Data")).toArray().at(0).toObject().value(QStringLiteral("HUD")).toArray(),
                  templateArray("VelmoraBattleHUD.json"));
 
-        // Copy the Map HUD (current) and paste it: a new custom HUD with its
-        // components, a fresh identifier and the default name.
+        // The Map HUD can't be copied; a pasted record without name or
+        // identity becomes a new custom HUD with a fresh identifier and the
+        // default name.
         clickRow(1);
         list()->setFocus();
+        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"HUD\":[{\"Type\":0,\"Name\":\"Label\"}]}"));
         QTest::keyClick(list(), Qt::Key_C, Qt::ControlModifier);
-        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("VELMORAHUD{")));
+        QVERIFY(QApplication::clipboard()->text().endsWith(QStringLiteral("\"Label\"}]}")));
         QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "New HUD"}));
         UltimateTreeItem* pasted = list()->row(2);
@@ -299,7 +301,18 @@ private slots:
         QVERIFY(!pasted->isItalic(1));
         const QString id = pasted->userData()->value(QStringLiteral("ID")).toString();
         QCOMPARE(id.size(), 5);
-        // Pasting again gives another identifier, and a named HUD keeps its name.
+        QVERIFY(!pasted->userData()->contains(QStringLiteral("Background")));
+        // A copy of it pasted again gets another identifier.
+        clickRow(2);
+        QTest::keyClick(list(), Qt::Key_C, Qt::ControlModifier);
+        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "New HUD", "New HUD"}));
+        QVERIFY(list()->row(3)->userData()->value(QStringLiteral("ID")).toString() != id);
+        QCOMPARE(list()->row(3)->userData()->value(QStringLiteral("HUD")), pasted->userData()->value(QStringLiteral("HUD")));
+        clickRow(3);
+        QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
+        clickRow(1);
+        // A named HUD keeps its name, and its identifier is replaced.
         QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"Name\":\"Boss Bar\",\"ID\":\"%1\",\"IsHUD\":false,\"HUD\":[]}").arg(id));
         QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "Boss Bar", "New HUD"}));
@@ -349,14 +362,15 @@ private slots:
             return texts;
         };
         QApplication::clipboard()->setText(QStringLiteral("nothing to paste"));
-        openMenuOn(3);
-        QCOMPARE(visibleTexts(), QStringList({"Copy \"Map HUD\""}));
+        // Nothing to offer on the Map HUD: no empty menu shows.
+        QTest::mouseClick(list()->viewport(), Qt::RightButton, Qt::NoModifier, rowPoint(3));
+        QVERIFY(!QApplication::activePopupWidget());
         openMenuOn(1);
         QCOMPARE(visibleTexts(), QStringList({"Delete HUD", "Copy \"Statusanzeige für Böse\"",
                                               "Cut \"Statusanzeige für Böse\""}));
         QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"HUD\":[]}"));
         openMenuOn(0);
-        QCOMPARE(visibleTexts(), QStringList({"Copy \"Battle HUD\"", "Paste \"New HUD\""}));
+        QCOMPARE(visibleTexts(), QStringList({"Paste \"New HUD\""}));
     }
 
     void failedSaveStaysUnsaved()

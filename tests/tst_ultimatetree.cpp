@@ -301,8 +301,12 @@ private slots:
         QSignalSpy menus(list.get(), &QWidget::customContextMenuRequested);
         UltimateTreeItem* a = tree()->row(0);
 
-        // Down: A over the lower half of C's place lands behind C.
+        // Down: A over the lower half of C's place lands behind C. It was
+        // current before and stays so: no change of the current row is told.
+        tree()->setCurrentRow(a);
+        QSignalSpy changed(list.get(), &UltimateTreeWidget::currentItemChanged);
         rightDrag(a, {QPoint(0, 12), QPoint(0, 30), QPoint(0, 35)});
+        QCOMPARE(changed.count(), 0);
         QCOMPARE(topLevelNames(tree()), QStringList({"B", "C", "A", "D", "E"}));
         QCOMPARE(relocated.count(), 1);
         QCOMPARE(relocated.at(0).at(0).value<UltimateTreeItem*>(), a);
@@ -381,6 +385,85 @@ private slots:
         QCOMPARE(topLevelNames(tree()), QStringList({"B", "B3", "C", "E", "D"}));
         QCOMPARE(e->childCount(), 0);
         QVERIFY(!e->button());
+    }
+
+    void dropIntoAnOpenParentAndEdgeCases()
+    {
+        buildList();
+        UltimateTreeItem* b = tree()->row(1);
+        b->expand();
+        QSignalSpy collapsed(list.get(), &UltimateTreeWidget::itemCollapsed);
+        // C (80..100) pulled up over the lower half of B: B is open, so C
+        // becomes its first child.
+        UltimateTreeItem* c = tree()->row(2);
+        rightDrag(c, {QPoint(0, -30), QPoint(0, -62)});
+        QCOMPARE(childNames(b), QStringList({"C", "B1", "B2", "B3"}));
+        QCOMPARE(chain(tree()), QStringList({"A", "B", "  C", "  B1", "  B2", "  B3", "D", "E"}));
+
+        // A parent that loses its last child closes and says so.
+        UltimateTreeItem* b1 = b->child(1);
+        b1->addChild(makeRow(QStringLiteral("B1a")));
+        b1->expand();
+        UltimateTreeItem* only = b1->child(0);
+        b1->deleteChild(only);
+        QCOMPARE(collapsed.count(), 1);
+        QCOMPARE(collapsed.at(0).at(0).value<UltimateTreeItem*>(), b1);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(log.freed.value(QStringLiteral("B1a")), 1);
+
+        // Keys do nothing while a row floats.
+        QSignalSpy deletes(list.get(), &UltimateTreeWidget::onDeleteKeyPress);
+        UltimateTreeItem* d = tree()->row(2);
+        const QPoint start = pointOf(d);
+        QTest::mousePress(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start);
+        moveWithButton(tree()->viewport(), start + QPoint(0, 25), Qt::RightButton);
+        QVERIFY(tree()->isDragging());
+        QTest::keyClick(tree(), Qt::Key_Delete);
+        QTest::keyClick(tree(), Qt::Key_Up);
+        QCOMPARE(deletes.count(), 0);
+        QCOMPARE(tree()->currentRow(), d);
+
+        // Clearing the list mid-drag frees the floating row too, once.
+        tree()->clear();
+        QVERIFY(!tree()->isDragging());
+        QVERIFY(tree()->fillerItem()->isFillerVisible());
+        QTest::mouseRelease(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start);
+        QCOMPARE(tree()->rowCount(), 0);
+        for (auto it = log.freed.begin(); it != log.freed.end(); ++it)
+            QVERIFY2(it.value() == 1, qPrintable(it.key()));
+        QCOMPARE(log.freed.size(), 9);
+    }
+
+    void rowsOutsideAndAcrossTrees()
+    {
+        buildList();
+        // Children made before their parent joins a list take its row height.
+        UltimateTreeItem* p = makeRow(QStringLiteral("P"), true);
+        p->addChild(makeRow(QStringLiteral("P1")));
+        p->addChild(makeRow(QStringLiteral("P2")));
+        tree()->addRow(p);
+        tree()->addRow(makeRow(QStringLiteral("Q")));
+        p->expand();
+        QCOMPARE(p->child(0)->rowHeight(), 20);
+        QCOMPARE(p->child(1)->y(), p->y() + 40);
+        QCOMPARE(tree()->row(6)->y(), p->y() + 60);
+
+        // A row taken out keeps the list's deleter after the list is gone.
+        UltimateTreeItem* a = tree()->row(0);
+        tree()->removeRow(a);
+        QCOMPARE(chain(tree()).first(), QStringLiteral("B"));
+        // The arrow under the pointer, then the list cleared: nothing dangles.
+        UltimateTreeItem* b = tree()->row(0);
+        moveWithButton(tree()->viewport(), pointOf(b, 10), Qt::NoButton);
+        tree()->clear();
+        moveWithButton(tree()->viewport(), QPoint(10, 10), Qt::NoButton);
+        // Only the "+" row is left under the pointer.
+        QCOMPARE(tree()->hoveredItem(), static_cast<UltimateTreeItemBase*>(tree()->fillerItem()));
+        list.reset();
+        QCOMPARE(log.freed.value(QStringLiteral("A")), 0);
+        delete a;
+        QCOMPARE(log.freed.value(QStringLiteral("A")), 1);
+        QCOMPARE(log.freed.value(QStringLiteral("P2")), 1);
     }
 
     void rightClickGivesTheMenu()

@@ -96,6 +96,7 @@ void UltimateTree::linkTopLevel(UltimateTreeItem* row, int index)
     row->setDepthRecursive(0);
     if (row->height < 0)
         row->setRowHeight(rowHeight);
+    row->adoptRowHeight(rowHeight);
     addToContent(row->showInScene(true));
     if (before) {
         layoutFrom(before);
@@ -175,6 +176,7 @@ void UltimateTree::deleteRow(UltimateTreeItem* row)
 
 void UltimateTree::deleteLaterOwned(UltimateTreeItem* row)
 {
+    pendingDeletes.removeAll(QPointer<UltimateTreeItem>());
     pendingDeletes.append(QPointer<UltimateTreeItem>(row));
     row->deleteLater();
 }
@@ -186,8 +188,19 @@ void UltimateTree::clear()
     if (hoveredRow != filler)
         hoveredRow = nullptr;
     pressedItem = nullptr;
-    pickedRow = nullptr;
+    hoveredButton = nullptr;
     dropAfter = nullptr;
+    // A row floating in a drag belongs to the list until it is dropped.
+    if (pickedRow) {
+        UltimateTreeItem* floating = pickedRow;
+        pickedRow = nullptr;
+        dragging = false;
+        if (floating->scene())
+            floating->scene()->removeItem(floating);
+        delete floating;
+        if (filler)
+            filler->setFillerVisible(true);
+    }
     dragging = false;
     const QList<UltimateTreeItem*> old = rows;
     rows.clear();
@@ -205,6 +218,7 @@ void UltimateTree::rowVanished(UltimateTreeItem* row)
 {
     if (hoveredRow == row) {
         hoveredRow = nullptr;
+        row->setHovered(false, true);
         // The pointer stands still over whatever moved in under it.
         if (mouseInside && pressedButton == 0) {
             QTimer::singleShot(0, this, [this]() {
@@ -215,35 +229,38 @@ void UltimateTree::rowVanished(UltimateTreeItem* row)
     }
     if (pressedItem == row || (pressedItem && pressedItem->parentItem() == row))
         pressedItem = nullptr;
+    if (hoveredButton && hoveredButton->parentItem() == row)
+        hoveredButton = nullptr;
     if (pickedRow == row && !dragging)
         pickedRow = nullptr;
     if (dropAfter == row)
         dropAfter = nullptr;
 }
 
+void UltimateTree::rowDestroyed(UltimateTreeItem* row)
+{
+    rowVanished(row);
+    if (current == row)
+        current = nullptr;
+    if (pickedRow == row) {
+        pickedRow = nullptr;
+        dragging = false;
+    }
+}
+
 void UltimateTree::buttonVanished(QGraphicsItem* button)
 {
     if (pressedItem == button)
         pressedItem = nullptr;
+    if (hoveredButton == button)
+        hoveredButton = nullptr;
 }
 
 void UltimateTree::rowTaken(UltimateTreeItem* row)
 {
-    // The current row, or one of the taken row's descendants, leaves the list.
-    for (UltimateTreeItemBase* item = current; item;) {
-        UltimateTreeItem* candidate = qobject_cast<UltimateTreeItem*>(item);
-        if (!candidate)
-            break;
-        UltimateTreeItem* ancestor = candidate;
-        while (ancestor && ancestor != row)
-            ancestor = ancestor->parentRow;
-        if (ancestor == row) {
-            candidate->setSelected(false);
-            current = nullptr;
-        }
-        break;
-    }
     rowVanished(row);
+    // The row is the caller's now; it keeps the list's deleter for its record.
+    row->detachFromTree(rowDeleter);
 }
 
 UltimateTreeItem* UltimateTree::currentRow() const
@@ -365,8 +382,8 @@ void UltimateTree::setRowHeight(int height)
 
 void UltimateTree::setTextOffset(int offset)
 {
+    // Rows that hold children keep their text clear of the arrow.
     textOffsetPlain = offset;
-    textOffsetWithChildren = offset;
 }
 
 int UltimateTree::plainTextOffset() const
@@ -378,9 +395,6 @@ int UltimateTree::textOffsetFor(const UltimateTreeItem* row) const
 {
     const bool withChildren = row->canHaveChildren && row->expandButton;
     const int offset = withChildren ? textOffsetWithChildren : textOffsetPlain;
-    // A row with an arrow always keeps its text clear of it.
-    if (row->expandButton && offset < row->height)
-        return row->height + 1;
     return offset < 0 ? row->height + 1 : offset;
 }
 
@@ -430,6 +444,12 @@ void UltimateTree::addToContent(int height)
 
 void UltimateTree::recountContent()
 {
+    // Also the repair key: every row goes back to its place in the chain.
+    if (firstRow && !dragging) {
+        firstRow->setPos(0, 0);
+        firstRow->homeY = 0;
+        layoutFrom(firstRow);
+    }
     int height = 0;
     for (UltimateTreeItem* row = firstRow; row; row = row->nextVisible)
         height += row->height;
@@ -645,11 +665,11 @@ void UltimateTree::mouseMoveEvent(QMouseEvent* event)
         break;
     case 1:
         selectAt(event->pos(), true, true);
-        autoScroll(event->pos());
+        autoScroll(event->pos(), event->globalPos().y());
         break;
     case 2:
         if (pickedRow) {
-            moveFloatingRow(event->pos());
+            moveFloatingRow(event->pos(), event->globalPos().y());
         } else if (pickupArmed) {
             const QPointF scenePoint = mapToScene(event->pos());
             if (pressRowRect.contains(scenePoint) && qAbs(scenePoint.x() - pressScenePosition.x()) <= 10) {
@@ -661,7 +681,7 @@ void UltimateTree::mouseMoveEvent(QMouseEvent* event)
             click = 1000;
             pickupArmed = false;
             pickup();
-            moveFloatingRow(event->pos());
+            moveFloatingRow(event->pos(), event->globalPos().y());
         } else {
             viewport()->update();
         }
@@ -722,7 +742,7 @@ void UltimateTree::mouseDoubleClickEvent(QMouseEvent* event)
         setCurrentRow(dataRow);
         QPointer<UltimateTreeItem> guard(dataRow);
         whenItemDoubleClicked(dataRow);
-        if (guard && guard->childCount() > 0) {
+        if (guard) {
             guard->toggle();
             ignoreMoves = true;
             QTimer::singleShot(1, this, [this]() { ignoreMoves = false; });
@@ -748,6 +768,11 @@ void UltimateTree::whenEmptySpaceDoubleClicked()
 
 void UltimateTree::keyPressEvent(QKeyEvent* event)
 {
+    // While a row floats, keys would act on a row that isn't in the list.
+    if (pickedRow) {
+        event->accept();
+        return;
+    }
     const int key = event->key();
     const Qt::KeyboardModifiers modifiers = event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
     if ((key == Qt::Key_Up || key == Qt::Key_Down) && modifiers == Qt::NoModifier) {
@@ -847,7 +872,7 @@ void UltimateTree::pickupItem()
     pickupArmed = false;
     pickup();
     if (pickedRow)
-        moveFloatingRow(viewport()->mapFromGlobal(QCursor::pos()));
+        moveFloatingRow(viewport()->mapFromGlobal(QCursor::pos()), QCursor::pos().y());
 }
 
 void UltimateTree::pickup()
@@ -874,13 +899,13 @@ void UltimateTree::pickup()
     setHoveredRow(nullptr, true);
 }
 
-void UltimateTree::moveFloatingRow(const QPoint& point)
+void UltimateTree::moveFloatingRow(const QPoint& point, int screenY)
 {
     if (!pickedRow)
         return;
     const QPointF scenePoint = mapToScene(point);
     pickedRow->setPos(scenePoint - pressOffset);
-    autoScroll(point);
+    autoScroll(point, screenY);
     const QRectF visible = mapToScene(viewport()->rect()).boundingRect();
     for (QGraphicsItem* item : scene->items(visible)) {
         if (item->parentItem() || item == pickedRow || item == filler)
@@ -920,11 +945,10 @@ void UltimateTree::makeWay(UltimateTreeItem* row, double pointerY)
     row->glideTo(target);
 }
 
-void UltimateTree::autoScroll(const QPoint& point)
+void UltimateTree::autoScroll(const QPoint& point, int screenY)
 {
     const int y = point.y();
     const int quarter = qMax(1, rowHeight / 4);
-    const int screenY = QCursor::pos().y();
     if (y < 2) {
         if (!scrollingUp) {
             scrollingUp = true;
@@ -1005,7 +1029,6 @@ void UltimateTree::drop()
 
     emit itemRelocated(row);
     setHoveredRow(row, true);
-    current = nullptr;
     setCurrentRow(row);
     dropAfter = nullptr;
     if (firstRow) {

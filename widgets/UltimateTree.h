@@ -154,13 +154,15 @@ private:
     void updateHoverAt(const QPoint& point);
     void pickup();
     void drop();
-    void moveFloatingRow(const QPoint& point);
-    void autoScroll(const QPoint& point);
+    void moveFloatingRow(const QPoint& point, int screenY);
+    // Scrolls while the pointer holds at an edge; screenY tells which way it moves.
+    void autoScroll(const QPoint& point, int screenY);
     void runClick(bool up, bool slow);
     void makeWay(UltimateTreeItem* row, double pointerY);
     UltimateTreeItemBase* topItemAt(const QPoint& point) const;
     // Bookkeeping when rows leave: no pointer may outlive what it points at.
     void rowVanished(UltimateTreeItem* row);
+    void rowDestroyed(UltimateTreeItem* row);
     void buttonVanished(QGraphicsItem* button);
     void rowTaken(UltimateTreeItem* row);
     void deleteLaterOwned(UltimateTreeItem* row);

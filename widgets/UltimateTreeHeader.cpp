@@ -16,6 +16,11 @@ UltimateTreeHeader::UltimateTreeHeader(UltimateTree* tree, QWidget* parent) : QW
     setMouseTracking(true);
 }
 
+UltimateTreeHeader::~UltimateTreeHeader()
+{
+    setGripCursor(false);
+}
+
 int UltimateTreeHeader::gripAt(int x) const
 {
     int border = 0;

@@ -12,6 +12,7 @@ class UltimateTreeHeader : public QWidget
 
 public:
     explicit UltimateTreeHeader(UltimateTree* tree, QWidget* parent = nullptr);
+    ~UltimateTreeHeader() override;
 
     // The column whose right border lies within 4 pixels of x, or -1.
     int gripAt(int x) const;

@@ -23,12 +23,12 @@ UltimateTreeItem::~UltimateTreeItem()
         row->parentRow = nullptr;
         delete row;
     }
-    if (tree) {
-        tree->rowVanished(this);
-        if (tree->getRowDeleter()) {
-            tree->getRowDeleter()(this);
-            userDataRecord = nullptr;
-        }
+    if (tree)
+        tree->rowDestroyed(this);
+    const UltimateTree::RowDeleter& deleter = tree ? tree->getRowDeleter() : detachedDeleter;
+    if (deleter) {
+        deleter(this);
+        userDataRecord = nullptr;
     }
     delete userDataRecord;
     delete iconSourceRect;
@@ -72,8 +72,25 @@ UltimateTreeItem* UltimateTreeItem::previousVisible()
 void UltimateTreeItem::setTreeRecursive(UltimateTree* owner)
 {
     tree = owner;
+    detachedDeleter = nullptr;
     for (UltimateTreeItem* row : children)
         row->setTreeRecursive(owner);
+}
+
+void UltimateTreeItem::detachFromTree(const UltimateTree::RowDeleter& deleter)
+{
+    tree = nullptr;
+    detachedDeleter = deleter;
+    for (UltimateTreeItem* row : children)
+        row->detachFromTree(deleter);
+}
+
+void UltimateTreeItem::adoptRowHeight(int value)
+{
+    if (height < 0)
+        setRowHeight(value);
+    for (UltimateTreeItem* row : children)
+        row->adoptRowHeight(value);
 }
 
 void UltimateTreeItem::setDepthRecursive(int value)
@@ -156,8 +173,8 @@ void UltimateTreeItem::insertChildAt(UltimateTreeItem* row, int index)
     row->parentRow = this;
     row->setTreeRecursive(tree);
     row->setDepthRecursive(depthValue + 1);
-    if (row->height < 0)
-        row->setRowHeight(tree ? tree->getRowHeight() : height);
+    if (tree)
+        row->adoptRowHeight(tree->getRowHeight());
     if (expanded && scene()) {
         tree->addToContent(row->showInScene(true));
         tree->layoutFrom(before);
@@ -187,6 +204,7 @@ void UltimateTreeItem::takeChild(UltimateTreeItem* row)
     if (index < 0)
         return;
     const bool wasVisible = row->scene() != nullptr;
+    const bool wasExpanded = isExpanded();
     row->collapse(true);
     UltimateTreeItem* before = nullptr;
     if (index == 0)
@@ -212,12 +230,16 @@ void UltimateTreeItem::takeChild(UltimateTreeItem* row)
         tree->addToContent(-row->hideFromScene(true));
         tree->layoutFrom(before ? before : this);
     }
+    UltimateTree* owner = tree;
     if (tree && !tree->isDragging())
         tree->rowTaken(row);
     row->parentRow = nullptr;
     row->nextVisible = nullptr;
     row->setDepthRecursive(0);
     row->setHovered(false, true);
+    // A row that lost its last child is closed.
+    if (wasExpanded && children.isEmpty() && owner)
+        emit owner->itemCollapsed(this);
     update();
 }
 
@@ -225,9 +247,10 @@ void UltimateTreeItem::deleteChild(UltimateTreeItem* row)
 {
     if (!children.contains(row))
         return;
+    UltimateTree* owner = tree;
     takeChild(row);
-    if (tree)
-        tree->deleteLaterOwned(row);
+    if (owner)
+        owner->deleteLaterOwned(row);
     else
         row->deleteLater();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItemBase.h"
 
 #include <QJsonObject>
@@ -96,6 +97,10 @@ private:
     friend class UltimateTree;
 
     void insertChildAt(UltimateTreeItem* row, int index);
+    // Leaves the tree for the caller, keeping the tree's deleter for the record.
+    void detachFromTree(const UltimateTree::RowDeleter& deleter);
+    // Rows made before they were in a tree take the tree's row height.
+    void adoptRowHeight(int value);
     void setDepthRecursive(int value);
     void setTreeRecursive(UltimateTree* owner);
     // Adds this row and its visible descendants to the tree's scene, or
@@ -117,6 +122,7 @@ private:
     QPropertyAnimation* motion = nullptr;
     QJsonObject* userDataRecord = nullptr;
     QRectF* iconSourceRect = nullptr;
+    UltimateTree::RowDeleter detachedDeleter;
     double motionTargetX = -1;
     double motionTargetY = -1;
     double homeY = 0;

@@ -175,7 +175,7 @@ void UltimateTreeWidget::copyCurrentItem(UltimateTreeItem* row)
         copyHook(row);
     if (!row)
         row = treeView->currentRow();
-    if (!row || !row->userData())
+    if (!row || !row->userData() || (copyCheck && !copyCheck(row)))
         return;
     const QByteArray json = QJsonDocument(*row->userData()).toJson(QJsonDocument::Compact);
     QApplication::clipboard()->setText(clipboardId + QString::fromUtf8(json));

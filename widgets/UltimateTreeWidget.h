@@ -57,6 +57,8 @@ public:
     void setListFunctions(const NameOfRecord& nameOfRecord, const FillRow& fillRow);
     void setCopyHook(const CopyHook& hook) { copyHook = hook; }
     void setDeleteCheck(const DeleteCheck& check) { deleteCheck = check; }
+    // Asked before a copy; false leaves the clipboard alone.
+    void setCopyCheck(const DeleteCheck& check) { copyCheck = check; }
     void setUniqueNames(bool on) { uniqueNames = on; }
 
     void scrollToBottom();
@@ -96,5 +98,6 @@ private:
     FillRow fillRow;
     CopyHook copyHook;
     DeleteCheck deleteCheck;
+    DeleteCheck copyCheck;
     bool uniqueNames = false;
 };
