@@ -153,7 +153,10 @@ void VelmoMainWindow::buildForm()
     headerLayout->setContentsMargins(4, 2, 2, 2);
     QLabel* hudListHeader = new QLabel(QStringLiteral("<b>%1</b>").arg(tr("HUD List")), header);
     hudListHeader->setObjectName(QStringLiteral("hudListHeader"));
-    removeHudButton = new QPushButton(QStringLiteral("\u2212"), header);
+    removeHudButton = new QPushButton(header);
+    removeHudButton->setIcon(QIcon(QStringLiteral(":/resources/ButtonIcons/Remove.png")));
+    removeHudButton->setIconSize(QSize(12, 12));
+    removeHudButton->setFlat(true);
     removeHudButton->setObjectName(QStringLiteral("removeHudButton"));
     removeHudButton->setFixedSize(18, 18);
     removeHudButton->setToolTip(tr("Delete HUD"));

@@ -1259,6 +1259,91 @@ void makeAppIcon()
     save(img, QStringLiteral("resources/Icon.png"));
 }
 
+// Small interface icons of the editor, drawn at 32 by 32 so they stay crisp
+// when shown at 16 or 18 pixels.
+void makeUiIcons()
+{
+    auto icon = [](const QString &path, const std::function<void(QPainter &)> &draw) {
+        QImage img = blank(32, 32);
+        QPainter p(&img);
+        p.setRenderHint(QPainter::Antialiasing);
+        draw(p);
+        p.end();
+        save(img, path);
+    };
+    const QColor green(0x5c, 0xc8, 0x6e), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2), ink(0x2a, 0x2e, 0x38),
+        blue(0x5a, 0x9c, 0xe6), gold(0xe6, 0xb8, 0x4c);
+    auto plus = [green](QPainter &p) {
+        p.setPen(QPen(green.darker(160), 2));
+        p.setBrush(green);
+        p.drawRoundedRect(QRectF(12.5, 4.5, 7, 23), 2, 2);
+        p.drawRoundedRect(QRectF(4.5, 12.5, 23, 7), 2, 2);
+        p.setPen(Qt::NoPen);
+        p.drawRect(QRectF(13.5, 13.5, 5, 5));
+    };
+    auto minus = [red](QPainter &p) {
+        p.setPen(QPen(red.darker(160), 2));
+        p.setBrush(red);
+        p.drawRoundedRect(QRectF(4.5, 12.5, 23, 7), 2, 2);
+    };
+    auto sheet = [paper, ink](QPainter &p, const QRectF &r) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(paper);
+        p.drawRoundedRect(r, 2, 2);
+        p.setPen(QPen(ink.lighter(250), 1.4));
+        for (qreal y = r.top() + 6; y < r.bottom() - 3; y += 4)
+            p.drawLine(QPointF(r.left() + 4, y), QPointF(r.right() - 4, y));
+    };
+    for (const QString &folder : {QStringLiteral("ContextIcons"), QStringLiteral("ButtonIcons")}) {
+        icon(QStringLiteral("resources/%1/Add.png").arg(folder), plus);
+        icon(QStringLiteral("resources/%1/Remove.png").arg(folder), minus);
+    }
+    icon(QStringLiteral("resources/ContextIcons/Edit.png"), [gold, ink](QPainter &p) {
+        p.translate(16, 16);
+        p.rotate(45);
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(gold);
+        p.drawRect(QRectF(-4, -13, 8, 19));
+        p.setBrush(QColor(0xf0, 0xd8, 0xb0));
+        const QPointF tip[] = {{-4, 6}, {4, 6}, {0, 13}};
+        p.drawPolygon(tip, 3);
+        p.setBrush(QColor(0xe0, 0x8c, 0x8c));
+        p.drawRect(QRectF(-4, -15, 8, 4));
+    });
+    icon(QStringLiteral("resources/ContextIcons/Copy.png"), [sheet](QPainter &p) {
+        sheet(p, QRectF(3.5, 3.5, 17, 20));
+        sheet(p, QRectF(11.5, 8.5, 17, 20));
+    });
+    icon(QStringLiteral("resources/ContextIcons/Cut.png"), [ink, blue](QPainter &p) {
+        p.setPen(QPen(QColor(0xb4, 0xbc, 0xc8), 4, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(10, 3), QPointF(20, 20));
+        p.drawLine(QPointF(22, 3), QPointF(12, 20));
+        p.setPen(QPen(ink, 1.2));
+        p.drawLine(QPointF(10, 3), QPointF(20, 20));
+        p.drawLine(QPointF(22, 3), QPointF(12, 20));
+        p.setPen(QPen(blue.darker(120), 3.4));
+        p.setBrush(Qt::NoBrush);
+        p.drawEllipse(QPointF(9.5, 24), 4.5, 4.5);
+        p.drawEllipse(QPointF(22.5, 24), 4.5, 4.5);
+    });
+    icon(QStringLiteral("resources/ContextIcons/Paste.png"), [ink, gold, sheet](QPainter &p) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(gold.darker(130));
+        p.drawRoundedRect(QRectF(4.5, 5.5, 19, 24), 2, 2);
+        p.setBrush(QColor(0x9c, 0xa4, 0xb0));
+        p.drawRoundedRect(QRectF(9.5, 2.5, 9, 6), 1.5, 1.5);
+        sheet(p, QRectF(13.5, 12.5, 15, 17));
+    });
+    icon(QStringLiteral("resources/ButtonIcons/Hint.png"), [blue](QPainter &p) {
+        p.setPen(QPen(blue.darker(170), 2));
+        p.setBrush(blue);
+        p.drawEllipse(QPointF(16, 16), 12.5, 12.5);
+        p.setPen(QPen(Qt::white, 3.4, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(16, 14.5), QPointF(16, 22.5));
+        p.drawPoint(QPointF(16, 9.5));
+    });
+}
+
 void loadFonts()
 {
     const QStringList candidates = {
@@ -1291,5 +1376,6 @@ int main(int argc, char **argv)
     makePictures();
     makeSplash();
     makeAppIcon();
+    makeUiIcons();
     return g_ok ? 0 : 1;
 }
