@@ -11,25 +11,10 @@
 AlertDialog::AlertDialog(const QString& text, const QString& title, QWidget* parent) : TrovDialog(parent)
 {
     setObjectName(QStringLiteral("AlertDialog"));
-    QVBoxLayout* verticalLayout = new QVBoxLayout(this);
-    verticalLayout->setContentsMargins(0, 0, 0, 0);
-    verticalLayout->setSpacing(0);
-    CustomTitleBar* titleBar = new CustomTitleBar(this);
-    verticalLayout->addWidget(titleBar);
-
-    QWidget* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("content"));
-    QVBoxLayout* contentLayout = new QVBoxLayout(content);
-    contentLayout->setContentsMargins(14, 14, 14, 12);
-    contentLayout->setSpacing(14);
-    textLabel = new QLabel(content);
-    textLabel->setObjectName(QStringLiteral("label"));
-    textLabel->setTextFormat(Qt::RichText);
-    textLabel->setWordWrap(true);
-    textLabel->setAlignment(Qt::AlignCenter);
-    textLabel->setMinimumWidth(280);
-    textLabel->setText(text);
-    contentLayout->addWidget(textLabel, 1);
+    const MessageFrame frame = layOutMessage(text, Qt::AlignCenter, 280);
+    textLabel = frame.label;
+    QWidget* content = frame.content;
+    QVBoxLayout* contentLayout = frame.contentLayout;
 
     QHBoxLayout* buttons = new QHBoxLayout();
     ok = new QPushButton(tr("OK"), content);
@@ -41,11 +26,10 @@ AlertDialog::AlertDialog(const QString& text, const QString& title, QWidget* par
     buttons->addWidget(ok);
     buttons->addStretch();
     contentLayout->addLayout(buttons);
-    verticalLayout->addWidget(content, 1);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
 
     setCenterWidget(content);
-    setTitleBar(titleBar);
+    setTitleBar(frame.titleBar);
     setDialogTitle(title);
     adjustSize();
     fixSize();

@@ -22,25 +22,10 @@ ConfirmationDialog::ConfirmationDialog(const QString& text, const QString& title
     if (result)
         *result = 2;
 
-    QVBoxLayout* verticalLayout = new QVBoxLayout(this);
-    verticalLayout->setContentsMargins(0, 0, 0, 0);
-    verticalLayout->setSpacing(0);
-    CustomTitleBar* titleBar = new CustomTitleBar(this);
-    verticalLayout->addWidget(titleBar);
-
-    QWidget* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("content"));
-    QVBoxLayout* contentLayout = new QVBoxLayout(content);
-    contentLayout->setContentsMargins(14, 14, 14, 12);
-    contentLayout->setSpacing(14);
-    textLabel = new QLabel(content);
-    textLabel->setObjectName(QStringLiteral("label"));
-    textLabel->setTextFormat(Qt::RichText);
-    textLabel->setWordWrap(true);
-    textLabel->setAlignment(alignment);
-    textLabel->setMinimumWidth(300);
-    textLabel->setText(text);
-    contentLayout->addWidget(textLabel, 1);
+    const MessageFrame frame = layOutMessage(text, alignment, 300);
+    textLabel = frame.label;
+    QWidget* content = frame.content;
+    QVBoxLayout* contentLayout = frame.contentLayout;
 
     QHBoxLayout* buttons = new QHBoxLayout();
     buttons->setSpacing(8);
@@ -64,11 +49,10 @@ ConfirmationDialog::ConfirmationDialog(const QString& text, const QString& title
         buttons->removeWidget(endButton);
     }
     contentLayout->addLayout(buttons);
-    verticalLayout->addWidget(content, 1);
     QMetaObject::connectSlotsByName(this);
 
     setCenterWidget(content);
-    setTitleBar(titleBar);
+    setTitleBar(frame.titleBar);
     setConfirmButton(confirmButton);
     setDialogTitle(title);
     adjustSize();

@@ -9,6 +9,8 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QVBoxLayout>
 #include <QPainter>
 #include <QPropertyAnimation>
 #include <QPushButton>
@@ -272,4 +274,29 @@ void TrovDialog::keyPressEvent(QKeyEvent* event)
         event->accept();
     }
     QDialog::keyPressEvent(event);
+}
+
+TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth)
+{
+    QVBoxLayout* verticalLayout = new QVBoxLayout(this);
+    verticalLayout->setContentsMargins(0, 0, 0, 0);
+    verticalLayout->setSpacing(0);
+    MessageFrame frame;
+    frame.titleBar = new CustomTitleBar(this);
+    verticalLayout->addWidget(frame.titleBar);
+    frame.content = new QWidget(this);
+    frame.content->setObjectName(QStringLiteral("content"));
+    verticalLayout->addWidget(frame.content, 1);
+    frame.contentLayout = new QVBoxLayout(frame.content);
+    frame.contentLayout->setContentsMargins(14, 14, 14, 12);
+    frame.contentLayout->setSpacing(14);
+    frame.label = new QLabel(frame.content);
+    frame.label->setObjectName(QStringLiteral("label"));
+    frame.label->setTextFormat(Qt::RichText);
+    frame.label->setWordWrap(true);
+    frame.label->setAlignment(alignment);
+    frame.label->setMinimumWidth(minimumWidth);
+    frame.label->setText(text);
+    frame.contentLayout->addWidget(frame.label, 1);
+    return frame;
 }

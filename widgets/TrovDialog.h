@@ -5,6 +5,9 @@
 #include <QDialog>
 #include <QPointer>
 
+class QLabel;
+class QVBoxLayout;
+
 class CustomTitleBar;
 class QAbstractButton;
 class QPropertyAnimation;
@@ -54,6 +57,16 @@ public:
     QWidget* centerWidget() const { return central; }
 
 protected:
+    // The parts of a message dialog: the title bar over a content area that
+    // holds the text; the caller adds its buttons to contentLayout.
+    struct MessageFrame {
+        CustomTitleBar* titleBar;
+        QWidget* content;
+        QVBoxLayout* contentLayout;
+        QLabel* label;
+    };
+    MessageFrame layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth);
+
     // Called once, at the end of the first show.
     virtual void firstShown() {}
 
