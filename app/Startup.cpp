@@ -28,6 +28,38 @@ QString projectFromArguments(const QStringList& arguments)
     return QString();
 }
 
+Settings applySettings()
+{
+    Settings settings;
+    AppSettings::load(settings.windowStyle, settings.nativeMenuBar, settings.theme, settings.language);
+
+    Theme::installDefault();
+    // A theme that is gone or unreadable leaves the default table, and the
+    // name is dropped from the settings at exit.
+    if (!settings.theme.isEmpty()) {
+        if (Theme::load(settings.theme))
+            Theme::apply();
+        else
+            settings.theme.clear();
+    }
+    Theme::refreshCachedColors();
+
+    // Likewise a language file that is gone.
+    if (!QFileInfo(settings.language).isFile())
+        settings.language.clear();
+    MorvikCSVTranslator::installLanguage(settings.language);
+
+    QApplication::setStyle(new VelmoStyle());
+    return settings;
+}
+
+void saveOnExit(const VelmoMainWindow& mainWindow)
+{
+    AppSettings::save(mainWindow.getWindowStyle(), mainWindow.getNativeMenuBar(), mainWindow.getTheme(),
+                      mainWindow.getLanguage());
+    MorvikCSVTranslator::removeLanguage();
+}
+
 int run(int argc, char** argv)
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -42,41 +74,18 @@ int run(int argc, char** argv)
     splash.show();
     QCoreApplication::processEvents();
 
-    int windowStyle = AppSettings::Native;
-    bool nativeMenuBar = false;
-    QString theme;
-    QString language;
-    AppSettings::load(windowStyle, nativeMenuBar, theme, language);
-
-    Theme::installDefault();
-    // A theme that is gone or unreadable leaves the default table, and the
-    // name is dropped from the settings at exit.
-    if (!theme.isEmpty()) {
-        if (Theme::load(theme))
-            Theme::apply();
-        else
-            theme.clear();
-    }
-    Theme::refreshCachedColors();
-
-    if (!QFileInfo(language).isFile())
-        language.clear();
-    MorvikCSVTranslator::installLanguage(language);
-
-    QApplication::setStyle(new VelmoStyle());
+    const Settings settings = applySettings();
 
     int result = 0;
     {
-        VelmoMainWindow mainWindow(windowStyle, nativeMenuBar, theme, language);
+        VelmoMainWindow mainWindow(settings.windowStyle, settings.nativeMenuBar, settings.theme, settings.language);
         mainWindow.show();
         splash.finish(&mainWindow);
         application.installEventFilter(&mainWindow);
 
         result = application.exec();
 
-        AppSettings::save(mainWindow.getWindowStyle(), mainWindow.getNativeMenuBar(), mainWindow.getTheme(),
-                          mainWindow.getLanguage());
-        MorvikCSVTranslator::removeLanguage();
+        saveOnExit(mainWindow);
         application.removeEventFilter(&mainWindow);
     }
     return result;
