@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QJsonArray>
+#include <QFileDialog>
 #include <QJsonDocument>
 #include <QMenu>
 #include <QLabel>
@@ -440,6 +441,48 @@ private slots:
         // Closing the application now stores no project.
         QVERIFY(window->close());
         QCOMPARE(SettingsStore().value(QStringLiteral("Project")).toString(), QString());
+    }
+
+    void openingByDialogAsksFirst()
+    {
+        const QString first = TestEnvironment::copySampleProject(QStringLiteral("dialog-first"));
+        const QString second = TestEnvironment::makeProject(QStringLiteral("dialog-second"), 1280, 720);
+        openWindow(first);
+        window->markChanged();
+        QAction* open = window->findChild<QAction*>(QStringLiteral("Action_OpenProject"));
+
+        // The file dialog chooses the other project's marker file.
+        QString title;
+        QStringList filters;
+        QTimer chooser;
+        chooser.setInterval(5);
+        connect(&chooser, &QTimer::timeout, [&]() {
+            QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            title = dialog->windowTitle();
+            filters = dialog->nameFilters();
+            dialog->selectFile(second + QStringLiteral("/game.rmmzproject"));
+            QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
+        });
+        chooser.start();
+        Seen seen = answering([&] { open->trigger(); }, {press("endButton")});
+        QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
+        QCOMPARE(filters, QStringList{QStringLiteral("RPG Maker Project (*.rmmzproject)")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QCOMPARE(seen.text, QStringLiteral("Would you like to save before closing?"));
+        // Cancelled: the open project and its changes stay.
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
+        QVERIFY(window->projectIsChanged());
+
+        seen = answering([&] { open->trigger(); }, {press("confirmButton")});
+        chooser.stop();
+        QCOMPARE(seen.count, 1);
+        // Saved first, then the other project opened.
+        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(first)));
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(second).absolutePath());
+        QCOMPARE(window->screenSize(), QSize(1280, 720));
+        QVERIFY(!window->projectIsChanged());
     }
 
     void droppingAProject()
