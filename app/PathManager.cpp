@@ -17,6 +17,11 @@ QString& executableFolderOverride()
 
 }
 
+QString inUserFolder(const QString& relativePath)
+{
+    return QDir(userDataFolder()).absoluteFilePath(relativePath);
+}
+
 QString executableFolder()
 {
     const QString& override = executableFolderOverride();
@@ -45,17 +50,17 @@ QString writablePath(const QString& relativePath)
 {
     // A file the user already has in their own folder is updated there, where
     // it is read from.
-    const QString user = QDir(userDataFolder()).absoluteFilePath(relativePath);
+    const QString user = inUserFolder(relativePath);
     if (QFileInfo::exists(user))
         return user;
     if (QFileInfo(executableFolder()).isWritable())
         return besideExecutable(relativePath);
-    return QDir(userDataFolder()).absoluteFilePath(relativePath);
+    return inUserFolder(relativePath);
 }
 
 QString readablePath(const QString& relativePath)
 {
-    const QString user = QDir(userDataFolder()).absoluteFilePath(relativePath);
+    const QString user = inUserFolder(relativePath);
     if (QFileInfo::exists(user))
         return user;
     return besideExecutable(relativePath);
@@ -64,7 +69,7 @@ QString readablePath(const QString& relativePath)
 QStringList readableFolders(const QString& relativePath)
 {
     QStringList folders;
-    for (const QString& folder : {QDir(userDataFolder()).absoluteFilePath(relativePath), besideExecutable(relativePath)}) {
+    for (const QString& folder : {inUserFolder(relativePath), besideExecutable(relativePath)}) {
         if (QFileInfo(folder).isDir() && !folders.contains(folder))
             folders.append(folder);
     }

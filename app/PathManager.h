@@ -20,6 +20,9 @@ QString besideExecutable(const QString& relativePath);
 // executable's folder can't be written.
 QString userDataFolder();
 
+// A path relative to the user's folder.
+QString inUserFolder(const QString& relativePath);
+
 // Where a file the program writes goes: where the user's own copy already is,
 // else beside the executable when that folder is writable (a build tree, a
 // portable copy), else the user's folder.

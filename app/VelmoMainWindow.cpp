@@ -249,14 +249,19 @@ void VelmoMainWindow::fillHudRow(UltimateTreeItem* row)
     row->setItalic(1, row->id() != HudEntry::Custom);
 }
 
-void VelmoMainWindow::preparePastedHud(QJsonObject* object)
+QVector<HudEntry> VelmoMainWindow::hudEntries() const
 {
     QVector<HudEntry> entries;
-    for (int i = 0; i < hudList->tree()->rowCount(); ++i) {
-        const UltimateTreeItem* row = hudList->tree()->row(i);
-        entries.append(HudEntry{row->id(), *row->userData()});
-    }
-    object->insert(QStringLiteral("ID"), HudDocument::newIdentifier(HudDocument::identifiers(entries)));
+    const UltimateTree* tree = hudList->tree();
+    entries.reserve(tree->rowCount());
+    for (int i = 0; i < tree->rowCount(); ++i)
+        entries.append(HudEntry{tree->row(i)->id(), *tree->row(i)->userData()});
+    return entries;
+}
+
+void VelmoMainWindow::preparePastedHud(QJsonObject* object)
+{
+    object->insert(QStringLiteral("ID"), HudDocument::newIdentifier(HudDocument::identifiers(hudEntries())));
     if (!object->contains(QStringLiteral("Name")))
         object->insert(QStringLiteral("Name"), tr("New HUD"));
     if (!object->contains(QStringLiteral("IsHUD")))
@@ -528,13 +533,8 @@ void VelmoMainWindow::SaveProject()
     }
     storeSceneIntoCurrentHud();
 
-    QVector<HudEntry> entries;
-    const UltimateTree* tree = hudList->tree();
-    entries.reserve(tree->rowCount());
-    for (int i = 0; i < tree->rowCount(); ++i)
-        entries.append(HudEntry{tree->row(i)->id(), *tree->row(i)->userData()});
     QStringList backgrounds;
-    const QJsonObject document = HudDocument::assemble(documentRoot, entries, &backgrounds);
+    const QJsonObject document = HudDocument::assemble(documentRoot, hudEntries(), &backgrounds);
 
     // A damaged file is copied aside once, before anything is written over it.
     if (damagedHudFile && HudDocument::keepDamagedCopy(projectDirectory))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/HudDocument.h"
 #include "widgets/CFramelessWindow.h"
 
 #include <QDir>
@@ -90,6 +91,8 @@ private:
     void updateCommandStates();
     void refreshBackground();
     void setupHudList();
+    // The HUD list as document entries, in list order.
+    QVector<HudEntry> hudEntries() const;
     UltimateTreeItem* currentHud() const;
     void applySceneSize(const UltimateTreeItem* item);
     // Stores the canvas's components into the current HUD's object.

@@ -6,7 +6,10 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QApplication>
+#include <QMouseEvent>
 #include <QTemporaryDir>
+#include <QWidget>
 
 namespace TestEnvironment {
 
@@ -113,6 +116,12 @@ QString copySampleProject(const QString& name)
 QString documentPath(const QString& project)
 {
     return project + QStringLiteral("/data/plugin/VelmoraHUD.json");
+}
+
+void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons)
+{
+    QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point), Qt::NoButton, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &move);
 }
 
 }

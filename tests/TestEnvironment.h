@@ -33,6 +33,9 @@ QString makeProject(const QString& name, int screenWidth = 1280, int screenHeigh
 QString copySampleProject(const QString& name);
 
 QString documentPath(const QString& project);
+
+// A mouse move with buttons held, as a drag sends it (QTest's own move holds none).
+void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons);
 QByteArray compact(const QJsonObject& object);
 
 }

@@ -271,10 +271,7 @@ private slots:
         const QPoint start = rowPoint(1);
         QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, start);
         for (int dy : {-8, -16, -22}) {
-            const QPoint at = start + QPoint(0, dy);
-            QMouseEvent move(QEvent::MouseMove, at, viewport->mapToGlobal(at), Qt::NoButton, Qt::RightButton,
-                             Qt::NoModifier);
-            QApplication::sendEvent(viewport, &move);
+            TestEnvironment::moveWithButtons(viewport, start + QPoint(0, dy), Qt::RightButton);
         }
         QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, start + QPoint(0, -22));
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD"}));

@@ -58,11 +58,6 @@ QStringList chain(UltimateTree* tree)
     return names;
 }
 
-void moveWithButton(QWidget* viewport, const QPoint& point, Qt::MouseButtons buttons)
-{
-    QMouseEvent move(QEvent::MouseMove, point, viewport->mapToGlobal(point), Qt::NoButton, buttons, Qt::NoModifier);
-    QApplication::sendEvent(viewport, &move);
-}
 
 }
 
@@ -89,7 +84,7 @@ private:
         QPoint at = start;
         for (const QPoint& offset : offsets) {
             at = start + offset;
-            moveWithButton(viewport, at, Qt::RightButton);
+            TestEnvironment::moveWithButtons(viewport, at, Qt::RightButton);
         }
         QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, at);
     }
@@ -247,7 +242,7 @@ private slots:
         QCOMPARE(tree()->currentItem(), static_cast<UltimateTreeItemBase*>(tree()->fillerItem()));
 
         // Hover follows the pointer.
-        moveWithButton(tree()->viewport(), pointOf(tree()->row(0)), Qt::NoButton);
+        TestEnvironment::moveWithButtons(tree()->viewport(), pointOf(tree()->row(0)), Qt::NoButton);
         QCOMPARE(tree()->hoveredItem(), static_cast<UltimateTreeItemBase*>(tree()->row(0)));
     }
 
@@ -416,7 +411,7 @@ private slots:
         UltimateTreeItem* d = tree()->row(2);
         const QPoint start = pointOf(d);
         QTest::mousePress(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start);
-        moveWithButton(tree()->viewport(), start + QPoint(0, 25), Qt::RightButton);
+        TestEnvironment::moveWithButtons(tree()->viewport(), start + QPoint(0, 25), Qt::RightButton);
         QVERIFY(tree()->isDragging());
         QTest::keyClick(tree(), Qt::Key_Delete);
         QTest::keyClick(tree(), Qt::Key_Up);
@@ -454,9 +449,9 @@ private slots:
         QCOMPARE(chain(tree()).first(), QStringLiteral("B"));
         // The arrow under the pointer, then the list cleared: nothing dangles.
         UltimateTreeItem* b = tree()->row(0);
-        moveWithButton(tree()->viewport(), pointOf(b, 10), Qt::NoButton);
+        TestEnvironment::moveWithButtons(tree()->viewport(), pointOf(b, 10), Qt::NoButton);
         tree()->clear();
-        moveWithButton(tree()->viewport(), QPoint(10, 10), Qt::NoButton);
+        TestEnvironment::moveWithButtons(tree()->viewport(), QPoint(10, 10), Qt::NoButton);
         // Only the "+" row is left under the pointer.
         QCOMPARE(tree()->hoveredItem(), static_cast<UltimateTreeItemBase*>(tree()->fillerItem()));
         list.reset();
@@ -644,14 +639,10 @@ private slots:
         QCOMPARE(header->gripAt(200), -1);
 
         QTest::mousePress(header, Qt::LeftButton, Qt::NoModifier, QPoint(120, 10));
-        QMouseEvent grow(QEvent::MouseMove, QPoint(170, 10), header->mapToGlobal(QPoint(170, 10)), Qt::NoButton,
-                         Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(header, &grow);
+        TestEnvironment::moveWithButtons(header, QPoint(170, 10), Qt::LeftButton);
         QCOMPARE(tree()->columnWidth(0), 170);
         // Never below 25.
-        QMouseEvent shrink(QEvent::MouseMove, QPoint(-300, 10), header->mapToGlobal(QPoint(-300, 10)),
-                           Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(header, &shrink);
+        TestEnvironment::moveWithButtons(header, QPoint(-300, 10), Qt::LeftButton);
         QCOMPARE(tree()->columnWidth(0), 25);
         QTest::mouseRelease(header, Qt::LeftButton, Qt::NoModifier, QPoint(-300, 10));
         QVERIFY(!QGuiApplication::overrideCursor());
