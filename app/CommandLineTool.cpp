@@ -73,14 +73,8 @@ int check(const QDir& folder, QTextStream& out)
         out << "HUD document: " << documentPath << "\n";
     else if (!document.damagedFile)
         out << "HUD document: none yet, the project starts from the templates\n";
-    else if (document.fromTemplates)
-        out << "HUD document: " << documentPath
-            << " can't be read; the project starts from the templates and the file is kept as a backup on "
-               "saving\n";
     else
-        out << "HUD document: " << documentPath
-            << " is not laid out as expected; what can be read is used and the file is kept as a backup on "
-               "saving\n";
+        out << "HUD document: " << documentPath << ": " << document.damageNotice() << "\n";
 
     int extraHuds = 0;
     int customComponents = 0;
@@ -88,12 +82,12 @@ int check(const QDir& folder, QTextStream& out)
     bool hasMap = false;
     bool hasBattle = false;
     for (const HudEntry& entry : document.entries) {
-        components += HudDocument::componentCount(entry.object.value(QStringLiteral("HUD")).toArray());
+        components += HudDocument::componentCount(entry.object.value(HudDocument::KeyHud).toArray());
         if (entry.type == HudEntry::Map)
             hasMap = true;
         else if (entry.type == HudEntry::Battle)
             hasBattle = true;
-        else if (entry.object.value(QStringLiteral("IsHUD")).toBool(true))
+        else if (entry.object.value(HudDocument::KeyIsHud).toBool(true))
             ++extraHuds;
         else
             ++customComponents;
@@ -116,14 +110,15 @@ int resave(const QDir& folder, const QString& output, QTextStream& out, QTextStr
     }
     if (document.damagedFile) {
         // Rewriting would keep only what could be read: leave the file alone.
-        err << "velmora-cli: " << QDir::toNativeSeparators(source)
-            << " can't be read as a HUD document; nothing was written\n";
+        err << "velmora-cli: " << QDir::toNativeSeparators(source) << " can't be used as a HUD document ("
+            << document.damage << "); nothing was written\n";
         return Failure;
     }
     const QJsonObject assembled = HudDocument::assemble(document.root, document.entries);
     const QString target = output.isEmpty() ? source : QFileInfo(output).absoluteFilePath();
-    if (!HudDocument::save(folder, assembled, false, output.isEmpty() ? QString() : target)) {
-        err << "velmora-cli: could not write " << QDir::toNativeSeparators(target) << "\n";
+    QString reason;
+    if (!HudDocument::save(folder, assembled, false, output.isEmpty() ? QString() : target, &reason)) {
+        err << "velmora-cli: could not write " << QDir::toNativeSeparators(target) << ": " << reason << "\n";
         return Failure;
     }
     out << "Wrote " << QDir::toNativeSeparators(target) << "\n";

@@ -12,33 +12,30 @@
 #include <cstdlib>
 
 const QString HudDocument::FileName = QStringLiteral("VelmoraHUD.json");
+const QString HudDocument::KeyMap = QStringLiteral("Map");
+const QString HudDocument::KeyBattle = QStringLiteral("Battle");
+const QString HudDocument::KeyData = QStringLiteral("Data");
+const QString HudDocument::KeyHud = QStringLiteral("HUD");
+const QString HudDocument::KeyBackground = QStringLiteral("Background");
+const QString HudDocument::KeyIsHud = QStringLiteral("IsHUD");
+const QString HudDocument::KeyId = QStringLiteral("ID");
+const QString HudDocument::KeyName = QStringLiteral("Name");
+const QString HudDocument::KeyWidth = QStringLiteral("Width");
+const QString HudDocument::KeyHeight = QStringLiteral("Height");
+const QString HudDocument::KeyChildren = QStringLiteral("Children");
 
 namespace {
 
-const QString KeyMap = QStringLiteral("Map");
-const QString KeyBattle = QStringLiteral("Battle");
-const QString KeyData = QStringLiteral("Data");
-const QString KeyHud = QStringLiteral("HUD");
-const QString KeyBackground = QStringLiteral("Background");
-const QString KeyIsHud = QStringLiteral("IsHUD");
-const QString KeyId = QStringLiteral("ID");
-const QString KeyName = QStringLiteral("Name");
-
 constexpr int DefaultOwnSize = 300;
 
-// Tells whether the document can be taken as it stands, so that saving over
-// it loses nothing the file held.
-bool isWellFormed(const QJsonObject& document)
+// Whether every HUD of a "Data" array can be taken as it stands, so that
+// saving over the file loses nothing it held.
+bool entriesWellFormed(const QJsonArray& data)
 {
-    const QJsonValue data = document.value(KeyData);
-    if (data.isUndefined())
-        return true;
-    if (!data.isArray())
-        return false;
-    for (const QJsonValue& entry : data.toArray()) {
+    for (const QJsonValue& entry : data) {
         if (!entry.isObject())
             return false;
-        const QJsonValue components = entry.toObject().value(KeyHud);
+        const QJsonValue components = entry.toObject().value(HudDocument::KeyHud);
         if (!components.isUndefined() && !components.isArray())
             return false;
     }
@@ -56,24 +53,55 @@ HudDocument HudDocument::load(const QDir& projectDirectory, const QStringList& b
 {
     HudDocument document;
     const QString path = JsonFile::pluginPath(projectDirectory, FileName);
-    const QJsonDocument file = JsonFile::read(path);
+    const QJsonDocument file = JsonFile::read(path, &document.damage);
 
+    // A file that is there but can't be used is not a fresh project's: it is
+    // damaged, and the project starts from the templates.
     if (file.isNull()) {
-        // A file that is there but unreadable is not a fresh project's.
-        document.damagedFile = QFileInfo::exists(path);
-        document.fromTemplates = true;
-        QJsonArray data;
-        data.append(QJsonObject{{KeyHud, templateArray(QStringLiteral("VelmoraMapHUD.json"))}});
-        data.append(QJsonObject{{KeyHud, templateArray(QStringLiteral("VelmoraBattleHUD.json"))}});
-        document.setDocument(QJsonObject{{KeyMap, 0}, {KeyBattle, 1}, {KeyData, data}}, backgrounds);
+        document.damagedFile = QFileInfo::exists(path) || QFileInfo(path).isSymLink();
+        if (!document.damagedFile)
+            document.damage.clear();
+    } else if (!file.isObject()) {
+        document.damagedFile = true;
+        document.damage = QCoreApplication::translate("", "it holds no document object");
+    } else if (file.object().contains(KeyData) && !file.object().value(KeyData).isArray()) {
+        document.damagedFile = true;
+        document.damage = QCoreApplication::translate("", "its \"Data\" is not a list of HUDs");
+    } else {
+        const QJsonObject root = file.object();
+        if (!entriesWellFormed(root.value(KeyData).toArray())) {
+            // Most of it is usable: open what can be read, and keep the file.
+            document.damagedFile = true;
+            document.damage = QCoreApplication::translate("", "some of its HUDs can't be read");
+        }
+        document.setDocument(root, backgrounds);
         return document;
     }
 
-    // A file that parses but isn't an object counts as an empty object.
-    const QJsonObject root = file.object();
-    document.damagedFile = !file.isObject() || !isWellFormed(root);
-    document.setDocument(root, backgrounds);
+    document.fromTemplates = true;
+    QJsonArray data;
+    data.append(QJsonObject{{KeyHud, templateArray(QStringLiteral("VelmoraMapHUD.json"))}});
+    data.append(QJsonObject{{KeyHud, templateArray(QStringLiteral("VelmoraBattleHUD.json"))}});
+    // Keys of a root object beside a broken "Data" still belong to the user.
+    QJsonObject fresh = file.object();
+    fresh.insert(KeyMap, 0);
+    fresh.insert(KeyBattle, 1);
+    fresh.insert(KeyData, data);
+    document.setDocument(fresh, backgrounds);
     return document;
+}
+
+QString HudDocument::damageNotice() const
+{
+    if (!damagedFile)
+        return QString();
+    if (fromTemplates)
+        return QCoreApplication::translate("", "\"%1\" can't be used: %2. The project opened with a fresh Map HUD "
+                                               "and Battle HUD; the file is kept as a backup before the first save.")
+            .arg(FileName, damage);
+    return QCoreApplication::translate("", "\"%1\" is damaged: %2. What could be read is open; the file is kept as "
+                                           "a backup before the first save.")
+        .arg(FileName, damage);
 }
 
 void HudDocument::setDocument(const QJsonObject& document, const QStringList& backgrounds)
@@ -139,26 +167,35 @@ QJsonObject HudDocument::assemble(QJsonObject root, const QVector<HudEntry>& ent
     return root;
 }
 
-bool HudDocument::keepDamagedCopy(const QDir& projectDirectory)
+bool HudDocument::keepDamagedCopy(const QDir& projectDirectory, QString* reason)
 {
     const QString path = JsonFile::pluginPath(projectDirectory, FileName);
+    // Only a regular file holds anything to keep; a FIFO or a device is
+    // never read.
     if (!QFileInfo(path).isFile())
         return true;
     QString backup = path + QStringLiteral(".bak");
     for (int n = 1; QFileInfo::exists(backup); ++n)
         backup = path + QStringLiteral(".bak.%1").arg(n);
-    return QFile::copy(path, backup);
+    QFile original(path);
+    if (original.copy(backup))
+        return true;
+    if (reason) {
+        *reason = QCoreApplication::translate("", "the damaged file couldn't be kept as \"%1\" (%2)")
+                      .arg(QFileInfo(backup).fileName(), JsonFile::systemReason(original.errorString()));
+    }
+    return false;
 }
 
 bool HudDocument::save(const QDir& projectDirectory, const QJsonObject& document, bool keepDamagedFile,
-                       const QString& outputPath)
+                       const QString& outputPath, QString* reason)
 {
     if (!outputPath.isEmpty())
-        return JsonFile::write(outputPath, document);
+        return JsonFile::write(outputPath, document, reason);
     // Without a copy of the damaged file nothing is written over it.
-    if (keepDamagedFile && !keepDamagedCopy(projectDirectory))
+    if (keepDamagedFile && !keepDamagedCopy(projectDirectory, reason))
         return false;
-    return JsonFile::writePlugin(projectDirectory, FileName, document);
+    return JsonFile::writePlugin(projectDirectory, FileName, document, reason);
 }
 
 QString HudDocument::newIdentifier(const QStringList& taken)
@@ -211,12 +248,12 @@ bool HudDocument::hasOwnSize(int type, const QJsonObject& object)
 
 int HudDocument::ownWidth(const QJsonObject& object)
 {
-    return object.value(QStringLiteral("Width")).toInt(DefaultOwnSize);
+    return object.value(KeyWidth).toInt(DefaultOwnSize);
 }
 
 int HudDocument::ownHeight(const QJsonObject& object)
 {
-    return object.value(QStringLiteral("Height")).toInt(DefaultOwnSize);
+    return object.value(KeyHeight).toInt(DefaultOwnSize);
 }
 
 int HudDocument::componentCount(const QJsonArray& components)
@@ -226,7 +263,7 @@ int HudDocument::componentCount(const QJsonArray& components)
         if (!value.isObject())
             continue;
         ++count;
-        count += componentCount(value.toObject().value(QStringLiteral("Children")).toArray());
+        count += componentCount(value.toObject().value(KeyChildren).toArray());
     }
     return count;
 }

@@ -21,6 +21,19 @@ class HudDocument
 public:
     static const QString FileName;
 
+    // The document's keys that the editor itself reads and writes.
+    static const QString KeyMap;
+    static const QString KeyBattle;
+    static const QString KeyData;
+    static const QString KeyHud;
+    static const QString KeyBackground;
+    static const QString KeyIsHud;
+    static const QString KeyId;
+    static const QString KeyName;
+    static const QString KeyWidth;
+    static const QString KeyHeight;
+    static const QString KeyChildren;
+
     // The root object as it was read, less "Data". Keys that the program
     // doesn't know live on here and are written back unchanged.
     QJsonObject root;
@@ -29,10 +42,18 @@ public:
     int currentIndex = -1;
     // No usable file: the entries come from the two templates.
     bool fromTemplates = false;
-    // A file exists but couldn't be taken as a document as it stands (not
-    // JSON, not an object, a "Data" that isn't an array of objects). Its bytes
-    // are kept in a backup before the first save writes over it.
+    // A file exists but couldn't be taken as a document as it stands
+    // (unreadable, not JSON, not an object, a "Data" that isn't an array of
+    // objects). Its bytes are kept in a backup before the first save writes
+    // over it. When it couldn't be used at all the entries come from the
+    // templates (fromTemplates); otherwise what could be read is used.
     bool damagedFile = false;
+    // Why the file counts as damaged, as a phrase ("permission denied").
+    QString damage;
+
+    // What a user is told about a damaged file, in a sentence or two; empty
+    // when the document was fine or missing.
+    QString damageNotice() const;
 
     // Reads the document of a project, or builds a fresh one from the
     // templates. backgrounds are the editor-only background paths of the
@@ -53,12 +74,14 @@ public:
     // given). When the project's file was damaged, its bytes are first kept as
     // "VelmoraHUD.json.bak" (or the next free ".bak.N"). False when the
     // document couldn't be written; the previous file then stays as it was.
+    // reason, when given, receives the cause of a failure.
     static bool save(const QDir& projectDirectory, const QJsonObject& document, bool keepDamagedFile,
-                     const QString& outputPath = QString());
+                     const QString& outputPath = QString(), QString* reason = nullptr);
 
     // Copies a damaged "VelmoraHUD.json" to "VelmoraHUD.json.bak" (or the next
     // free ".bak.N"); true when there was nothing to copy or the copy is made.
-    static bool keepDamagedCopy(const QDir& projectDirectory);
+    // reason, when given, receives the cause of a failure.
+    static bool keepDamagedCopy(const QDir& projectDirectory, QString* reason = nullptr);
 
     // A fresh five-character identifier not in taken.
     static QString newIdentifier(const QStringList& taken);

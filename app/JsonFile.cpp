@@ -1,17 +1,76 @@
 #include "app/JsonFile.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 
 namespace JsonFile {
 
-QJsonDocument read(const QString& path)
+namespace {
+
+void setReason(QString* reason, const QString& text)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (reason)
+        *reason = text;
+}
+
+}
+
+QString systemReason(const QString& errorString)
+{
+    // Qt prefixes some messages with the operation ("Could not open file: ...");
+    // the user wants the cause that follows.
+    QString text = errorString;
+    const int colon = text.lastIndexOf(QLatin1String(": "));
+    if (colon >= 0)
+        text = text.mid(colon + 2);
+    text = text.trimmed();
+    if (text.isEmpty())
+        return QCoreApplication::translate("", "unknown error");
+    if (text.size() > 1 && text.at(1).isLower())
+        text[0] = text.at(0).toLower();
+    return text;
+}
+
+QJsonDocument read(const QString& path, QString* reason)
+{
+    setReason(reason, QString());
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        setReason(reason, QCoreApplication::translate("", "no such file"));
         return QJsonDocument();
-    return QJsonDocument::fromJson(file.readAll());
+    }
+    // A FIFO would block the read for ever and a device never ends; only a
+    // regular file (or a link to one) is read.
+    if (!info.isFile()) {
+        setReason(reason, info.isDir() ? QCoreApplication::translate("", "it is a folder")
+                                       : QCoreApplication::translate("", "not a regular file"));
+        return QJsonDocument();
+    }
+    if (info.size() > MaxFileSize) {
+        setReason(reason, QCoreApplication::translate("", "larger than %1 MB").arg(MaxFileSize / (1024 * 1024)));
+        return QJsonDocument();
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        setReason(reason, systemReason(file.errorString()));
+        return QJsonDocument();
+    }
+    // The size can grow between the check and the read; never take more.
+    const QByteArray bytes = file.read(MaxFileSize + 1);
+    if (bytes.size() > MaxFileSize) {
+        setReason(reason, QCoreApplication::translate("", "larger than %1 MB").arg(MaxFileSize / (1024 * 1024)));
+        return QJsonDocument();
+    }
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (document.isNull()) {
+        setReason(reason, QCoreApplication::translate("", "not valid JSON (%1 at byte %2)")
+                              .arg(error.errorString())
+                              .arg(error.offset));
+    }
+    return document;
 }
 
 QString pluginPath(const QDir& projectDirectory, const QString& name)
@@ -19,31 +78,46 @@ QString pluginPath(const QDir& projectDirectory, const QString& name)
     return projectDirectory.absoluteFilePath(QStringLiteral("data/plugin/%1").arg(name));
 }
 
-QJsonDocument readPlugin(const QDir& projectDirectory, const QString& name)
+QJsonDocument readPlugin(const QDir& projectDirectory, const QString& name, QString* reason)
 {
-    return read(pluginPath(projectDirectory, name));
+    return read(pluginPath(projectDirectory, name), reason);
 }
 
-bool write(const QString& path, const QJsonObject& object)
+bool write(const QString& path, const QJsonObject& object, QString* reason)
 {
+    setReason(reason, QString());
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly)) {
+        setReason(reason, systemReason(file.errorString()));
         return false;
+    }
     const QByteArray bytes = QJsonDocument(object).toJson(QJsonDocument::Compact);
     if (file.write(bytes) != bytes.size()) {
+        setReason(reason, systemReason(file.errorString()));
         file.cancelWriting();
         return false;
     }
-    return file.commit();
+    if (!file.commit()) {
+        setReason(reason, systemReason(file.errorString()));
+        return false;
+    }
+    return true;
 }
 
-bool writePlugin(const QDir& projectDirectory, const QString& name, const QJsonObject& object)
+bool writePlugin(const QDir& projectDirectory, const QString& name, const QJsonObject& object, QString* reason)
 {
     const QString path = pluginPath(projectDirectory, name);
     const QString folder = QFileInfo(path).absolutePath();
-    if (!QDir().mkpath(folder))
+    if (!QDir().mkpath(folder)) {
+        const QFileInfo blocker(folder);
+        setReason(reason, blocker.exists() && !blocker.isDir()
+                              ? QCoreApplication::translate("", "\"%1\" is a file, not a folder")
+                                    .arg(QDir::toNativeSeparators(folder))
+                              : QCoreApplication::translate("", "the folder \"%1\" can't be created")
+                                    .arg(QDir::toNativeSeparators(folder)));
         return false;
-    return write(path, object);
+    }
+    return write(path, object, reason);
 }
 
 }

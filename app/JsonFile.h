@@ -9,20 +9,32 @@
 // files and the HUD document in "data/plugin".
 namespace JsonFile {
 
-// The parsed file, or a null document when it is missing, unreadable or
-// malformed. Nothing is reported from here; callers fall back silently.
-QJsonDocument read(const QString& path);
+// Nothing larger is read: a project's JSON is a few megabytes, and a larger
+// "file" is a mistake (or a device) that would only eat the machine's memory.
+constexpr qint64 MaxFileSize = 256 * 1024 * 1024;
+
+// The parsed file, or a null document when it is missing, unreadable,
+// not a regular file, larger than MaxFileSize or malformed. When reason is
+// given it receives why, in words for the user ("permission denied", "not
+// valid JSON: ... at byte 12"); it is left empty when the file parsed.
+QJsonDocument read(const QString& path, QString* reason = nullptr);
 
 // read() of "data/plugin/<name>" below the project folder.
-QJsonDocument readPlugin(const QDir& projectDirectory, const QString& name);
+QJsonDocument readPlugin(const QDir& projectDirectory, const QString& name, QString* reason = nullptr);
 
 // Writes the object in the compact form. The new content replaces the old file
 // only when it is complete, so a failure leaves the previous file as it was.
-bool write(const QString& path, const QJsonObject& object);
+// On failure reason, when given, receives the system's cause.
+bool write(const QString& path, const QJsonObject& object, QString* reason = nullptr);
 
 // write() to "data/plugin/<name>", creating the folder and its parents first.
-bool writePlugin(const QDir& projectDirectory, const QString& name, const QJsonObject& object);
+bool writePlugin(const QDir& projectDirectory, const QString& name, const QJsonObject& object,
+                 QString* reason = nullptr);
 
 QString pluginPath(const QDir& projectDirectory, const QString& name);
+
+// The system's message for a failed file operation, as a lower-case phrase
+// that can follow a colon ("permission denied", "no space left on device").
+QString systemReason(const QString& errorString);
 
 }

@@ -1,5 +1,7 @@
 #include "app/PathManager.h"
 
+#include "app/SettingsStore.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -43,7 +45,7 @@ QString userDataFolder()
     // The application's data location under the settings store's names, the
     // same for the editor, velmora-cli and the tests.
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/Ostrel Vane/Velmora 2");
+        + QLatin1Char('/') + SettingsStore::organization() + QLatin1Char('/') + SettingsStore::application();
 }
 
 QString writablePath(const QString& relativePath)

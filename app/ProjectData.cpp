@@ -32,13 +32,13 @@ ScreenSize screenSize(const QJsonObject& system)
     return size;
 }
 
-static QString problemOf(const QString& path, const QString& name, const QJsonDocument& document,
-                         bool wantObject)
+static QString problemOf(const QString& name, const QJsonDocument& document, const QString& reason,
+                         bool missing, bool wantObject)
 {
     if (document.isNull()) {
-        if (!QFileInfo::exists(path))
+        if (missing)
             return QCoreApplication::translate("", "\"%1\" is missing.").arg(name);
-        return QCoreApplication::translate("", "\"%1\" can't be read as JSON.").arg(name);
+        return QCoreApplication::translate("", "\"%1\" can't be read: %2.").arg(name, reason);
     }
     return wantObject ? QCoreApplication::translate("", "\"%1\" doesn't hold an object.").arg(name)
                       : QCoreApplication::translate("", "\"%1\" doesn't hold an array.").arg(name);
@@ -49,9 +49,13 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
 {
     const QStringList& names = fileNames();
     QVector<QJsonDocument> documents;
+    QStringList reasons;
     documents.reserve(names.size());
-    for (const QString& name : names)
-        documents.append(JsonFile::read(projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(name))));
+    for (const QString& name : names) {
+        QString reason;
+        documents.append(JsonFile::read(projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(name)), &reason));
+        reasons.append(reason);
+    }
 
     bool good = true;
     for (int i = 0; i < names.size(); ++i) {
@@ -63,7 +67,8 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
         if (!problems)
             break;
         const QString path = projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(names[i]));
-        problems->append(problemOf(path, names[i], documents[i], wantObject));
+        const bool missing = !QFileInfo::exists(path) && !QFileInfo(path).isSymLink();
+        problems->append(problemOf(names[i], documents[i], reasons[i], missing, wantObject));
     }
     if (!good)
         return false;

@@ -7,5 +7,9 @@
 class SettingsStore : public QSettings
 {
 public:
-    SettingsStore() : QSettings(QStringLiteral("Ostrel Vane"), QStringLiteral("Velmora 2")) {}
+    // The store's names; the user's data and cache folders are named after them too.
+    static QString organization() { return QStringLiteral("Ostrel Vane"); }
+    static QString application() { return QStringLiteral("Velmora 2"); }
+
+    SettingsStore() : QSettings(organization(), application()) {}
 };

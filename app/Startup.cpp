@@ -1,15 +1,19 @@
 #include "app/Startup.h"
 
 #include "app/AppSettings.h"
+#include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QSplashScreen>
+
+#include <cstdio>
 
 void initVelmoraResources()
 {
@@ -18,12 +22,54 @@ void initVelmoraResources()
 
 namespace Startup {
 
-QString projectFromArguments(const QStringList& arguments)
+CommandLineProject projectFromArguments(const QStringList& arguments)
+{
+    CommandLineProject result;
+    for (int i = 1; i < arguments.size() && result.folder.isEmpty(); ++i) {
+        const QString& argument = arguments.at(i);
+        const QFileInfo info(argument);
+        const QString shown = QDir::toNativeSeparators(argument);
+        if (info.isFile()) {
+            result.folder = info.absolutePath();
+        } else if (info.isDir()) {
+            const QStringList markers =
+                QDir(argument).entryList({QStringLiteral("*.rmmzproject")}, QDir::Files | QDir::Hidden);
+            if (markers.size() == 1)
+                result.folder = info.absoluteFilePath();
+            else if (markers.isEmpty())
+                result.problems.append(QCoreApplication::translate("", "The folder \"%1\" holds no RPG Maker MZ "
+                                                                       "project file (.rmmzproject).").arg(shown));
+            else
+                result.problems.append(QCoreApplication::translate("", "The folder \"%1\" holds several "
+                                                                       "project files; open one of them.").arg(shown));
+        } else {
+            result.problems.append(QCoreApplication::translate("", "\"%1\" doesn't exist.").arg(shown));
+        }
+    }
+    return result;
+}
+
+QString commandLineAnswer(const QStringList& arguments)
 {
     for (int i = 1; i < arguments.size(); ++i) {
-        const QFileInfo info(arguments.at(i));
-        if (info.exists() && info.isFile())
-            return info.absolutePath();
+        const QString& argument = arguments.at(i);
+        if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
+            return QStringLiteral(
+                "Usage: velmora [PROJECT]\n"
+                "\n"
+                "Velmora, the HUD editor for RPG Maker MZ games.\n"
+                "\n"
+                "PROJECT is an RPG Maker MZ project: its .rmmzproject file, or the folder\n"
+                "that holds it. Without one, the project that was open last is opened.\n"
+                "\n"
+                "Options:\n"
+                "  --help     Shows this text.\n"
+                "  --version  Shows the version.\n"
+                "\n"
+                "velmora-cli checks, resaves and renders projects without a window.\n");
+        }
+        if (argument == QLatin1String("--version"))
+            return QStringLiteral("velmora %1\n").arg(QStringLiteral(VELMORA_VERSION));
     }
     return QString();
 }
@@ -62,12 +108,22 @@ void saveOnExit(const VelmoMainWindow& mainWindow)
 
 int run(int argc, char** argv)
 {
+    // Answered before any window system is needed, so it works on a console.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const QString answer = commandLineAnswer(arguments);
+    if (!answer.isEmpty()) {
+        std::fputs(answer.toLocal8Bit().constData(), stdout);
+        return 0;
+    }
+
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication application(argc, argv);
     initVelmoraResources();
     // The names of the settings store, so that the user's data folders match it.
-    QApplication::setOrganizationName(QStringLiteral("Ostrel Vane"));
-    QApplication::setApplicationName(QStringLiteral("Velmora 2"));
+    QApplication::setOrganizationName(SettingsStore::organization());
+    QApplication::setApplicationName(SettingsStore::application());
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
 
     QSplashScreen splash(QPixmap(QStringLiteral(":/SplashScreen.png")));

@@ -27,11 +27,23 @@ Settings applySettings();
 // the translator.
 void saveOnExit(const VelmoMainWindow& mainWindow);
 
-// The project named on the command line: the first argument behind the
-// program name that is an existing regular file decides, and its folder's
-// absolute path is returned. Folders and missing files are skipped; the suffix
-// isn't looked at. Empty when no argument qualifies.
-QString projectFromArguments(const QStringList& arguments);
+// The project named on the command line.
+struct CommandLineProject {
+    // The absolute path of the project folder; empty when no argument named one.
+    QString folder;
+    // One sentence for each argument that couldn't be used, for the status bar.
+    QStringList problems;
+};
+
+// The first argument behind the program name that is an existing regular file
+// decides, and its folder is the project; the suffix isn't looked at. A folder
+// holding exactly one ".rmmzproject" file counts as that project too. Other
+// arguments are skipped and named in problems.
+CommandLineProject projectFromArguments(const QStringList& arguments);
+
+// The answer to "--help" or "--version" among the arguments, printed instead of
+// starting the editor; empty when neither is there.
+QString commandLineAnswer(const QStringList& arguments);
 
 // Runs the editor and returns the event loop's exit value.
 int run(int argc, char** argv);

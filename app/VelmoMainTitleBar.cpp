@@ -60,5 +60,13 @@ void VelmoMainTitleBar::paintEvent(QPaintEvent* event)
     font.setPointSizeF(font.pointSizeF() + 1);
     painter.setFont(font);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(QRect(0, 0, width(), 24).translated(0, (height() - 24) / 2), Qt::AlignCenter, tr("Velmora"));
+    // The window's own title, with Qt's "[*]" placeholder shown as the mark
+    // of unsaved changes.
+    QString title = window()->windowTitle();
+    title.replace(QStringLiteral("[*]"), window()->isWindowModified() ? QStringLiteral("*") : QString());
+    const QRect area = QRect(0, 0, width(), 24).translated(0, (height() - 24) / 2);
+    // Clear of the menus on the left and the window buttons on the right.
+    const int side = qMax(menus->geometry().right() + 24, width() - minimizeButton()->geometry().left() + 8);
+    const QRect text = area.adjusted(side, 0, -side, 0);
+    painter.drawText(text, Qt::AlignCenter, QFontMetrics(font).elidedText(title, Qt::ElideMiddle, text.width()));
 }

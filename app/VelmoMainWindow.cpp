@@ -179,6 +179,8 @@ void VelmoMainWindow::buildForm()
     stripLayout->setContentsMargins(8, 0, 8, 0);
     statusLabel = new QLabel(widget_2);
     statusLabel->setObjectName(QStringLiteral("statusText"));
+    // A long notice must never widen the window; the whole text is in its tool-tip.
+    statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     stripLayout->addWidget(statusLabel);
     BRResizerRenderer* bottomRightResizer = new BRResizerRenderer(widget_2);
     bottomRightResizer->setObjectName(QStringLiteral("bottomRightResizer"));
@@ -205,7 +207,7 @@ void VelmoMainWindow::setupHudList()
     hudList->connectClipboardKeys();
     hudList->setListFunctions(
         [](QJsonObject* object) {
-            const QString name = object->value(QStringLiteral("Name")).toString();
+            const QString name = object->value(HudDocument::KeyName).toString();
             return name.isEmpty() ? tr("New HUD") : name;
         },
         [this](UltimateTreeItem* row, QJsonObject* object) {
@@ -261,11 +263,11 @@ QVector<HudEntry> VelmoMainWindow::hudEntries() const
 
 void VelmoMainWindow::preparePastedHud(QJsonObject* object)
 {
-    object->insert(QStringLiteral("ID"), HudDocument::newIdentifier(HudDocument::identifiers(hudEntries())));
-    if (!object->contains(QStringLiteral("Name")))
-        object->insert(QStringLiteral("Name"), tr("New HUD"));
-    if (!object->contains(QStringLiteral("IsHUD")))
-        object->insert(QStringLiteral("IsHUD"), true);
+    object->insert(HudDocument::KeyId, HudDocument::newIdentifier(HudDocument::identifiers(hudEntries())));
+    if (!object->contains(HudDocument::KeyName))
+        object->insert(HudDocument::KeyName, tr("New HUD"));
+    if (!object->contains(HudDocument::KeyIsHud))
+        object->insert(HudDocument::KeyIsHud, true);
 }
 
 void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
@@ -291,7 +293,7 @@ void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
 void VelmoMainWindow::storeSceneIntoCurrentHud()
 {
     if (UltimateTreeItem* item = currentHud())
-        item->userData()->insert(QStringLiteral("HUD"), editor->toJson());
+        item->userData()->insert(HudDocument::KeyHud, editor->toJson());
 }
 
 void VelmoMainWindow::buildMenus()
@@ -345,13 +347,18 @@ void VelmoMainWindow::showSystemMenu()
 void VelmoMainWindow::openStartProject()
 {
     SettingsStore store;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    QVector<QRect> available;
+    for (const QScreen* screen : screens)
+        available.append(screen->availableGeometry());
     if (store.contains(QStringLiteral("Geometry"))) {
-        setGeometry(store.value(QStringLiteral("Geometry")).toRect());
+        // A monitor that is gone must not take the window with it.
+        setGeometry(reachableGeometry(store.value(QStringLiteral("Geometry")).toRect(), available));
     } else if (const QScreen* screen = QGuiApplication::primaryScreen()) {
         // First start: a comfortable size in the middle of the screen.
-        const QRect available = screen->availableGeometry();
-        const QSize size(qMin(1280, available.width() * 9 / 10), qMin(820, available.height() * 9 / 10));
-        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+        const QRect area = screen->availableGeometry();
+        const QSize size(qMin(1280, area.width() * 9 / 10), qMin(820, area.height() * 9 / 10));
+        setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, area));
     }
     if (store.value(QStringLiteral("IsMaximized")).toBool())
         setWindowState(windowState() | Qt::WindowMaximized);
@@ -363,23 +370,80 @@ void VelmoMainWindow::openStartProject()
     if (store.contains(QStringLiteral("BackgroundDarken")))
         editor->setDarkenRatio(store.value(QStringLiteral("BackgroundDarken")).toDouble());
 
-    QString project = Startup::projectFromArguments(QCoreApplication::arguments());
-    if (project.isEmpty())
+    const Startup::CommandLineProject fromArguments = Startup::projectFromArguments(QCoreApplication::arguments());
+    QString project = fromArguments.folder;
+    QStringList notices = fromArguments.problems;
+    if (project.isEmpty()) {
         project = store.value(QStringLiteral("Project")).toString();
+        if (!project.isEmpty() && !QFileInfo::exists(project))
+            notices.append(tr("The last project, \"%1\", is no longer there.").arg(QDir::toNativeSeparators(project)));
+    }
     openProjectAt(project);
+    // At start-up nobody asked for anything yet: the status bar tells.
+    if (!openReport.message.isEmpty())
+        notices.append(QStringList(openReport.message) + openReport.details);
+    statusNotice = notices.join(QLatin1Char(' '));
+    updateCommandStates();
+}
+
+QRect VelmoMainWindow::reachableGeometry(const QRect& stored, const QVector<QRect>& screens)
+{
+    if (screens.isEmpty() || !stored.isValid())
+        return stored;
+    // The window is reachable when a good part of its top strip, where it is
+    // grabbed and where its buttons are, lies on a screen.
+    const QRect strip(stored.topLeft(), QSize(stored.width(), qMin(stored.height(), 32)));
+    const int needed = qMin(stored.width(), 160) * strip.height();
+    for (const QRect& screen : screens) {
+        const QRect seen = strip.intersected(screen);
+        if (seen.width() * seen.height() >= needed)
+            return stored;
+    }
+    // Otherwise it goes whole onto the nearest screen, shrunk if it must.
+    const QRect* nearest = &screens.first();
+    qint64 best = -1;
+    for (const QRect& screen : screens) {
+        const QPoint gap = screen.center() - stored.center();
+        const qint64 distance = qint64(gap.x()) * gap.x() + qint64(gap.y()) * gap.y();
+        if (best < 0 || distance < best) {
+            best = distance;
+            nearest = &screen;
+        }
+    }
+    QRect placed(stored.topLeft(), stored.size().boundedTo(nearest->size()));
+    placed.moveLeft(qBound(nearest->left(), placed.left(), nearest->right() - placed.width() + 1));
+    placed.moveTop(qBound(nearest->top(), placed.top(), nearest->bottom() - placed.height() + 1));
+    return placed;
 }
 
 void VelmoMainWindow::openProjectAt(const QString& path)
 {
+    openReport = OpenReport();
+    statusNotice.clear();
     if (path.isEmpty() || !QFileInfo::exists(path)) {
         projectData = QJsonObject();
         projectDirectory = QDir();
         isProjectOpen = false;
+        if (!path.isEmpty()) {
+            openReport.title = tr("Open Error");
+            openReport.message = tr("\"%1\" doesn't exist.").arg(QDir::toNativeSeparators(path).toHtmlEscaped());
+        }
     } else {
         const QFileInfo info(path);
         projectDirectory = QDir(info.isDir() ? info.absoluteFilePath() : info.absolutePath());
         projectData = QJsonObject();
-        loadProjectData();
+        QStringList problems;
+        if (!loadProjectData(&problems)) {
+            openReport.title = tr("Open Error");
+            openReport.message = tr("\"%1\" is not an RPG Maker MZ project that can be opened:")
+                                     .arg(QDir::toNativeSeparators(projectDirectory.absolutePath()).toHtmlEscaped());
+            // A folder that isn't a project at all misses every file; the
+            // first few say enough.
+            const int shown = 3;
+            openReport.details = problems.mid(0, shown);
+            if (problems.size() > shown)
+                openReport.details.append(tr("... and %1 more.").arg(problems.size() - shown));
+        }
         if (!loadHUDs())
             return openProjectAt(QString());
         isChanged = false;
@@ -388,10 +452,16 @@ void VelmoMainWindow::openProjectAt(const QString& path)
     updateCommandStates();
 }
 
-bool VelmoMainWindow::loadProjectData()
+void VelmoMainWindow::reportOpening()
+{
+    if (!openReport.message.isEmpty())
+        AlertDialog::alert(openReport.message, openReport.details, openReport.title, this);
+}
+
+bool VelmoMainWindow::loadProjectData(QStringList* problems)
 {
     ProjectData::ScreenSize screen;
-    isProjectOpen = ProjectData::load(projectDirectory, projectData, screen);
+    isProjectOpen = ProjectData::load(projectDirectory, projectData, screen, problems);
     if (!isProjectOpen)
         return false;
     screenWidth = screen.width;
@@ -409,6 +479,10 @@ bool VelmoMainWindow::loadHUDs()
     const HudDocument document = HudDocument::load(projectDirectory, backgrounds);
     documentRoot = document.root;
     damagedHudFile = document.damagedFile;
+    if (isProjectOpen && document.damagedFile) {
+        openReport.title = tr("HUD Document Damaged");
+        openReport.message = document.damageNotice().toHtmlEscaped();
+    }
 
     UltimateTree* tree = hudList->tree();
     hudList->blockSignals(true);
@@ -446,14 +520,14 @@ void VelmoMainWindow::applySceneSize(const UltimateTreeItem* item)
 void VelmoMainWindow::on_hudList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem* previous)
 {
     if (previous && previous->userData())
-        previous->userData()->insert(QStringLiteral("HUD"), editor->toJson());
+        previous->userData()->insert(HudDocument::KeyHud, editor->toJson());
     removeHudButton->setEnabled(current && current->id() == HudEntry::Custom);
     if (current) {
         // Loading another HUD into the canvas is no edit.
         const bool wasChanged = isChanged;
         editor->clear();
         applySceneSize(current);
-        editor->loadFromJson(current->userData()->value(QStringLiteral("HUD")).toArray());
+        editor->loadFromJson(current->userData()->value(HudDocument::KeyHud).toArray());
         isChanged = wasChanged;
     } else {
         editor->clear();
@@ -465,7 +539,7 @@ void VelmoMainWindow::on_hudList_currentItemChanged(UltimateTreeItem* current, U
 void VelmoMainWindow::refreshBackground()
 {
     const UltimateTreeItem* item = currentHud();
-    const QString path = item ? item->userData()->value(QStringLiteral("Background")).toString() : QString();
+    const QString path = item ? item->userData()->value(HudDocument::KeyBackground).toString() : QString();
     editor->setBackground(path.isEmpty() ? QPixmap() : QPixmap(path));
 }
 
@@ -474,7 +548,7 @@ void VelmoMainWindow::deleteHUD()
     UltimateTreeItem* item = currentHud();
     if (item && item->id() == HudEntry::Custom) {
         const QString question = tr("Are you sure you wish to delete \"%1\"?")
-                                     .arg(item->userData()->value(QStringLiteral("Name")).toString());
+                                     .arg(item->userData()->value(HudDocument::KeyName).toString());
         int answer = 2;
         ConfirmationDialog dialog(question, tr("HUD Delete Confirmation"), &answer, this, ConfirmationDialog::YesNo);
         dialog.exec();
@@ -509,17 +583,19 @@ void VelmoMainWindow::OpenProject()
                                                         QStringLiteral("RPG Maker Project (*.rmmzproject)"));
     if (chosen.isEmpty())
         return;
-    if (!settleUnsavedChanges(tr("Would you like to save before closing?")))
+    if (!settleUnsavedChanges())
         return;
     openProjectAt(chosen);
+    reportOpening();
 }
 
 void VelmoMainWindow::ReloadProject()
 {
     if (!isProjectOpen)
         return;
-    if (!loadProjectData()) {
-        AlertDialog::alert(tr("Could not reload data!"), tr("Reload Error"), this);
+    QStringList problems;
+    if (!loadProjectData(&problems)) {
+        AlertDialog::alert(tr("Could not reload data!"), problems, tr("Reload Error"), this);
         isProjectOpen = true;
     }
     updateCommandStates();
@@ -537,9 +613,10 @@ void VelmoMainWindow::SaveProject()
     const QJsonObject document = HudDocument::assemble(documentRoot, hudEntries(), &backgrounds);
 
     // A damaged file is copied aside once, before anything is written over it.
-    if (damagedHudFile && HudDocument::keepDamagedCopy(projectDirectory))
+    QString reason;
+    if (damagedHudFile && HudDocument::keepDamagedCopy(projectDirectory, &reason))
         damagedHudFile = false;
-    const bool saved = !damagedHudFile && HudDocument::save(projectDirectory, document, false);
+    const bool saved = !damagedHudFile && HudDocument::save(projectDirectory, document, false, QString(), &reason);
 
     SettingsStore store;
     QVariantMap allBackgrounds = store.value(QStringLiteral("Backgrounds")).toMap();
@@ -548,17 +625,20 @@ void VelmoMainWindow::SaveProject()
 
     if (!saved) {
         // The project keeps its unsaved state, so closing still asks.
-        AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"), tr("Save Error"), this);
+        AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"),
+                           {QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(
+                                JsonFile::pluginPath(projectDirectory, HudDocument::FileName)), reason)},
+                           tr("Save Error"), this);
         isChanged = true;
     } else {
         documentRoot = document;
-        documentRoot.remove(QStringLiteral("Data"));
+        documentRoot.remove(HudDocument::KeyData);
         isChanged = false;
     }
     updateCommandStates();
 }
 
-bool VelmoMainWindow::settleUnsavedChanges(const QString& question)
+int VelmoMainWindow::askToSave(const QString& question)
 {
     // 0 save, 1 don't save, 2 cancel; without changes nothing is asked.
     int outcome = 1;
@@ -566,55 +646,48 @@ bool VelmoMainWindow::settleUnsavedChanges(const QString& question)
         ConfirmationDialog dialog(question, tr("Save Confirmation"), &outcome, this);
         dialog.exec();
     }
-    if (outcome == 2)
-        return false;
-    if (outcome == 0) {
-        SaveProject();
-        // A save that failed leaves the work unsaved: don't throw it away.
-        if (isChanged)
-            return false;
-    }
-    return true;
+    return outcome;
+}
+
+bool VelmoMainWindow::saveIfAsked(int outcome)
+{
+    if (outcome != 0)
+        return true;
+    SaveProject();
+    // A save that failed leaves the work unsaved: don't throw it away.
+    return !isChanged;
+}
+
+bool VelmoMainWindow::settleUnsavedChanges()
+{
+    const int outcome = askToSave(tr("Would you like to save before closing?"));
+    return outcome != 2 && saveIfAsked(outcome);
 }
 
 void VelmoMainWindow::CloseProject()
 {
     if (!isProjectOpen)
         return;
-    int outcome = 1;
-    if (isChanged) {
-        ConfirmationDialog dialog(tr("Would you like to save before closing?"), tr("Save Confirmation"), &outcome, this);
-        dialog.exec();
-    }
+    const int outcome = askToSave(tr("Would you like to save before closing?"));
     if (outcome == 2)
         return;
     saveWindowState();
-    if (outcome == 0) {
-        SaveProject();
-        if (isChanged)
-            return;
-    }
+    if (!saveIfAsked(outcome))
+        return;
     openProjectAt(QString());
 }
 
 void VelmoMainWindow::closeEvent(QCloseEvent* event)
 {
-    int outcome = 1;
-    if (isProjectOpen && isChanged) {
-        ConfirmationDialog dialog(tr("Would you like to save before closing?"), tr("Save Confirmation"), &outcome, this);
-        dialog.exec();
-    }
+    const int outcome = askToSave(tr("Would you like to save before closing?"));
     if (outcome == 2) {
         event->ignore();
         return;
     }
     saveWindowState();
-    if (outcome == 0) {
-        SaveProject();
-        if (isChanged) {
-            event->ignore();
-            return;
-        }
+    if (!saveIfAsked(outcome)) {
+        event->ignore();
+        return;
     }
     event->accept();
 }
@@ -645,7 +718,15 @@ void VelmoMainWindow::updateCommandStates()
         if (isChanged)
             status += QStringLiteral("  \u2014  ") + tr("Unsaved changes");
     }
+    if (!statusNotice.isEmpty())
+        status = status.isEmpty() ? statusNotice : status + QStringLiteral("  \u2014  ") + statusNotice;
     statusLabel->setText(status);
+    statusLabel->setToolTip(statusNotice);
+
+    setWindowTitle(isProjectOpen ? QStringLiteral("%1[*] \u2014 %2").arg(projectDirectory.dirName(), tr("Velmora"))
+                                 : tr("Velmora"));
+    setWindowModified(isProjectOpen && isChanged);
+    titleBar->update();
 }
 
 bool VelmoMainWindow::acceptsProjectDrop(const QMimeData* mime)
@@ -668,8 +749,10 @@ void VelmoMainWindow::dropEvent(QDropEvent* event)
         return;
     event->acceptProposedAction();
     const QString path = event->mimeData()->urls().first().toLocalFile();
-    if (settleUnsavedChanges(tr("Would you like to save before closing?")))
+    if (settleUnsavedChanges()) {
         openProjectAt(path);
+        reportOpening();
+    }
 }
 
 bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)

@@ -58,6 +58,18 @@ public:
     // Whether a drag carries a project file this window accepts.
     static bool acceptsProjectDrop(const QMimeData* mime);
 
+    // A stored window rectangle moved whole onto the nearest screen when too
+    // little of its top strip lies on any of the screens (a monitor that is gone).
+    static QRect reachableGeometry(const QRect& stored, const QVector<QRect>& screens);
+
+    // What the last opening has to tell the user; empty when all went well.
+    struct OpenReport {
+        QString title;
+        QString message;
+        QStringList details;
+    };
+    const OpenReport& lastOpenReport() const { return openReport; }
+
 public slots:
     void closeWindow();
     void maximizeWindow();
@@ -83,10 +95,17 @@ private:
     void buildForm();
     void buildMenus();
     void openStartProject();
-    bool loadProjectData();
+    bool loadProjectData(QStringList* problems = nullptr);
+    // Shows what the last opening has to tell, after the user asked for it.
+    void reportOpening();
     bool loadHUDs();
-    // Asks before the open project is replaced or closed; false when cancelled.
-    bool settleUnsavedChanges(const QString& question);
+    // The unsaved-changes prompt: 0 save, 1 don't save, 2 cancel; 1 without
+    // asking when nothing is unsaved.
+    int askToSave(const QString& question);
+    // Saves on outcome 0; false when that save failed.
+    bool saveIfAsked(int outcome);
+    // Asks before the open project is replaced; false when cancelled.
+    bool settleUnsavedChanges();
     void saveWindowState();
     void updateCommandStates();
     void refreshBackground();
@@ -125,6 +144,9 @@ private:
     QJsonObject documentRoot;
     // The project's document couldn't be taken as it stood; keep a copy on saving.
     bool damagedHudFile = false;
+    OpenReport openReport;
+    // What the status bar says beside the project, until the next opening.
+    QString statusNotice;
 
     VelmoMainTitleBar* titleBar = nullptr;
     QStackedLayout* pages = nullptr;

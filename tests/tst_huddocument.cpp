@@ -236,8 +236,10 @@ private slots:
         QTest::addColumn<bool>("fromTemplates");
         QTest::addColumn<int>("entries");
         QTest::newRow("malformed") << QByteArray("{\"Map\":0,\"Data\":[{\"HUD\":[]}") << true << 2;
-        QTest::newRow("array") << QByteArray("[{\"HUD\":[]},{\"HUD\":[]}]") << false << 0;
-        QTest::newRow("data not array") << QByteArray("{\"Map\":0,\"Battle\":1,\"Data\":{\"0\":{\"HUD\":[]}},\"Note\":1}") << false << 0;
+        // A shape that is wrong at the root leaves nothing to open but the templates.
+        QTest::newRow("array") << QByteArray("[{\"HUD\":[]},{\"HUD\":[]}]") << true << 2;
+        QTest::newRow("data not array") << QByteArray("{\"Map\":0,\"Battle\":1,\"Data\":{\"0\":{\"HUD\":[]}},\"Note\":1}") << true << 2;
+        QTest::newRow("data a string") << QByteArray("{\"Data\":\"oops\"}") << true << 2;
         QTest::newRow("data entry not object") << QByteArray("{\"Data\":[{\"HUD\":[]},5,{\"HUD\":[]}]}") << false << 3;
         QTest::newRow("components not an array") << QByteArray("{\"Data\":[{\"HUD\":{\"0\":{\"Type\":1}}},{\"HUD\":[]}]}") << false << 2;
         QTest::newRow("non utf-8") << QByteArray("{\"Data\":[{\"HUD\":[{\"Name\":\"\xc3\x28\"}]}]}") << true << 2;
@@ -261,6 +263,12 @@ private slots:
         QCOMPARE(document.fromTemplates, fromTemplates);
         QCOMPARE(document.entries.size(), entries);
         QVERIFY(document.damagedFile);
+        QVERIFY(!document.damageNotice().isEmpty());
+        if (fromTemplates) {
+            // A Map and a Battle HUD to work on, never an empty list.
+            QCOMPARE(document.entries.at(0).type, int(HudEntry::Map));
+            QCOMPARE(document.entries.at(1).type, int(HudEntry::Battle));
+        }
 
         // The first save keeps the damaged bytes beside the new file.
         QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), true));
@@ -282,7 +290,9 @@ private slots:
         const HudDocument document = HudDocument::load(QDir(project));
         const QJsonObject saved = HudDocument::assemble(document.root, document.entries);
         QCOMPARE(saved.value(QStringLiteral("Note")).toObject().value(QStringLiteral("k")).toArray(), QJsonArray({1, 2}));
-        QCOMPARE(saved.value(QStringLiteral("Data")).toArray(), QJsonArray());
+        QCOMPARE(saved.value(QStringLiteral("Data")).toArray().size(), 2);
+        QCOMPARE(saved.value(QStringLiteral("Map")).toInt(), 0);
+        QCOMPARE(saved.value(QStringLiteral("Battle")).toInt(), 1);
     }
 
     void largeDocumentRoundTrips()

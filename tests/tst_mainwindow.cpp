@@ -159,7 +159,9 @@ private slots:
         openWindow(project);
         QVERIFY(window->projectIsOpen());
         QVERIFY(editorPageShown());
-        QCOMPARE(window->windowTitle(), QStringLiteral("Velmora"));
+        // The title names the project and marks unsaved work.
+        QCOMPARE(window->windowTitle(), QStringLiteral("sample-1[*] \u2014 Velmora"));
+        QVERIFY(!window->isWindowModified());
         QCOMPARE(window->screenSize(), QSize(816, 624));
         QCOMPARE(list()->rowCount(), 2);
         QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
@@ -182,7 +184,10 @@ private slots:
         // Opened and looked at: no file.
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
 
+        window->markChanged();
+        QVERIFY(window->isWindowModified());
         pressSave();
+        QVERIFY(!window->isWindowModified());
         const QJsonObject written = writtenDocument(project);
         QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 0);
         QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 1);
@@ -199,9 +204,11 @@ private slots:
         openWindow(folder);
         QVERIFY(!window->projectIsOpen());
         QVERIFY(!editorPageShown());
+        QCOMPARE(window->windowTitle(), QStringLiteral("Velmora"));
         QVERIFY(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->isVisible());
-        QCOMPARE(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->text(),
-                 QStringLiteral("Open RPG Maker MZ Project"));
+        // At start-up the status bar says why nothing opened.
+        const QString status = window->findChild<QLabel*>(QStringLiteral("statusText"))->text();
+        QVERIFY2(status.contains(QStringLiteral("\"Armors.json\" is missing.")), qPrintable(status));
         // Save with no project does nothing and writes nothing.
         pressSave();
         QVERIFY(!QFileInfo::exists(folder + QStringLiteral("/data/plugin")));
@@ -209,6 +216,49 @@ private slots:
         window.reset();
         openWindow(folder + QStringLiteral("/gone"));
         QVERIFY(!window->projectIsOpen());
+        QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("no longer there")));
+
+        // Asked for by a drop, a folder that isn't a project, or a stray file
+        // in its data folder, gets an alert naming what is wrong.
+        const QString good = TestEnvironment::copySampleProject(QStringLiteral("good"));
+        window.reset();
+        openWindow(good);
+        const QString stray = TestEnvironment::newFolder(QStringLiteral("stray"));
+        TestEnvironment::writeFile(stray + QStringLiteral("/game.rmmzproject"), "RPGMZ");
+        Seen seen = answering([&] { dropFile(stray + QStringLiteral("/game.rmmzproject")); }, {press("okButton")});
+        QCOMPARE(seen.title, QStringLiteral("Open Error"));
+        QVERIFY2(seen.text.contains(QStringLiteral("System.json")), qPrintable(seen.text));
+        QVERIFY(seen.text.contains(QStringLiteral("... and 8 more.")));
+        QVERIFY(!window->projectIsOpen());
+
+        TestEnvironment::writeFile(folder + QStringLiteral("/data/Armors.json"), "[null]");
+        TestEnvironment::writeFile(folder + QStringLiteral("/data/System.json"), "[\"not\", \"an object\"]");
+        seen = answering([&] { dropFile(folder + QStringLiteral("/game.rmmzproject")); }, {press("okButton")});
+        QCOMPARE(seen.count, 1);
+        QVERIFY2(seen.text.contains(QStringLiteral("System.json")), qPrintable(seen.text));
+        QVERIFY(seen.text.contains(QStringLiteral("doesn't hold an object")));
+    }
+
+    void damagedDocumentsOpenFromTheTemplatesAndSaySo()
+    {
+        // A root that is an array, a "Data" that is a string: both were once
+        // opened as an empty list with no Map or Battle HUD.
+        for (const QByteArray& content : {QByteArray("[{\"HUD\":[]}]"), QByteArray("{\"Data\":\"x\",\"Note\":7}")}) {
+            const QString project = TestEnvironment::copySampleProject(QStringLiteral("shape"));
+            TestEnvironment::writeFile(TestEnvironment::documentPath(project), content);
+            window.reset();
+            openWindow(project);
+            QVERIFY(window->projectIsOpen());
+            QCOMPARE(rowNames(), QStringList({QStringLiteral("Map HUD"), QStringLiteral("Battle HUD")}));
+            const QString status = window->findChild<QLabel*>(QStringLiteral("statusText"))->text();
+            QVERIFY2(status.contains(QStringLiteral("kept as a backup")), qPrintable(status));
+
+            pressSave();
+            QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), content);
+            const QJsonObject written = writtenDocument(project);
+            QCOMPARE(written.value(QStringLiteral("Data")).toArray().size(), 2);
+            QVERIFY(!window->projectIsChanged());
+        }
     }
 
     void sizedCustomComponentAndDeletion()
@@ -382,7 +432,11 @@ private slots:
 
         Seen seen = answering([&] { pressSave(); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Error"));
-        QCOMPARE(seen.text, QStringLiteral("Could not save to \"VelmoraHUD.json\"!"));
+        // The message, then the file and the system's reason on a line of their own.
+        const QString path = QDir::toNativeSeparators(QDir(project).absoluteFilePath(QStringLiteral("data/plugin/VelmoraHUD.json")));
+        QVERIFY2(seen.text.startsWith(QStringLiteral("Could not save to \"VelmoraHUD.json\"!<br>") + path + QStringLiteral(": ")),
+                 qPrintable(seen.text));
+        QVERIFY(seen.text.size() > QStringLiteral("Could not save to \"VelmoraHUD.json\"!<br>").size() + path.size() + 3);
         QVERIFY(window->projectIsChanged());
 
         // Closing still asks; cancelling keeps the window and the work.
@@ -526,8 +580,9 @@ private slots:
         window.reset(new VelmoMainWindow(2, false, QString(), QString()));
         window->show();
 
-        // Unreadable: the templates stand in, with no message.
+        // Unreadable: the templates stand in, and the status bar says so.
         QVERIFY(window->projectIsOpen());
+        QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("not valid JSON")));
         QCOMPARE(list()->rowCount(), 2);
         QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
 
@@ -552,7 +607,7 @@ private slots:
         TestEnvironment::writeFile(project + QStringLiteral("/data/Actors.json"), "{\"not\":\"an array\"}");
         const Seen seen = answering([&] { window->ReloadProject(); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("Reload Error"));
-        QCOMPARE(seen.text, QStringLiteral("Could not reload data!"));
+        QCOMPARE(seen.text, QStringLiteral("Could not reload data!<br>&quot;Actors.json&quot; doesn't hold an array."));
         QVERIFY(window->projectIsOpen());
         QCOMPARE(window->getProjectData()->value(QStringLiteral("Actors.json")).toArray().at(1).toObject()
                      .value(QStringLiteral("name")).toString(), firstActor);
@@ -582,6 +637,26 @@ private slots:
         window.reset();
         openWindow(project);
         QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
+    }
+
+    void offScreenGeometryComesBack()
+    {
+        const QVector<QRect> screens{QRect(0, 0, 1920, 1050), QRect(1920, 0, 1280, 1000)};
+        // On a screen, or across two: left alone.
+        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(40, 50, 900, 640), screens), QRect(40, 50, 900, 640));
+        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(1500, 100, 900, 640), screens), QRect(1500, 100, 900, 640));
+        // Stored on a monitor that is gone: whole on the nearest screen.
+        const QRect back = VelmoMainWindow::reachableGeometry(QRect(5000, 4000, 900, 640), screens);
+        QCOMPARE(back.size(), QSize(900, 640));
+        QVERIFY(screens.at(1).contains(back));
+        // Only a corner showing, as the window came back before.
+        const QRect corner = VelmoMainWindow::reachableGeometry(QRect(1840, 990, 900, 640), {QRect(0, 0, 1920, 1050)});
+        QVERIFY(QRect(0, 0, 1920, 1050).contains(corner));
+        // Larger than the screen: shrunk to it.
+        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(-3000, 0, 2500, 1400), {QRect(0, 0, 1920, 1050)}),
+                 QRect(0, 0, 1920, 1050));
+        // Above the screen, title bar out of reach.
+        QVERIFY(VelmoMainWindow::reachableGeometry(QRect(100, -600, 900, 640), {QRect(0, 0, 1920, 1050)}).top() >= 0);
     }
 
     void startUpRestoresWindowState()

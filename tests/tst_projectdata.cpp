@@ -4,8 +4,11 @@
 #include "app/ProjectData.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <sys/stat.h>
 
 class TestProjectData : public QObject
 {
@@ -50,10 +53,10 @@ private slots:
         QTest::newRow("actors as object") << "Actors.json" << QByteArray("{\"1\":{\"name\":\"Reid\"}}")
                                           << "\"Actors.json\" doesn't hold an array.";
         QTest::newRow("system as array") << "System.json" << QByteArray("[null]") << "\"System.json\" doesn't hold an object.";
-        QTest::newRow("malformed items") << "Items.json" << QByteArray("[null,{\"name\":\"Potion\"") << "\"Items.json\" can't be read as JSON.";
-        QTest::newRow("not utf-8") << "Skills.json" << QByteArray("[null,{\"name\":\"\xff\xfe\"}]") << "\"Skills.json\" can't be read as JSON.";
-        QTest::newRow("empty file") << "States.json" << QByteArray("") << "\"States.json\" can't be read as JSON.";
-        QTest::newRow("number") << "Animations.json" << QByteArray("42") << "\"Animations.json\" can't be read as JSON.";
+        QTest::newRow("malformed items") << "Items.json" << QByteArray("[null,{\"name\":\"Potion\"") << "\"Items.json\" can't be read: not valid JSON (";
+        QTest::newRow("not utf-8") << "Skills.json" << QByteArray("[null,{\"name\":\"\xff\xfe\"}]") << "\"Skills.json\" can't be read: not valid JSON (";
+        QTest::newRow("empty file") << "States.json" << QByteArray("") << "\"States.json\" can't be read: not valid JSON (";
+        QTest::newRow("number") << "Animations.json" << QByteArray("42") << "\"Animations.json\" can't be read: not valid JSON (";
     }
 
     void badFilesOpenNothing()
@@ -72,7 +75,8 @@ private slots:
         ProjectData::ScreenSize screen{333, 222};
         QStringList problems;
         QVERIFY(!ProjectData::load(QDir(project), data, screen, &problems));
-        QCOMPARE(problems, QStringList{problem});
+        QCOMPARE(problems.size(), 1);
+        QVERIFY2(problems.first().startsWith(problem), qPrintable(problems.first()));
         // A failed load leaves the previous data and size in place.
         QCOMPARE(data, untouchedMarker());
         QCOMPARE(screen.width, 333);
@@ -92,6 +96,28 @@ private slots:
         QVERIFY(problems.first().contains(QStringLiteral("System.json")));
         QVERIFY(problems.last().contains(QStringLiteral("CommonEvents.json")));
         QVERIFY(data.isEmpty());
+    }
+
+    // A FIFO would block a read for ever and /dev/zero never ends: neither is
+    // opened, and each is named with its cause.
+    void filesThatArentRegularAreRefused()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("special"));
+        const QString data = project + QStringLiteral("/data/");
+        QVERIFY(QFile::remove(data + QStringLiteral("System.json")));
+        QCOMPARE(::mkfifo(QFile::encodeName(data + QStringLiteral("System.json")).constData(), 0644), 0);
+        QVERIFY(QFile::remove(data + QStringLiteral("Items.json")));
+        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), data + QStringLiteral("Items.json")));
+        QVERIFY(QFile::remove(data + QStringLiteral("Skills.json")));
+        QVERIFY(QDir().mkpath(data + QStringLiteral("Skills.json")));
+
+        QJsonObject loaded;
+        ProjectData::ScreenSize screen;
+        QStringList problems;
+        QVERIFY(!ProjectData::load(QDir(project), loaded, screen, &problems));
+        QCOMPARE(problems, (QStringList{QStringLiteral("\"System.json\" can't be read: not a regular file."),
+                                        QStringLiteral("\"Skills.json\" can't be read: it is a folder."),
+                                        QStringLiteral("\"Items.json\" can't be read: not a regular file.")}));
     }
 
     void screenSizeFallsBack()

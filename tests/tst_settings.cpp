@@ -179,17 +179,35 @@ private slots:
         TestEnvironment::writeFile(file, "not a project marker, but a file");
         const QString otherFolder = TestEnvironment::newFolder(QStringLiteral("other"));
         TestEnvironment::writeFile(otherFolder + QStringLiteral("/game.rmmzproject"), "RPGMZ");
+        const QString twoMarkers = TestEnvironment::newFolder(QStringLiteral("two"));
+        TestEnvironment::writeFile(twoMarkers + QStringLiteral("/a.rmmzproject"), "RPGMZ");
+        TestEnvironment::writeFile(twoMarkers + QStringLiteral("/b.rmmzproject"), "RPGMZ");
+        const QString missing = folder + QStringLiteral("/missing.rmmzproject");
 
         const QString program = QStringLiteral("velmora");
-        QCOMPARE(Startup::projectFromArguments({program}), QString());
-        // Folders and missing files are skipped; the suffix is not looked at.
-        QCOMPARE(Startup::projectFromArguments({program, folder, folder + QStringLiteral("/missing.rmmzproject"), file}),
-                 QDir(folder).absolutePath());
-        QCOMPARE(Startup::projectFromArguments({program, otherFolder + QStringLiteral("/game.rmmzproject"), file}),
-                 QDir(otherFolder).absolutePath());
-        QCOMPARE(Startup::projectFromArguments({program, folder}), QString());
+        QCOMPARE(Startup::projectFromArguments({program}).folder, QString());
+        QVERIFY(Startup::projectFromArguments({program}).problems.isEmpty());
+        // A folder without a marker and a missing file are skipped and named;
+        // the suffix of a file is not looked at.
+        Startup::CommandLineProject chosen = Startup::projectFromArguments({program, folder, missing, file});
+        QCOMPARE(chosen.folder, QDir(folder).absolutePath());
+        QCOMPARE(chosen.problems.size(), 2);
+        QVERIFY(chosen.problems.at(0).contains(QDir::toNativeSeparators(folder)));
+        QVERIFY(chosen.problems.at(1).contains(QStringLiteral("doesn't exist")));
+        // A folder with one project file is that project; the first usable argument wins.
+        chosen = Startup::projectFromArguments({program, otherFolder, file});
+        QCOMPARE(chosen.folder, QDir(otherFolder).absolutePath());
+        QVERIFY(chosen.problems.isEmpty());
+        // Two markers leave the choice to the user.
+        chosen = Startup::projectFromArguments({program, twoMarkers});
+        QCOMPARE(chosen.folder, QString());
+        QCOMPARE(chosen.problems.size(), 1);
         // The program name itself is never a project.
-        QCOMPARE(Startup::projectFromArguments({file}), QString());
+        QCOMPARE(Startup::projectFromArguments({file}).folder, QString());
+
+        QVERIFY(Startup::commandLineAnswer({program, QStringLiteral("--help")}).startsWith(QStringLiteral("Usage: velmora")));
+        QVERIFY(Startup::commandLineAnswer({program, file, QStringLiteral("--version")}).startsWith(QStringLiteral("velmora ")));
+        QVERIFY(Startup::commandLineAnswer({program, file}).isEmpty());
     }
 };
 

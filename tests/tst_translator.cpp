@@ -48,14 +48,19 @@ private slots:
 
     void fileParsing()
     {
-        const QMap<QString, QString> table = MorvikCSVTranslator::parse(
-            "Open,Offen\r\n\r\n\r\nSave,Sichern\rlonely\n\nOpen,\xc3\x96" "ffnen\nClose,Zu\0Hidden,Versteckt\nMore,Mehr\n");
+        // The literal's own length, so that the bytes after the NUL reach the parser.
+        static const char bytes[] =
+            "Open,Offen\r\n\r\n\r\nSave,Sichern\rlonely\n\nOpen,\xc3\x96" "ffnen\nClose,Zu\0Hidden,Versteckt\nMore,Mehr\n";
+        const QByteArray file(bytes, sizeof(bytes) - 1);
+        QVERIFY(file.contains("More,Mehr"));
+        const QMap<QString, QString> table = MorvikCSVTranslator::parse(file);
         QCOMPARE(table.size(), 3);
         // A later line replaces an earlier one; the one-field line is skipped.
         QCOMPARE(table.value(QStringLiteral("Open")), QStringLiteral("Öffnen"));
         QCOMPARE(table.value(QStringLiteral("Save")), QStringLiteral("Sichern"));
         QCOMPARE(table.value(QStringLiteral("Close")), QStringLiteral("Zu"));
         // Everything after a NUL byte is gone.
+        QVERIFY(!table.contains(QStringLiteral("Hidden")));
         QVERIFY(!table.contains(QStringLiteral("More")));
         QVERIFY(!table.contains(QStringLiteral("lonely")));
         QVERIFY(MorvikCSVTranslator::parse(QByteArray()).isEmpty());

@@ -41,6 +41,16 @@ void AlertDialog::alert(const QString& text, const QString& title, QWidget* pare
     dialog.exec();
 }
 
+void AlertDialog::alert(const QString& text, const QStringList& details, const QString& title, QWidget* parent)
+{
+    QString message = text;
+    for (const QString& detail : details) {
+        if (!detail.isEmpty())
+            message += QStringLiteral("<br>") + detail.toHtmlEscaped();
+    }
+    alert(message, title, parent);
+}
+
 void AlertDialog::setErrorText(bool leftAligned)
 {
     QFont font(QStringLiteral("Consolas"));

@@ -14,6 +14,10 @@ public:
 
     // Shows one alert and returns when it is closed.
     static void alert(const QString& text, const QString& title, QWidget* parent = nullptr);
+    // The same with plain-text details (a file and the system's reason), each
+    // on a line of its own below the message.
+    static void alert(const QString& text, const QStringList& details, const QString& title,
+                      QWidget* parent = nullptr);
 
     // For error output: a fixed-pitch, slightly heavier and larger text.
     void setErrorText(bool leftAligned);

@@ -86,7 +86,11 @@ void TitleBarButtons::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), fill);
     }
     painter.setOpacity(window()->isActiveWindow() ? 1.0 : 0.5);
-    painter.setPen(QPen(Qt::white, 2));
+    // The symbols take the window's text colour, so they read on a light
+    // theme as on a dark one; over the red of a hovered close button they
+    // turn white.
+    const QColor symbol = buttonKind < Maximize && hover > 5 ? QColor(Qt::white) : palette().color(QPalette::WindowText);
+    painter.setPen(QPen(symbol, 2));
     painter.setBrush(Qt::NoBrush);
 
     // The symbols stay 10 pixels wide, 8 in the compact form.
