@@ -318,6 +318,14 @@ private slots:
         QVERIFY(Theme::names().contains(QStringLiteral("Mine")));
         QVERIFY(Theme::names().contains(QStringLiteral("Red Tint")));
         QVERIFY(Theme::names().contains(QStringLiteral("Light")));
+
+        // A dot in a theme's name is part of it: listed whole, and loadable.
+        QVERIFY(Theme::save(table, QStringLiteral("Dark.v2")));
+        QVERIFY(Theme::names().contains(QStringLiteral("Dark.v2")));
+        QVERIFY(!Theme::names().contains(QStringLiteral("Dark")));
+        Theme::installDefault();
+        QVERIFY(Theme::load(QStringLiteral("Dark.v2")));
+        QCOMPARE(Theme::table(), table);
     }
 
     void userFolderWhenTheProgramsIsReadOnly()

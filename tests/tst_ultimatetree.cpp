@@ -622,6 +622,32 @@ private slots:
         QCOMPARE(log.freed, (QMap<QString, int>{{"One", 1}, {"Two", 1}, {"Two child", 1}, {"Three", 1}, {"Last", 1}}));
     }
 
+    // The current row, or a child of it, deleted without a new choice used to
+    // leave the list pointing at the freed row.
+    void deletingTheCurrentRowLeavesNoCurrent()
+    {
+        UltimateTreeWidget::setupStandardDatabaseList(list.get());
+        for (const char* name : {"One", "Two"})
+            tree()->addRow(makeRow(QString::fromLatin1(name), true));
+        tree()->row(1)->addChild(makeRow(QStringLiteral("Inner")));
+        tree()->row(1)->expand();
+
+        tree()->setCurrentRow(tree()->row(0));
+        tree()->deleteRow(tree()->row(0));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(tree()->currentRow(), nullptr);
+
+        tree()->setCurrentRow(tree()->row(0)->child(0));
+        tree()->deleteRow(tree()->row(0));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(tree()->rowCount(), 0);
+        QCOMPARE(tree()->currentRow(), nullptr);
+        // Keys that act on the current row find none and do nothing.
+        QTest::keyClick(tree()->viewport(), Qt::Key_Down);
+        QTest::keyClick(tree()->viewport(), Qt::Key_Up);
+        QCOMPARE(tree()->currentRow(), nullptr);
+    }
+
     void headerResizesColumns()
     {
         list->addHeader();

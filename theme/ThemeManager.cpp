@@ -308,7 +308,7 @@ QStringList names()
         QDirIterator it(folder, QDir::Dirs | QDir::NoDotAndDotDot);
         while (it.hasNext()) {
             it.next();
-            const QString name = it.fileInfo().baseName();
+            const QString name = it.fileInfo().fileName();
             if (!seen.contains(name)) {
                 seen.insert(name);
                 found.append(name);

@@ -259,6 +259,15 @@ void UltimateTree::buttonVanished(QGraphicsItem* button)
 void UltimateTree::rowTaken(UltimateTreeItem* row)
 {
     rowVanished(row);
+    // A current row that leaves the list, alone or inside its parent, leaves no
+    // current behind; the caller picks the next one if it wants one.
+    for (UltimateTreeItem* up = qobject_cast<UltimateTreeItem*>(current); up; up = up->parentItem()) {
+        if (up == row) {
+            current->setSelected(false);
+            current = nullptr;
+            break;
+        }
+    }
     // The row is the caller's now; it keeps the list's deleter for its record.
     row->detachFromTree(rowDeleter);
 }

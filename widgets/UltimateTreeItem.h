@@ -3,6 +3,7 @@
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItemBase.h"
 
+#include <QByteArray>
 #include <QJsonObject>
 #include <QList>
 #include <QPixmap>
@@ -67,9 +68,10 @@ public:
 
     void setUserData(QJsonObject* record) { userDataRecord = record; }
     QJsonObject* userData() const { return userDataRecord; }
-    // Raw record of a list with two kinds of rows (freed by the owner's deleter).
-    void setUserBlock(void* block) { userDataRecord = static_cast<QJsonObject*>(block); }
-    void* userBlock() const { return userDataRecord; }
+    // The plain record of a row in a list with two kinds of rows; the row
+    // owns it, so nothing needs freeing by hand.
+    void setUserBlock(const QByteArray& block) { plainBlock = block; }
+    const QByteArray& userBlock() const { return plainBlock; }
 
     int id() const { return itemId; }
     void setId(int id) { itemId = id; }
@@ -120,6 +122,7 @@ private:
     QList<UltimateTreeItem*> children;
     QVector<QString> texts;
     QPropertyAnimation* motion = nullptr;
+    QByteArray plainBlock;
     QJsonObject* userDataRecord = nullptr;
     QRectF* iconSourceRect = nullptr;
     UltimateTree::RowDeleter detachedDeleter;

@@ -15,7 +15,6 @@
 #include <QSet>
 #include <QVBoxLayout>
 
-#include <cstdlib>
 
 UltimateTreeWidget::UltimateTreeWidget(QWidget* parent)
     : QWidget(parent), layout(new QVBoxLayout(this)), treeView(new UltimateTree(this))
@@ -73,10 +72,10 @@ void UltimateTreeWidget::setupStandardDatabaseListEx(UltimateTreeWidget* list)
     tree->setRowHeight(20);
     tree->setRelocationEnabled(true);
     tree->setKeepSelectionLook(true);
+    // Rows of id 1 carry their plain block by value; only the JSON records
+    // of rows of id 0 are on the heap.
     tree->setRowDeleter([](UltimateTreeItem* row) {
-        if (row->id() == 1)
-            std::free(row->userBlock());
-        else if (row->id() == 0)
+        if (row->id() == 0)
             delete row->userData();
     });
     tree->startView();
