@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSaveFile>
 
 #include <cstdlib>
 
@@ -177,12 +178,30 @@ bool HudDocument::keepDamagedCopy(const QDir& projectDirectory, QString* reason)
     QString backup = path + QStringLiteral(".bak");
     for (int n = 1; QFileInfo::exists(backup); ++n)
         backup = path + QStringLiteral(".bak.%1").arg(n);
+    // Copied by hand so that a failure can name the system's reason.
     QFile original(path);
-    if (original.copy(backup))
+    QSaveFile copy(backup);
+    QString failure;
+    if (!original.open(QIODevice::ReadOnly)) {
+        failure = JsonFile::systemReason(original.errorString());
+    } else if (!copy.open(QIODevice::WriteOnly)) {
+        failure = JsonFile::systemReason(copy.errorString());
+    } else {
+        QByteArray chunk;
+        while (failure.isEmpty() && !(chunk = original.read(1 << 20)).isEmpty()) {
+            if (copy.write(chunk) != chunk.size())
+                failure = JsonFile::systemReason(copy.errorString());
+        }
+        if (failure.isEmpty() && original.error() != QFileDevice::NoError)
+            failure = JsonFile::systemReason(original.errorString());
+        if (failure.isEmpty() && !copy.commit())
+            failure = JsonFile::systemReason(copy.errorString());
+    }
+    if (failure.isEmpty())
         return true;
     if (reason) {
         *reason = QCoreApplication::translate("", "the damaged file couldn't be kept as \"%1\" (%2)")
-                      .arg(QFileInfo(backup).fileName(), JsonFile::systemReason(original.errorString()));
+                      .arg(QFileInfo(backup).fileName(), failure);
     }
     return false;
 }

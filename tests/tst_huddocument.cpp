@@ -8,6 +8,13 @@
 #include <QJsonDocument>
 #include <QSet>
 
+#include <QTemporaryDir>
+
+#include <random>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 class TestHudDocument : public QObject
@@ -40,6 +47,39 @@ private:
             return QJsonArray();
         return QJsonDocument::fromJson(file.readAll()).array();
     }
+    // Over 20 MB: 48 HUDs of 1,000 components with nested children; seed
+    // changes the content so that two documents can be told apart.
+    static QJsonObject bigDocument(int seed)
+    {
+        QJsonArray data;
+        for (int h = 0; h < 48; ++h) {
+            QJsonArray components;
+            for (int c = 0; c < 1000; ++c) {
+                const QJsonObject child{{QStringLiteral("Type"), 0}, {QStringLiteral("ID"), 100000 + c},
+                                        {QStringLiteral("Name"), QStringLiteral("Child label %1 – ünïcödé").arg(c)},
+                                        {QStringLiteral("X"), c % 50}, {QStringLiteral("Y"), -(c % 30)},
+                                        {QStringLiteral("Opacity"), 0.833333}, {QStringLiteral("Rotation"), 0},
+                                        {QStringLiteral("TextData"), QJsonObject{{QStringLiteral("FontSize"), 22},
+                                            {QStringLiteral("Text"), QJsonObject{{QStringLiteral("Type"), 0},
+                                                {QStringLiteral("Text"), QString(180, QLatin1Char('x'))}}}}}};
+                components.append(QJsonObject{{QStringLiteral("Type"), 5}, {QStringLiteral("ID"), c},
+                                              {QStringLiteral("Name"), QStringLiteral("Group %1").arg(c)},
+                                              {QStringLiteral("X"), c + seed}, {QStringLiteral("Y"), c * 2},
+                                              {QStringLiteral("Opacity"), 1.0098}, {QStringLiteral("Rotation"), 0},
+                                              {QStringLiteral("Children"), QJsonArray{child}}});
+            }
+            QJsonObject entry{{QStringLiteral("HUD"), components}};
+            if (h > 1) {
+                entry.insert(QStringLiteral("Name"), QStringLiteral("HUD %1").arg(h));
+                entry.insert(QStringLiteral("ID"), QStringLiteral("%1").arg(h, 5, 10, QLatin1Char('0')));
+                entry.insert(QStringLiteral("IsHUD"), true);
+                entry.insert(QStringLiteral("Params"), QJsonArray());
+            }
+            data.append(entry);
+        }
+        return QJsonObject{{QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1}, {QStringLiteral("Data"), data}};
+    }
+
     static QJsonObject hud(const QString& name, const QString& id)
     {
         return QJsonObject{{QStringLiteral("Name"), name},      {QStringLiteral("ID"), id},
@@ -297,35 +337,7 @@ private slots:
 
     void largeDocumentRoundTrips()
     {
-        // Over 20 MB: 48 HUDs of 1,000 components with nested children.
-        QJsonArray data;
-        for (int h = 0; h < 48; ++h) {
-            QJsonArray components;
-            for (int c = 0; c < 1000; ++c) {
-                const QJsonObject child{{QStringLiteral("Type"), 0}, {QStringLiteral("ID"), 100000 + c},
-                                        {QStringLiteral("Name"), QStringLiteral("Child label %1 – ünïcödé").arg(c)},
-                                        {QStringLiteral("X"), c % 50}, {QStringLiteral("Y"), -(c % 30)},
-                                        {QStringLiteral("Opacity"), 0.833333}, {QStringLiteral("Rotation"), 0},
-                                        {QStringLiteral("TextData"), QJsonObject{{QStringLiteral("FontSize"), 22},
-                                            {QStringLiteral("Text"), QJsonObject{{QStringLiteral("Type"), 0},
-                                                {QStringLiteral("Text"), QString(180, QLatin1Char('x'))}}}}}};
-                components.append(QJsonObject{{QStringLiteral("Type"), 5}, {QStringLiteral("ID"), c},
-                                              {QStringLiteral("Name"), QStringLiteral("Group %1").arg(c)},
-                                              {QStringLiteral("X"), c}, {QStringLiteral("Y"), c * 2},
-                                              {QStringLiteral("Opacity"), 1.0098}, {QStringLiteral("Rotation"), 0},
-                                              {QStringLiteral("Children"), QJsonArray{child}}});
-            }
-            QJsonObject entry{{QStringLiteral("HUD"), components}};
-            if (h > 1) {
-                entry.insert(QStringLiteral("Name"), QStringLiteral("HUD %1").arg(h));
-                entry.insert(QStringLiteral("ID"), QStringLiteral("%1").arg(h, 5, 10, QLatin1Char('0')));
-                entry.insert(QStringLiteral("IsHUD"), true);
-                entry.insert(QStringLiteral("Params"), QJsonArray());
-            }
-            data.append(entry);
-        }
-        const QByteArray bytes = TestEnvironment::compact(
-            QJsonObject{{QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1}, {QStringLiteral("Data"), data}});
+        const QByteArray bytes = TestEnvironment::compact(bigDocument(0));
         QVERIFY2(bytes.size() > 20 * 1024 * 1024, QByteArray::number(bytes.size()).constData());
         const QString project = projectWith(bytes);
         const HudDocument document = HudDocument::load(QDir(project));
@@ -376,6 +388,124 @@ private slots:
             QVERIFY(!overwritten);
             QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(damaged)), QByteArray("{broken"));
         }
+    }
+
+    // Run as root, as CI does, permissions prove nothing about the save: these
+    // children are stopped in ways root can't get around, and each time the
+    // previous document must still be whole.
+    void killedSavesLeaveThePreviousFileWhole()
+    {
+        const QJsonObject first = bigDocument(1);
+        const QJsonObject second = bigDocument(2);
+        const QByteArray firstBytes = TestEnvironment::compact(first);
+        const QByteArray secondBytes = TestEnvironment::compact(second);
+        QVERIFY(firstBytes.size() > 20 * 1024 * 1024);
+        const QString project = projectWith(firstBytes);
+        const QString path = TestEnvironment::documentPath(project);
+
+        std::mt19937 random(20261123);
+        std::uniform_int_distribution<int> delay(0, 600000);
+        for (int round = 0; round < 20; ++round) {
+            const pid_t child = ::fork();
+            QVERIFY(child >= 0);
+            if (child == 0) {
+                // Saves the two documents in turn until killed.
+                for (int i = 0;; ++i)
+                    HudDocument::save(QDir(project), i % 2 ? first : second, false);
+            }
+            ::usleep(useconds_t(delay(random)));
+            ::kill(child, SIGKILL);
+            int status = 0;
+            ::waitpid(child, &status, 0);
+            QVERIFY(WIFSIGNALED(status));
+            const QByteArray now = TestEnvironment::readFile(path);
+            QVERIFY2(now == firstBytes || now == secondBytes,
+                     qPrintable(QStringLiteral("round %1: %2 bytes").arg(round).arg(now.size())));
+        }
+    }
+
+    void writesCutShortByTheSizeLimitLeaveThePreviousFile()
+    {
+        const QByteArray original = fullDocument();
+        const QString project = projectWith(original);
+        const QJsonObject big = bigDocument(3);
+        for (const bool survivesTheSignal : {true, false}) {
+            const pid_t child = ::fork();
+            QVERIFY(child >= 0);
+            if (child == 0) {
+                // The size limit binds root too; the write stops at 1 MB.
+                if (survivesTheSignal)
+                    ::signal(SIGXFSZ, SIG_IGN);
+                const rlimit limit{1024 * 1024, 1024 * 1024};
+                ::setrlimit(RLIMIT_FSIZE, &limit);
+                QString reason;
+                const bool saved = HudDocument::save(QDir(project), big, false, QString(), &reason);
+                ::_exit(saved ? 1 : reason.isEmpty() ? 2 : 0);
+            }
+            int status = 0;
+            ::waitpid(child, &status, 0);
+            if (survivesTheSignal) {
+                // The save reports the failure, with a reason.
+                QVERIFY(WIFEXITED(status));
+                QCOMPARE(WEXITSTATUS(status), 0);
+            } else {
+                QVERIFY(WIFSIGNALED(status));
+            }
+            QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
+        }
+    }
+
+    // A document the user may not read is damaged, with the system's reason,
+    // and is never written over without its copy. Root reads everything, so
+    // the check runs in a child that gives up root.
+    void unreadableDocumentSaysPermissionDenied()
+    {
+        QTemporaryDir shared(QDir::tempPath() + QStringLiteral("/velmora-perm-XXXXXX"));
+        QVERIFY(shared.isValid());
+        QFile::setPermissions(shared.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner
+                                                 | QFileDevice::ReadOther | QFileDevice::ExeOther
+                                                 | QFileDevice::ReadGroup | QFileDevice::ExeGroup);
+        const QString project = shared.path() + QStringLiteral("/project");
+        TestEnvironment::copyTree(TestEnvironment::makeProject(QStringLiteral("perm")), project);
+        const QString path = TestEnvironment::documentPath(project);
+        TestEnvironment::writeFile(path, fullDocument());
+        QVERIFY(QFile::setPermissions(path, QFileDevice::WriteOwner));
+
+        int pipe[2];
+        QCOMPARE(::pipe(pipe), 0);
+        const pid_t child = ::fork();
+        QVERIFY(child >= 0);
+        if (child == 0) {
+            ::close(pipe[0]);
+            if (::geteuid() == 0 && ::setuid(65534) != 0)
+                ::_exit(3);
+            const HudDocument document = HudDocument::load(QDir(project));
+            QString reason;
+            const bool saved = HudDocument::save(QDir(project), QJsonObject(), document.damagedFile, QString(), &reason);
+            const QByteArray report = (QStringList{document.damage, document.fromTemplates ? "templates" : "file",
+                                                   saved ? "saved" : "refused", reason}).join(QLatin1Char('|')).toUtf8();
+            if (::write(pipe[1], report.constData(), size_t(report.size())) != report.size())
+                ::_exit(4);
+            ::_exit(0);
+        }
+        ::close(pipe[1]);
+        QByteArray report;
+        char buffer[512];
+        for (ssize_t got; (got = ::read(pipe[0], buffer, sizeof buffer)) > 0;)
+            report.append(buffer, int(got));
+        ::close(pipe[0]);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        QVERIFY(WIFEXITED(status));
+        QCOMPARE(WEXITSTATUS(status), 0);
+        const QStringList fields = QString::fromUtf8(report).split(QLatin1Char('|'));
+        QCOMPARE(fields.size(), 4);
+        QCOMPARE(fields.at(0), QStringLiteral("permission denied"));
+        QCOMPARE(fields.at(1), QStringLiteral("templates"));
+        QCOMPARE(fields.at(2), QStringLiteral("refused"));
+        QVERIFY2(fields.at(3).contains(QStringLiteral("permission denied")), qPrintable(fields.at(3)));
+        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        QCOMPARE(TestEnvironment::readFile(path), fullDocument());
     }
 
     void identifiers()
