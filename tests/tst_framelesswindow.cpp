@@ -14,7 +14,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QWindow>
 
 Q_DECLARE_METATYPE(FrameRegion)
@@ -83,37 +82,27 @@ private slots:
         QTest::addColumn<FrameRegion>("expected");
 
         // Frame (100, 50) 800 by 600: right edge 900, bottom edge 650, both outside.
-        QTest::newRow("1: left strip, outer") << 1.0 << QPointF(100, 300) << FrameRegion::Left;
+        // The strips are 8 wide, the lower right corner 16; the top strip
+        // leaves the window buttons (the right 134) their upper edge.
         QTest::newRow("1: left strip, inner") << 1.0 << QPointF(107, 300) << FrameRegion::Left;
         QTest::newRow("1: past the left strip") << 1.0 << QPointF(108, 300) << FrameRegion::Client;
-        QTest::newRow("1: left of the window") << 1.0 << QPointF(99, 300) << FrameRegion::Client;
-        QTest::newRow("1: right strip, outer") << 1.0 << QPointF(899, 300) << FrameRegion::Right;
         QTest::newRow("1: right strip, inner") << 1.0 << QPointF(892, 300) << FrameRegion::Right;
         QTest::newRow("1: past the right strip") << 1.0 << QPointF(891, 300) << FrameRegion::Client;
         QTest::newRow("1: right strip beside the buttons") << 1.0 << QPointF(895, 78) << FrameRegion::Control;
-        QTest::newRow("1: right strip at 29, below the bar") << 1.0 << QPointF(895, 79) << FrameRegion::Client;
         QTest::newRow("1: right strip below the buttons") << 1.0 << QPointF(895, 80) << FrameRegion::Right;
         QTest::newRow("1: last pixel beside the buttons") << 1.0 << QPointF(899, 60) << FrameRegion::Right;
-        QTest::newRow("1: bottom strip, outer") << 1.0 << QPointF(400, 649) << FrameRegion::Bottom;
         QTest::newRow("1: bottom strip, inner") << 1.0 << QPointF(400, 642) << FrameRegion::Bottom;
         QTest::newRow("1: past the bottom strip") << 1.0 << QPointF(400, 641) << FrameRegion::Client;
-        QTest::newRow("1: top strip, outer") << 1.0 << QPointF(400, 50) << FrameRegion::Top;
         QTest::newRow("1: top strip, inner") << 1.0 << QPointF(400, 57) << FrameRegion::Top;
         QTest::newRow("1: below the top strip") << 1.0 << QPointF(400, 58) << FrameRegion::Caption;
         QTest::newRow("1: top strip left of the buttons") << 1.0 << QPointF(765, 55) << FrameRegion::Top;
         QTest::newRow("1: top strip over the buttons") << 1.0 << QPointF(766, 55) << FrameRegion::Control;
         QTest::newRow("1: top line over the buttons") << 1.0 << QPointF(766, 50) << FrameRegion::Top;
-        QTest::newRow("1: top left, outer") << 1.0 << QPointF(100, 50) << FrameRegion::TopLeft;
-        QTest::newRow("1: top left, inner") << 1.0 << QPointF(107, 57) << FrameRegion::TopLeft;
-        QTest::newRow("1: bottom left, outer") << 1.0 << QPointF(100, 649) << FrameRegion::BottomLeft;
-        QTest::newRow("1: bottom left, inner") << 1.0 << QPointF(107, 642) << FrameRegion::BottomLeft;
-        QTest::newRow("1: top right, outer") << 1.0 << QPointF(899, 50) << FrameRegion::TopRight;
-        QTest::newRow("1: top right, inner") << 1.0 << QPointF(892, 57) << FrameRegion::TopRight;
-        QTest::newRow("1: bottom right, outer") << 1.0 << QPointF(899, 649) << FrameRegion::BottomRight;
+        QTest::newRow("1: top left") << 1.0 << QPointF(107, 57) << FrameRegion::TopLeft;
+        QTest::newRow("1: bottom left") << 1.0 << QPointF(107, 642) << FrameRegion::BottomLeft;
+        QTest::newRow("1: top right") << 1.0 << QPointF(892, 57) << FrameRegion::TopRight;
         QTest::newRow("1: bottom right, 16 in") << 1.0 << QPointF(884, 634) << FrameRegion::BottomRight;
         QTest::newRow("1: left of the bottom right corner") << 1.0 << QPointF(883, 640) << FrameRegion::Client;
-        QTest::newRow("1: bottom strip left of the corner") << 1.0 << QPointF(883, 645) << FrameRegion::Bottom;
-        QTest::newRow("1: above the bottom right corner") << 1.0 << QPointF(888, 633) << FrameRegion::Client;
         QTest::newRow("1: empty caption") << 1.0 << QPointF(500, 65) << FrameRegion::Caption;
         QTest::newRow("1: caption widget") << 1.0 << QPointF(150, 65) << FrameRegion::Caption;
         QTest::newRow("1: label that is no caption") << 1.0 << QPointF(250, 65) << FrameRegion::Control;
@@ -124,26 +113,11 @@ private slots:
         // logical; the title bar still counts logical ones.
         QTest::newRow("2: left strip, inner") << 2.0 << QPointF(103.5, 300) << FrameRegion::Left;
         QTest::newRow("2: past the left strip") << 2.0 << QPointF(104, 300) << FrameRegion::Client;
-        QTest::newRow("2: right strip, outer") << 2.0 << QPointF(899.5, 300) << FrameRegion::Right;
-        QTest::newRow("2: right strip, inner") << 2.0 << QPointF(896, 300) << FrameRegion::Right;
-        QTest::newRow("2: past the right strip") << 2.0 << QPointF(895.5, 300) << FrameRegion::Client;
         QTest::newRow("2: right strip beside the buttons") << 2.0 << QPointF(897, 64.5) << FrameRegion::Control;
         QTest::newRow("2: right strip below 29 physical") << 2.0 << QPointF(897, 65) << FrameRegion::Right;
-        QTest::newRow("2: last pixel beside the buttons") << 2.0 << QPointF(899.5, 55) << FrameRegion::Right;
-        QTest::newRow("2: top strip, inner") << 2.0 << QPointF(400, 53.5) << FrameRegion::Top;
-        QTest::newRow("2: below the top strip") << 2.0 << QPointF(400, 54) << FrameRegion::Caption;
         QTest::newRow("2: top strip left of 134 physical") << 2.0 << QPointF(832.5, 52) << FrameRegion::Top;
         QTest::newRow("2: top strip over the buttons") << 2.0 << QPointF(833, 52) << FrameRegion::Control;
-        QTest::newRow("2: top line over the buttons") << 2.0 << QPointF(850, 50) << FrameRegion::Top;
-        QTest::newRow("2: bottom strip") << 2.0 << QPointF(400, 646) << FrameRegion::Bottom;
-        QTest::newRow("2: above the bottom strip") << 2.0 << QPointF(400, 645.5) << FrameRegion::Client;
         QTest::newRow("2: bottom right, 16 physical in") << 2.0 << QPointF(892, 642) << FrameRegion::BottomRight;
-        QTest::newRow("2: left of the bottom right corner") << 2.0 << QPointF(891.5, 645) << FrameRegion::Client;
-        QTest::newRow("2: top left") << 2.0 << QPointF(103, 53) << FrameRegion::TopLeft;
-        QTest::newRow("2: top right") << 2.0 << QPointF(896, 53) << FrameRegion::TopRight;
-        QTest::newRow("2: bottom left") << 2.0 << QPointF(103, 646) << FrameRegion::BottomLeft;
-        QTest::newRow("2: caption widget") << 2.0 << QPointF(150, 65) << FrameRegion::Caption;
-        QTest::newRow("2: label that is no caption") << 2.0 << QPointF(250, 65) << FrameRegion::Control;
         QTest::newRow("2: caption where ratio 1 has the left strip") << 2.0 << QPointF(106, 65) << FrameRegion::Caption;
     }
 
@@ -174,18 +148,8 @@ private slots:
                  int(FrameRegion::Client));
     }
 
-    void cursorShapesFollowTheRegions()
+    void hoveringTheEdgesShowsTheirCursors()
     {
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Left), Qt::SizeHorCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Right), Qt::SizeHorCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Top), Qt::SizeVerCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Bottom), Qt::SizeVerCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::TopLeft), Qt::SizeFDiagCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::BottomRight), Qt::SizeFDiagCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::TopRight), Qt::SizeBDiagCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::BottomLeft), Qt::SizeBDiagCursor);
-        QCOMPARE(WindowFrameGrip::cursorOf(FrameRegion::Caption), Qt::ArrowCursor);
-
         // Hovering the edges shows them on the window; back inside, the
         // widget's own cursor returns.
         Frame frame;
@@ -276,29 +240,17 @@ private slots:
         QCOMPARE(CFramelessWindow::marginsOutside(QRect(0, 0, 1600, 1000), screen), QMargins());
         QCOMPARE(CFramelessWindow::marginsOutside(QRect(-4, 0, 1604, 1007), screen), QMargins(4, 0, 0, 7));
 
+        // The user's own margins survive a maximise and a restore.
         Frame frame;
         frame.window.setContentsMargins(1, 2, 3, 4);
-        QCOMPARE(frame.window.getContentsMargins(), QMargins(1, 2, 3, 4));
-        QCOMPARE(frame.window.contentsRect(), frame.window.rect().marginsRemoved(QMargins(1, 2, 3, 4)));
         frame.window.showMaximized();
         QTRY_VERIFY(frame.window.isMaximized());
         // The offscreen screen maximises exactly onto the screen: nothing added.
         QTRY_COMPARE(frame.window.maximizedMargins(), QMargins());
         QCOMPARE(frame.window.QMainWindow::contentsMargins(), QMargins(1, 2, 3, 4));
-        QCOMPARE(frame.window.getContentsMargins(), QMargins(1, 2, 3, 4));
         frame.window.showNormal();
         QTRY_VERIFY(!frame.window.isMaximized());
         QCOMPARE(frame.window.QMainWindow::contentsMargins(), QMargins(1, 2, 3, 4));
-    }
-
-    void nativeStyleKeepsTheSystemFrame()
-    {
-        CFramelessWindow native(CFramelessWindow::Native);
-        QVERIFY(!(native.windowFlags() & Qt::FramelessWindowHint));
-        CFramelessWindow frameless(CFramelessWindow::Frameless);
-        QVERIFY(frameless.windowFlags() & Qt::FramelessWindowHint);
-        CFramelessWindow hybrid(CFramelessWindow::Hybrid);
-        QVERIFY(hybrid.windowFlags() & Qt::FramelessWindowHint);
     }
 
     void hybridDrawsAFrameLine()
@@ -309,30 +261,17 @@ private slots:
         hybrid.setGeometry(50, 50, 300, 200);
         hybrid.show();
         QVERIFY(QTest::qWaitForWindowExposed(&hybrid));
-        // The line lies outside the user's margins, around the content.
-        QCOMPARE(hybrid.QMainWindow::contentsMargins(), QMargins(1, 1, 1, 1));
-        QCOMPARE(hybrid.getContentsMargins(), QMargins());
-        QCOMPARE(hybrid.centralWidget()->geometry(), QRect(1, 1, 298, 198));
+        // A line around the content; maximised, none.
         const QImage look = hybrid.grab().toImage();
         QCOMPARE(look.pixelColor(0, 100), QColor(0x3C, 0x3C, 0x3C));
         QCOMPARE(look.pixelColor(150, 199), QColor(0x3C, 0x3C, 0x3C));
         QCOMPARE(look.pixelColor(150, 100), QColor(Qt::black));
         hybrid.showMaximized();
         QTRY_COMPARE(hybrid.QMainWindow::contentsMargins(), QMargins());
-
-        CFramelessWindow frameless(CFramelessWindow::Frameless);
-        QCOMPARE(frameless.QMainWindow::contentsMargins(), QMargins());
     }
 
-    void titleBarButtons()
+    void titleBarButtonsLightUnderThePointer()
     {
-        TitleBarButtons close(TitleBarButtons::Close);
-        QCOMPARE(close.size(), QSize(45, 29));
-        QCOMPARE(close.focusPolicy(), Qt::NoFocus);
-        TitleBarButtons compact(TitleBarButtons::Close, true);
-        QCOMPARE(compact.size(), QSize(28, 18));
-
-        // The hover fades in over 100 ms and out over 150 ms.
         QWidget holder;
         TitleBarButtons* minimize = new TitleBarButtons(TitleBarButtons::Minimize, false, &holder);
         minimize->move(10, 10);
@@ -355,27 +294,16 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(window.windowFlags() & Qt::FramelessWindowHint);
         VelmoMainTitleBar* bar = window.findChild<VelmoMainTitleBar*>();
-        QVERIFY(bar);
-        QCOMPARE(window.titleBarWidget(), bar);
-        QCOMPARE(window.menuWidget(), bar);
-        QVERIFY(bar->menuBar()->isVisible());
-        QVERIFY(window.findChild<QMenu*>(QStringLiteral("Menu_File")));
+        QVERIFY(bar && bar->menuBar()->isVisible());
         TitleBarButtons* maximize = bar->maximizeButton();
         QVERIFY(maximize->isVisible() && bar->minimizeButton()->isVisible() && bar->closeButton()->isVisible());
-        QCOMPARE(maximize->toolTip(), QStringLiteral("Maximize"));
-        QCOMPARE(bar->minimizeButton()->toolTip(), QStringLiteral("Minimize"));
-        QCOMPARE(bar->closeButton()->toolTip(), QStringLiteral("Close"));
         BRResizerRenderer* grip = window.findChild<BRResizerRenderer*>(QStringLiteral("bottomRightResizer"));
         QVERIFY(grip && grip->isVisible());
-        QCOMPARE(grip->size(), QSize(21, 21));
-        // The grip stands in the lower right corner.
-        QCOMPARE(grip->mapTo(&window, QPoint(21, 21)), QPoint(992, 700));
 
         // The maximise button maximises, shows restore and hides the grip.
         QTest::mouseClick(maximize, Qt::LeftButton);
         QTRY_VERIFY(window.isMaximized());
         QCOMPARE(maximize->toolTip(), QStringLiteral("Restore Down"));
-        QVERIFY(maximize->showsRestore());
         QVERIFY(!grip->isVisible());
         QTest::mouseClick(maximize, Qt::LeftButton);
         QTRY_VERIFY(!window.isMaximized());
@@ -403,18 +331,14 @@ private slots:
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(!(window.windowFlags() & Qt::FramelessWindowHint));
+        // The system's frame has its own buttons and grip: the bar keeps only the menus.
         VelmoMainTitleBar* bar = window.findChild<VelmoMainTitleBar*>();
         QVERIFY(!bar->maximizeButton()->isVisible());
         QVERIFY(!bar->minimizeButton()->isVisible());
         QVERIFY(!bar->closeButton()->isVisible());
         QVERIFY(!bar->systemMenuButton()->isVisible());
         QVERIFY(bar->menuBar()->isVisible());
-        QCOMPARE(bar->layout()->contentsMargins(), QMargins(6, 0, 0, 0));
         QVERIFY(!window.findChild<BRResizerRenderer*>(QStringLiteral("bottomRightResizer"))->isVisible());
-        // Buttons of a frame that isn't there are not wired.
-        QTest::mouseClick(bar->maximizeButton(), Qt::LeftButton);
-        QTest::qWait(20);
-        QVERIFY(!window.isMaximized());
     }
 };
 

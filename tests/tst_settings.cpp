@@ -47,105 +47,59 @@ private slots:
         QVERIFY(store.fileName().contains(QStringLiteral("Ostrel Vane")));
     }
 
-    void emptyStoreGivesDefaults()
+    void loading_data()
     {
-        const Loaded loaded = load();
-        // No "editor": mask 17, native dialog title bars and the opening animation.
-        QVERIFY(dialogNativeTitleBar);
-        QVERIFY(!dialogDarkenLayers);
-        QVERIFY(!dialogDarkenAnimated);
-        QVERIFY(dialogOpenAnimated);
-        QVERIFY(!loaded.nativeMenu);
-        // Not Windows 10: the native frame.
-        QCOMPARE(loaded.style, int(AppSettings::Native));
-        QVERIFY(loaded.theme.isEmpty());
-        QVERIFY(loaded.language.isEmpty());
+        // Stored values (an invalid variant: not stored), then what the
+        // program must make of them. mask: 1 native dialog title bars,
+        // 2 darken layered dialogs, 8 animate the darkening, 16 opening
+        // animation. Without a stored style this system (not Windows 10)
+        // takes the native frame, 2.
+        QTest::addColumn<QVariant>("editor");
+        QTest::addColumn<bool>("versioned");
+        QTest::addColumn<QVariant>("windowStyle");
+        QTest::addColumn<int>("mask");
+        QTest::addColumn<int>("style");
+        QTest::addColumn<bool>("nativeMenu");
+        const QVariant none;
+        QTest::newRow("empty store") << none << false << none << 17 << 2 << false;
+        // Settings of an older layout get the opening animation, and nothing else changes.
+        QTest::newRow("older layout, nothing set") << QVariant(0) << false << none << 16 << 2 << false;
+        QTest::newRow("older layout keeps its bits") << QVariant(2 | 8) << false << none << (2 | 8 | 16) << 2 << false;
+        QTest::newRow("current layout isn't migrated") << QVariant(2) << true << none << 2 << 2 << false;
+        QTest::newRow("no mask with a version") << none << true << none << 17 << 2 << false;
+        QTest::newRow("unreadable values") << QVariant("lots") << true << QVariant("wide") << 17 << 2 << false;
+        // The native menu bar only comes with the native frame.
+        QTest::newRow("native menu, native frame") << QVariant(4 | 16) << true << QVariant(2) << 16 << 2 << true;
+        QTest::newRow("native menu, frameless") << QVariant(4 | 16) << true << QVariant(0) << 16 << 0 << false;
+        QTest::newRow("native menu, hybrid") << QVariant(4 | 16) << true << QVariant(1) << 16 << 1 << false;
+        QTest::newRow("native menu, no stored style") << QVariant(4 | 16) << true << none << 16 << 2 << true;
     }
 
-    void olderLayoutGetsOpeningAnimation()
+    void loading()
     {
+        QFETCH(QVariant, editor);
+        QFETCH(bool, versioned);
+        QFETCH(QVariant, windowStyle);
+        QFETCH(int, mask);
+        QFETCH(int, style);
+        QFETCH(bool, nativeMenu);
         {
             SettingsStore store;
-            store.setValue(QStringLiteral("editor"), 0);
-        }
-        load();
-        QVERIFY(!dialogNativeTitleBar);
-        QVERIFY(!dialogDarkenLayers);
-        QVERIFY(!dialogDarkenAnimated);
-        QVERIFY(dialogOpenAnimated);
-
-        // Bits already set stay as they were; only 16 is added.
-        SettingsStore().setValue(QStringLiteral("editor"), 2 | 8);
-        load();
-        QVERIFY(dialogDarkenLayers);
-        QVERIFY(dialogDarkenAnimated);
-        QVERIFY(dialogOpenAnimated);
-        QVERIFY(!dialogNativeTitleBar);
-    }
-
-    void currentLayoutIsNotMigrated()
-    {
-        {
-            SettingsStore store;
-            store.setValue(QStringLiteral("editor"), 2);
-            store.setValue(QStringLiteral("settingsVersion"), 1);
-        }
-        load();
-        QVERIFY(dialogDarkenLayers);
-        QVERIFY(!dialogOpenAnimated);
-        QVERIFY(!dialogNativeTitleBar);
-
-        // "editor" absent with a version: the default mask 17.
-        SettingsStore().remove(QStringLiteral("editor"));
-        load();
-        QVERIFY(dialogNativeTitleBar);
-        QVERIFY(dialogOpenAnimated);
-        QVERIFY(!dialogDarkenLayers);
-    }
-
-    void unreadableValuesFallBack()
-    {
-        {
-            SettingsStore store;
-            store.setValue(QStringLiteral("editor"), QStringLiteral("lots"));
-            store.setValue(QStringLiteral("windowStyle"), QStringLiteral("wide"));
-            store.setValue(QStringLiteral("settingsVersion"), 1);
+            if (editor.isValid())
+                store.setValue(QStringLiteral("editor"), editor);
+            if (versioned)
+                store.setValue(QStringLiteral("settingsVersion"), 1);
+            if (windowStyle.isValid())
+                store.setValue(QStringLiteral("windowStyle"), windowStyle);
         }
         const Loaded loaded = load();
-        QVERIFY(dialogNativeTitleBar);
-        QVERIFY(dialogOpenAnimated);
-        QCOMPARE(loaded.style, int(AppSettings::Native));
-    }
-
-    void nativeMenuBarOnlyWithNativeStyle()
-    {
-        {
-            SettingsStore store;
-            store.setValue(QStringLiteral("editor"), 4 | 16);
-            store.setValue(QStringLiteral("settingsVersion"), 1);
-            store.setValue(QStringLiteral("windowStyle"), 2);
-        }
-        Loaded loaded = load();
-        QCOMPARE(loaded.style, 2);
-        QVERIFY(loaded.nativeMenu);
-
-        for (int style : {0, 1}) {
-            SettingsStore().setValue(QStringLiteral("windowStyle"), style);
-            loaded = load();
-            QCOMPARE(loaded.style, style);
-            QVERIFY(!loaded.nativeMenu);
-            // Written back from what the window holds, bit 4 is gone.
-            AppSettings::save(loaded.style, loaded.nativeMenu, loaded.theme, loaded.language);
-            QCOMPARE(SettingsStore().value(QStringLiteral("editor")).toInt() & 4, 0);
-            SettingsStore().setValue(QStringLiteral("editor"), 4 | 16);
-        }
-
-        // No stored style on a system that isn't Windows 10: native frame, and
-        // the decoded menu flag stays.
-        SettingsStore().remove(QStringLiteral("windowStyle"));
-        loaded = load();
-        QCOMPARE(loaded.style, 2);
-        QVERIFY(loaded.nativeMenu);
+        QCOMPARE(dialogNativeTitleBar, bool(mask & 1));
+        QCOMPARE(dialogDarkenLayers, bool(mask & 2));
+        QCOMPARE(dialogDarkenAnimated, bool(mask & 8));
+        QCOMPARE(dialogOpenAnimated, bool(mask & 16));
+        QCOMPARE(loaded.style, style);
+        QCOMPARE(loaded.nativeMenu, nativeMenu);
+        QVERIFY(loaded.theme.isEmpty() && loaded.language.isEmpty());
     }
 
     void saveWritesEveryKeyAndRoundTrips()
@@ -170,6 +124,12 @@ private slots:
         QCOMPARE(loaded.style, 0);
         QCOMPARE(loaded.theme, QStringLiteral("Red Tint"));
         QCOMPARE(loaded.language, QStringLiteral("/tmp/de.csv"));
+
+        // A native menu wanted without the native frame isn't kept at the next exit.
+        SettingsStore().setValue(QStringLiteral("editor"), 4 | 16);
+        Loaded frameless = load();
+        AppSettings::save(frameless.style, frameless.nativeMenu, frameless.theme, frameless.language);
+        QCOMPARE(SettingsStore().value(QStringLiteral("editor")).toInt() & 4, 0);
     }
 
     void commandLineProject()
