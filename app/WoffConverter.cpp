@@ -122,6 +122,10 @@ QByteArray decodeWoff(const QByteArray& woff)
         table.checksum = read32(data, entry + 16);
         if (!inFile(table.offset, table.compressedLength) || table.compressedLength > table.length)
             return QByteArray();
+        // Deflate can't pack better than about 1032 to 1: a table claiming
+        // more is refused before any room is set aside for it.
+        if (table.compressedLength < table.length && table.length > quint64(table.compressedLength) * 1032 + 64)
+            return QByteArray();
         // The declared size bounds what the tables may unpack to, checked
         // before anything is inflated.
         sfntSize += padded(table.length);

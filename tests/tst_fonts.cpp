@@ -368,6 +368,8 @@ private slots:
             << handMadeWoff({{0x7A7A7A7A, bomb, 1000}}, 12 + 16 + 1000);
         QTest::newRow("table declaring far more than the font's declared size")
             << handMadeWoff({{0x7A7A7A7A, bomb, quint32(zeros.size())}}, 12 + 16 + 1000);
+        QTest::newRow("table declaring more than its compressed size can hold")
+            << handMadeWoff({{0x7A7A7A7A, zlibStream(QByteArray(100, 'z')), 1000000}}, 12 + 16 + 1000000);
         QTest::newRow("tables adding up past the font's declared size")
             << handMadeWoff({{0x61616161, zlibStream(QByteArray(600, 'a')), 600},
                              {0x62626262, zlibStream(QByteArray(600, 'b')), 600}},
