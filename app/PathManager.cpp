@@ -1,10 +1,15 @@
 #include "app/PathManager.h"
 
 #include "app/SettingsStore.h"
+#include "app/WoffConverter.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QFontDatabase>
+#include <QHash>
+#include <QSet>
 #include <QStandardPaths>
 
 namespace PathManager {
@@ -17,6 +22,153 @@ QString& executableFolderOverride()
     return folder;
 }
 
+// Process-wide state, GUI thread only.
+struct State {
+    const QDir* projectDirectory = nullptr;
+    GraphicsFolderHook graphicsFolderHook;
+    QString resourceOverrideFolder;
+    QHash<QString, QString> fontFamilies;   // font file name -> family
+    QSet<QString> convertedFiles;           // full path of each converted web font
+    unsigned conversionCounter = 0;
+};
+
+State& state()
+{
+    static State theState;
+    return theState;
+}
+
+const QString& settingsStoreFolder()
+{
+    // The settings store's organisation and application, so that the editor,
+    // velmora-cli and the tests agree whatever the application object says.
+    static const QString folder =
+        QLatin1Char('/') + SettingsStore::organization() + QLatin1Char('/') + SettingsStore::application();
+    return folder;
+}
+
+// Suffixes the font database can't load; they go through the converter.
+bool isWebFont(const QFileInfo& file)
+{
+    const QString suffix = file.suffix();
+    return suffix == QLatin1String("woff") || suffix == QLatin1String("woff2");
+}
+
+}
+
+QString graphicsTypeName(GraphicsType type)
+{
+    static const char* const names[] = {
+        "Animations", "AutoTiles", "Backgrounds", "Characters", "Collectables", "ConjoinedTiles", "Enemies",
+        "Icons", "NPCs", "Objects", "Parallax", "Particles", "Pictures", "Placeholders", "Plugins",
+        "Projectiles", "Sprites", "SuperTiles", "System", "Tiles", "Transitions"};
+    const int index = static_cast<int>(type);
+    if (index < 0 || index >= static_cast<int>(sizeof(names) / sizeof(names[0])))
+        return QString();
+    return QString::fromLatin1(names[index]);
+}
+
+void setProjectDirectory(const QDir* directory)
+{
+    state().projectDirectory = directory;
+}
+
+const QDir* projectDirectory()
+{
+    return state().projectDirectory;
+}
+
+void setGraphicsFolderHook(GraphicsFolderHook hook)
+{
+    state().graphicsFolderHook = std::move(hook);
+}
+
+QString graphicsFolder(GraphicsType type)
+{
+    if (state().graphicsFolderHook) {
+        const QString folder = state().graphicsFolderHook(type);
+        if (!folder.isEmpty())
+            return folder;
+    }
+    return QStringLiteral("%1/%2").arg(QStringLiteral("Assets/Graphics"), graphicsTypeName(type));
+}
+
+QString graphicsFile(GraphicsType type, const QString& fileName, const QDir& base)
+{
+    return base.absoluteFilePath(QStringLiteral("%1/%2").arg(graphicsFolder(type), fileName));
+}
+
+QDir applicationFolder()
+{
+    return QDir(executableFolder());
+}
+
+QString resourcePath(const char* relativePath)
+{
+    const QString path = QString::fromUtf8(relativePath);
+    const QString& overrideFolder = state().resourceOverrideFolder;
+    if (!overrideFolder.isEmpty()) {
+        const QString overridden = besideExecutable(QStringLiteral("%1/%2").arg(overrideFolder, path));
+        if (QFileInfo(overridden).isFile())
+            return overridden;
+    }
+    return QStringLiteral(":/") + path;
+}
+
+void setResourceOverrideFolder(const QString& relativeFolder)
+{
+    state().resourceOverrideFolder = relativeFolder;
+}
+
+QString userCacheFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + settingsStoreFolder();
+}
+
+QString fontCacheFile(unsigned number)
+{
+    const QString relative = QStringLiteral("FontCache/font%1.otf").arg(number);
+    const QFileInfo besideFolder(besideExecutable(QStringLiteral("FontCache")));
+    const bool besideWritable = besideFolder.exists() ? besideFolder.isDir() && besideFolder.isWritable()
+                                                      : QFileInfo(executableFolder()).isWritable();
+    return besideWritable ? besideExecutable(relative) : QDir(userCacheFolder()).absoluteFilePath(relative);
+}
+
+QFont getFont(const QString& fileName, const QDir& fontsFolder, bool inAssetsFolder)
+{
+    if (fileName.isEmpty())
+        return QFont();
+    State& fonts = state();
+    const auto known = fonts.fontFamilies.constFind(fileName);
+    if (known != fonts.fontFamilies.constEnd())
+        return QFont(known.value());
+
+    const QString prefix = inAssetsFolder ? QStringLiteral("Assets/Fonts/") : QString();
+    QString path = fontsFolder.absoluteFilePath(QStringLiteral("%1%2").arg(prefix, fileName));
+    if (isWebFont(QFileInfo(path)) && !fonts.convertedFiles.contains(path)) {
+        const QString cacheFile = fontCacheFile(fonts.conversionCounter++);
+        // A cache file left by an earlier run must not stand in for a font
+        // that fails to convert now.
+        QFile::remove(cacheFile);
+        QDir().mkpath(QFileInfo(cacheFile).absolutePath());
+        convertWoffToOtf(path, cacheFile);
+        fonts.convertedFiles.insert(path);
+        path = cacheFile;
+    }
+
+    const int id = QFontDatabase::addApplicationFont(path);
+    if (id == -1)
+        return QFont();
+    const QStringList families = QFontDatabase::applicationFontFamilies(id);
+    if (families.isEmpty())
+        return QFont();
+    fonts.fontFamilies.insert(fileName, families.first());
+    return QFont(families.first());
+}
+
+QString loadedFontFamily(const QString& fileName)
+{
+    return state().fontFamilies.value(fileName);
 }
 
 QString inUserFolder(const QString& relativePath)
@@ -42,10 +194,7 @@ QString besideExecutable(const QString& relativePath)
 
 QString userDataFolder()
 {
-    // The application's data location under the settings store's names, the
-    // same for the editor, velmora-cli and the tests.
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QLatin1Char('/') + SettingsStore::organization() + QLatin1Char('/') + SettingsStore::application();
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + settingsStoreFolder();
 }
 
 QString writablePath(const QString& relativePath)

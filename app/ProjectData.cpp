@@ -80,4 +80,18 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
     return true;
 }
 
+QString graphicsFolder(PathManager::GraphicsType type)
+{
+    switch (type) {
+    case PathManager::Pictures:
+        return QStringLiteral("img/pictures");
+    case PathManager::System:
+        return QStringLiteral("img/system");
+    case PathManager::Characters:
+        return QStringLiteral("img/faces");
+    default:
+        return QString();
+    }
+}
+
 }

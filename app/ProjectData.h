@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/PathManager.h"
+
 #include <QDir>
 #include <QJsonObject>
 #include <QStringList>
@@ -32,5 +34,10 @@ ScreenSize screenSize(const QJsonObject& system);
 // problems, when given, as a sentence naming the file.
 bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& screen,
           QStringList* problems = nullptr);
+
+// Where an RPG Maker MZ project keeps each kind of image: "img/pictures",
+// "img/system" and "img/faces"; empty for the kinds it has no folder for.
+// The main window installs this as the path manager's graphics folder hook.
+QString graphicsFolder(PathManager::GraphicsType type);
 
 }

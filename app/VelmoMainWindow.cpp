@@ -3,6 +3,7 @@
 #include "app/HudDocument.h"
 #include "app/HudPreviewLayer.h"
 #include "app/JsonFile.h"
+#include "app/PathManager.h"
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
@@ -57,6 +58,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
       screenHeight(ProjectData::DefaultScreenHeight)
 {
     theMainWindow = this;
+    PathManager::setProjectDirectory(&projectDirectory);
+    PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
     buildForm();
     setWindowTitle(tr("Velmora"));
     setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
@@ -85,6 +88,10 @@ VelmoMainWindow::~VelmoMainWindow()
     hudList->tree()->clear();
     if (theMainWindow == this)
         theMainWindow = nullptr;
+    if (PathManager::projectDirectory() == &projectDirectory) {
+        PathManager::setProjectDirectory(nullptr);
+        PathManager::setGraphicsFolderHook(nullptr);
+    }
 }
 
 void VelmoMainWindow::buildForm()

@@ -2,6 +2,7 @@
 
 #include "app/HudPreviewLayer.h"
 #include "app/SettingsStore.h"
+#include "app/PathManager.h"
 #include "app/VelmoMainWindow.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "widgets/TrovDialog.h"
@@ -259,6 +260,25 @@ private slots:
             QCOMPARE(written.value(QStringLiteral("Data")).toArray().size(), 2);
             QVERIFY(!window->projectIsChanged());
         }
+    }
+
+    void graphicsFoldersWhileTheWindowLives()
+    {
+        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
+        const QString folder = TestEnvironment::copySampleProject(QStringLiteral("graphics"));
+        openWindow(folder);
+        QVERIFY(window->projectIsOpen());
+        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("img/pictures"));
+        QCOMPARE(PathManager::graphicsFolder(PathManager::System), QStringLiteral("img/system"));
+        QCOMPARE(PathManager::graphicsFolder(PathManager::Characters), QStringLiteral("img/faces"));
+        QVERIFY(PathManager::projectDirectory());
+        QCOMPARE(PathManager::projectDirectory()->absolutePath(), QDir(folder).absolutePath());
+        // The sample project's own pictures are where the paths lead.
+        const QDir pictures(PathManager::graphicsFile(PathManager::Pictures, QString(), *PathManager::projectDirectory()));
+        QVERIFY(!pictures.entryList({QStringLiteral("*.png")}, QDir::Files).isEmpty());
+        window.reset();
+        QVERIFY(!PathManager::projectDirectory());
+        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
     }
 
     void sizedCustomComponentAndDeletion()

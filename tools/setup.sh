@@ -8,7 +8,8 @@ VELMORA_BUILD="${VELMORA_BUILD:-$VELMORA_ROOT/build}"
 
 VELMORA_PACKAGES=(
     cmake g++ make ccache pkg-config
-    qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev
+    qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev libwoff-dev
+    woff-tools woff2
     fontconfig fonts-dejavu-core
     xvfb xauth x11-utils imagemagick openbox
 )
