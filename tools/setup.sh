@@ -9,7 +9,7 @@ VELMORA_BUILD="${VELMORA_BUILD:-$VELMORA_ROOT/build}"
 VELMORA_PACKAGES=(
     cmake g++ make ccache pkg-config
     qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev
-    fontconfig fonts-dejavu-core
+    fontconfig fonts-dejavu-core python3
     xvfb xauth x11-utils imagemagick openbox
 )
 
