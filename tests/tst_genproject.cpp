@@ -331,20 +331,20 @@ private slots:
         QTest::newRow("negative components") << QStringList{QStringLiteral("--components"), QStringLiteral("-1")};
         QTest::newRow("depth zero") << QStringList{QStringLiteral("--depth"), QStringLiteral("0")};
         QTest::newRow("not a number") << QStringList{QStringLiteral("--huds"), QStringLiteral("many")};
-        QTest::newRow("unknown option") << QStringList{QStringLiteral("--fast")};
+        // Without a folder to write to there is nothing to do.
+        QTest::newRow("no folder") << QStringList{QStringLiteral("--seed"), QStringLiteral("1")};
     }
 
     void badArgumentsWriteNothing()
     {
         QFETCH(QStringList, arguments);
         const QString project = TestEnvironment::newFolder(QStringLiteral("bad")) + QStringLiteral("/Project");
-        const Result result = generate(QStringList{QStringLiteral("--out"), project} + arguments);
+        const bool withFolder = QTest::currentDataTag() != QByteArray("no folder");
+        const Result result = generate((withFolder ? QStringList{QStringLiteral("--out"), project} : QStringList())
+                                       + arguments);
         QCOMPARE(result.code, 2);
         QVERIFY(!result.err.isEmpty());
         QVERIFY(!QFileInfo::exists(project));
-
-        // Without a folder to write to there is nothing to do.
-        QCOMPARE(generate({QStringLiteral("--seed"), QStringLiteral("1")}).code, 2);
     }
 };
 
