@@ -10,7 +10,7 @@ VELMORA_PACKAGES=(
     cmake g++ make ccache pkg-config
     qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev libwoff-dev
     woff-tools woff2
-    fontconfig fonts-dejavu-core
+    fontconfig fonts-dejavu-core python3
     xvfb xauth x11-utils imagemagick openbox
 )
 

@@ -1,21 +1,10 @@
 #!/usr/bin/env python3
 """Regenerates full_document.json, a whole "VelmoraHUD.json" used by the tests.
 
-The document is built here as plain Python data and written in the compact,
-key-sorted form that Qt's QJsonDocument::toJson(QJsonDocument::Compact)
-produces, so that a load/save round trip can be compared byte for byte:
-
-    json.dumps(doc, sort_keys=True, separators=(',', ':'), ensure_ascii=False)
-
-with no trailing newline.
-
-Rules kept so that the output matches Qt's writer:
-  * never a float with a whole-number value (write 1, not 1.0);
-  * no integer above 2**53 and no integer with five or more trailing zeros
-    (Qt may switch those to exponent form);
-  * inside strings no control characters other than line feed and tab;
-  * no keys with characters outside the Basic Multilingual Plane, so that
-    code-point order and UTF-16 order agree.
+The document is built with the helpers of tools/velmora_document.py, which
+also holds the rules that keep the output identical to Qt's writer
+(QJsonDocument::toJson(QJsonDocument::Compact)), so that a load/save round
+trip can be compared byte for byte.
 
 Layout of "Data" (Map is entry 3, Battle is entry 0):
   0  Battle HUD          - party collection and a picture gauge
@@ -29,9 +18,14 @@ Layout of "Data" (Map is entry 3, Battle is entry 0):
 Run:  python3 make_full_document.py   (writes next to this script)
 """
 
-import json
-import math
 import os
+import sys
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)),
+                                "..", "..", "tools"))
+from velmora_document import (  # noqa: E402
+    actor_data, animation, component, dyn_num, dyn_text, ext_code, ext_param,
+    ext_variable, gauge_data, text_data, window_data, write_document)
 
 # Stable references between the HUD objects.
 ID_EXTRA_HUD = "30516"
@@ -49,141 +43,6 @@ LONG_TEXT = (
 )
 
 ODD_TEXT = 'Sagt "Hallo" \\ zurück\\n bleibt wörtlich\tTab\nZweite Zeile: Ä é 日本 🙂 / Schrägstrich'
-
-
-# ---------------------------------------------------------------- helpers
-
-def dyn_text(text):
-    return {"Type": 0, "Text": text}
-
-
-def dyn_num(number):
-    return {"Type": 0, "Number": number}
-
-
-def actor_data(index, info):
-    """Dynamic number/text: data of a party member (ActorType false)."""
-    return {"Type": 4, "ActorType": False, "Index": index, "Info": info}
-
-
-def ext_param(name):
-    return {"Type": 0, "Param": name}
-
-
-def ext_variable(var_id):
-    return {"Type": 1, "ID": var_id}
-
-
-def ext_code(code):
-    return {"Type": 2, "Code": code}
-
-
-def run_basic(run_type=1):
-    return {"Type": 0, "RunType": run_type}
-
-
-def animation(prop, start_key, end_key, start, end, loop=0, duration=60,
-              easing=0, activate=None, reset=False, return_easing=0,
-              backwards=None):
-    obj = {
-        "Property": prop,
-        "Type": loop,
-        "Duration": duration,
-        "EasingCurve": easing,
-        "ActivateType": activate if activate is not None else run_basic(),
-        "Reset": reset,
-        "ReturnEasing": return_easing,
-        start_key: start,
-        end_key: end,
-    }
-    if return_easing == 2:
-        obj["BackwardsEasingCurve"] = backwards if backwards is not None else 0
-    return obj
-
-
-def addons_block(addons):
-    """Keys merged into a data object by the add-on box."""
-    notes = [a["Note"] for a in addons if a.get("Type") == 0]
-    return {"Addons": addons, "Note": "\n\n".join(notes)}
-
-
-def component(kind, cid, name, x, y, data_key=None, data=None, rotation=0,
-              opacity=1, scale=None, conditions=None, animations=None,
-              custom_properties=None, addons=None, children=None,
-              expanded=None, extra=None):
-    obj = {
-        "Type": kind,
-        "ID": cid,
-        "Name": name,
-        "X": x,
-        "Y": y,
-        "Rotation": rotation,
-        "Opacity": opacity,
-        "Animations": animations if animations is not None else [],
-        "CustomProperties": custom_properties if custom_properties is not None else {},
-    }
-    if scale is not None:
-        obj["ScaleX"], obj["ScaleY"] = scale
-    if conditions:
-        obj["Conditions"] = conditions
-    if data_key is not None:
-        body = dict(data or {})
-        body.update(addons_block(addons or []))
-        obj[data_key] = body
-    if children is not None:
-        obj["Children"] = children
-        obj["Expanded"] = True if expanded is None else expanded
-    if extra:
-        obj.update(extra)
-    return obj
-
-
-def text_data(text, font_size=30, outline=4, alignment=1, max_width=200,
-              color="#ffffff", outline_color="#000000", outline_opacity=100,
-              font=""):
-    return {
-        "Text": text,
-        "FontFamily": font,
-        "FontSize": font_size,
-        "OutlineSize": outline,
-        "Alignment": alignment,
-        "MaxWidth": max_width,
-        "Color": color,
-        "OutlineColor": outline_color,
-        "OutlineOpacity": outline_opacity,
-    }
-
-
-def gauge_data(value, maximum, width=250, height=30, color1="#a87532",
-               color2="#a83232", outline=1, smooth=20, sync="",
-               background="#333333", outline_color="#000000",
-               outline_opacity=100):
-    return {
-        "Width": width,
-        "Height": height,
-        "OutlineSize": outline,
-        "Smoothness": smooth,
-        "SyncComponent": sync,
-        "Color1": color1,
-        "Color2": color2,
-        "BackgroundColor": background,
-        "OutlineColor": outline_color,
-        "OutlineOpacity": outline_opacity,
-        "Value": value,
-        "Maximum": maximum,
-    }
-
-
-def window_data(width, height, skin="Window", padding=12, margin=4,
-                background_opacity=75):
-    return {
-        "WindowSkin": skin,
-        "Width": width,
-        "Height": height,
-        "Padding": padding,
-        "Margin": margin,
-        "BackgroundOpacity": background_opacity,
-    }
 
 
 # ---------------------------------------------------------------- Map HUD
@@ -675,54 +534,10 @@ def document():
     }
 
 
-# ---------------------------------------------------------------- checks
-
-def check(value, path="$"):
-    if isinstance(value, bool) or value is None:
-        return
-    if isinstance(value, float):
-        assert math.isfinite(value), path
-        assert value != int(value), "whole-number float at " + path
-        return
-    if isinstance(value, int):
-        assert abs(value) <= 2 ** 53, path
-        assert value == 0 or value % 100000 != 0, "many trailing zeros at " + path
-        return
-    if isinstance(value, str):
-        for ch in value:
-            assert ord(ch) >= 0x20 or ch in "\n\t", "control char at " + path
-            assert ord(ch) != 0x7f, path
-        return
-    if isinstance(value, list):
-        for i, item in enumerate(value):
-            check(item, "%s[%d]" % (path, i))
-        return
-    assert isinstance(value, dict), path
-    for key, item in value.items():
-        assert all(ord(ch) <= 0xFFFF for ch in key), "astral key at " + path
-        check(key, path + "." + key)
-        check(item, path + "." + key)
-
-
-def check_ids(components, seen, path):
-    for comp in components:
-        cid = comp["ID"]
-        assert cid not in seen, "duplicate component ID %r in %s" % (cid, path)
-        seen.add(cid)
-        check_ids(comp.get("Children", []), seen, path)
-
-
 def main():
-    doc = document()
-    check(doc)
-    for i, hud in enumerate(doc["Data"]):
-        check_ids(hud["HUD"], set(), "Data[%d]" % i)
-    text = json.dumps(doc, sort_keys=True, separators=(",", ":"),
-                      ensure_ascii=False)
     out = os.path.join(os.path.dirname(os.path.abspath(__file__)),
                        "full_document.json")
-    with open(out, "w", encoding="utf-8", newline="") as handle:
-        handle.write(text)
+    write_document(out, document())
 
 
 if __name__ == "__main__":
