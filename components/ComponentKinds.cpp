@@ -1,6 +1,7 @@
 #include "components/ComponentKinds.h"
 
 #include <QCoreApplication>
+#include <QPixmap>
 
 QStringList customExpansionStack;
 
@@ -54,6 +55,35 @@ QString dialogTitle(int type, int id)
 {
     const Kind* kind = find(type);
     return kind ? QCoreApplication::translate("", kind->title).arg(id) : QString();
+}
+
+QSize storedSize(const QJsonObject& json, const char* dataKey)
+{
+    const QJsonObject data = json.value(QLatin1String(dataKey)).toObject();
+    return QSize(data.value(QStringLiteral("Width")).toInt(100), data.value(QStringLiteral("Height")).toInt(100));
+}
+
+void writeStoredSize(QJsonObject& json, const char* dataKey, const QSize& size)
+{
+    QJsonObject data = json.value(QLatin1String(dataKey)).toObject();
+    data.insert(QStringLiteral("Width"), size.width());
+    data.insert(QStringLiteral("Height"), size.height());
+    json.insert(QLatin1String(dataKey), data);
+}
+
+QColor unavailableGraphicsColor()
+{
+    return QColor(0, 0, 0, 90);
+}
+
+void drawPixmap(QPainter* painter, const QRectF& rect, const QPixmap& pixmap, double zoomFactor,
+                QPainter::RenderHints belowOne)
+{
+    painter->save();
+    if (zoomFactor < 1.0)
+        painter->setRenderHints(belowOne);
+    painter->drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
+    painter->restore();
 }
 
 }

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QColor>
+#include <QJsonObject>
+#include <QPainter>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -54,6 +58,19 @@ const Kind* find(int type);
 
 QString label(int type);
 QString dialogTitle(int type, int id);
+
+// The kinds that store "Width" and "Height" in their data object: the size
+// read with 100 for a missing side, and the live size written back.
+QSize storedSize(const QJsonObject& json, const char* dataKey);
+void writeStoredSize(QJsonObject& json, const char* dataKey, const QSize& size);
+
+// What a kind draws in place of a picture that can't be found.
+QColor unavailableGraphicsColor();
+
+// Draws a kind's cached picture scaled into its drawn rectangle; below zoom
+// 1.0 with the given hints, so that a shrunk picture stays readable.
+void drawPixmap(QPainter* painter, const QRectF& rect, const QPixmap& pixmap, double zoomFactor,
+                QPainter::RenderHints belowOne);
 
 }
 

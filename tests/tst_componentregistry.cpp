@@ -1,6 +1,7 @@
 #include "TestEnvironment.h"
 
 #include "components/ComponentKinds.h"
+#include "components/ComponentScale.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
@@ -11,6 +12,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QMenu>
+#include <QPainter>
+#include <QPixmap>
 #include <QSet>
 #include <QTimer>
 
@@ -272,6 +275,67 @@ private slots:
         helper.editComponent(json, &accepted, nullptr, nullptr, true, nullptr);
         QVERIFY(!accepted);
         QCOMPARE(json, (QJsonObject{{"Type", 1}, {"ID", 2}}));
+    }
+
+    void scaleKindsKeepTheirScalesUntilResized()
+    {
+        ComponentScale scale;
+        scale.read(QJsonObject{{"ScaleX", 0.833333}, {"ScaleY", 2}});
+        QCOMPARE(scale.sizeFor(QSize(100, 30)), QSize(83, 60));
+        QJsonObject json{{"ScaleX", 0.833333}, {"ScaleY", 2}};
+        scale.write(json, QSize(83, 60), QSize(100, 30));
+        QCOMPARE(json.value("ScaleX").toDouble(), 0.833333);
+        QCOMPARE(json.value("ScaleY").toDouble(), 2.0);
+
+        // After a resize the ratio of the new size is written; a side at its
+        // natural size is exactly 1.0.
+        scale.forget();
+        scale.write(json, QSize(150, 30), QSize(100, 30));
+        QCOMPARE(json.value("ScaleX").toDouble(), 1.5);
+        QCOMPARE(json.value("ScaleY").toDouble(), 1.0);
+        scale.write(json, QSize(64, 64), QSize(0, 0));
+        QCOMPARE(json.value("ScaleX").toDouble(), 1.0);
+
+        ComponentScale missing;
+        missing.read(QJsonObject{{"ScaleX", "wide"}});
+        QCOMPARE(missing.sizeFor(QSize(144, 144)), QSize(144, 144));
+    }
+
+    void sizeKindsStoreTheirSizeInTheirData()
+    {
+        QCOMPARE(ComponentKinds::storedSize(QJsonObject{{"Type", 1}}, "ShapeData"), QSize(100, 100));
+        const QJsonObject json{{"Type", 4}, {"GaugeData", QJsonObject{{"Width", 250}, {"Height", 30}, {"Value", 7}}}};
+        QCOMPARE(ComponentKinds::storedSize(json, "GaugeData"), QSize(250, 30));
+        QJsonObject written = json;
+        ComponentKinds::writeStoredSize(written, "GaugeData", QSize(300, 12));
+        QCOMPARE(written.value("GaugeData").toObject(),
+                 (QJsonObject{{"Width", 300}, {"Height", 12}, {"Value", 7}}));
+        QCOMPARE(written.value("Type").toInt(), 4);
+        QCOMPARE(ComponentKinds::unavailableGraphicsColor(), QColor(0, 0, 0, 90));
+    }
+
+    void picturesSmoothOnlyWhenShrunk()
+    {
+        QImage source(2, 1, QImage::Format_RGB32);
+        source.setPixel(0, 0, qRgb(0, 0, 0));
+        source.setPixel(1, 0, qRgb(255, 255, 255));
+        const QPixmap pixmap = QPixmap::fromImage(source);
+        bool hintsRestored = true;
+        auto edge = [&](double zoom) {
+            QImage target(10, 1, QImage::Format_RGB32);
+            target.fill(Qt::red);
+            QPainter painter(&target);
+            ComponentKinds::drawPixmap(&painter, QRectF(0, 0, 10, 1), pixmap, zoom,
+                                       QPainter::SmoothPixmapTransform);
+            hintsRestored = hintsRestored && !painter.testRenderHint(QPainter::SmoothPixmapTransform);
+            painter.end();
+            return QColor(target.pixel(4, 0)).red() + QColor(target.pixel(5, 0)).red();
+        };
+        // Crisp pixels at 1.0 and above, a soft edge below.
+        QCOMPARE(edge(1.0), 255);
+        QCOMPARE(edge(2.0), 255);
+        QVERIFY(edge(0.5) != 255);
+        QVERIFY(hintsRestored);
     }
 };
 
