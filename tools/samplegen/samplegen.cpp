@@ -1344,6 +1344,38 @@ void makeUiIcons()
     });
 }
 
+// The rotation handle's cursors: a circular arrow around the pointer's hot
+// spot, open while hovering and filled while held.
+void makeEditorCursors()
+{
+    auto cursor = [](const QString &path, bool held) {
+        QImage img = blank(32, 32);
+        QPainter p(&img);
+        p.setRenderHint(QPainter::Antialiasing);
+        QPainterPath arc;
+        arc.arcMoveTo(QRectF(6, 6, 20, 20), 120);
+        arc.arcTo(QRectF(6, 6, 20, 20), 120, 300);
+        const QPolygonF head({QPointF(2.5, 9), QPointF(12.5, 8.5), QPointF(8, 17.5)});
+        const QColor fill = held ? QColor(0x30, 0x30, 0x38) : Qt::white;
+        const QColor edge = held ? Qt::white : QColor(0x20, 0x20, 0x28);
+        for (const auto &pen : {QPen(edge, 6, Qt::SolidLine, Qt::FlatCap), QPen(fill, 3, Qt::SolidLine, Qt::FlatCap)}) {
+            p.setPen(pen);
+            p.setBrush(Qt::NoBrush);
+            p.drawPath(arc);
+        }
+        p.setPen(QPen(edge, 1.5));
+        p.setBrush(fill);
+        p.drawPolygon(head);
+        p.setPen(Qt::NoPen);
+        p.setBrush(edge);
+        p.drawEllipse(QPointF(16, 16), 2, 2);
+        p.end();
+        save(img, path);
+    };
+    cursor(QStringLiteral("resources/Editor/Cursor_Rotate_Open.png"), false);
+    cursor(QStringLiteral("resources/Editor/Cursor_Rotate.png"), true);
+}
+
 void loadFonts()
 {
     const QStringList candidates = {
@@ -1377,5 +1409,6 @@ int main(int argc, char **argv)
     makeSplash();
     makeAppIcon();
     makeUiIcons();
+    makeEditorCursors();
     return g_ok ? 0 : 1;
 }

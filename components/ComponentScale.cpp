@@ -1,0 +1,41 @@
+#include "components/ComponentScale.h"
+
+namespace {
+
+double ratio(int size, int natural)
+{
+    // A picture with no pixels can't give a ratio; 1.0 keeps the document sane.
+    if (size == natural || natural <= 0)
+        return 1.0;
+    return double(size) / natural;
+}
+
+}
+
+void ComponentScale::read(const QJsonObject& json)
+{
+    scaleX = json.value(QStringLiteral("ScaleX")).toDouble(1.0);
+    scaleY = json.value(QStringLiteral("ScaleY")).toDouble(1.0);
+}
+
+QSize ComponentScale::sizeFor(const QSize& natural) const
+{
+    return QSize(int(natural.width() * scaleX), int(natural.height() * scaleY));
+}
+
+void ComponentScale::forget()
+{
+    scaleX = -1.0;
+    scaleY = -1.0;
+}
+
+void ComponentScale::write(QJsonObject& json, const QSize& size, const QSize& natural) const
+{
+    if (scaleX >= 0 && scaleY >= 0) {
+        json.insert(QStringLiteral("ScaleX"), scaleX);
+        json.insert(QStringLiteral("ScaleY"), scaleY);
+        return;
+    }
+    json.insert(QStringLiteral("ScaleX"), ratio(size.width(), natural.width()));
+    json.insert(QStringLiteral("ScaleY"), ratio(size.height(), natural.height()));
+}

@@ -1,0 +1,116 @@
+#include "components/UIComponentPendingKind.h"
+
+#include "components/ComponentKinds.h"
+
+namespace {
+
+// The largest size of the kinds that store a free size.
+constexpr int largestSide = 5000;
+// A picture gauge without a skin is this high.
+constexpr int skinlessGaugeHeight = 24;
+constexpr int groupSide = 50;
+
+}
+
+UIComponentPendingKind::UIComponentPendingKind(int kindType, GameUIEditorScene* scene, QGraphicsItem* parent)
+    : UIComponentBase(scene, parent), type(kindType)
+{
+}
+
+void UIComponentPendingKind::setData(const QJsonObject& json)
+{
+    if (type == ComponentKinds::Group) {
+        setWidth(groupSide);
+        setHeight(groupSide);
+    }
+    UIComponentBase::setData(json);
+}
+
+int UIComponentPendingKind::dataInteger(const char* key, int fallback) const
+{
+    const ComponentKinds::Kind* kind = ComponentKinds::find(type);
+    const QJsonObject object = jsonData.value(QLatin1String(kind->dataKey)).toObject();
+    return object.value(QLatin1String(key)).toInt(fallback);
+}
+
+int UIComponentPendingKind::minimumWidth() const
+{
+    switch (type) {
+    case ComponentKinds::Gauge:
+        return 10;
+    case ComponentKinds::PictureGauge:
+        return 2 * dataInteger("EdgeMargin", 15);
+    case ComponentKinds::Group:
+        return groupSide;
+    case ComponentKinds::Window:
+        return 2 * qMax(dataInteger("Padding", 12), dataInteger("Margin", 4));
+    case ComponentKinds::Custom:
+    case ComponentKinds::CustomCollection:
+    case ComponentKinds::AttachCollection:
+        return width;
+    default:
+        return 25;
+    }
+}
+
+int UIComponentPendingKind::maximumWidth() const
+{
+    switch (ComponentKinds::find(type)->size) {
+    case ComponentKinds::SizeStorage::Scale:
+        // Five times the natural size; the base rectangle stands in for the
+        // kind's picture.
+        return 5 * 100;
+    case ComponentKinds::SizeStorage::Size:
+        return largestSide;
+    case ComponentKinds::SizeStorage::Fixed:
+        return groupSide;
+    case ComponentKinds::SizeStorage::FromCustom:
+        break;
+    }
+    return width;
+}
+
+int UIComponentPendingKind::minimumHeight() const
+{
+    switch (type) {
+    case ComponentKinds::PictureGauge:
+        return skinlessGaugeHeight;
+    case ComponentKinds::Window:
+        return minimumWidth();
+    case ComponentKinds::Custom:
+    case ComponentKinds::CustomCollection:
+    case ComponentKinds::AttachCollection:
+        return height;
+    default:
+        return type == ComponentKinds::Gauge || type == ComponentKinds::Group ? minimumWidth() : 25;
+    }
+}
+
+int UIComponentPendingKind::maximumHeight() const
+{
+    switch (type) {
+    case ComponentKinds::PictureGauge:
+        return skinlessGaugeHeight;
+    case ComponentKinds::Custom:
+    case ComponentKinds::CustomCollection:
+    case ComponentKinds::AttachCollection:
+        return height;
+    default:
+        return maximumWidth();
+    }
+}
+
+bool UIComponentPendingKind::canHaveChildren() const
+{
+    return ComponentKinds::find(type)->canHaveChildren;
+}
+
+bool UIComponentPendingKind::canResize() const
+{
+    return ComponentKinds::find(type)->canResize;
+}
+
+bool UIComponentPendingKind::canRotate() const
+{
+    return ComponentKinds::find(type)->canRotate;
+}
