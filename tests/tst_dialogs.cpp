@@ -270,18 +270,43 @@ private slots:
 
     void nativeTitleBarTakesTheFormsBarAway()
     {
-        AlertDialog custom(QStringLiteral("Same text"), QStringLiteral("Title"));
-        const int formHeight = custom.height();
         setPreferences({false, false, false});
         AlertDialog own(QStringLiteral("Same text"), QStringLiteral("Title"));
-        // The same form, with the frame line of its own around it.
-        QCOMPARE(own.height(), formHeight + 2);
+        const int formHeight = own.height() - 2;
+        setPreferences({true, false, false});
+        AlertDialog custom(QStringLiteral("Same text"), QStringLiteral("Title"));
         custom.show();
         own.show();
-        // The size fix leaves the dialog 30 pixels shorter with the system's title.
+        // With the system's title the form's own bar goes: 30 pixels shorter
+        // than the form, which keeps a frame line of its own without it.
         QTRY_COMPARE(custom.height(), formHeight - 30);
         QTest::qWait(20);
         QCOMPARE(own.height(), formHeight + 2);
+        QCOMPARE(custom.height(), formHeight - 30);
+    }
+
+    // A dialog that isn't meant to be resized is held at its size, so that a
+    // window manager offers neither resizing nor maximising; one minimised by
+    // the window manager comes straight back instead of hiding the program.
+    void dialogsHoldTheirSizeAndStayUp()
+    {
+        for (const bool native : {true, false}) {
+            setPreferences({native, false, false});
+            whileModal([&]() { AlertDialog::alert(QStringLiteral("Held"), QStringLiteral("Title")); },
+                       [&](QDialog* dialog) {
+                           QTRY_VERIFY(dialog->minimumSize() == dialog->maximumSize());
+                           QCOMPARE(dialog->size(), dialog->minimumSize());
+                           dialog->setWindowState(Qt::WindowMinimized);
+                           QTRY_VERIFY(!(dialog->windowState() & Qt::WindowMinimized));
+                           QVERIFY(dialog->isVisible());
+                           click(dialog, "okButton");
+                       });
+        }
+        TrovDialog free(nullptr, TrovDialog::dialogFlags(), true);
+        free.resize(300, 200);
+        free.show();
+        QTest::qWait(30);
+        QVERIFY(free.minimumSize() != free.maximumSize());
     }
 
     void darkenReplacesAnOverlayAndDims()

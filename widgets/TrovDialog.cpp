@@ -34,7 +34,8 @@ TrovDialog::TrovDialog(QWidget* parent, Qt::WindowFlags flags, bool resizable)
       darkenMode(dialogDarkenLayers ? DialogOverlay::Fill : 0),
       nativeTitle(dialogNativeTitleBar),
       transitionsAllowed(dialogOpenAnimated),
-      animateDarken(dialogDarkenAnimated)
+      animateDarken(dialogDarkenAnimated),
+      resizable(resizable)
 {
     if (!nativeTitle) {
         // Qt gives up the frameless hint beside hints of a caption.
@@ -93,8 +94,12 @@ void TrovDialog::fixSize()
 {
     sizeFixPending = true;
     const QSize target(width(), height() - (nativeTitle ? FormTitleHeight : 0));
+    // Held before the window is mapped, so that the window manager builds its
+    // frame without resize handles or a maximise button.
+    if (!resizable)
+        setFixedSize(target);
     QTimer::singleShot(1, this, [this, target]() {
-        resize(target);
+        settleSize(target);
         centerDialog();
     });
 }
@@ -204,7 +209,38 @@ void TrovDialog::showEvent(QShowEvent* event)
     setUpTitleBar();
     setFocus();
     centerDialog();
+    // A dialog whose size nothing settles later is held at its first size.
+    if (!sizeFixPending && !(bar && nativeTitle))
+        settleSize(size());
     firstShown();
+}
+
+void TrovDialog::settleSize(const QSize& target)
+{
+    if (resizable) {
+        resize(target);
+        return;
+    }
+    setMinimumSize(0, 0);
+    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    resize(target);
+    setFixedSize(target);
+}
+
+void TrovDialog::changeEvent(QEvent* event)
+{
+    // Some window managers give every dialog a minimise button; a modal
+    // dialog minimised would take the main window along and leave the
+    // program stuck behind an invisible question, so it comes straight back.
+    if (event->type() == QEvent::WindowStateChange && (windowState() & Qt::WindowMinimized)) {
+        QTimer::singleShot(0, this, [this]() {
+            setWindowState(windowState() & ~Qt::WindowMinimized);
+            show();
+            raise();
+            activateWindow();
+        });
+    }
+    QDialog::changeEvent(event);
 }
 
 void TrovDialog::setUpTitleBar()
@@ -216,7 +252,7 @@ void TrovDialog::setUpTitleBar()
         if (!sizeFixPending) {
             // A nudge of the height makes the form lay out without its bar.
             QTimer::singleShot(10, this, [this]() {
-                resize(width(), height() - 2);
+                settleSize(QSize(width(), height() - 2));
                 centerDialog();
             });
         }
@@ -247,8 +283,11 @@ bool TrovDialog::event(QEvent* event)
     case QEvent::ScreenChangeInternal:
         // One pixel taller and back redraws the dialog at the new scale.
         QTimer::singleShot(1, this, [this]() {
-            resize(width(), height() + 1);
-            resize(width(), height() - 1);
+            const QSize settled = size();
+            setMinimumSize(0, 0);
+            setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+            resize(settled.width(), settled.height() + 1);
+            settleSize(settled);
         });
         break;
     default:

@@ -71,12 +71,17 @@ protected:
     virtual void firstShown() {}
 
     bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void setUpTitleBar();
+    // Resizes to the size the form settled on and, unless the dialog is
+    // resizable, holds it there: the window manager then offers neither
+    // resizing nor maximising.
+    void settleSize(const QSize& size);
 
     QWidget* central = nullptr;
     QPointer<QWidget> centerOn;
@@ -90,6 +95,7 @@ private:
     bool nativeTitle;
     bool transitionsAllowed;
     bool animateDarken;
+    bool resizable;
     bool wasShown = false;
     bool sizeFixPending = false;
 };
