@@ -43,7 +43,7 @@ CommandLineProject projectFromArguments(const QStringList& arguments)
                 result.problems.append(QCoreApplication::translate("", "The folder \"%1\" holds several "
                                                                        "project files; open one of them.").arg(shown));
         } else {
-            result.problems.append(QCoreApplication::translate("", "\"%1\" doesn't exist.").arg(shown));
+            result.problems.append(QCoreApplication::translate("", "The path \"%1\" given on the command line doesn't exist.").arg(shown));
         }
     }
     return result;
@@ -66,7 +66,7 @@ QString commandLineAnswer(const QStringList& arguments)
                 "  --help     Shows this text.\n"
                 "  --version  Shows the version.\n"
                 "\n"
-                "velmora-cli checks, resaves and renders projects without a window.\n");
+                "velmora-cli checks and resaves projects without a window.\n");
         }
         if (argument == QLatin1String("--version"))
             return QStringLiteral("velmora %1\n").arg(QStringLiteral(VELMORA_VERSION));

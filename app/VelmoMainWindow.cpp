@@ -433,7 +433,7 @@ void VelmoMainWindow::openProjectAt(const QString& path)
         isProjectOpen = false;
         if (!path.isEmpty()) {
             openReport.title = tr("Open Error");
-            openReport.message = tr("\"%1\" doesn't exist.").arg(QDir::toNativeSeparators(path).toHtmlEscaped());
+            openReport.message = tr("\"%1\" doesn't exist.").arg(QDir::toNativeSeparators(path));
         }
     } else {
         const QFileInfo info(path);
@@ -443,7 +443,7 @@ void VelmoMainWindow::openProjectAt(const QString& path)
         if (!loadProjectData(&problems)) {
             openReport.title = tr("Open Error");
             openReport.message = tr("\"%1\" is not an RPG Maker MZ project that can be opened:")
-                                     .arg(QDir::toNativeSeparators(projectDirectory.absolutePath()).toHtmlEscaped());
+                                     .arg(QDir::toNativeSeparators(projectDirectory.absolutePath()));
             // A folder that isn't a project at all misses every file; the
             // first few say enough.
             const int shown = 3;
@@ -462,7 +462,7 @@ void VelmoMainWindow::openProjectAt(const QString& path)
 void VelmoMainWindow::reportOpening()
 {
     if (!openReport.message.isEmpty())
-        AlertDialog::alert(openReport.message, openReport.details, openReport.title, this);
+        AlertDialog::alert(openReport.message.toHtmlEscaped(), openReport.details, openReport.title, this);
 }
 
 bool VelmoMainWindow::loadProjectData(QStringList* problems)
@@ -488,7 +488,7 @@ bool VelmoMainWindow::loadHUDs()
     damagedHudFile = document.damagedFile;
     if (isProjectOpen && document.damagedFile) {
         openReport.title = tr("HUD Document Damaged");
-        openReport.message = document.damageNotice().toHtmlEscaped();
+        openReport.message = document.damageNotice();
     }
 
     UltimateTree* tree = hudList->tree();
@@ -725,8 +725,9 @@ void VelmoMainWindow::updateCommandStates()
         if (isChanged)
             status += QStringLiteral("  \u2014  ") + tr("Unsaved changes");
     }
+    // What went wrong comes first, where it is read before the label runs out.
     if (!statusNotice.isEmpty())
-        status = status.isEmpty() ? statusNotice : status + QStringLiteral("  \u2014  ") + statusNotice;
+        status = status.isEmpty() ? statusNotice : statusNotice + QStringLiteral("  \u2014  ") + status;
     statusLabel->setText(status);
     statusLabel->setToolTip(statusNotice);
 

@@ -62,7 +62,8 @@ public:
     // little of its top strip lies on any of the screens (a monitor that is gone).
     static QRect reachableGeometry(const QRect& stored, const QVector<QRect>& screens);
 
-    // What the last opening has to tell the user; empty when all went well.
+    // What the last opening has to tell the user, in plain text; empty when
+    // all went well.
     struct OpenReport {
         QString title;
         QString message;

@@ -153,7 +153,7 @@ private slots:
         QCOMPARE(chosen.folder, QDir(folder).absolutePath());
         QCOMPARE(chosen.problems.size(), 2);
         QVERIFY(chosen.problems.at(0).contains(QDir::toNativeSeparators(folder)));
-        QVERIFY(chosen.problems.at(1).contains(QStringLiteral("doesn't exist")));
+        QVERIFY(chosen.problems.at(1).contains(QStringLiteral("given on the command line doesn't exist")));
         // A folder with one project file is that project; the first usable argument wins.
         chosen = Startup::projectFromArguments({program, otherFolder, file});
         QCOMPARE(chosen.folder, QDir(otherFolder).absolutePath());
