@@ -6,6 +6,8 @@
 #include <QProcess>
 #include <QTextStream>
 
+#include <sys/stat.h>
+
 class TestCommandLine : public QObject
 {
     Q_OBJECT
@@ -124,6 +126,42 @@ private slots:
         const Result result = run({QStringLiteral("resave"), project, QStringLiteral("--out"), target});
         QCOMPARE(result.code, 1);
         QVERIFY(result.err.contains(QStringLiteral("could not write")));
+    }
+
+    // A FIFO once hung check and resave until killed, and a link to /dev/zero
+    // ate gigabytes: neither is read, and both are named with the reason.
+    void filesThatArentRegularAreRefusedAtOnce()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("special"));
+        const QString document = TestEnvironment::documentPath(project);
+        QVERIFY(QDir().mkpath(QFileInfo(document).absolutePath()));
+        QCOMPARE(::mkfifo(QFile::encodeName(document).constData(), 0644), 0);
+        Result result = run({QStringLiteral("check"), project});
+        QCOMPARE(result.code, 0);
+        QVERIFY2(result.out.contains(QStringLiteral("not a regular file")), qPrintable(result.out));
+        result = run({QStringLiteral("resave"), project});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.err.contains(QStringLiteral("not a regular file")));
+        QVERIFY(QFileInfo(document).exists() && !QFileInfo(document).isFile());
+
+        QVERIFY(QFile::remove(document));
+        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), document));
+        result = run({QStringLiteral("resave"), project});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.err.contains(QStringLiteral("not a regular file")));
+        QCOMPARE(QFileInfo(document).symLinkTarget(), QStringLiteral("/dev/zero"));
+
+        // Past the size limit (a sparse file, so the test writes nothing big).
+        QVERIFY(QFile::remove(document));
+        {
+            QFile huge(document);
+            QVERIFY(huge.open(QIODevice::WriteOnly));
+            QVERIFY(huge.resize(qint64(300) * 1024 * 1024));
+        }
+        result = run({QStringLiteral("resave"), project});
+        QCOMPARE(result.code, 1);
+        QVERIFY2(result.err.contains(QStringLiteral("larger than 256 MB")), qPrintable(result.err));
+        QCOMPARE(QFileInfo(document).size(), qint64(300) * 1024 * 1024);
     }
 
     void usage_data()
