@@ -1,6 +1,8 @@
 #include "TestEnvironment.h"
 
 #include "app/PathManager.h"
+#include "app/VelmoMainTitleBar.h"
+#include "widgets/TitleBarButtons.h"
 #include "theme/CachedColors.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -10,6 +12,7 @@
 #include <QApplication>
 #include <QJsonDocument>
 #include <QLabel>
+#include <QPushButton>
 #include <QSet>
 
 namespace {
@@ -209,6 +212,26 @@ private slots:
         for (const auto& pair : pairs) {
             const double ratio = contrast(themeColor(pair.first), themeColor(pair.second));
             QVERIFY2(ratio >= 4.5, qPrintable(QStringLiteral("%1 on %2: %3").arg(pair.first).arg(pair.second).arg(ratio)));
+        }
+
+        // The window buttons' symbols stand out from the title bar (they were
+        // once white on the light theme's pale grey).
+        Theme::apply();
+        VelmoMainTitleBar bar(0, false);
+        bar.resize(700, 29);
+        bar.show();
+        bar.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bar));
+        const QImage image = bar.grab().toImage();
+        for (QPushButton* button : {bar.minimizeButton(), bar.maximizeButton(), bar.closeButton()}) {
+            // The symbol sits in the middle of the button.
+            const QRect area(button->geometry().center() - QPoint(7, 7), QSize(15, 15));
+            const QColor background = image.pixelColor(button->geometry().left() + 2, button->geometry().center().y());
+            double best = 1;
+            for (int y = area.top(); y <= area.bottom(); ++y)
+                for (int x = area.left(); x <= area.right(); ++x)
+                    best = qMax(best, contrast(image.pixelColor(x, y), background));
+            QVERIFY2(best >= 3, qPrintable(QStringLiteral("%1: %2").arg(button->objectName()).arg(best)));
         }
     }
 
