@@ -1,8 +1,15 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks (never part of the test suite).
+# Builds and runs the benchmarks (never part of the test suite):
+#   bash bench/run.sh [runs]      (median of `runs` runs, 5 by default)
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${VELMORA_BUILD:-$root/build}"
+runs="${1:-5}"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j "$(nproc)" --target velmora-bench-tree
-QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-tree" "${1:-7}"
+cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-project >/dev/null
+
+echo "== The program's list: 5,000 rows (ms)"
+QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-tree" "$runs"
+echo
+echo "== Projects made by tools/gen-project (median of $runs runs)"
+python3 "$root/bench/projects.py" "$build" "$runs"

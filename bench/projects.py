@@ -1,0 +1,108 @@
+#!/usr/bin/env python3
+"""Project-scale benchmarks, run by bench/run.sh.
+
+Generates projects with tools/gen-project (kept under BUILD/bench-projects, made
+again only when missing) for N database entries in {100, 1,000, 10,000} and
+H x C in {10 x 50, 50 x 500}, then measures:
+  - opening (data files + HUD document), saving and a bare JSON parse and
+    compact write of the same document, in process (velmora-bench-project);
+  - velmora-cli check and resave of the 50 x 500 projects, as processes;
+  - the editor's peak resident memory after opening the 50 x 500 project;
+  - Tiled against velmora-cli resave (bench/peer.sh).
+Prints one table of medians.
+
+    python3 bench/projects.py BUILD RUNS
+"""
+import os
+import statistics
+import subprocess
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+SIZES = [(n, h, c) for n in (100, 1000, 10000) for (h, c) in ((10, 50), (50, 500))]
+
+
+def project_path(build, n, h, c):
+    return os.path.join(build, "bench-projects", "n%d-%dx%d" % (n, h, c))
+
+
+def generate(build):
+    for n, h, c in SIZES:
+        path = project_path(build, n, h, c)
+        if not os.path.exists(os.path.join(path, "data", "plugin", "VelmoraHUD.json")):
+            subprocess.run([os.path.join(ROOT, "tools", "gen-project"), "--out", path, "--entries", str(n),
+                            "--huds", str(h), "--components", str(c), "--depth", "4", "--seed", "7"],
+                           check=True, stdout=subprocess.DEVNULL)
+
+
+def median_ms(command, runs, env):
+    times = []
+    for _ in range(runs):
+        start = time.perf_counter()
+        subprocess.run(command, check=True, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        times.append((time.perf_counter() - start) * 1000)
+    return statistics.median(times)
+
+
+def peak_resident_mb(build, project, env):
+    """Starts the editor on the project (offscreen) and reads its peak resident
+    memory once it has settled: VmHWM unchanged for two seconds."""
+    home = os.path.join(build, "bench-home")
+    os.makedirs(home, exist_ok=True)
+    child_env = dict(env, HOME=home, XDG_CONFIG_HOME=os.path.join(home, "config"),
+                     XDG_DATA_HOME=os.path.join(home, "data"), XDG_CACHE_HOME=os.path.join(home, "cache"))
+    editor = subprocess.Popen([os.path.join(build, "bin", "velmora"), project], env=child_env,
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    peak, steady_since, deadline = 0, time.time(), time.time() + 60
+    try:
+        while time.time() < deadline and time.time() - steady_since < 2:
+            time.sleep(0.1)
+            with open("/proc/%d/status" % editor.pid) as status:
+                for line in status:
+                    if line.startswith("VmHWM:"):
+                        value = int(line.split()[1])
+                        if value != peak:
+                            peak, steady_since = value, time.time()
+    finally:
+        editor.kill()
+        editor.wait()
+    return peak / 1024
+
+
+def main():
+    build, runs = sys.argv[1], int(sys.argv[2])
+    env = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+    generate(build)
+    projects = [project_path(build, *size) for size in SIZES]
+
+    result = subprocess.run([os.path.join(build, "bin", "velmora-bench-project"), str(runs)] + projects,
+                            check=True, env=env, capture_output=True, text=True)
+    rows = {}
+    for line in result.stdout.splitlines()[1:]:
+        name, data, document, opened, save, bare = line.split("\t")
+        rows[name] = dict(data=data, document=document, open=opened, save=save, bare=bare)
+
+    cli = os.path.join(build, "bin", "velmora-cli")
+    print("| project | data ms | document ms | open ms | save ms | bare JSON ms | check ms | resave ms | editor peak MB |")
+    print("|---|---|---|---|---|---|---|---|---|")
+    for (n, h, c), path in zip(SIZES, projects):
+        name = os.path.basename(path)
+        row = rows[name]
+        check = resave = peak = "-"
+        if c == 500:
+            check = "%.0f" % median_ms([cli, "check", path], runs, env)
+            resave = "%.0f" % median_ms([cli, "resave", path, "--out", os.path.join(build, "bench-resave.json")],
+                                        runs, env)
+            peak = "%.0f" % peak_resident_mb(build, path, env)
+        print("| %s | %s | %s | %s | %s | %s | %s | %s | %s |" % (name, row["data"], row["document"], row["open"],
+                                                                 row["save"], row["bare"], check, resave, peak))
+    sys.stdout.flush()
+    print()
+    subprocess.run(["bash", os.path.join(ROOT, "bench", "peer.sh"), str(runs),
+                    project_path(build, 100, 10, 50), project_path(build, 100, 50, 500)], check=True,
+                   env=dict(os.environ, VELMORA_BUILD=build))
+
+
+if __name__ == "__main__":
+    main()
