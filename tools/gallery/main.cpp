@@ -51,6 +51,8 @@ enum State { Normal, Hover, Pressed, Focused, Disabled };
 class Gallery : public QWidget
 {
 public:
+    static const int CellWidth = 270;
+
     Gallery()
     {
         setObjectName(QStringLiteral("gallery"));
@@ -60,7 +62,7 @@ public:
         grid->setHorizontalSpacing(14);
         grid->setVerticalSpacing(10);
         for (int column = 0; column < 5; ++column)
-            grid->setColumnMinimumWidth(column + 1, 200);
+            grid->setColumnMinimumWidth(column + 1, CellWidth);
         grid->setColumnMinimumWidth(0, 120);
         for (int state = Normal; state <= Disabled; ++state)
             grid->addWidget(heading(QString::fromLatin1(StateNames[state])), 0, state + 1);
@@ -290,10 +292,13 @@ public:
 
         // The tooltip and an open drop-down are windows of their own; the
         // gallery shows pictures of them.
+        group->setFixedWidth(2 * CellWidth + 14);
+        disabledGroup->setFixedWidth(CellWidth);
         tipHolder = new QLabel;
         tipHolder->setMinimumHeight(90);
         grid->addWidget(tipHolder, row, 4);
         popupHolder = new QLabel;
+        popupHolder->setFixedWidth(CellWidth);
         popupHolder->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         grid->addWidget(popupHolder, row, 5);
 
@@ -356,8 +361,12 @@ private:
     {
         const int row = grid->rowCount();
         grid->addWidget(rowLabel(name), row, 0);
-        for (int state = Normal; state <= Disabled; ++state)
-            grid->addWidget(make(state), row, state + 1);
+        // A fixed width, so that long texts of a language show how they elide.
+        for (int state = Normal; state <= Disabled; ++state) {
+            QWidget* cell = make(state);
+            cell->setFixedWidth(CellWidth);
+            grid->addWidget(cell, row, state + 1);
+        }
     }
 
     MyTabSystem* tabs(int style, bool twoRows, bool vertical, int count)
@@ -380,6 +389,7 @@ private:
             system->addTab(t(names[i % 8]), page);
         }
         system->setMinimumHeight(twoRows ? 150 : 124);
+        system->setFixedWidth(vertical ? CellWidth : 2 * CellWidth + 14);
         return system;
     }
 
