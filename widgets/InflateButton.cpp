@@ -73,12 +73,8 @@ void InflateButton::hoverTo(bool inside)
 
 bool InflateButton::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            hoverTo(true);
-        else if (event->type() == QEvent::Leave)
-            hoverTo(false);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        hoverTo(change > 0);
     return QPushButton::event(event);
 }
 

@@ -66,12 +66,8 @@ QSize InflateLabel::minimumSizeHint() const
 
 bool InflateLabel::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            LookAnimation::run(hoverAnimation, hoverLook, 1000, 1000, 100, QEasingCurve::Linear);
-        else if (event->type() == QEvent::Leave)
-            LookAnimation::run(hoverAnimation, hoverLook, 0, 1000, 100, QEasingCurve::Linear);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        LookAnimation::run(hoverAnimation, hoverLook, change > 0 ? 1000 : 0, 1000, 100, QEasingCurve::Linear);
     return QLabel::event(event);
 }
 

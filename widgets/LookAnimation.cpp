@@ -1,6 +1,8 @@
 #include "widgets/LookAnimation.h"
 
+#include <QEvent>
 #include <QPropertyAnimation>
+#include <QWidget>
 #include <QtMath>
 
 namespace LookAnimation {
@@ -14,6 +16,15 @@ void runFor(QPropertyAnimation* animation, const QVariant& current, const QVaria
     animation->setEndValue(target);
     animation->setDuration(qMax(0, durationMs));
     animation->start();
+}
+
+int hoverChange(const QWidget* widget, const QEvent* event)
+{
+    if (!widget->isEnabled())
+        return 0;
+    if (event->type() == QEvent::Enter)
+        return 1;
+    return event->type() == QEvent::Leave ? -1 : 0;
 }
 
 void run(QPropertyAnimation* animation, const QVariant& current, const QVariant& target, double range, int fullMs,

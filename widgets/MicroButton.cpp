@@ -40,12 +40,8 @@ void MicroButton::hoverTo(bool inside)
 
 bool MicroButton::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            hoverTo(true);
-        else if (event->type() == QEvent::Leave)
-            hoverTo(false);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        hoverTo(change > 0);
     return QPushButton::event(event);
 }
 

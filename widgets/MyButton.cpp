@@ -45,12 +45,8 @@ void MyButton::setFade(int value)
 
 bool MyButton::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            LookAnimation::run(animation, hover, 100, 100, 150, QEasingCurve::Linear);
-        else if (event->type() == QEvent::Leave)
-            LookAnimation::run(animation, hover, 0, 100, 150, QEasingCurve::Linear);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        LookAnimation::run(animation, hover, change > 0 ? 100 : 0, 100, 150, QEasingCurve::Linear);
     return QPushButton::event(event);
 }
 

@@ -55,12 +55,8 @@ void MyCheckBox::runHover(QPropertyAnimation* animation, int current, bool insid
 
 bool MyCheckBox::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            runHover(hoverAnimation, state2, true);
-        else if (event->type() == QEvent::Leave)
-            runHover(hoverAnimation, state2, false);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        runHover(hoverAnimation, state2, change > 0);
     return QCheckBox::event(event);
 }
 

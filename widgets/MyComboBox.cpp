@@ -180,12 +180,11 @@ QSize MyComboBox::minimumSizeHint() const
 
 bool MyComboBox::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            hoverTo(true);
-        else if (event->type() == QEvent::Leave && !openList)
-            hoverTo(false);
-    }
+    const int change = LookAnimation::hoverChange(this, event);
+    if (change > 0)
+        hoverTo(true);
+    else if (change < 0 && !openList)
+        hoverTo(false);
     return QPushButton::event(event);
 }
 

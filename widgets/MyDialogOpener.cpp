@@ -71,12 +71,8 @@ QSize MyDialogOpener::minimumSizeHint() const
 
 bool MyDialogOpener::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            hoverTo(true);
-        else if (event->type() == QEvent::Leave)
-            hoverTo(false);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        hoverTo(change > 0);
     return QPushButton::event(event);
 }
 

@@ -83,12 +83,8 @@ QSize MyEitherBox::minimumSizeHint() const
 
 bool MyEitherBox::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            LookAnimation::run(hoverAnimation, hoverLook, 1000.0, 1000, 150, QEasingCurve::Linear);
-        else if (event->type() == QEvent::Leave)
-            LookAnimation::run(hoverAnimation, hoverLook, 0.0, 1000, 150, QEasingCurve::Linear);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        LookAnimation::run(hoverAnimation, hoverLook, change > 0 ? 1000.0 : 0.0, 1000, 150, QEasingCurve::Linear);
     return QPushButton::event(event);
 }
 

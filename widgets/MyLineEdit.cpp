@@ -478,12 +478,8 @@ QSize MyLineEdit::minimumSizeHint() const
 
 bool MyLineEdit::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            hoverTo(true);
-        else if (event->type() == QEvent::Leave)
-            hoverTo(false);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        hoverTo(change > 0);
     return QLineEdit::event(event);
 }
 

@@ -37,12 +37,8 @@ void MyRadioButton::setCurrState2(int value)
 
 bool MyRadioButton::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            MyCheckBox::runHover(hoverAnimation, state2, true);
-        else if (event->type() == QEvent::Leave)
-            MyCheckBox::runHover(hoverAnimation, state2, false);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        MyCheckBox::runHover(hoverAnimation, state2, change > 0);
     return QRadioButton::event(event);
 }
 

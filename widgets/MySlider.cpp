@@ -137,12 +137,8 @@ void MySlider::mouseReleaseEvent(QMouseEvent* event)
 
 bool MySlider::event(QEvent* event)
 {
-    if (isEnabled()) {
-        if (event->type() == QEvent::Enter)
-            LookAnimation::run(hoverAnimation, hoverLook, 8.0, 8, 150, QEasingCurve::Linear);
-        else if (event->type() == QEvent::Leave)
-            LookAnimation::run(hoverAnimation, hoverLook, 0.0, 8, 150, QEasingCurve::Linear);
-    }
+    if (const int change = LookAnimation::hoverChange(this, event))
+        LookAnimation::run(hoverAnimation, hoverLook, change > 0 ? 8.0 : 0.0, 8, 150, QEasingCurve::Linear);
     return QSlider::event(event);
 }
 

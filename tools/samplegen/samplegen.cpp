@@ -1259,18 +1259,21 @@ void makeAppIcon()
     save(img, QStringLiteral("resources/Icon.png"));
 }
 
-// Small interface icons of the editor, drawn at 32 by 32 so they stay crisp
-// when shown at 16 or 18 pixels.
+// One interface icon, drawn at 32 by 32 so that it stays crisp when shown at
+// 16 or 18 pixels.
+void icon(const QString &path, const std::function<void(QPainter &)> &draw)
+{
+    QImage img = blank(32, 32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing);
+    draw(p);
+    p.end();
+    save(img, path);
+}
+
+// Small interface icons of the editor.
 void makeUiIcons()
 {
-    auto icon = [](const QString &path, const std::function<void(QPainter &)> &draw) {
-        QImage img = blank(32, 32);
-        QPainter p(&img);
-        p.setRenderHint(QPainter::Antialiasing);
-        draw(p);
-        p.end();
-        save(img, path);
-    };
     const QColor green(0x5c, 0xc8, 0x6e), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2), ink(0x2a, 0x2e, 0x38),
         blue(0x5a, 0x9c, 0xe6), gold(0xe6, 0xb8, 0x4c);
     auto plus = [green](QPainter &p) {
@@ -1349,14 +1352,6 @@ void makeUiIcons()
 // fills a checked box in every shipped theme.
 void makeFieldIcons()
 {
-    auto icon = [](const QString &path, const std::function<void(QPainter &)> &draw) {
-        QImage img = blank(32, 32);
-        QPainter p(&img);
-        p.setRenderHint(QPainter::Antialiasing);
-        draw(p);
-        p.end();
-        save(img, path);
-    };
     const QColor ink(0x2a, 0x2e, 0x38), blue(0x5a, 0x9c, 0xe6), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2),
         violet(0xa0, 0x78, 0xe0);
     auto arrow = [](QPainter &p, const QColor &colour, bool mirrored) {
