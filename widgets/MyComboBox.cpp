@@ -15,14 +15,9 @@
 
 #include <stdexcept>
 
-MyComboBox::MyComboBox(QWidget* parent)
-    : QPushButton(parent),
-      pressAnimation(new QPropertyAnimation(this, "currState", this)),
-      hoverAnimation(new QPropertyAnimation(this, "currState2", this))
+MyComboBox::MyComboBox(QWidget* parent) : FieldButton(parent)
 {
-    setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
-    setMinimumHeight(46);
 }
 
 void MyComboBox::setCaption(const QString& text)
@@ -149,52 +144,6 @@ void MyComboBox::popupClosed(int index)
         hoverTo(false);
     if (index >= 0)
         setCurrentIndex(index, true);
-}
-
-void MyComboBox::setCurrState(int value)
-{
-    state = value;
-    update();
-}
-
-void MyComboBox::setCurrState2(int value)
-{
-    state2 = value;
-    update();
-}
-
-void MyComboBox::hoverTo(bool inside)
-{
-    LookAnimation::run(hoverAnimation, state2, inside ? 300 : 0, 300, 150, QEasingCurve::Linear);
-}
-
-QSize MyComboBox::sizeHint() const
-{
-    return QSize(160, 46);
-}
-
-QSize MyComboBox::minimumSizeHint() const
-{
-    return QSize(60, 46);
-}
-
-bool MyComboBox::event(QEvent* event)
-{
-    const int change = LookAnimation::hoverChange(this, event);
-    if (change > 0)
-        hoverTo(true);
-    else if (change < 0 && !openList)
-        hoverTo(false);
-    return QPushButton::event(event);
-}
-
-void MyComboBox::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
-        hoverAnimation->stop();
-        state2 = 0;
-    }
-    QPushButton::changeEvent(event);
 }
 
 void MyComboBox::mousePressEvent(QMouseEvent* event)

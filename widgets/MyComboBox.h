@@ -1,20 +1,18 @@
 #pragma once
 
+#include "widgets/FieldButton.h"
+
 #include <QPointer>
-#include <QPushButton>
 #include <QVariant>
 #include <QVector>
 
 class MyPopup;
-class QPropertyAnimation;
 
 // The program's drop-down choice: a 45-pixel field with a caption, the chosen
 // row's text and an arrow that turns down while its list is open.
-class MyComboBox : public QPushButton
+class MyComboBox : public FieldButton
 {
     Q_OBJECT
-    Q_PROPERTY(int currState READ currState WRITE setCurrState)
-    Q_PROPERTY(int currState2 READ currState2 WRITE setCurrState2)
 public:
     // The data that marks a row shown in italics.
     static const int ItalicData = -100;
@@ -44,14 +42,6 @@ public:
     MyPopup* popup() const { return openList; }
     void showPopup();
 
-    int currState() const { return state; }
-    void setCurrState(int value);
-    int currState2() const { return state2; }
-    void setCurrState2(int value);
-
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override;
-
 signals:
     void whenChoiceChanges();
 
@@ -59,12 +49,11 @@ public slots:
     void popupClosed(int index);
 
 protected:
-    bool event(QEvent* event) override;
+    bool holdsHover() const override { return !openList.isNull(); }
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     struct Item {
@@ -72,15 +61,9 @@ private:
         QString text;
     };
 
-    void hoverTo(bool inside);
-
     QVector<Item> items;
     int selected = -1;
     int heightLimit = 0;
     QString captionText;
     QPointer<MyPopup> openList;
-    int state = 0;
-    int state2 = 0;
-    QPropertyAnimation* pressAnimation;
-    QPropertyAnimation* hoverAnimation;
 };

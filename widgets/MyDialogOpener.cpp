@@ -10,13 +10,8 @@
 #include <QPainter>
 #include <QPropertyAnimation>
 
-MyDialogOpener::MyDialogOpener(QWidget* parent)
-    : QPushButton(parent),
-      pressAnimation(new QPropertyAnimation(this, "currState", this)),
-      hoverAnimation(new QPropertyAnimation(this, "currState2", this))
+MyDialogOpener::MyDialogOpener(QWidget* parent) : FieldButton(parent)
 {
-    setCursor(Qt::PointingHandCursor);
-    setMinimumHeight(46);
 }
 
 void MyDialogOpener::setTitle(const QString& text)
@@ -40,40 +35,6 @@ void MyDialogOpener::setItalic(bool italic)
 void MyDialogOpener::confirm()
 {
     LookAnimation::runFor(pressAnimation, state, 0, 500, QEasingCurve::OutCubic);
-}
-
-void MyDialogOpener::setCurrState(int value)
-{
-    state = value;
-    update();
-}
-
-void MyDialogOpener::setCurrState2(int value)
-{
-    state2 = value;
-    update();
-}
-
-void MyDialogOpener::hoverTo(bool inside)
-{
-    LookAnimation::run(hoverAnimation, state2, inside ? 300 : 0, 300, 150, QEasingCurve::Linear);
-}
-
-QSize MyDialogOpener::sizeHint() const
-{
-    return QSize(160, 46);
-}
-
-QSize MyDialogOpener::minimumSizeHint() const
-{
-    return QSize(60, 46);
-}
-
-bool MyDialogOpener::event(QEvent* event)
-{
-    if (const int change = LookAnimation::hoverChange(this, event))
-        hoverTo(change > 0);
-    return QPushButton::event(event);
 }
 
 void MyDialogOpener::mousePressEvent(QMouseEvent* event)
