@@ -24,6 +24,7 @@
 #include <QClipboard>
 #include <QGraphicsDropShadowEffect>
 #include <QHelpEvent>
+#include <QMenu>
 #include <QPropertyAnimation>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -350,6 +351,55 @@ private slots:
         MyLineEdit::colorPicker() = [](QWidget*, const QColor&) { return QColor(); };
         edit.openColorPicker();
         QCOMPARE(edit.text(), QStringLiteral("abcabc#ff0000"));
+    }
+
+    void lineEditContextMenu()
+    {
+        MyLineEditExtensionHandler handler;
+        handler.display = [](const QJsonObject&) { return QStringLiteral("Gold"); };
+        handler.open = [](QJsonObject&, QWidget*, int, bool&) { return true; };
+        const int kind = MyLineEdit::registerExtensionHandler(handler);
+
+        Form form;
+        MyLineEdit* edit = form.add(new MyLineEdit);
+        edit->setInputType(MyLineEdit::Text);
+        edit->setColorInsertion(true);
+        edit->setValue(QStringLiteral("Hero"));
+        form.show();
+
+        auto menuEntries = [](MyLineEdit* field) {
+            QContextMenuEvent request(QContextMenuEvent::Mouse, QPoint(10, 30), field->mapToGlobal(QPoint(10, 30)));
+            QApplication::sendEvent(field, &request);
+            QMenu* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            QStringList entries;
+            if (!menu)
+                return entries;
+            for (QAction* action : menu->actions()) {
+                if (action->isSeparator())
+                    continue;
+                // Standard entries carry their icons.
+                if (action->text().startsWith(QStringLiteral("&Copy")) || action->text().startsWith(QStringLiteral("Select All")))
+                    entries.append(action->icon().isNull() ? QStringLiteral("no icon") : QStringLiteral("icon"));
+                entries.append(action->text().section(QLatin1Char('\t'), 0, 0));
+            }
+            QPointer<QMenu> closing = menu;
+            menu->close();
+            QTest::qWaitFor([&closing]() { return closing.isNull(); });
+            return entries;
+        };
+        QStringList entries = menuEntries(edit);
+        QVERIFY(entries.contains(QStringLiteral("Insert Color")));
+        QVERIFY(!entries.contains(QStringLiteral("Select Dynamic Value")));
+        QCOMPARE(entries.count(QStringLiteral("icon")), 2);
+
+        edit->setExtendable(QStringLiteral("0"), kind, &form.window);
+        entries = menuEntries(edit);
+        QVERIFY(entries.contains(QStringLiteral("Select Dynamic Value")));
+        QVERIFY(!entries.contains(QStringLiteral("Return Input to Normal")));
+        edit->openExtendDialog();
+        entries = menuEntries(edit);
+        QVERIFY(entries.contains(QStringLiteral("Return Input to Normal")));
+        QVERIFY(!entries.contains(QStringLiteral("Insert Color")));
     }
 
     void lineEditFocusSelectsAll()
