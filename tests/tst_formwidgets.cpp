@@ -384,7 +384,8 @@ private slots:
             }
             QPointer<QMenu> closing = menu;
             menu->close();
-            QTest::qWaitFor([&closing]() { return closing.isNull(); });
+            if (!QTest::qWaitFor([&closing]() { return closing.isNull(); }))
+                entries.append(QStringLiteral("menu stayed open"));
             return entries;
         };
         QStringList entries = menuEntries(edit);
@@ -679,6 +680,106 @@ private slots:
         QCOMPARE(clicked.count(), 1);
         QCOMPARE(combo->currentIndex(), 0);
         QTRY_VERIFY(!MyPopup::openPopup());
+    }
+
+    void popupUnfoldsAndFolds()
+    {
+        Form form;
+        MyComboBox* combo = form.add(new MyComboBox);
+        for (int i = 0; i < 3; ++i)
+            combo->addItem(QStringLiteral("Row %1").arg(i), i);
+        form.show();
+        combo->showPopup();
+        MyPopup* popup = combo->popup();
+        QPropertyAnimation* unfold = animationOf(popup, "geometry");
+        QVERIFY(unfold);
+        QCOMPARE(unfold->startValue().toRect().height(), 0);
+        QCOMPARE(unfold->endValue().toRect().height(), 3 * 24);
+        QCOMPARE(unfold->endValue().toRect().width(), combo->width());
+        QCOMPARE(unfold->endValue().toRect().topLeft(), combo->mapToGlobal(QPoint(0, combo->height())));
+        QCOMPARE(unfold->duration(), 200);
+        QCOMPARE(unfold->easingCurve().type(), QEasingCurve::OutCubic);
+        QTRY_COMPARE(popup->height(), 72);
+
+        // The first close folds up and keeps the window; the close at the
+        // fold's end goes through.
+        QPointer<MyPopup> guarded = popup;
+        popup->close();
+        QVERIFY(popup->isVisible());
+        QVERIFY(popup->isClosing());
+        QPropertyAnimation* fold = animationOf(popup, "geometry");
+        QVERIFY(fold);
+        QCOMPARE(fold->endValue().toRect().height(), 0);
+        QCOMPARE(fold->easingCurve().type(), QEasingCurve::InCubic);
+        QTRY_VERIFY(!guarded);
+    }
+
+    void arrowTurnsDownWhileOpen()
+    {
+        Theme::setColor(ThemeKey::DropDownUIArrow, QColor(0xf0, 0xe0, 0x00));
+        Theme::setColor(ThemeKey::DropDownUIBackground, QColor(0x10, 0x10, 0x10));
+        MyComboBox combo;
+        combo.resize(200, 60);
+        // In a taller widget the field stands centred: the outline is 7 pixels down.
+        QCOMPARE(pixel(&combo, 100, 7), themeColor(ThemeKey::DropDownUIHover));
+        // At rest the arrow points left: its tip at (w - 7, 29), its back edge at w - 3.
+        QCOMPARE(pixel(&combo, 195, 7 + 29), QColor(0xf0, 0xe0, 0x00));
+        QCOMPARE(pixel(&combo, 192, 7 + 32), QColor(0x10, 0x10, 0x10));
+        combo.setCurrState(300);
+        // Open, it points down: the tip at (w - 5, 32).
+        QCOMPARE(pixel(&combo, 194, 7 + 30), QColor(0xf0, 0xe0, 0x00));
+        QCOMPARE(pixel(&combo, 192, 7 + 26), QColor(0x10, 0x10, 0x10));
+    }
+
+    void sliderGlidesAndRetargets()
+    {
+        Form form;
+        MySlider* slider = form.add(new MySlider);
+        slider->setRange(0, 100);
+        slider->setFixedWidth(216);
+        form.show();
+        QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, QPoint(207, 20));
+        QPropertyAnimation* glide = animationOf(slider, "value");
+        QVERIFY(glide);
+        QCOMPARE(glide->endValue().toInt(), 100);
+        // The whole track takes 150 ms.
+        QCOMPARE(glide->duration(), 150);
+        glide->pause();
+        TestEnvironment::moveWithButtons(slider, QPoint(107, 20), Qt::LeftButton);
+        QCOMPARE(glide->endValue().toInt(), 50);
+        glide->resume();
+        QTRY_COMPARE(slider->value(), 50);
+        // Without a glide running, a move sets the value at once.
+        TestEnvironment::moveWithButtons(slider, QPoint(30, 20), Qt::LeftButton);
+        QCOMPARE(slider->value(), 12);
+        QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, QPoint(30, 20));
+    }
+
+    void radioButtonsAndLabels()
+    {
+        Form form;
+        MyRadioButton* first = form.add(new MyRadioButton(QStringLiteral("First")));
+        MyRadioButton* second = form.add(new MyRadioButton(QStringLiteral("Second")));
+        InflateLabel* label = form.add(new InflateLabel(QStringLiteral("Project")));
+        form.show();
+        QTest::mouseClick(first, Qt::LeftButton, Qt::NoModifier, QPoint(5, 9));
+        QVERIFY(first->isChecked());
+        QTRY_COMPARE(first->currState(), 100);
+        QTest::mouseClick(second, Qt::LeftButton, Qt::NoModifier, QPoint(5, 9));
+        QVERIFY(second->isChecked());
+        QVERIFY(!first->isChecked());
+        QTRY_COMPARE(first->currState(), 0);
+        QTRY_COMPARE(second->currState(), 100);
+
+        label->setAnimatedText(QStringLiteral("Open Project"));
+        QCOMPARE(label->text(), QStringLiteral("Open Project"));
+        QPropertyAnimation* grow = animationOf(label, "transfer");
+        QCOMPARE(grow->startValue().toInt(), 0);
+        QCOMPARE(grow->endValue().toInt(), 1000);
+        QCOMPARE(grow->easingCurve().type(), QEasingCurve::OutBack);
+        QTRY_COMPARE(label->transfer(), 1000);
+        label->restore();
+        QCOMPARE(label->text(), QStringLiteral("Project"));
     }
 
     void eitherBoxAndCheckBox()

@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLayout>
+#include <QPropertyAnimation>
 #include <QSequentialAnimationGroup>
 
 namespace {
@@ -157,6 +159,51 @@ private slots:
         QVERIFY(tabs.system.tab(2)->isSelected());
         for (int i : {0, 1, 3})
             QVERIFY(!tabs.system.tab(i)->isSelected());
+    }
+
+    // The leaving page goes towards the side of the change and the new one
+    // comes from the other side; shrinking meets in the middle.
+    void transitionsRunTheirWay()
+    {
+        Tabs tabs(3);
+        const QRect area = tabs.system.pageArea();
+        tabs.system.setCurrentIndex(2);
+        QSequentialAnimationGroup* group = tabs.system.findChild<QSequentialAnimationGroup*>();
+        QVERIFY(group);
+        QCOMPARE(group->animationCount(), 2);
+        auto* out = qobject_cast<QPropertyAnimation*>(group->animationAt(0));
+        auto* in = qobject_cast<QPropertyAnimation*>(group->animationAt(1));
+        QCOMPARE(out->targetObject(), tabs.pages.at(0));
+        QCOMPARE(in->targetObject(), tabs.pages.at(2));
+        QCOMPARE(out->endValue().toRect(), area.translated(-(area.width() - 7), 0));
+        QCOMPARE(out->easingCurve().type(), QEasingCurve::InBack);
+        QCOMPARE(out->duration(), 250);
+        QCOMPARE(in->startValue().toRect(), area.translated(area.width() - 7, 0));
+        QCOMPARE(in->endValue().toRect(), area);
+        QCOMPARE(in->easingCurve().type(), QEasingCurve::OutBack);
+        // While it runs the new page is no page of the layout.
+        QCOMPARE(tabs.system.layout()->indexOf(tabs.pages.at(2)), -1);
+        QTRY_VERIFY(!tabs.running());
+        QVERIFY(tabs.system.layout()->indexOf(tabs.pages.at(2)) >= 0);
+
+        // Back to a lower tab: the other way round.
+        tabs.system.setCurrentIndex(0);
+        group = tabs.system.findChild<QSequentialAnimationGroup*>();
+        out = qobject_cast<QPropertyAnimation*>(group->animationAt(0));
+        QCOMPARE(out->endValue().toRect(), area.translated(area.width() - 7, 0));
+        QTRY_VERIFY(!tabs.running());
+
+        tabs.system.setTransitionStyle(MyTabSystem::Shrink);
+        tabs.system.setCurrentIndex(1);
+        group = tabs.system.findChild<QSequentialAnimationGroup*>();
+        out = qobject_cast<QPropertyAnimation*>(group->animationAt(0));
+        in = qobject_cast<QPropertyAnimation*>(group->animationAt(1));
+        QCOMPARE(out->endValue().toRect(), QRect(area.center(), QSize(0, 0)));
+        QCOMPARE(in->startValue().toRect(), QRect(area.center(), QSize(0, 0)));
+        QCOMPARE(in->duration(), 300);
+        QCOMPARE(in->easingCurve().type(), QEasingCurve::OutQuart);
+        QTRY_VERIFY(!tabs.running());
+        QCOMPARE(tabs.visiblePages(), QList<QWidget*>{tabs.pages.at(1)});
     }
 
     void twoRowsCountTheTopRowFirst()

@@ -91,7 +91,7 @@ void MySlider::sliderMovedAni(const QVariant& animated)
 
 void MySlider::glideTo(int target)
 {
-    if (valueAnimation->state() == QAbstractAnimation::Running) {
+    if (valueAnimation->state() != QAbstractAnimation::Stopped) {
         valueAnimation->setEndValue(target);
         return;
     }
@@ -119,7 +119,7 @@ void MySlider::mouseMoveEvent(QMouseEvent* event)
     if (!dragging)
         return;
     const int target = valueAt(event->pos().x(), event->modifiers());
-    if (valueAnimation->state() == QAbstractAnimation::Running) {
+    if (valueAnimation->state() != QAbstractAnimation::Stopped) {
         valueAnimation->setEndValue(target);
     } else if (target != value()) {
         setValue(target);
