@@ -3,6 +3,7 @@
 #include "widgets/LookAnimation.h"
 
 #include <QEvent>
+#include <QPainter>
 #include <QPropertyAnimation>
 
 FieldButton::FieldButton(QWidget* parent)
@@ -56,4 +57,17 @@ void FieldButton::changeEvent(QEvent* event)
         state2 = 0;
     }
     QPushButton::changeEvent(event);
+}
+
+int FieldButton::paintField(QPainter& painter, const FormFieldPainter::Colors& colors, const QColor& primary,
+                            const QString& caption, int backgroundHeight)
+{
+    const int w = FormFieldPainter::begin(painter, this);
+    const bool enabled = isEnabled();
+    const int hover = enabled ? state2 : 0;
+    const int press = enabled ? state : 0;
+    FormFieldPainter::frame(painter, w, colors, press > 300 ? 0.0 : hover / 300.0, backgroundHeight);
+    FormFieldPainter::underline(painter, w, press, primary);
+    FormFieldPainter::caption(painter, w, caption, press >= 300 ? 1.0 : (hover + 400) / 700.0);
+    return w;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/FormFieldPainter.h"
+
 #include <QPushButton>
 
 class QPropertyAnimation;
@@ -26,6 +28,10 @@ protected:
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void hoverTo(bool inside);
+    // Paints the frame, the underline of the press and the caption, which
+    // stands at full strength while the field is fully pressed; returns w.
+    int paintField(QPainter& painter, const FormFieldPainter::Colors& colors, const QColor& primary,
+                   const QString& caption, int backgroundHeight);
     // While true the hover look stays when the pointer leaves.
     virtual bool holdsHover() const { return false; }
 

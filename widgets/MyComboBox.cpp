@@ -186,18 +186,13 @@ void MyComboBox::keyPressEvent(QKeyEvent* event)
 void MyComboBox::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const int w = FormFieldPainter::begin(painter, this);
-    const bool enabled = isEnabled();
-    const int hover = enabled ? state2 : 0;
-    const int press = enabled ? state : 0;
     // 6000 draws the outline and 6001 its hover, though the builder names
     // them the other way round.
-    FormFieldPainter::frame(painter, w,
-                            {themeColor(ThemeKey::DropDownUIHover), themeColor(ThemeKey::DropDownUIBase),
-                             themeColor(ThemeKey::DropDownUIBackground)},
-                            press > 300 ? 0.0 : hover / 300.0);
-    FormFieldPainter::underline(painter, w, press, themeColor(ThemeKey::DropDownUIPrimary));
-    FormFieldPainter::caption(painter, w, captionText, press >= 300 ? 1.0 : (hover + 400) / 700.0);
+    const int w = paintField(painter,
+                             {themeColor(ThemeKey::DropDownUIHover), themeColor(ThemeKey::DropDownUIBase),
+                              themeColor(ThemeKey::DropDownUIBackground)},
+                             themeColor(ThemeKey::DropDownUIPrimary), captionText, 44);
+    const int press = isEnabled() ? state : 0;
 
     painter.save();
     painter.translate(5, -3);

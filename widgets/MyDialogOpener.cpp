@@ -55,16 +55,13 @@ void MyDialogOpener::mouseReleaseEvent(QMouseEvent* event)
 void MyDialogOpener::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const int w = FormFieldPainter::begin(painter, this);
+    const int w = paintField(painter,
+                             {themeColor(ThemeKey::DialogOpenerUIBase), themeColor(ThemeKey::DialogOpenerUIHover),
+                              themeColor(ThemeKey::DialogOpenerUIBackground)},
+                             themeColor(ThemeKey::DialogOpenerUIPrimary), titleText, 44);
     const bool enabled = isEnabled();
     const int hover = enabled ? state2 : 0;
     const int press = enabled ? state : 0;
-    FormFieldPainter::frame(painter, w,
-                            {themeColor(ThemeKey::DialogOpenerUIBase), themeColor(ThemeKey::DialogOpenerUIHover),
-                             themeColor(ThemeKey::DialogOpenerUIBackground)},
-                            press > 300 ? 0.0 : hover / 300.0, 44);
-    FormFieldPainter::underline(painter, w, press, themeColor(ThemeKey::DialogOpenerUIPrimary));
-    FormFieldPainter::caption(painter, w, titleText, press >= 300 ? 1.0 : (hover + 400) / 700.0);
 
     painter.save();
     painter.translate(5, -3);

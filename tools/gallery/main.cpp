@@ -295,6 +295,7 @@ public:
         group->setFixedWidth(2 * CellWidth + 14);
         disabledGroup->setFixedWidth(CellWidth);
         tipHolder = new QLabel;
+        tipHolder->setFixedWidth(CellWidth);
         tipHolder->setMinimumHeight(90);
         grid->addWidget(tipHolder, row, 4);
         popupHolder = new QLabel;
@@ -314,8 +315,7 @@ public:
     {
         QWidget* anchor = grid->itemAtPosition(1, 1)->widget();
         UltimateToolTip* tip = UltimateToolTip::showFor(anchor, t("Open Project"),
-                                                        t("Open a project, or drop its \".rmmzproject\" file here.")
-                                                            + QStringLiteral("\n\n") + t("Reload Project"),
+                                                        t("Reload Project") + QStringLiteral("\n\n") + t("Save Project"),
                                                         anchor->mapToGlobal(QPoint(10, 10)));
         QTimer::singleShot(250, this, [this, tip]() {
             tipHolder->setPixmap(tip->grab());
