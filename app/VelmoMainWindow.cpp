@@ -10,11 +10,13 @@
 #include "app/VelmoMainTitleBar.h"
 #include "widgets/AlertDialog.h"
 #include "widgets/BRResizerRenderer.h"
+#include "widgets/MyPopup.h"
 #include "widgets/ConfirmationDialog.h"
 #include "widgets/TitleBarButtons.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
+#include "widgets/UltimateToolTip.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -765,6 +767,10 @@ void VelmoMainWindow::dropEvent(QDropEvent* event)
 
 bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    // The program's own tooltip and drop-down rules hold in every window.
+    if (UltimateToolTip::filterEvent(watched, event))
+        return true;
+    MyPopup::closeOnOutsidePress(event);
     QWidget* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget == this || widget->window() != this)
         return QMainWindow::eventFilter(watched, event);

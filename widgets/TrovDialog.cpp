@@ -4,6 +4,7 @@
 #include "widgets/CustomTitleBar.h"
 #include "widgets/DialogFlags.h"
 #include "widgets/DialogOverlay.h"
+#include "widgets/MyPopup.h"
 #include "widgets/WindowFrameGrip.h"
 
 #include <QAbstractButton>
@@ -274,6 +275,11 @@ bool TrovDialog::event(QEvent* event)
         if (bar)
             bar->setActive(true);
         update();
+        break;
+    case QEvent::MouseButtonPress:
+        // A press on the frame ends an open drop-down of the form.
+        if (MyPopup* popup = MyPopup::openPopup(); popup && !popup->isClosing())
+            popup->close();
         break;
     case QEvent::WindowDeactivate:
         if (bar)

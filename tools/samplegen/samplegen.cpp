@@ -1259,18 +1259,21 @@ void makeAppIcon()
     save(img, QStringLiteral("resources/Icon.png"));
 }
 
-// Small interface icons of the editor, drawn at 32 by 32 so they stay crisp
-// when shown at 16 or 18 pixels.
+// One interface icon, drawn at 32 by 32 so that it stays crisp when shown at
+// 16 or 18 pixels.
+void icon(const QString &path, const std::function<void(QPainter &)> &draw)
+{
+    QImage img = blank(32, 32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing);
+    draw(p);
+    p.end();
+    save(img, path);
+}
+
+// Small interface icons of the editor.
 void makeUiIcons()
 {
-    auto icon = [](const QString &path, const std::function<void(QPainter &)> &draw) {
-        QImage img = blank(32, 32);
-        QPainter p(&img);
-        p.setRenderHint(QPainter::Antialiasing);
-        draw(p);
-        p.end();
-        save(img, path);
-    };
     const QColor green(0x5c, 0xc8, 0x6e), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2), ink(0x2a, 0x2e, 0x38),
         blue(0x5a, 0x9c, 0xe6), gold(0xe6, 0xb8, 0x4c);
     auto plus = [green](QPainter &p) {
@@ -1376,6 +1379,78 @@ void makeEditorCursors()
     cursor(QStringLiteral("resources/Editor/Cursor_Rotate.png"), true);
 }
 
+// The icons of the edit menus of the form fields and the mark of the check
+// box. The check mark is dark so that it reads on the primary colour that
+// fills a checked box in every shipped theme.
+void makeFieldIcons()
+{
+    const QColor ink(0x2a, 0x2e, 0x38), blue(0x5a, 0x9c, 0xe6), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2),
+        violet(0xa0, 0x78, 0xe0);
+    auto arrow = [](QPainter &p, const QColor &colour, bool mirrored) {
+        p.save();
+        if (mirrored) {
+            p.translate(32, 0);
+            p.scale(-1, 1);
+        }
+        QPainterPath bend;
+        bend.moveTo(26, 25);
+        bend.cubicTo(26, 12, 18, 9, 9, 11);
+        p.setPen(QPen(colour.darker(150), 6, Qt::SolidLine, Qt::RoundCap));
+        p.drawPath(bend);
+        p.setPen(QPen(colour, 3.4, Qt::SolidLine, Qt::RoundCap));
+        p.drawPath(bend);
+        p.setPen(QPen(colour.darker(150), 1.4));
+        p.setBrush(colour);
+        const QPointF head[] = {{4, 11}, {12, 3.5}, {12, 18.5}};
+        p.drawPolygon(head, 3);
+        p.restore();
+    };
+    icon(QStringLiteral("resources/MenuBarIcons/Undo.png"), [&](QPainter &p) { arrow(p, blue, false); });
+    icon(QStringLiteral("resources/MenuBarIcons/Redo.png"), [&](QPainter &p) { arrow(p, blue, true); });
+    icon(QStringLiteral("resources/ContextIcons/None.png"), [red](QPainter &p) {
+        p.setPen(QPen(red.darker(160), 7, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(8, 8), QPointF(24, 24));
+        p.drawLine(QPointF(24, 8), QPointF(8, 24));
+        p.setPen(QPen(red, 4, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(8, 8), QPointF(24, 24));
+        p.drawLine(QPointF(24, 8), QPointF(8, 24));
+    });
+    icon(QStringLiteral("resources/ContextIcons/SelectAll.png"), [ink, blue, paper](QPainter &p) {
+        p.setPen(QPen(ink, 1.6, Qt::DashLine));
+        p.setBrush(Qt::NoBrush);
+        p.drawRoundedRect(QRectF(3.5, 5.5, 25, 21), 2, 2);
+        p.setPen(Qt::NoPen);
+        p.setBrush(blue);
+        p.drawRect(QRectF(7, 10, 18, 4));
+        p.drawRect(QRectF(7, 17, 12, 4));
+        p.setBrush(paper);
+        p.drawRect(QRectF(7, 10, 2, 4));
+    });
+    icon(QStringLiteral("resources/ContextIcons/Extend.png"), [violet, ink](QPainter &p) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(violet);
+        const QPointF bolt[] = {{18, 2}, {6, 18}, {15, 18}, {12, 30}, {26, 12}, {17, 12}, {20, 2}};
+        p.drawPolygon(bolt, 7);
+    });
+    icon(QStringLiteral("resources/ContextIcons/TextMode.png"), [ink, paper](QPainter &p) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(paper);
+        p.drawRoundedRect(QRectF(3.5, 3.5, 25, 25), 3, 3);
+        p.setPen(QPen(ink, 3.4, Qt::SolidLine, Qt::RoundCap));
+        p.drawLine(QPointF(10, 10), QPointF(22, 10));
+        p.drawLine(QPointF(16, 10), QPointF(16, 23));
+    });
+    QImage check = blank(14, 14);
+    {
+        QPainter p(&check);
+        p.setRenderHint(QPainter::Antialiasing);
+        p.setPen(QPen(QColor(0x10, 0x14, 0x10, 230), 2.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        const QPointF mark[] = {{2.5, 7.5}, {5.5, 10.5}, {11.5, 3.5}};
+        p.drawPolyline(mark, 3);
+    }
+    save(check, QStringLiteral("resources/Decor/checkbox.png"));
+}
+
 void loadFonts()
 {
     const QStringList candidates = {
@@ -1410,5 +1485,6 @@ int main(int argc, char **argv)
     makeAppIcon();
     makeUiIcons();
     makeEditorCursors();
+    makeFieldIcons();
     return g_ok ? 0 : 1;
 }

@@ -1,0 +1,448 @@
+// The widget gallery: every form widget of the program in each of its looks,
+// side by side, so that a theme or a language can be checked at a glance.
+// Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png]
+#include "app/Startup.h"
+#include "theme/MorvikCSVTranslator.h"
+#include "theme/ThemeKey.h"
+#include "theme/ThemeManager.h"
+#include "theme/VelmoStyle.h"
+#include "widgets/InflateButton.h"
+#include "widgets/InflateLabel.h"
+#include "widgets/MicroButton.h"
+#include "widgets/MyButton.h"
+#include "widgets/MyCheckBox.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyComboInput.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyEitherBox.h"
+#include "widgets/MyGroupBox.h"
+#include "widgets/MyHorizontalLine.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPlainTextEdit.h"
+#include "widgets/MyPopup.h"
+#include "widgets/MyRadioButton.h"
+#include "widgets/MySlider.h"
+#include "widgets/MyTabSystem.h"
+#include "widgets/UltimateToolTip.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+// The program's own texts, so that a language file translates them.
+QString t(const char* text)
+{
+    return QCoreApplication::translate("", text);
+}
+
+const char* const StateNames[] = {"Normal", "Hover", "Pressed / open", "Focused / checked", "Disabled"};
+enum State { Normal, Hover, Pressed, Focused, Disabled };
+
+class Gallery : public QWidget
+{
+public:
+    static const int CellWidth = 270;
+
+    Gallery()
+    {
+        setObjectName(QStringLiteral("gallery"));
+        setAutoFillBackground(true);
+        grid = new QGridLayout(this);
+        grid->setContentsMargins(16, 12, 16, 16);
+        grid->setHorizontalSpacing(14);
+        grid->setVerticalSpacing(10);
+        for (int column = 0; column < 5; ++column)
+            grid->setColumnMinimumWidth(column + 1, CellWidth);
+        grid->setColumnMinimumWidth(0, 120);
+        for (int state = Normal; state <= Disabled; ++state)
+            grid->addWidget(heading(QString::fromLatin1(StateNames[state])), 0, state + 1);
+
+        addRow(QStringLiteral("MyLineEdit"), [](int state) -> QWidget* {
+            MyLineEdit* edit = new MyLineEdit;
+            edit->setCaption(t("Value"));
+            edit->setNumberField(1, 500, 4);
+            edit->setValue(QStringLiteral("42"));
+            if (state == Hover)
+                edit->setCurrState4(300);
+            if (state == Pressed) {
+                // An invalid value: the red line and the range hint.
+                edit->setText(QStringLiteral("501"));
+                edit->textHasChanged(edit->text());
+                edit->setCurrState(300);
+            }
+            if (state == Focused)
+                edit->setCurrState(300);
+            edit->setEnabled(state != Disabled);
+            return edit;
+        });
+        addRow(QStringLiteral("MyLineEdit (text)"), [](int state) -> QWidget* {
+            MyLineEdit* edit = new MyLineEdit;
+            edit->setInputType(MyLineEdit::Text);
+            edit->setCaption(t("Window Text"));
+            edit->setValue(t("Open a project, or drop its \".rmmzproject\" file here."));
+            edit->setCursorPosition(0);
+            if (state == Hover)
+                edit->setCurrState4(300);
+            if (state == Pressed) {
+                edit->setWarningText(QStringLiteral("Name already in use!"));
+                edit->setCurrState3(300);
+            }
+            if (state == Focused)
+                edit->setCurrState(300);
+            edit->setEnabled(state != Disabled);
+            return edit;
+        });
+        addRow(QStringLiteral("MyComboBox"), [](int state) -> QWidget* {
+            MyComboBox* combo = new MyComboBox;
+            combo->setCaption(t("Map HUD"));
+            combo->addItem(t("Battle HUD"), 0);
+            combo->addItem(t("Open a project, or drop its \".rmmzproject\" file here."), 1);
+            combo->addItem(QStringLiteral("(None)"), MyComboBox::ItalicData);
+            combo->setCurrentIndex(state == Focused ? 2 : (state == Hover ? 1 : 0), false);
+            if (state == Hover)
+                combo->setCurrState2(300);
+            if (state == Pressed)
+                combo->setCurrState(300);
+            combo->setEnabled(state != Disabled);
+            return combo;
+        });
+        addRow(QStringLiteral("MyComboInput"), [](int state) -> QWidget* {
+            MyComboInput* input = new MyComboInput;
+            input->setCaption(t("Window Text"));
+            input->setSuggestions({t("Map HUD"), t("Battle HUD")});
+            input->setValue(t("Map HUD"));
+            if (state == Hover)
+                input->setCurrState4(300);
+            if (state == Focused || state == Pressed)
+                input->setCurrState(300);
+            input->setEnabled(state != Disabled);
+            return input;
+        });
+        addRow(QStringLiteral("MyEitherBox"), [](int state) -> QWidget* {
+            MyEitherBox* either = new MyEitherBox;
+            either->setPlaceholder(t("Value"));
+            either->setChoices(QStringLiteral("ON"), QStringLiteral("OFF"));
+            either->setChoice(state != Focused, true);
+            if (state == Hover)
+                either->setHover(1000);
+            if (state == Pressed)
+                either->setSelection(450);
+            either->setEnabled(state != Disabled);
+            return either;
+        });
+        addRow(QStringLiteral("MyDialogOpener"), [](int state) -> QWidget* {
+            MyDialogOpener* opener = new MyDialogOpener;
+            opener->setTitle(t("Open Project"));
+            if (state == Focused) {
+                opener->setValue(QStringLiteral("(None)"));
+                opener->setItalic(true);
+            } else {
+                opener->setValue(QStringLiteral("[0001] ") + t("Open a project, or drop its \".rmmzproject\" file here."));
+            }
+            if (state == Hover)
+                opener->setCurrState2(300);
+            if (state == Pressed) {
+                opener->setCurrState(300);
+                opener->setCurrState2(300);
+            }
+            opener->setEnabled(state != Disabled);
+            return opener;
+        });
+        addRow(QStringLiteral("MySlider"), [](int state) -> QWidget* {
+            QWidget* box = new QWidget;
+            QVBoxLayout* layout = new QVBoxLayout(box);
+            layout->setContentsMargins(0, 0, 0, 0);
+            MySlider* framed = new MySlider;
+            framed->setCaption(t("Value"));
+            framed->setRange(0, 100);
+            framed->setValue(state == Pressed ? 100 : 35);
+            MySlider* compact = new MySlider;
+            compact->setFramed(false);
+            compact->setRange(0, 100);
+            compact->setValue(state == Pressed ? 0 : 65);
+            if (state == Hover || state == Pressed) {
+                framed->setCurrState(8);
+                compact->setCurrState(8);
+            }
+            layout->addWidget(framed);
+            layout->addWidget(compact);
+            box->setEnabled(state != Disabled);
+            return box;
+        });
+        addRow(QStringLiteral("MyCheckBox\nMyRadioButton"), [](int state) -> QWidget* {
+            QWidget* box = new QWidget;
+            QVBoxLayout* layout = new QVBoxLayout(box);
+            layout->setContentsMargins(4, 0, 0, 0);
+            MyCheckBox* check = new MyCheckBox(t("Reload Project"));
+            MyRadioButton* radio = new MyRadioButton(t("Open a project, or drop its \".rmmzproject\" file here."));
+            check->setNoAnimation(true);
+            if (state == Focused || state == Disabled || state == Pressed) {
+                check->setChecked(true);
+                radio->setChecked(true);
+                radio->setCurrState(100);
+            }
+            if (state == Pressed) {
+                check->setCurrState(55);
+                radio->setCurrState(55);
+            }
+            if (state == Hover || state == Pressed) {
+                check->setCurrState2(100);
+                radio->setCurrState2(100);
+            }
+            layout->addWidget(check);
+            layout->addWidget(radio);
+            box->setEnabled(state != Disabled);
+            return box;
+        });
+        addRow(QStringLiteral("MyButton"), [](int state) -> QWidget* {
+            QWidget* box = new QWidget;
+            QHBoxLayout* layout = new QHBoxLayout(box);
+            layout->setContentsMargins(0, 4, 0, 6);
+            MyButton* confirm = new MyButton(t("Open"));
+            confirm->setObjectName(QStringLiteral("confirm"));
+            confirm->setButtonColor(themeColor(ThemeKey::ConfirmButton));
+            MyButton* cancel = new MyButton(t("Cancel"));
+            cancel->setObjectName(QStringLiteral("cancel"));
+            cancel->setButtonColor(themeColor(ThemeKey::CancelButton));
+            if (state == Hover) {
+                confirm->setFade(100);
+                cancel->setFade(100);
+            }
+            if (state == Pressed)
+                confirm->setDown(true);
+            layout->addWidget(confirm);
+            layout->addWidget(cancel);
+            box->setEnabled(state != Disabled);
+            return box;
+        });
+        addRow(QStringLiteral("InflateButton\nMicroButton"), [](int state) -> QWidget* {
+            QWidget* box = new QWidget;
+            QHBoxLayout* layout = new QHBoxLayout(box);
+            layout->setContentsMargins(4, 0, 0, 0);
+            InflateButton* undo = new InflateButton(QIcon(QStringLiteral(":/resources/MenuBarIcons/Undo.png")),
+                                                    t("Undo"), QString());
+            InflateButton* redo = new InflateButton(QIcon(QStringLiteral(":/resources/MenuBarIcons/Redo.png")),
+                                                    t("Redo"), QString());
+            MicroButton* add = new MicroButton(QIcon(QStringLiteral(":/resources/ButtonIcons/Add.png")));
+            MicroButton* remove = new MicroButton(QIcon(QStringLiteral(":/resources/ButtonIcons/Remove.png")));
+            if (state == Hover) {
+                undo->setTransfer(1000);
+                undo->setHover(1000);
+                add->setAnimator(100);
+            }
+            if (state == Pressed) {
+                undo->setDown(true);
+                add->setDown(true);
+            }
+            if (state == Focused) {
+                undo->setCheckable(true);
+                undo->setChecked(true);
+            }
+            layout->addWidget(undo);
+            layout->addWidget(redo);
+            layout->addSpacing(10);
+            layout->addWidget(add);
+            layout->addWidget(remove);
+            layout->addStretch();
+            box->setEnabled(state != Disabled);
+            return box;
+        });
+        addRow(QStringLiteral("InflateLabel"), [](int state) -> QWidget* {
+            InflateLabel* label = new InflateLabel(t("Save Project"));
+            label->setAlignment(Qt::AlignCenter);
+            if (state == Hover)
+                label->setHover(1000);
+            if (state == Pressed)
+                label->setTransfer(600);
+            label->setEnabled(state != Disabled);
+            return label;
+        });
+
+        // Panels that take a whole row.
+        int row = grid->rowCount();
+        grid->addWidget(rowLabel(QStringLiteral("MyGroupBox\nMyHorizontalLine\nMyPlainTextEdit")), row, 0);
+        MyGroupBox* group = new MyGroupBox(t("Save Confirmation"));
+        QVBoxLayout* groupLayout = new QVBoxLayout(group);
+        groupLayout->setContentsMargins(10, MyGroupBox::TitleHeight + 8, 12, 14);
+        QLabel* text = new QLabel(t("Would you like to save before closing?"));
+        groupLayout->addWidget(text);
+        groupLayout->addWidget(new MyHorizontalLine);
+        MyPlainTextEdit* plain = new MyPlainTextEdit;
+        plain->setPlainText(QStringLiteral("// Insert code here.\nconst hud = $gameVelmora;"));
+        plain->setCodeBox();
+        plain->setFixedHeight(60);
+        groupLayout->addWidget(plain);
+        grid->addWidget(group, row, 1, 1, 2);
+        MyGroupBox* disabledGroup = new MyGroupBox(t("HUD Delete Confirmation"));
+        QVBoxLayout* disabledLayout = new QVBoxLayout(disabledGroup);
+        disabledLayout->setContentsMargins(10, MyGroupBox::TitleHeight + 8, 12, 14);
+        disabledLayout->addWidget(new QLabel(t("Close")));
+        disabledGroup->setEnabled(false);
+        grid->addWidget(disabledGroup, row, 3);
+
+        // The tooltip and an open drop-down are windows of their own; the
+        // gallery shows pictures of them.
+        group->setFixedWidth(2 * CellWidth + 14);
+        disabledGroup->setFixedWidth(CellWidth);
+        tipHolder = new QLabel;
+        tipHolder->setFixedWidth(CellWidth);
+        tipHolder->setMinimumHeight(90);
+        grid->addWidget(tipHolder, row, 4);
+        popupHolder = new QLabel;
+        popupHolder->setFixedWidth(CellWidth);
+        popupHolder->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        grid->addWidget(popupHolder, row, 5);
+
+        row = grid->rowCount();
+        grid->addWidget(rowLabel(QStringLiteral("MyTabSystem")), row, 0);
+        grid->addWidget(tabs(MyTabSystem::Slide, false, false, 4), row, 1, 1, 2);
+        grid->addWidget(tabs(MyTabSystem::Fade, true, false, 7), row, 3, 1, 2);
+        grid->addWidget(tabs(MyTabSystem::Shrink, false, true, 5), row, 5);
+    }
+
+    // Takes the pictures of the tooltip and a drop-down once the window stands.
+    void picturePopups()
+    {
+        QWidget* anchor = grid->itemAtPosition(1, 1)->widget();
+        UltimateToolTip* tip = UltimateToolTip::showFor(anchor, t("Open Project"),
+                                                        t("Reload Project") + QStringLiteral("\n\n") + t("Save Project"),
+                                                        anchor->mapToGlobal(QPoint(10, 10)));
+        QTimer::singleShot(250, this, [this, tip]() {
+            tipHolder->setPixmap(tip->grab());
+            tip->hide();
+            tip->deleteLater();
+        });
+        // A combo of its own, hidden behind the holder, so that the rows of
+        // combos keep their looks.
+        MyComboBox* combo = new MyComboBox(popupHolder);
+        combo->setGeometry(0, 0, popupHolder->width(), 46);
+        combo->addItem(t("Battle HUD"), 0);
+        combo->addItem(t("Open a project, or drop its \".rmmzproject\" file here."), 1);
+        combo->addItem(t("Map HUD"), 2);
+        combo->setMaxVisibleRows(2);
+        combo->showPopup();
+        QTimer::singleShot(300, this, [this, combo]() {
+            if (MyPopup* popup = combo->popup()) {
+                popupHolder->setPixmap(popup->grab());
+                popup->hide();
+            }
+            combo->hide();
+        });
+    }
+
+private:
+    QLabel* heading(const QString& text)
+    {
+        QLabel* label = new QLabel(text);
+        QFont bold = label->font();
+        bold.setBold(true);
+        label->setFont(bold);
+        return label;
+    }
+
+    QLabel* rowLabel(const QString& text)
+    {
+        QLabel* label = heading(text);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        return label;
+    }
+
+    void addRow(const QString& name, const std::function<QWidget*(int)>& make)
+    {
+        const int row = grid->rowCount();
+        grid->addWidget(rowLabel(name), row, 0);
+        // A fixed width, so that long texts of a language show how they elide.
+        for (int state = Normal; state <= Disabled; ++state) {
+            QWidget* cell = make(state);
+            cell->setFixedWidth(CellWidth);
+            grid->addWidget(cell, row, state + 1);
+        }
+    }
+
+    MyTabSystem* tabs(int style, bool twoRows, bool vertical, int count)
+    {
+        MyTabSystem* system = new MyTabSystem;
+        system->setTransitionStyle(style);
+        if (twoRows)
+            system->enableTwoRows();
+        system->setVertical(vertical);
+        const char* const names[] = {"Value", "Map HUD", "Battle HUD", "Window Text", "Open Project",
+                                     "Reload Project", "Save Project", "Close"};
+        for (int i = 0; i < count; ++i) {
+            QWidget* page = new QWidget;
+            QVBoxLayout* layout = new QVBoxLayout(page);
+            MyLineEdit* edit = new MyLineEdit;
+            edit->setCaption(t(names[i % 8]));
+            edit->setValue(QString::number(i + 1));
+            layout->addWidget(edit);
+            layout->addStretch();
+            system->addTab(t(names[i % 8]), page);
+        }
+        system->setMinimumHeight(twoRows ? 150 : 124);
+        system->setFixedWidth(vertical ? CellWidth : 2 * CellWidth + 14);
+        return system;
+    }
+
+    QGridLayout* grid;
+    QLabel* tipHolder;
+    QLabel* popupHolder;
+};
+
+}
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    initVelmoraResources();
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Velmora widget gallery"));
+    parser.addHelpOption();
+    parser.addOption({QStringLiteral("theme"), QStringLiteral("Theme to show (default: the built-in one)."),
+                      QStringLiteral("name")});
+    parser.addOption({QStringLiteral("language"), QStringLiteral("Translation CSV file."), QStringLiteral("file")});
+    parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write a picture of the gallery and quit."),
+                      QStringLiteral("file")});
+    parser.process(application);
+
+    Theme::installDefault();
+    const QString theme = parser.value(QStringLiteral("theme"));
+    if (!theme.isEmpty() && !Theme::load(theme))
+        std::fprintf(stderr, "theme \"%s\" not found, showing the default\n", qPrintable(theme));
+    Theme::refreshCachedColors();
+    if (parser.isSet(QStringLiteral("language")))
+        MorvikCSVTranslator::installLanguage(parser.value(QStringLiteral("language")));
+    QApplication::setStyle(new VelmoStyle());
+    Theme::apply();
+
+    Gallery* gallery = new Gallery;
+    QScrollArea scroll;
+    scroll.setWidget(gallery);
+    scroll.setWidgetResizable(true);
+    scroll.setWindowTitle(QStringLiteral("Velmora widget gallery"));
+    scroll.resize(gallery->sizeHint() + QSize(24, 24));
+    scroll.show();
+    // No field starts focused: the focused look has a column of its own.
+    scroll.setFocus();
+
+    QTimer::singleShot(100, gallery, [gallery]() { gallery->picturePopups(); });
+    const QString shot = parser.value(QStringLiteral("screenshot"));
+    if (!shot.isEmpty()) {
+        QTimer::singleShot(900, gallery, [gallery, shot]() {
+            gallery->resize(gallery->sizeHint());
+            if (!gallery->grab().save(shot))
+                std::fprintf(stderr, "could not write %s\n", qPrintable(shot));
+            QApplication::quit();
+        });
+    }
+    return application.exec();
+}

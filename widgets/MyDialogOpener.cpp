@@ -1,0 +1,85 @@
+#include "widgets/MyDialogOpener.h"
+
+#include "theme/ThemeKey.h"
+#include "theme/ThemeManager.h"
+#include "widgets/FormFieldPainter.h"
+#include "widgets/LookAnimation.h"
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPropertyAnimation>
+
+MyDialogOpener::MyDialogOpener(QWidget* parent) : FieldButton(parent)
+{
+}
+
+void MyDialogOpener::setTitle(const QString& text)
+{
+    titleText = text;
+    update();
+}
+
+void MyDialogOpener::setValue(const QString& text)
+{
+    valueText = text;
+    update();
+}
+
+void MyDialogOpener::setItalic(bool italic)
+{
+    italicValue = italic;
+    update();
+}
+
+void MyDialogOpener::confirm()
+{
+    LookAnimation::runFor(pressAnimation, state, 0, 500, QEasingCurve::OutCubic);
+}
+
+void MyDialogOpener::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        LookAnimation::run(pressAnimation, state, 300, 300, 240, QEasingCurve::OutCubic);
+    QPushButton::mousePressEvent(event);
+}
+
+void MyDialogOpener::mouseReleaseEvent(QMouseEvent* event)
+{
+    // The click may run a whole dialog; the look eases out after it either way.
+    QPushButton::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton)
+        confirm();
+}
+
+void MyDialogOpener::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const int w = paintField(painter,
+                             {themeColor(ThemeKey::DialogOpenerUIBase), themeColor(ThemeKey::DialogOpenerUIHover),
+                              themeColor(ThemeKey::DialogOpenerUIBackground)},
+                             themeColor(ThemeKey::DialogOpenerUIPrimary), titleText, 44);
+    const bool enabled = isEnabled();
+    const int hover = enabled ? state2 : 0;
+    const int press = enabled ? state : 0;
+
+    painter.save();
+    painter.translate(5, -3);
+    FormFieldPainter::setValueFont(painter, this, italicValue);
+    const QRect valueArea(2, 24, w - 24, 19);
+    painter.drawText(valueArea, Qt::AlignLeft | Qt::AlignVCenter,
+                     painter.fontMetrics().elidedText(valueText, Qt::ElideRight, valueArea.width()));
+    painter.restore();
+
+    // Three dots that spread with the hover and stand apart while pressed.
+    painter.save();
+    painter.translate(-4, 1);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(painter.opacity() * (enabled ? (hover + 400) / 700.0 : 0.2));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(themeColor(ThemeKey::DialogOpenerUIDots));
+    const double spread = press > 0 ? qMax(5.0 * hover / 300.0, 5.0 * press / 300.0) : 5.0 * hover / 300.0;
+    for (int i = -1; i <= 1; ++i)
+        painter.drawEllipse(QPointF(w - 5, 26 + i * spread), 1.5, 1.5);
+    painter.restore();
+}

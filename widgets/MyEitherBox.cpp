@@ -1,0 +1,155 @@
+#include "widgets/MyEitherBox.h"
+
+#include "theme/ThemeKey.h"
+#include "theme/ThemeManager.h"
+#include "widgets/FormFieldPainter.h"
+#include "widgets/LookAnimation.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPropertyAnimation>
+
+MyEitherBox::MyEitherBox(QWidget* parent)
+    : QPushButton(parent),
+      selectionAnimation(new QPropertyAnimation(this, "selection", this)),
+      hoverAnimation(new QPropertyAnimation(this, "hover", this))
+{
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumHeight(46);
+    connect(this, &QAbstractButton::clicked, this, &MyEitherBox::toggle);
+}
+
+void MyEitherBox::setPlaceholder(const QString& text)
+{
+    captionText = text;
+    update();
+}
+
+void MyEitherBox::setChoices(const QString& firstLabel, const QString& secondLabel)
+{
+    first = firstLabel;
+    second = secondLabel;
+    update();
+}
+
+void MyEitherBox::setChoice(bool choice, bool skipAnimation)
+{
+    chosen = choice;
+    if (skipAnimation) {
+        selectionAnimation->stop();
+        setSelection(chosen ? 0.0 : 1000.0);
+        return;
+    }
+    runSelection();
+}
+
+void MyEitherBox::runSelection()
+{
+    LookAnimation::run(selectionAnimation, position, chosen ? 0.0 : 1000.0, 1000, 250, QEasingCurve::OutCubic);
+}
+
+void MyEitherBox::toggle()
+{
+    chosen = !chosen;
+    emit whenChoiceChanges();
+    update();
+    runSelection();
+}
+
+void MyEitherBox::setSelection(double value)
+{
+    position = value;
+    update();
+}
+
+void MyEitherBox::setHover(double value)
+{
+    hoverLook = value;
+    update();
+}
+
+QSize MyEitherBox::sizeHint() const
+{
+    return QSize(160, 46);
+}
+
+QSize MyEitherBox::minimumSizeHint() const
+{
+    return QSize(60, 46);
+}
+
+bool MyEitherBox::event(QEvent* event)
+{
+    if (const int change = LookAnimation::hoverChange(this, event))
+        LookAnimation::run(hoverAnimation, hoverLook, change > 0 ? 1000.0 : 0.0, 1000, 150, QEasingCurve::Linear);
+    return QPushButton::event(event);
+}
+
+void MyEitherBox::keyPressEvent(QKeyEvent* event)
+{
+    if ((event->key() == Qt::Key_Space) && event->modifiers() == Qt::NoModifier) {
+        click();
+        return;
+    }
+    event->ignore();
+}
+
+void MyEitherBox::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const int w = FormFieldPainter::begin(painter, this);
+    const bool enabled = isEnabled();
+    const double hover = enabled ? hoverLook : 0.0;
+    FormFieldPainter::frame(painter, w,
+                            {themeColor(ThemeKey::EitherUIBase), themeColor(ThemeKey::EitherUIHover),
+                             themeColor(ThemeKey::EitherUIBackground)},
+                            hover / 1000.0);
+    FormFieldPainter::caption(painter, w, captionText, (hover + 1333) / 2333.0);
+
+    const double p = qBound(0.0, position / 1000.0, 1.0);
+    FormFieldPainter::setValueFont(painter, this);
+    const int h = painter.fontMetrics().height();
+    const double base = painter.opacity();
+    const int labelWidth = w - 11 - 9 - 8;
+    auto label = [&](const QString& text, double y, double opacity) {
+        if (opacity <= 0)
+            return;
+        painter.setOpacity(base * opacity);
+        painter.drawText(QRectF(9, y, labelWidth, 19), Qt::AlignLeft | Qt::AlignVCenter,
+                         painter.fontMetrics().elidedText(text, Qt::ElideRight, labelWidth));
+    };
+    const bool moving = p > 0.0 && p < 1.0;
+    if (moving) {
+        label(first, 38 - h + 30 * p, 1 - p);
+        label(second, 38 - h + 30 * (1 - p), p);
+    } else {
+        label(chosen ? first : second, 38 - h, 1.0);
+    }
+    painter.setOpacity(base);
+
+    // Two marks: the larger ring stands for the label that is shown.
+    painter.save();
+    painter.translate(-4, 1);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(base * (hover + 1333) / 2333.0 * (enabled ? 1.0 : 0.2));
+    const QColor mark = themeColor(ThemeKey::EitherUIDecorator);
+    auto dot = [&](double y, double radius) {
+        const QPointF centre(w - 5, y);
+        if (radius <= 2.0) {
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(mark);
+            painter.drawEllipse(centre, radius, radius);
+        } else {
+            QPainterPath ring;
+            ring.addEllipse(centre, radius, radius);
+            ring.addEllipse(centre, radius - 2, radius - 2);
+            painter.fillPath(ring, mark);
+        }
+    };
+    dot(33, 2 + 2 * p);
+    dot(23, 2 + 2 * (1 - p));
+    painter.restore();
+}
