@@ -44,9 +44,8 @@ QByteArray tagName(quint32 tag)
     return name;
 }
 
-// An SFNT font file read back: its tables by tag, and whether its header and
-// directory follow the format (binary-search fields, sorted tags, 4-byte
-// aligned tables inside the file, zero padding).
+// An SFNT font file read back: its tables by tag, and what keeps it from
+// being read (a directory or table outside the file).
 struct Sfnt {
     quint32 version = 0;
     QMap<quint32, QByteArray> tables;
@@ -56,47 +55,20 @@ struct Sfnt {
 Sfnt readSfnt(const QByteArray& bytes)
 {
     Sfnt font;
-    if (bytes.size() < 12) {
-        font.faults << QStringLiteral("shorter than a header");
+    const int count = bytes.size() < 12 ? 0 : get16(bytes, 4);
+    if (bytes.size() < 12 + 16 * count) {
+        font.faults << QStringLiteral("header or directory cut short");
         return font;
     }
     font.version = get32(bytes, 0);
-    const int count = get16(bytes, 4);
-    int power = 1;
-    int log = 0;
-    while (power * 2 <= count) {
-        power *= 2;
-        ++log;
-    }
-    if (get16(bytes, 6) != power * 16 || get16(bytes, 8) != log || get16(bytes, 10) != count * 16 - power * 16)
-        font.faults << QStringLiteral("binary-search fields");
-    if (bytes.size() % 4 != 0)
-        font.faults << QStringLiteral("file length not a multiple of 4");
-    quint32 previousTag = 0;
     for (int i = 0; i < count; ++i) {
-        const int entry = 12 + 16 * i;
-        if (entry + 16 > bytes.size()) {
-            font.faults << QStringLiteral("directory cut short");
-            return font;
-        }
-        const quint32 tag = get32(bytes, entry);
-        const quint32 offset = get32(bytes, entry + 8);
-        const quint32 length = get32(bytes, entry + 12);
-        if (i > 0 && tag <= previousTag)
-            font.faults << QStringLiteral("tags not sorted");
-        previousTag = tag;
-        if (offset % 4 != 0)
-            font.faults << QStringLiteral("table %1 not aligned").arg(QString::fromLatin1(tagName(tag)));
-        if (quint64(offset) + length > quint64(bytes.size())) {
+        const quint32 tag = get32(bytes, 12 + 16 * i);
+        const quint32 offset = get32(bytes, 12 + 16 * i + 8);
+        const quint32 length = get32(bytes, 12 + 16 * i + 12);
+        if (quint64(offset) + length > quint64(bytes.size()))
             font.faults << QStringLiteral("table %1 outside the file").arg(QString::fromLatin1(tagName(tag)));
-            continue;
-        }
-        font.tables.insert(tag, bytes.mid(int(offset), int(length)));
-        const quint64 paddedEnd = qMin<quint64>((quint64(offset) + length + 3) & ~quint64(3), bytes.size());
-        for (quint64 at = quint64(offset) + length; at < paddedEnd; ++at) {
-            if (bytes.at(int(at)) != 0)
-                font.faults << QStringLiteral("padding of %1 not zero").arg(QString::fromLatin1(tagName(tag)));
-        }
+        else
+            font.tables.insert(tag, bytes.mid(int(offset), int(length)));
     }
     return font;
 }
@@ -190,18 +162,6 @@ class TestFonts : public QObject {
     QByteArray woff;
     QByteArray woff2;
 
-    // The converter's output for bytes written to a file; empty when it wrote nothing.
-    QByteArray convertBytes(const QByteArray& bytes, const QString& suffix)
-    {
-        const QString folder = TestEnvironment::newFolder(QStringLiteral("convert"));
-        const QString source = folder + QStringLiteral("/font.") + suffix;
-        const QString destination = folder + QStringLiteral("/font.otf");
-        TestEnvironment::writeFile(source, bytes);
-        if (!convertWoffToOtf(source, destination))
-            return QByteArray();
-        return TestEnvironment::readFile(destination);
-    }
-
     // Refused: nothing written, neither a new file nor over an existing one.
     bool refusedCleanly(const QByteArray& bytes, const QString& suffix)
     {
@@ -239,17 +199,25 @@ private slots:
         PathManager::setExecutableFolder(programFolder);
     }
 
-    void convertedFontsHoldTheOriginalTables_data()
+    // A font made by the common encoders decodes to one that loads under the
+    // original's family and holds the original's tables.
+    void convertedFontsMatchTheOriginal_data()
     {
         addWebFontRows();
     }
 
-    void convertedFontsHoldTheOriginalTables()
+    void convertedFontsMatchTheOriginal()
     {
         QFETCH(QString, suffix);
         const bool second = suffix == QLatin1String("woff2");
+        const QString destination = TestEnvironment::newFolder(QStringLiteral("loaded")) + QStringLiteral("/font.otf");
+        QVERIFY(convertWoffToOtf(fixtures + QStringLiteral("/DejaVuSans.") + suffix, destination));
+        const int id = QFontDatabase::addApplicationFont(destination);
+        QVERIFY(id != -1);
+        QCOMPARE(QFontDatabase::applicationFontFamilies(id), QStringList{QString::fromLatin1(SampleFontFamily)});
+
         const Sfnt before = readSfnt(original);
-        const Sfnt after = readSfnt(convertBytes(second ? woff2 : woff, suffix));
+        const Sfnt after = readSfnt(TestEnvironment::readFile(destination));
         QVERIFY2(after.faults.isEmpty(), qPrintable(after.faults.join(QStringLiteral(", "))));
         QCOMPARE(after.version, before.version);
         QCOMPARE(after.tables.keys(), before.tables.keys());
@@ -267,31 +235,13 @@ private slots:
             return;
         QByteArray headBefore = before.tables.value(head);
         QByteArray headAfter = after.tables.value(head);
-        QCOMPARE(headAfter.size(), headBefore.size());
         put32(headBefore, 8, 0); // checkSumAdjustment
         put32(headAfter, 8, 0);
-        QVERIFY(get16(headAfter, 16) & 0x0800);
         put16(headAfter, 16, get16(headAfter, 16) & ~0x0800); // flags, bit 11
         QCOMPARE(headAfter, headBefore);
-        QVERIFY(!after.tables.value(glyf).isEmpty());
         // The glyph count stays, and so does every glyph's place in the index.
+        QVERIFY(!after.tables.value(glyf).isEmpty());
         QCOMPARE(after.tables.value(loca).size(), before.tables.value(loca).size());
-    }
-
-    void convertedFontsLoadUnderTheOriginalFamily_data()
-    {
-        addWebFontRows();
-    }
-
-    void convertedFontsLoadUnderTheOriginalFamily()
-    {
-        QFETCH(QString, suffix);
-        const QString source = fixtures + QStringLiteral("/DejaVuSans.") + suffix;
-        const QString destination = TestEnvironment::newFolder(QStringLiteral("loaded")) + QStringLiteral("/font.otf");
-        QVERIFY(convertWoffToOtf(source, destination));
-        const int id = QFontDatabase::addApplicationFont(destination);
-        QVERIFY(id != -1);
-        QCOMPARE(QFontDatabase::applicationFontFamilies(id), QStringList{QString::fromLatin1(SampleFontFamily)});
     }
 
     void malformedWoffWritesNothing_data()
@@ -307,69 +257,27 @@ private slots:
         };
 
         QTest::newRow("empty file") << QByteArray();
-        QTest::newRow("cut inside the header") << woff.left(30);
         QTest::newRow("cut inside the table directory") << woff.left(woffEntry(3) + 7);
         QTest::newRow("cut inside the table data") << woff.left(woff.size() - 64);
-        QTest::newRow("cut, with the length field made to fit") << changed([](QByteArray& b) {
-            b.chop(64);
-            put32(b, 8, quint32(b.size()));
-        });
         QTest::newRow("wrong signature") << changed([](QByteArray& b) { b[3] = 'X'; });
-        QTest::newRow("a plain TrueType font") << original;
-        QTest::newRow("WOFF 2.0 signature on WOFF 1.0 data") << changed([](QByteArray& b) { b[3] = '2'; });
-        QTest::newRow("no tables") << changed([](QByteArray& b) { put16(b, 12, 0); });
-        QTest::newRow("reserved field set") << changed([](QByteArray& b) { put16(b, 14, 1); });
-        QTest::newRow("more tables than the directory holds") << changed([](QByteArray& b) { put16(b, 12, 0xFFFF); });
-        QTest::newRow("table inflates to less than declared") << changed([&](QByteArray& b) {
-            put32(b, entry + 12, length + 4);
-            put32(b, 16, get32(b, 16) + 4);
-        });
-        QTest::newRow("table inflates to more than declared") << changed([&](QByteArray& b) {
-            put32(b, entry + 12, length - 4);
-        });
-        QTest::newRow("compressed longer than unpacked") << changed([&](QByteArray& b) {
-            put32(b, entry + 8, length + 1);
-        });
-        QTest::newRow("damaged compressed data") << changed([&](QByteArray& b) {
-            const int at = int(get32(b, entry + 4));
-            for (int i = 2; i < 40; ++i)
-                b[at + i] = char(0xA5);
-        });
-        QTest::newRow("table offset past the end") << changed([&](QByteArray& b) {
-            put32(b, entry + 4, quint32(b.size()) + 100);
-        });
         QTest::newRow("table offset and length wrap around") << changed([&](QByteArray& b) {
             put32(b, entry + 4, 0xFFFFFFF0u);
-        });
-        QTest::newRow("table inside the header") << changed([&](QByteArray& b) { put32(b, entry + 4, 8); });
-        QTest::newRow("table running past the end") << changed([&](QByteArray& b) {
-            put32(b, entry + 4, quint32(b.size()) - 8);
         });
         QTest::newRow("metadata outside the file") << changed([](QByteArray& b) {
             put32(b, 24, quint32(b.size()) - 4);
             put32(b, 28, 64);
         });
-        QTest::newRow("private data outside the file") << changed([](QByteArray& b) {
-            put32(b, 36, 0xFFFFFFFFu);
-            put32(b, 40, 2);
+        QTest::newRow("table inflates to less than declared") << changed([&](QByteArray& b) {
+            put32(b, entry + 12, length + 4);
+            put32(b, 16, get32(b, 16) + 4);
         });
         QTest::newRow("two tables of one tag") << changed([](QByteArray& b) {
             put32(b, woffEntry(1), get32(b, woffEntry(0)));
         });
-        QTest::newRow("declared font size too small") << changed([](QByteArray& b) {
-            put32(b, 16, get32(b, 16) / 2);
-        });
-        QTest::newRow("declared font size absurd") << changed([](QByteArray& b) { put32(b, 16, 0xFFFFFFFFu); });
-
-        // Small streams that unpack to a great deal.
-        const QByteArray zeros(32 * 1024 * 1024, '\0');
-        const QByteArray bomb = zlibStream(zeros);
+        // A small stream that unpacks to a great deal, and tables that add up
+        // past the font's declared size.
         QTest::newRow("table inflating far past its declared length")
-            << handMadeWoff({{0x7A7A7A7A, bomb, 1000}}, 12 + 16 + 1000);
-        QTest::newRow("table declaring far more than the font's declared size")
-            << handMadeWoff({{0x7A7A7A7A, bomb, quint32(zeros.size())}}, 12 + 16 + 1000);
-        QTest::newRow("table declaring more than its compressed size can hold")
-            << handMadeWoff({{0x7A7A7A7A, zlibStream(QByteArray(100, 'z')), 1000000}}, 12 + 16 + 1000000);
+            << handMadeWoff({{0x7A7A7A7A, zlibStream(QByteArray(32 * 1024 * 1024, '\0')), 1000}}, 12 + 16 + 1000);
         QTest::newRow("tables adding up past the font's declared size")
             << handMadeWoff({{0x61616161, zlibStream(QByteArray(600, 'a')), 600},
                              {0x62626262, zlibStream(QByteArray(600, 'b')), 600}},
@@ -385,27 +293,21 @@ private slots:
 
     void handMadeWoffIsDecoded()
     {
-        // The hand-made encoder above is right: a well-formed file of its
-        // making decodes, so the refusals above come from the faults alone.
+        // A well-formed file of the hand-made kind decodes, so the refusals
+        // above come from the faults alone.
         const QByteArray a(600, 'a');
-        const QByteArray b = "bbbbb";
-        const QByteArray font = WoffConverter::decodeWoff(
-            handMadeWoff({{0x61616161, zlibStream(a), 600}, {0x62626262, b, 5}}, 12 + 32 + 600 + 8));
-        const Sfnt sfnt = readSfnt(font);
+        const Sfnt sfnt = readSfnt(WoffConverter::decodeWoff(
+            handMadeWoff({{0x61616161, zlibStream(a), 600}, {0x62626262, "bbbbb", 5}}, 12 + 32 + 600 + 8)));
         QVERIFY2(sfnt.faults.isEmpty(), qPrintable(sfnt.faults.join(QStringLiteral(", "))));
         QCOMPARE(sfnt.tables.value(0x61616161), a);
-        QCOMPARE(sfnt.tables.value(0x62626262), b);
-        QCOMPARE(font.size(), 12 + 32 + 600 + 8);
+        QCOMPARE(sfnt.tables.value(0x62626262), QByteArray("bbbbb"));
     }
 
     void malformedWoff2WritesNothing_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QByteArray bytes;
-        QTest::newRow("empty file") << QByteArray();
-        QTest::newRow("cut inside the header") << woff2.left(30);
+        QByteArray bytes = woff2;
         QTest::newRow("cut in half") << woff2.left(woff2.size() / 2);
-        bytes = woff2;
         bytes[3] = 'X';
         QTest::newRow("wrong signature") << bytes;
         bytes = woff2;
@@ -413,14 +315,8 @@ private slots:
             bytes[i] = char(0x5A);
         QTest::newRow("damaged compressed data") << bytes;
         bytes = woff2;
-        put16(bytes, 12, 0xFFFF); // numTables
-        QTest::newRow("more tables than the file holds") << bytes;
-        bytes = woff2;
         put32(bytes, 8, quint32(woff2.size() + 100)); // length
         QTest::newRow("length field past the end") << bytes;
-        bytes = woff2;
-        put16(bytes, 12, 0); // numTables
-        QTest::newRow("no tables") << bytes;
     }
 
     void malformedWoff2WritesNothing()
@@ -454,86 +350,37 @@ private slots:
         QVERIFY(refused > 0);
     }
 
-    void graphicsTypesHaveFixedFolderNames()
-    {
-        const QStringList names = {
-            "Animations", "AutoTiles", "Backgrounds", "Characters", "Collectables", "ConjoinedTiles", "Enemies",
-            "Icons", "NPCs", "Objects", "Parallax", "Particles", "Pictures", "Placeholders", "Plugins",
-            "Projectiles", "Sprites", "SuperTiles", "System", "Tiles", "Transitions"};
-        for (int i = 0; i < names.size(); ++i)
-            QCOMPARE(PathManager::graphicsTypeName(PathManager::GraphicsType(i)), names[i]);
-        QCOMPARE(PathManager::Pictures, 12);
-        QCOMPARE(PathManager::Transitions, 20);
-        QVERIFY(PathManager::graphicsTypeName(PathManager::GraphicsType(21)).isEmpty());
-        QVERIFY(PathManager::graphicsTypeName(PathManager::GraphicsType(-1)).isEmpty());
-    }
-
     void graphicsFoldersFollowTheHook()
     {
+        const QDir project(QStringLiteral("/games/My Game"));
         PathManager::setGraphicsFolderHook(nullptr);
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Tiles), QStringLiteral("Assets/Graphics/Tiles"));
+        QCOMPARE(PathManager::graphicsFile(PathManager::Pictures, QStringLiteral("Hero.png"), project),
+                 QStringLiteral("/games/My Game/Assets/Graphics/Pictures/Hero.png"));
 
         PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("img/pictures"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::System), QStringLiteral("img/system"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Characters), QStringLiteral("img/faces"));
-        // The project has no folder for these: the hook's empty answer falls back.
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Icons), QStringLiteral("Assets/Graphics/Icons"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Animations), QStringLiteral("Assets/Graphics/Animations"));
-
-        const QDir project(QStringLiteral("/games/My Game"));
         QCOMPARE(PathManager::graphicsFile(PathManager::Pictures, QStringLiteral("Hero.png"), project),
                  QStringLiteral("/games/My Game/img/pictures/Hero.png"));
-        QCOMPARE(PathManager::graphicsFile(PathManager::Characters, QStringLiteral("Actor1.png"), project),
-                 QStringLiteral("/games/My Game/img/faces/Actor1.png"));
+        QCOMPARE(PathManager::graphicsFolder(PathManager::System), QStringLiteral("img/system"));
+        QCOMPARE(PathManager::graphicsFolder(PathManager::Characters), QStringLiteral("img/faces"));
+        // The project has no folder for this one: the hook's empty answer falls back.
         QCOMPARE(PathManager::graphicsFile(PathManager::Parallax, QStringLiteral("Sky.png"), project),
                  QStringLiteral("/games/My Game/Assets/Graphics/Parallax/Sky.png"));
-
-        PathManager::setGraphicsFolderHook([](PathManager::GraphicsType type) {
-            return type == PathManager::Tiles ? QStringLiteral("art/tiles") : QString();
-        });
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Tiles), QStringLiteral("art/tiles"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
         PathManager::setGraphicsFolderHook(nullptr);
-    }
-
-    void resourcePathsAndTheApplicationFolder()
-    {
-        QCOMPARE(PathManager::applicationFolder().absolutePath(), QDir(programFolder).absolutePath());
-        QCOMPARE(PathManager::resourcePath("resources/ContextIcons/Add.png"),
-                 QStringLiteral(":/resources/ContextIcons/Add.png"));
-        QVERIFY(QFile::exists(PathManager::resourcePath("resources/ContextIcons/Add.png")));
-
-        // A file in the override folder wins; one it doesn't have still comes
-        // from the compiled-in resources.
-        const QString replaced = programFolder + QStringLiteral("/Skin/resources/ContextIcons/Add.png");
-        TestEnvironment::writeFile(replaced, "png");
-        PathManager::setResourceOverrideFolder(QStringLiteral("Skin"));
-        QCOMPARE(PathManager::resourcePath("resources/ContextIcons/Add.png"), replaced);
-        QCOMPARE(PathManager::resourcePath("resources/ContextIcons/Cut.png"),
-                 QStringLiteral(":/resources/ContextIcons/Cut.png"));
-        PathManager::setResourceOverrideFolder(QString());
-        QCOMPARE(PathManager::resourcePath("resources/ContextIcons/Add.png"),
-                 QStringLiteral(":/resources/ContextIcons/Add.png"));
     }
 
     void fontsLoadOncePerName()
     {
         QCOMPARE(PathManager::getFont(QString(), QDir(fixtures), false), QFont());
-
+        const QString family = QString::fromLatin1(SampleFontFamily);
         const QString first = TestEnvironment::newFolder(QStringLiteral("fonts"));
         QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.ttf"), first + QStringLiteral("/Once.ttf")));
-        QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(first), false).family(),
-                 QString::fromLatin1(SampleFontFamily));
-        QCOMPARE(PathManager::loadedFontFamily(QStringLiteral("Once.ttf")), QString::fromLatin1(SampleFontFamily));
+        QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(first), false).family(), family);
 
         // Asked again from a folder where that name is no font at all: the
         // first call's family, without loading anything.
         const QString second = TestEnvironment::newFolder(QStringLiteral("fonts"));
         TestEnvironment::writeFile(second + QStringLiteral("/Once.ttf"), "not a font");
-        QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(second), false).family(),
-                 QString::fromLatin1(SampleFontFamily));
+        QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(second), false).family(), family);
 
         // The assets layout looks below "Assets/Fonts".
         const QString assets = TestEnvironment::newFolder(QStringLiteral("assets"));
@@ -541,22 +388,14 @@ private slots:
         QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.ttf"),
                             assets + QStringLiteral("/Assets/Fonts/InAssets.ttf")));
         QCOMPARE(PathManager::getFont(QStringLiteral("InAssets.ttf"), QDir(assets), false), QFont());
-        QCOMPARE(PathManager::getFont(QStringLiteral("InAssets.ttf"), QDir(assets), true).family(),
-                 QString::fromLatin1(SampleFontFamily));
-    }
+        QCOMPARE(PathManager::getFont(QStringLiteral("InAssets.ttf"), QDir(assets), true).family(), family);
 
-    void refusedFontsAreTriedAgain()
-    {
-        const QString folder = TestEnvironment::newFolder(QStringLiteral("fonts"));
-        const QString path = folder + QStringLiteral("/Later.ttf");
-        TestEnvironment::writeFile(path, "not a font");
-        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(folder), false), QFont());
-        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(folder), false), QFont());
-        QVERIFY(PathManager::loadedFontFamily(QStringLiteral("Later.ttf")).isEmpty());
-        // The user puts the real file in place: the next call loads it.
-        TestEnvironment::writeFile(path, original);
-        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(folder), false).family(),
-                 QString::fromLatin1(SampleFontFamily));
+        // A refused file is tried again once the user puts the real one in place.
+        const QString later = first + QStringLiteral("/Later.ttf");
+        TestEnvironment::writeFile(later, "not a font");
+        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(first), false), QFont());
+        TestEnvironment::writeFile(later, original);
+        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(first), false).family(), family);
     }
 
     void webFontsLoadThroughTheCache_data()
@@ -572,20 +411,14 @@ private slots:
         QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.") + suffix, folder + QLatin1Char('/') + name));
         const QStringList before = cacheFiles(programFolder);
         QCOMPARE(PathManager::getFont(name, QDir(folder), false).family(), QString::fromLatin1(SampleFontFamily));
-        QCOMPARE(PathManager::loadedFontFamily(name), QString::fromLatin1(SampleFontFamily));
 
-        // One new file in "FontCache" beside the executable, named by number,
-        // holding the decoded font.
+        // One new file in "FontCache" beside the executable, named by number.
         QStringList added = cacheFiles(programFolder);
         for (const QString& file : before)
             added.removeOne(file);
         QCOMPARE(added.size(), 1);
         QVERIFY2(QRegularExpression(QStringLiteral("^font\\d+\\.otf$")).match(added.first()).hasMatch(),
                  qPrintable(added.first()));
-        const QByteArray source = TestEnvironment::readFile(folder + QLatin1Char('/') + name);
-        const QByteArray decoded = suffix == QLatin1String("woff") ? WoffConverter::decodeWoff(source)
-                                                                   : WoffConverter::decodeWoff2(source);
-        QCOMPARE(TestEnvironment::readFile(programFolder + QStringLiteral("/FontCache/") + added.first()), decoded);
 
         // Loaded once: no further conversion.
         QCOMPARE(PathManager::getFont(name, QDir(folder), false).family(), QString::fromLatin1(SampleFontFamily));
@@ -599,9 +432,6 @@ private slots:
         QCOMPARE(PathManager::getFont(QStringLiteral("DejaVuSerif-Latin.woff"), fonts, false).family(),
                  QStringLiteral("DejaVu Serif"));
         QCOMPARE(PathManager::getFont(QStringLiteral("DejaVuSansMono-Latin.woff2"), fonts, false).family(),
-                 QStringLiteral("DejaVu Sans Mono"));
-        QCOMPARE(PathManager::loadedFontFamily(QStringLiteral("DejaVuSerif-Latin.woff")), QStringLiteral("DejaVu Serif"));
-        QCOMPARE(PathManager::loadedFontFamily(QStringLiteral("DejaVuSansMono-Latin.woff2")),
                  QStringLiteral("DejaVu Sans Mono"));
     }
 
@@ -634,10 +464,7 @@ private slots:
     {
         // A program folder that can't be written (here: one that isn't there).
         PathManager::setExecutableFolder(programFolder + QStringLiteral("/not-there"));
-        const QString expected = PathManager::userCacheFolder() + QStringLiteral("/FontCache/font7.otf");
-        QCOMPARE(PathManager::fontCacheFile(7), expected);
-        QVERIFY(expected.startsWith(TestEnvironment::home()));
-
+        QVERIFY(PathManager::userCacheFolder().startsWith(TestEnvironment::home()));
         const QString folder = TestEnvironment::newFolder(QStringLiteral("fonts"));
         QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.woff"), folder + QStringLiteral("/Elsewhere.woff")));
         QCOMPARE(PathManager::getFont(QStringLiteral("Elsewhere.woff"), QDir(folder), false).family(),
@@ -645,7 +472,6 @@ private slots:
         QCOMPARE(cacheFiles(PathManager::userCacheFolder()).size(), 1);
         QVERIFY(!QFileInfo::exists(programFolder + QStringLiteral("/not-there")));
         PathManager::setExecutableFolder(programFolder);
-        QCOMPARE(PathManager::fontCacheFile(7), programFolder + QStringLiteral("/FontCache/font7.otf"));
     }
 };
 
