@@ -3,10 +3,27 @@
 #include "widgets/MainWindowTitleBarShadow.h"
 #include "widgets/TitleBarButtons.h"
 
+#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
+
+namespace {
+
+// The title's face, compiled in and loaded on first use; empty when it can't
+// be loaded, and the title keeps the default font.
+QString titleFontFamily()
+{
+    static const QString family = [] {
+        const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/resources/Fonts/Pangolin-Regular.ttf"));
+        const QStringList families = QFontDatabase::applicationFontFamilies(id);
+        return families.isEmpty() ? QString() : families.first();
+    }();
+    return family;
+}
+
+}
 
 VelmoMainTitleBar::VelmoMainTitleBar(int windowStyle, bool nativeMenuBar, QWidget* parent)
     : BaseMainTitleBar(windowStyle, nativeMenuBar, parent)
@@ -56,6 +73,8 @@ void VelmoMainTitleBar::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(this);
     QFont font = painter.font();
+    if (!titleFontFamily().isEmpty())
+        font.setFamily(titleFontFamily());
     font.setWeight(QFont::Bold);
     font.setPointSizeF(font.pointSizeF() + 1);
     painter.setFont(font);

@@ -1,10 +1,12 @@
-// Draws the artwork of the bundled sample project and the application's splash and icon.
+// Draws the artwork of the bundled sample project and the application's splash, icons and
+// editor images.
 // Build: g++ -std=c++17 -fPIC samplegen.cpp -o samplegen $(pkg-config --cflags --libs Qt5Gui Qt5Core)
 // Run:   QT_QPA_PLATFORM=offscreen ./samplegen <repository root>
 #include <QDir>
 #include <QFileInfo>
 #include <QFont>
 #include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QImage>
 #include <QLinearGradient>
@@ -1141,6 +1143,90 @@ void makePictures()
 
 // ---------------------------------------------------------------- application art
 
+// The canvas' transparency checkerboard: two greys in 8-pixel squares. It shows
+// under a HUD without a background and, dimmed, around the canvas.
+void makeEditorTile()
+{
+    QImage img(16, 16, QImage::Format_ARGB32);
+    img.fill(QColor(0xc4, 0xc4, 0xc4));
+    QPainter p(&img);
+    p.fillRect(0, 0, 8, 8, QColor(0x9c, 0x9c, 0x9c));
+    p.fillRect(8, 8, 8, 8, QColor(0x9c, 0x9c, 0x9c));
+    p.end();
+    save(img, QStringLiteral("resources/Editor/Tile.png"));
+}
+
+// The title bar's command icons, cut from the Material Design icon font
+// (Debian's fonts-material-design-icons-iconfont, Apache-2.0). The tool buttons
+// show their icons at 24 pixels and grow on hover, so the files are drawn at
+// twice that. Light glyphs suit the dark title bar; a dark rim keeps them
+// readable on a light theme's.
+const char *const kMaterialIconFont =
+    "/usr/share/fonts/truetype/material-design-icons-iconfont/MaterialIcons-Regular.ttf";
+
+struct MenuBarIcon
+{
+    const char *file;
+    ushort glyph;
+    QRgb colour;
+};
+
+void makeMenuBarIcons()
+{
+    const int id = QFontDatabase::addApplicationFont(QString::fromLatin1(kMaterialIconFont));
+    if (id < 0 || QFontDatabase::applicationFontFamilies(id).isEmpty()) {
+        std::fprintf(stderr, "%s is missing: install the Debian package fonts-material-design-icons-iconfont\n",
+                     kMaterialIconFont);
+        g_ok = false;
+        return;
+    }
+    const QString family = QFontDatabase::applicationFontFamilies(id).first();
+    const QRgb light = qRgb(0xee, 0xf0, 0xf4), go = qRgb(0x8c, 0xe6, 0x9a), halt = qRgb(0xff, 0x9c, 0x94);
+    const MenuBarIcon icons[] = {
+        {"OpenProject.png", 0xe2c8, light},     // folder_open
+        {"ReloadProject.png", 0xe5d5, light},   // refresh
+        {"SaveProject.png", 0xe161, light},     // save
+        {"CloseProject.png", 0xeb83, light},    // folder_off
+        {"Undo.png", 0xe166, light},            // undo
+        {"Redo.png", 0xe15a, light},            // redo
+        {"RunGame.png", 0xe037, go},            // play_arrow
+        {"StopGame.png", 0xe047, halt},         // stop
+        {"OpenExplorer.png", 0xe675, light},    // drive_file_move
+        {"Settings.png", 0xe8b8, light},        // settings
+        {"ZoomIn.png", 0xe8ff, light},          // zoom_in
+        {"ZoomOut.png", 0xe900, light},         // zoom_out
+        {"FitZoom.png", 0xea10, light},         // fit_screen
+        // Help menu entries, which have no tool button.
+        {"About.png", 0xe88e, light},           // info
+        {"Tutorial.png", 0xf06a, light},        // smart_display
+        {"Update.png", 0xe8d7, light},          // system_update_alt
+    };
+    const QColor rim(0x1a, 0x1c, 0x22);
+    const int size = 48;
+    QFont font(family);
+    font.setPixelSize(size);
+    const QFontMetricsF metrics(font);
+    for (const MenuBarIcon &icon : icons) {
+        const QString text = QString(QChar(icon.glyph));
+        // The glyph's em square fills the image, so the font's own alignment holds.
+        QPainterPath path;
+        path.addText(QPointF((size - metrics.horizontalAdvance(text)) / 2,
+                             (size - metrics.height()) / 2 + metrics.ascent()),
+                     font, text);
+        QImage img = blank(size, size);
+        QPainter p(&img);
+        setupPainter(p);
+        p.setPen(QPen(rim, 4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        p.setBrush(rim);
+        p.drawPath(path);
+        p.setPen(Qt::NoPen);
+        p.setBrush(QColor(icon.colour));
+        p.drawPath(path);
+        p.end();
+        save(img, QStringLiteral("resources/MenuBarIcons/%1").arg(QLatin1String(icon.file)));
+    }
+}
+
 void makeSplash()
 {
     QImage img = blank(600, 340);
@@ -1386,27 +1472,6 @@ void makeFieldIcons()
 {
     const QColor ink(0x2a, 0x2e, 0x38), blue(0x5a, 0x9c, 0xe6), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2),
         violet(0xa0, 0x78, 0xe0);
-    auto arrow = [](QPainter &p, const QColor &colour, bool mirrored) {
-        p.save();
-        if (mirrored) {
-            p.translate(32, 0);
-            p.scale(-1, 1);
-        }
-        QPainterPath bend;
-        bend.moveTo(26, 25);
-        bend.cubicTo(26, 12, 18, 9, 9, 11);
-        p.setPen(QPen(colour.darker(150), 6, Qt::SolidLine, Qt::RoundCap));
-        p.drawPath(bend);
-        p.setPen(QPen(colour, 3.4, Qt::SolidLine, Qt::RoundCap));
-        p.drawPath(bend);
-        p.setPen(QPen(colour.darker(150), 1.4));
-        p.setBrush(colour);
-        const QPointF head[] = {{4, 11}, {12, 3.5}, {12, 18.5}};
-        p.drawPolygon(head, 3);
-        p.restore();
-    };
-    icon(QStringLiteral("resources/MenuBarIcons/Undo.png"), [&](QPainter &p) { arrow(p, blue, false); });
-    icon(QStringLiteral("resources/MenuBarIcons/Redo.png"), [&](QPainter &p) { arrow(p, blue, true); });
     icon(QStringLiteral("resources/ContextIcons/None.png"), [red](QPainter &p) {
         p.setPen(QPen(red.darker(160), 7, Qt::SolidLine, Qt::RoundCap));
         p.drawLine(QPointF(8, 8), QPointF(24, 24));
@@ -1481,6 +1546,8 @@ int main(int argc, char **argv)
     makeGaugeSkin();
     makeFaces();
     makePictures();
+    makeEditorTile();
+    makeMenuBarIcons();
     makeSplash();
     makeAppIcon();
     makeUiIcons();
