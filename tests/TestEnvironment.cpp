@@ -7,9 +7,14 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QApplication>
+#include <QLabel>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
+
+#include "widgets/TrovDialog.h"
 
 namespace TestEnvironment {
 
@@ -122,6 +127,42 @@ void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons butt
 {
     QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point), Qt::NoButton, buttons, Qt::NoModifier);
     QApplication::sendEvent(widget, &move);
+}
+
+Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
+{
+    Seen seen;
+    QTimer timer;
+    timer.setInterval(5);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        TrovDialog* dialog = qobject_cast<TrovDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible() || answers.isEmpty())
+            return;
+        seen.title = dialog->windowTitle();
+        const QLabel* label = dialog->findChild<QLabel*>(QStringLiteral("label"));
+        seen.text = label ? label->text() : QString();
+        ++seen.count;
+        answers.takeFirst()(dialog);
+    });
+    timer.start();
+    trigger();
+    timer.stop();
+    return seen;
+}
+
+Answer press(const char* objectName)
+{
+    return [objectName](TrovDialog* dialog) {
+        QPushButton* button = dialog->findChild<QPushButton*>(QLatin1String(objectName));
+        QVERIFY2(button, objectName);
+        QVERIFY2(button->isVisible(), objectName);
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+}
+
+Answer closeByFrame()
+{
+    return [](TrovDialog* dialog) { dialog->close(); };
 }
 
 }

@@ -7,6 +7,10 @@
 
 #include "app/Startup.h"
 
+#include <functional>
+
+class TrovDialog;
+
 // Shared set-up of the test programs: an isolated home, settings store and
 // data folders in a temporary folder, and realistic project folders.
 namespace TestEnvironment {
@@ -37,6 +41,23 @@ QString documentPath(const QString& project);
 // A mouse move with buttons held, as a drag sends it (QTest's own move holds none).
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons);
 QByteArray compact(const QJsonObject& object);
+
+// What the program's dialogs showed while a trigger ran.
+struct Seen {
+    QString title;
+    QString text;
+    int count = 0;
+};
+
+using Answer = std::function<void(TrovDialog*)>;
+
+// Answers the program's modal dialogs that come up while trigger runs, in
+// order, and records the title and message of each.
+Seen answering(const std::function<void()>& trigger, QList<Answer> answers);
+// Clicks a button of the dialog with the mouse.
+Answer press(const char* objectName);
+// What the window manager's close button does.
+Answer closeByFrame();
 
 }
 
