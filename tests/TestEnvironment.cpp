@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -142,6 +143,14 @@ Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
         const QLabel* label = dialog->findChild<QLabel*>(QStringLiteral("label"));
         seen.text = label ? label->text() : QString();
         ++seen.count;
+        // VELMORA_TEST_SHOTS names a folder that gets a picture of the screen
+        // for each question, for a person to look at (under Xvfb).
+        const QString shots = qEnvironmentVariable("VELMORA_TEST_SHOTS");
+        if (!shots.isEmpty() && QGuiApplication::primaryScreen()) {
+            static int shot = 0;
+            QGuiApplication::primaryScreen()->grabWindow(0).save(
+                QStringLiteral("%1/%2-%3.png").arg(shots).arg(++shot).arg(seen.title.simplified().replace(QLatin1Char(' '), QLatin1Char('-'))));
+        }
         answers.takeFirst()(dialog);
     });
     timer.start();

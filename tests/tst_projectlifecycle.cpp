@@ -16,6 +16,8 @@
 #include <QJsonDocument>
 #include <QLabel>
 #include <QMap>
+#include <QProcess>
+#include <QRegularExpression>
 
 #include <csignal>
 #include <sys/types.h>
@@ -59,15 +61,27 @@ bool processAlive(const QString& pidFile)
     return pid > 0 && ::kill(pid_t(pid), 0) == 0;
 }
 
-// The recovery files in the isolated cache folder.
-QStringList recoveryFiles()
+// The recovery files in the cache folder of an isolated home.
+QStringList recoveryFiles(const QString& home = TestEnvironment::home())
 {
     QStringList files;
-    QDirIterator it(TestEnvironment::home() + QStringLiteral("/cache"), {QStringLiteral("*.json")}, QDir::Files,
+    QDirIterator it(home + QStringLiteral("/cache"), {QStringLiteral("*.json")}, QDir::Files,
                     QDirIterator::Subdirectories);
     while (it.hasNext())
         files.append(it.next());
     return files;
+}
+
+// The two template documents a fresh project starts from.
+namespace HudTemplates {
+QJsonArray read(const char* name)
+{
+    return QJsonDocument::fromJson(TestEnvironment::readFile(QCoreApplication::applicationDirPath()
+                                                             + QStringLiteral("/Default/") + QLatin1String(name)))
+        .array();
+}
+QJsonArray map() { return read("VelmoraMapHUD.json"); }
+QJsonArray battle() { return read("VelmoraBattleHUD.json"); }
 }
 
 QJsonObject writtenDocument(const QString& project)
@@ -438,6 +452,79 @@ private slots:
         seen = answering([&] { openWindow(project); }, {press("confirmButton")});
         QCOMPARE(seen.count, 0);
         QCOMPARE(rowNames().last(), QStringLiteral("Newer"));
+    }
+
+    void recoveryAfterTheEditorWasKilled()
+    {
+        // A real editor process with a home of its own, edited by a user
+        // injected into it, then killed outright.
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("killed"));
+        const QString childHome = TestEnvironment::newFolder(QStringLiteral("child-home"));
+        QDir().mkpath(childHome + QStringLiteral("/runtime"));
+        QFile::setPermissions(childHome + QStringLiteral("/runtime"),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        const QString log = childHome + QStringLiteral("/user.log");
+        const QJsonObject pasted{{QStringLiteral("Name"), QStringLiteral("Survives the kill")},
+                                 {QStringLiteral("IsHUD"), true},
+                                 {QStringLiteral("HUD"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 0},
+                                                                                {QStringLiteral("X"), 12},
+                                                                                {QStringLiteral("Y"), 34}}}}};
+        auto editor = [&](const char* mode) {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(QStringLiteral("HOME"), childHome);
+            environment.insert(QStringLiteral("XDG_CONFIG_HOME"), childHome + QStringLiteral("/config"));
+            environment.insert(QStringLiteral("XDG_DATA_HOME"), childHome + QStringLiteral("/data"));
+            environment.insert(QStringLiteral("XDG_CACHE_HOME"), childHome + QStringLiteral("/cache"));
+            environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), childHome + QStringLiteral("/runtime"));
+            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+            environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELMORA_TEST_USER_LIBRARY));
+            environment.insert(QStringLiteral("VELMORA_TEST_USER"), QLatin1String(mode));
+            environment.insert(QStringLiteral("VELMORA_TEST_USER_LOG"), log);
+            environment.insert(QStringLiteral("VELMORA_TEST_USER_HUD"), QString::fromUtf8(TestEnvironment::compact(pasted)));
+            auto* process = new QProcess(this);
+            process->setProcessEnvironment(environment);
+            process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+            process->start(QStringLiteral(VELMORA_EXECUTABLE), {project});
+            return process;
+        };
+        auto recoveries = [&]() { return recoveryFiles(childHome); };
+
+        QProcess* first = editor("edit");
+        QVERIFY(first->waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(TestEnvironment::readFile(log).contains("edited") && recoveries().size() == 1, 30000);
+        ::kill(pid_t(first->processId()), SIGKILL);
+        QVERIFY(first->waitForFinished());
+        QCOMPARE(first->exitStatus(), QProcess::CrashExit);
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
+
+        QProcess* second = editor("restore");
+        QVERIFY(second->waitForFinished(60000));
+        QCOMPARE(second->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second->exitCode(), 0);
+        const QByteArray seen = TestEnvironment::readFile(log);
+        QVERIFY2(seen.contains("asked: Recover Unsaved Changes: "), seen.constData());
+        QVERIFY(seen.contains("saved"));
+        QVERIFY(recoveries().isEmpty());
+
+        // The saved document is the edited one: the two HUDs of a fresh
+        // project and the pasted HUD with an identifier of its own.
+        const QJsonObject written = writtenDocument(project);
+        const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.size(), 3);
+        QCOMPARE(data.at(written.value(QStringLiteral("Map")).toInt()).toObject(),
+                 QJsonObject({{QStringLiteral("HUD"), HudTemplates::map()}}));
+        QCOMPARE(data.at(written.value(QStringLiteral("Battle")).toInt()).toObject(),
+                 QJsonObject({{QStringLiteral("HUD"), HudTemplates::battle()}}));
+        int custom = -1;
+        for (int i = 0; i < data.size(); ++i) {
+            if (data.at(i).toObject().value(QStringLiteral("Name")).toString() == QStringLiteral("Survives the kill"))
+                custom = i;
+        }
+        QVERIFY(custom >= 0);
+        QJsonObject restored = data.at(custom).toObject();
+        const QString id = restored.take(QStringLiteral("ID")).toString();
+        QVERIFY2(QRegularExpression(QStringLiteral("^[0-6]{5}$")).match(id).hasMatch(), qPrintable(id));
+        QCOMPARE(restored, pasted);
     }
 };
 
