@@ -15,6 +15,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "app/SettingsStore.h"
+#include "app/VelmoMainWindow.h"
 #include "widgets/TrovDialog.h"
 
 namespace TestEnvironment {
@@ -124,6 +126,30 @@ QString documentPath(const QString& project)
     return project + QStringLiteral("/data/plugin/VelmoraHUD.json");
 }
 
+QJsonObject writtenDocument(const QString& project)
+{
+    return QJsonDocument::fromJson(readFile(documentPath(project))).object();
+}
+
+QJsonArray templateArray(const char* name)
+{
+    return QJsonDocument::fromJson(readFile(QCoreApplication::applicationDirPath() + QStringLiteral("/Default/")
+                                            + QLatin1String(name)))
+        .array();
+}
+
+VelmoMainWindow* showMainWindow(const QString& project)
+{
+    SettingsStore().setValue(QStringLiteral("Project"), project);
+    VelmoMainWindow* window = new VelmoMainWindow(2, false, QString(), QString());
+    window->resize(1100, 700);
+    window->show();
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window))
+        qWarning("window not active");
+    return window;
+}
+
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons)
 {
     QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point), Qt::NoButton, buttons, Qt::NoModifier);
@@ -148,6 +174,8 @@ Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
         const QString shots = qEnvironmentVariable("VELMORA_TEST_SHOTS");
         if (!shots.isEmpty() && QGuiApplication::primaryScreen()) {
             static int shot = 0;
+            QTest::qWaitForWindowExposed(dialog);
+            QTest::qWait(300);
             QGuiApplication::primaryScreen()->grabWindow(0).save(
                 QStringLiteral("%1/%2-%3.png").arg(shots).arg(++shot).arg(seen.title.simplified().replace(QLatin1Char(' '), QLatin1Char('-'))));
         }

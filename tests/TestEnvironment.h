@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 #include <QtTest>
@@ -10,6 +11,7 @@
 #include <functional>
 
 class TrovDialog;
+class VelmoMainWindow;
 
 // Shared set-up of the test programs: an isolated home, settings store and
 // data folders in a temporary folder, and realistic project folders.
@@ -37,6 +39,14 @@ QString makeProject(const QString& name, int screenWidth = 1280, int screenHeigh
 QString copySampleProject(const QString& name);
 
 QString documentPath(const QString& project);
+// The project's "VelmoraHUD.json" as an object; empty when there is none.
+QJsonObject writtenDocument(const QString& project);
+// The component array of a template document beside the executable.
+QJsonArray templateArray(const char* name);
+
+// A main window built as at start-up with project as the stored "Project",
+// shown and active.
+VelmoMainWindow* showMainWindow(const QString& project);
 
 // A mouse move with buttons held, as a drag sends it (QTest's own move holds none).
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons);

@@ -30,21 +30,13 @@ namespace {
 
 using TestEnvironment::Answer;
 using TestEnvironment::Seen;
+using TestEnvironment::templateArray;
+using TestEnvironment::writtenDocument;
 using TestEnvironment::answering;
 using TestEnvironment::closeByFrame;
 using TestEnvironment::press;
 
-QJsonArray templateArray(const char* name)
-{
-    return QJsonDocument::fromJson(TestEnvironment::readFile(QCoreApplication::applicationDirPath()
-                                                             + QStringLiteral("/Default/") + QLatin1String(name)))
-        .array();
-}
 
-QJsonObject writtenDocument(const QString& project)
-{
-    return QJsonDocument::fromJson(TestEnvironment::readFile(TestEnvironment::documentPath(project))).object();
-}
 
 }
 
@@ -57,13 +49,7 @@ private:
 
     VelmoMainWindow* openWindow(const QString& project)
     {
-        SettingsStore().setValue(QStringLiteral("Project"), project);
-        window.reset(new VelmoMainWindow(2, false, QString(), QString()));
-        window->resize(1100, 700);
-        window->show();
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get()))
-            qWarning("window not active");
+        window.reset(TestEnvironment::showMainWindow(project));
         return window.get();
     }
     UltimateTree* list() const { return window->hudListWidget()->tree(); }

@@ -24,6 +24,8 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::Seen;
+using TestEnvironment::templateArray;
+using TestEnvironment::writtenDocument;
 using TestEnvironment::answering;
 using TestEnvironment::press;
 
@@ -72,22 +74,6 @@ QStringList recoveryFiles(const QString& home = TestEnvironment::home())
     return files;
 }
 
-// The two template documents a fresh project starts from.
-namespace HudTemplates {
-QJsonArray read(const char* name)
-{
-    return QJsonDocument::fromJson(TestEnvironment::readFile(QCoreApplication::applicationDirPath()
-                                                             + QStringLiteral("/Default/") + QLatin1String(name)))
-        .array();
-}
-QJsonArray map() { return read("VelmoraMapHUD.json"); }
-QJsonArray battle() { return read("VelmoraBattleHUD.json"); }
-}
-
-QJsonObject writtenDocument(const QString& project)
-{
-    return QJsonDocument::fromJson(TestEnvironment::readFile(TestEnvironment::documentPath(project))).object();
-}
 
 QByteArray documentWithHuds(const QStringList& names)
 {
@@ -125,13 +111,7 @@ private:
 
     VelmoMainWindow* openWindow(const QString& project)
     {
-        SettingsStore().setValue(QStringLiteral("Project"), project);
-        window.reset(new VelmoMainWindow(2, false, QString(), QString()));
-        window->resize(1100, 700);
-        window->show();
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get()))
-            qWarning("window not active");
+        window.reset(TestEnvironment::showMainWindow(project));
         return window.get();
     }
     QAction* action(const char* name) const
@@ -512,9 +492,9 @@ private slots:
         const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
         QCOMPARE(data.size(), 3);
         QCOMPARE(data.at(written.value(QStringLiteral("Map")).toInt()).toObject(),
-                 QJsonObject({{QStringLiteral("HUD"), HudTemplates::map()}}));
+                 QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}));
         QCOMPARE(data.at(written.value(QStringLiteral("Battle")).toInt()).toObject(),
-                 QJsonObject({{QStringLiteral("HUD"), HudTemplates::battle()}}));
+                 QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}}));
         int custom = -1;
         for (int i = 0; i < data.size(); ++i) {
             if (data.at(i).toObject().value(QStringLiteral("Name")).toString() == QStringLiteral("Survives the kill"))
