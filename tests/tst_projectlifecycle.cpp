@@ -1,5 +1,6 @@
 #include "TestEnvironment.h"
 
+#include "app/GameRunner.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
 #include "widgets/TrovDialog.h"
@@ -271,6 +272,39 @@ private slots:
         QVERIFY(QFileInfo::exists(runtimeFile(runtime, "document")));
         QVERIFY(!window->projectIsChanged());
         window->StopGame();
+    }
+
+    void runtimeOfALocation()
+    {
+        // The Linux runtime wins; the Windows one goes through wine when it
+        // is installed; the arguments are the same either way.
+        const QString both = TestEnvironment::newFolder(QStringLiteral("both"));
+        TestEnvironment::writeFile(both + QStringLiteral("/nwjs-lin/nw"), "#!/bin/sh\n");
+        TestEnvironment::writeFile(both + QStringLiteral("/nwjs-win/nw.exe"), "MZ");
+        QVERIFY(GameRunner::isValidLocation(both));
+        QCOMPARE(GameRunner::command(both).program, QDir(both).absoluteFilePath(QStringLiteral("nwjs-lin/nw")));
+        QCOMPARE(GameRunner::command(both).arguments, QStringList{QStringLiteral(".")});
+
+        const QString windows = TestEnvironment::newFolder(QStringLiteral("windows"));
+        const QString exe = windows + QStringLiteral("/nwjs-win/nw.exe");
+        TestEnvironment::writeFile(exe, "MZ");
+        QVERIFY(GameRunner::isValidLocation(windows));
+        const QByteArray path = qgetenv("PATH");
+        const QString bin = TestEnvironment::newFolder(QStringLiteral("bin"));
+        qputenv("PATH", bin.toLocal8Bit());
+        QCOMPARE(GameRunner::command(windows).program, QDir(windows).absoluteFilePath(QStringLiteral("nwjs-win/nw.exe")));
+        TestEnvironment::writeFile(bin + QStringLiteral("/wine"), "#!/bin/sh\n");
+        QFile::setPermissions(bin + QStringLiteral("/wine"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        const GameRunner::Command wine = GameRunner::command(windows);
+        qputenv("PATH", path);
+        QCOMPARE(wine.program, bin + QStringLiteral("/wine"));
+        QCOMPARE(wine.arguments, QStringList({QDir(windows).absoluteFilePath(QStringLiteral("nwjs-win/nw.exe")),
+                                              QStringLiteral(".")}));
+
+        // A folder without either runtime, or none at all, is no location.
+        QVERIFY(!GameRunner::isValidLocation(TestEnvironment::newFolder(QStringLiteral("empty"))));
+        QVERIFY(!GameRunner::isValidLocation(QString()));
+        QVERIFY(!GameRunner::isValidLocation(both + QStringLiteral("/gone")));
     }
 
     void commandStatesFollowTheProject()
