@@ -1,10 +1,13 @@
 #include "app/VelmoMainWindow.h"
 
+#include "app/DocumentWatcher.h"
+#include "app/GameRunner.h"
 #include "app/HudDocument.h"
 #include "app/HudPreviewLayer.h"
 #include "app/JsonFile.h"
 #include "app/PathManager.h"
 #include "app/ProjectData.h"
+#include "app/RecoveryFile.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
 #include "app/VelmoMainTitleBar.h"
@@ -19,8 +22,10 @@
 #include "widgets/UltimateToolTip.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -30,6 +35,7 @@
 #include <QHBoxLayout>
 #include <QJsonArray>
 #include <QLabel>
+#include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
@@ -38,6 +44,7 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QStyle>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -45,6 +52,8 @@ namespace {
 
 VelmoMainWindow* theMainWindow = nullptr;
 
+// How often unsaved work goes to the recovery file.
+constexpr int AutosaveInterval = 2 * 60 * 1000;
 
 }
 
@@ -79,6 +88,12 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     buildMenus();
     setupHudList();
     editor->setScreenSize(screenWidth, screenHeight);
+    documentWatcher = new DocumentWatcher(this);
+    connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &VelmoMainWindow::whenDocumentChangedOnDisk);
+    autosaveTimer = new QTimer(this);
+    autosaveTimer->setInterval(AutosaveInterval);
+    connect(autosaveTimer, &QTimer::timeout, this, &VelmoMainWindow::writeRecovery);
+    autosaveTimer->start();
     QMetaObject::connectSlotsByName(this);
     openStartProject();
 }
@@ -88,6 +103,9 @@ VelmoMainWindow::~VelmoMainWindow()
     // Rows own their HUD objects; free them before the widgets go.
     hudList->blockSignals(true);
     hudList->tree()->clear();
+    // The game ends with the editor; its end must not reach a window half gone.
+    if (gameProcess)
+        gameProcess->disconnect(this);
     if (theMainWindow == this)
         theMainWindow = nullptr;
     if (PathManager::projectDirectory() == &projectDirectory) {
@@ -311,26 +329,38 @@ void VelmoMainWindow::buildMenus()
     QMenu* file = bar->addMenu(tr("File"));
     file->setObjectName(QStringLiteral("Menu_File"));
 
-    auto makeAction = [this, file](const char* name, const char* text, const char* iconText,
-                                   const QKeySequence& shortcut) {
-        QAction* action = file->addAction(tr(text));
+    auto makeAction = [this](QMenu* menu, const char* name, const char* text, const char* iconText,
+                             const QKeySequence& shortcut) {
+        QAction* action = menu->addAction(tr(text));
         action->setObjectName(QString::fromLatin1(name));
         action->setIconText(tr(iconText));
         action->setShortcut(shortcut);
         return action;
     };
-    actionOpen = makeAction("Action_OpenProject", QT_TR_NOOP("Open Project"), QT_TR_NOOP("Open"),
+    actionOpen = makeAction(file, "Action_OpenProject", QT_TR_NOOP("Open Project"), QT_TR_NOOP("Open"),
                             QKeySequence(QStringLiteral("Ctrl+O")));
-    actionReload = makeAction("Action_ReloadProject", QT_TR_NOOP("Reload Project"), QT_TR_NOOP("Reload"),
+    actionReload = makeAction(file, "Action_ReloadProject", QT_TR_NOOP("Reload Project"), QT_TR_NOOP("Reload"),
                               QKeySequence());
-    actionSave = makeAction("Action_SaveProject", QT_TR_NOOP("Save Project"), QT_TR_NOOP("Save"),
+    actionSave = makeAction(file, "Action_SaveProject", QT_TR_NOOP("Save Project"), QT_TR_NOOP("Save"),
                             QKeySequence(QStringLiteral("Ctrl+S")));
-    actionClose = makeAction("Action_CloseProject", QT_TR_NOOP("Close Project"), QT_TR_NOOP("Close"),
+    actionClose = makeAction(file, "Action_CloseProject", QT_TR_NOOP("Close Project"), QT_TR_NOOP("Close"),
                              QKeySequence());
     connect(actionOpen, &QAction::triggered, this, &VelmoMainWindow::OpenProject);
     connect(actionReload, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
     connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
     connect(actionClose, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
+
+    QMenu* project = bar->addMenu(tr("Project"));
+    project->setObjectName(QStringLiteral("Menu_Project"));
+    actionRun = makeAction(project, "Action_Run", QT_TR_NOOP("Run Project"), QT_TR_NOOP("Run"),
+                           QKeySequence(QStringLiteral("Ctrl+R")));
+    actionStop = makeAction(project, "Action_Stop", QT_TR_NOOP("Stop Project"), QT_TR_NOOP("Stop"),
+                            QKeySequence(QStringLiteral("Ctrl+T")));
+    actionProjectExplorer = makeAction(project, "Action_ProjectExplorer", QT_TR_NOOP("Show Project in Explorer"),
+                                       QT_TR_NOOP("Show Project"), QKeySequence());
+    connect(actionRun, &QAction::triggered, this, &VelmoMainWindow::RunGame);
+    connect(actionStop, &QAction::triggered, this, &VelmoMainWindow::StopGame);
+    connect(actionProjectExplorer, &QAction::triggered, this, &VelmoMainWindow::OpenProjectDirectory);
 }
 
 void VelmoMainWindow::closeWindow()
@@ -372,9 +402,7 @@ void VelmoMainWindow::openStartProject()
     if (store.value(QStringLiteral("IsMaximized")).toBool())
         setWindowState(windowState() | Qt::WindowMaximized);
     editorLocation = store.value(QStringLiteral("EditorLocation")).toString();
-    const QDir location(editorLocation);
-    if (editorLocation.isEmpty() || !(QFileInfo(location.filePath(QStringLiteral("nwjs-win"))).isDir()
-                                      || QFileInfo(location.filePath(QStringLiteral("nwjs-lin"))).isDir()))
+    if (!GameRunner::isValidLocation(editorLocation))
         editorLocation.clear();
     if (store.contains(QStringLiteral("BackgroundDarken")))
         editor->setDarkenRatio(store.value(QStringLiteral("BackgroundDarken")).toDouble());
@@ -429,6 +457,10 @@ void VelmoMainWindow::openProjectAt(const QString& path)
 {
     openReport = OpenReport();
     statusNotice.clear();
+    // The open project is left on purpose: its unsaved work was settled.
+    if (isProjectOpen)
+        RecoveryFile::remove(projectDirectory);
+    documentWatcher->stop();
     if (path.isEmpty() || !QFileInfo::exists(path)) {
         projectData = QJsonObject();
         projectDirectory = QDir();
@@ -453,9 +485,17 @@ void VelmoMainWindow::openProjectAt(const QString& path)
             if (problems.size() > shown)
                 openReport.details.append(tr("... and %1 more.").arg(problems.size() - shown));
         }
+        // Nothing of the project left behind is unsaved work of this one.
+        isChanged = false;
         if (!loadHUDs())
             return openProjectAt(QString());
         isChanged = false;
+        if (isProjectOpen) {
+            documentWatcher->watch(JsonFile::pluginPath(projectDirectory, HudDocument::FileName));
+            // Asked once the window is up and the opening has told its own news.
+            if (RecoveryFile::isNewerThanDocument(projectDirectory))
+                QTimer::singleShot(0, this, &VelmoMainWindow::offerRecovery);
+        }
     }
     pages->setCurrentWidget(isProjectOpen ? mainWidget : noProjectPage);
     updateCommandStates();
@@ -480,19 +520,29 @@ bool VelmoMainWindow::loadProjectData(QStringList* problems)
     return true;
 }
 
-bool VelmoMainWindow::loadHUDs()
+HudDocument VelmoMainWindow::readDocument() const
 {
     SettingsStore store;
     const QStringList backgrounds = store.value(QStringLiteral("Backgrounds")).toMap()
                                         .value(projectDirectory.absolutePath()).toStringList();
-    const HudDocument document = HudDocument::load(projectDirectory, backgrounds);
+    return HudDocument::load(projectDirectory, backgrounds);
+}
+
+bool VelmoMainWindow::loadHUDs()
+{
+    const HudDocument document = readDocument();
     documentRoot = document.root;
     damagedHudFile = document.damagedFile;
     if (isProjectOpen && document.damagedFile) {
         openReport.title = tr("HUD Document Damaged");
         openReport.message = document.damageNotice();
     }
+    showHUDs(document);
+    return true;
+}
 
+void VelmoMainWindow::showHUDs(const HudDocument& document)
+{
     UltimateTree* tree = hudList->tree();
     hudList->blockSignals(true);
     tree->clear();
@@ -508,7 +558,6 @@ bool VelmoMainWindow::loadHUDs()
     }
     if (document.currentIndex >= 0)
         tree->setCurrentRow(tree->row(document.currentIndex));
-    return true;
 }
 
 UltimateTreeItem* VelmoMainWindow::currentHud() const
@@ -543,6 +592,7 @@ void VelmoMainWindow::on_hudList_currentItemChanged(UltimateTreeItem* current, U
     }
     refreshBackground();
     updateCommandStates();
+    writeRecovery();
 }
 
 void VelmoMainWindow::refreshBackground()
@@ -633,16 +683,20 @@ void VelmoMainWindow::SaveProject()
     store.setValue(QStringLiteral("Backgrounds"), allBackgrounds);
 
     if (!saved) {
-        // The project keeps its unsaved state, so closing still asks.
+        // The project keeps its unsaved state, so closing still asks; the
+        // recovery file keeps the work meanwhile.
         AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"),
                            {QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(
                                 JsonFile::pluginPath(projectDirectory, HudDocument::FileName)), reason)},
                            tr("Save Error"), this);
         isChanged = true;
+        writeRecovery();
     } else {
         documentRoot = document;
         documentRoot.remove(HudDocument::KeyData);
         isChanged = false;
+        RecoveryFile::remove(projectDirectory);
+        documentWatcher->acknowledge();
     }
     updateCommandStates();
 }
@@ -698,6 +752,8 @@ void VelmoMainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    if (isProjectOpen)
+        RecoveryFile::remove(projectDirectory);
     event->accept();
 }
 
@@ -717,6 +773,10 @@ void VelmoMainWindow::updateCommandStates()
     actionReload->setEnabled(isProjectOpen);
     actionSave->setEnabled(isProjectOpen);
     actionClose->setEnabled(isProjectOpen);
+    const bool canRun = isProjectOpen && !editorLocation.isEmpty();
+    actionRun->setEnabled(canRun && !gameProcess);
+    actionStop->setEnabled(canRun && gameProcess);
+    actionProjectExplorer->setEnabled(isProjectOpen);
 
     QString status;
     if (isProjectOpen) {
@@ -794,4 +854,159 @@ bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+void VelmoMainWindow::InstallInMZ()
+{
+    // Putting the plugin into a game project is the user's own step.
+}
+
+void VelmoMainWindow::RunGame()
+{
+    const int outcome = askToSave(tr("Would you like to save before playing the game?"));
+    if (outcome == 2)
+        return;
+    // The command is off in these cases; this only guards a race with the hooks.
+    if (gameProcess || !isProjectOpen || editorLocation.isEmpty())
+        return;
+    // A save that failed would run the game on what the file held before.
+    if (!saveIfAsked(outcome))
+        return;
+    gameProcess = new QProcess(this);
+    connect(gameProcess, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &VelmoMainWindow::GameProcessEnd);
+    connect(gameProcess, &QProcess::errorOccurred, this, &VelmoMainWindow::whenGameFailed);
+    GameRunner::start(gameProcess, editorLocation, projectDirectory);
+    updateCommandStates();
+}
+
+void VelmoMainWindow::StopGame()
+{
+    if (!gameProcess)
+        return;
+    // No polite ending: the game goes at once, and its end is no news.
+    gameProcess->disconnect(this);
+    gameProcess->kill();
+    gameProcess->deleteLater();
+    gameProcess = nullptr;
+    updateCommandStates();
+}
+
+void VelmoMainWindow::GameProcessEnd(int, QProcess::ExitStatus)
+{
+    if (!gameProcess || sender() != gameProcess)
+        return;
+    gameProcess->deleteLater();
+    gameProcess = nullptr;
+    updateCommandStates();
+}
+
+void VelmoMainWindow::whenGameFailed(QProcess::ProcessError error)
+{
+    // A game that crashes still ends through finished(); one that never
+    // started would otherwise keep Run off for good.
+    if (!gameProcess || sender() != gameProcess || error != QProcess::FailedToStart)
+        return;
+    statusNotice = tr("The game couldn't be started: %1")
+                       .arg(QStringLiteral("%1 (%2)").arg(QDir::toNativeSeparators(gameProcess->program()),
+                                                          gameProcess->errorString()));
+    gameProcess->disconnect(this);
+    gameProcess->deleteLater();
+    gameProcess = nullptr;
+    updateCommandStates();
+}
+
+void VelmoMainWindow::OpenProjectDirectory()
+{
+    if (isProjectOpen)
+        QDesktopServices::openUrl(QUrl::fromLocalFile(projectDirectory.absolutePath()));
+}
+
+void VelmoMainWindow::writeRecovery()
+{
+    if (!isProjectOpen || !isChanged)
+        return;
+    storeSceneIntoCurrentHud();
+    QStringList backgrounds;
+    const QJsonObject document = HudDocument::assemble(documentRoot, hudEntries(), &backgrounds);
+    RecoveryFile::write(projectDirectory, document, backgrounds);
+}
+
+void VelmoMainWindow::offerRecovery()
+{
+    RecoveryFile::Content recovery;
+    if (!isProjectOpen || isChanged || !RecoveryFile::isNewerThanDocument(projectDirectory)
+        || !RecoveryFile::read(projectDirectory, &recovery))
+        return;
+    int answer = 1;
+    ConfirmationDialog dialog(
+        QStringList{tr("Velmora was closed with unsaved changes to this project."),
+                    tr("They were kept on %1.").arg(QLocale().toString(recovery.written, QLocale::ShortFormat)),
+                    tr("Restore them?")},
+        tr("Recover Unsaved Changes"), &answer, this, ConfirmationDialog::YesNo);
+    dialog.exec();
+    if (answer != 0) {
+        // Kept for the moment; the next save removes it.
+        statusNotice = tr("The unsaved changes were not restored.");
+        updateCommandStates();
+        return;
+    }
+    HudDocument document;
+    document.setDocument(recovery.document, recovery.backgrounds);
+    documentRoot = document.root;
+    showHUDs(document);
+    // Restored work is unsaved work until the user saves it.
+    isChanged = true;
+    statusNotice = tr("The unsaved changes were restored; save to keep them.");
+    updateCommandStates();
+}
+
+void VelmoMainWindow::whenDocumentChangedOnDisk(bool removed)
+{
+    if (!isProjectOpen || askingAboutDisk)
+        return;
+    if (QApplication::activeModalWidget()) {
+        // Not in the middle of another question: ask when it is answered.
+        QTimer::singleShot(300, this, [this, removed]() { whenDocumentChangedOnDisk(removed); });
+        return;
+    }
+    if (removed) {
+        // The list still holds the whole document; saving writes it again.
+        statusNotice = tr("\"VelmoraHUD.json\" was removed by another program; saving writes it again.");
+        markChanged();
+        return;
+    }
+    const HudDocument document = readDocument();
+    if (document.damagedFile) {
+        statusNotice = tr("\"VelmoraHUD.json\" was changed by another program but can't be read (%1); "
+                          "the HUDs stay as they were.").arg(document.damage);
+        markChanged();
+        return;
+    }
+    if (isChanged) {
+        int answer = 1;
+        askingAboutDisk = true;
+        ConfirmationDialog dialog(QStringList{tr("\"VelmoraHUD.json\" was changed by another program."),
+                                              tr("Reload it and lose your unsaved changes?")},
+                                  tr("Document Changed on Disk"), &answer, this, ConfirmationDialog::YesNo);
+        dialog.exec();
+        askingAboutDisk = false;
+        if (answer != 0) {
+            statusNotice = tr("Your unsaved changes were kept; saving writes them over the other program's version.");
+            updateCommandStates();
+            return;
+        }
+    }
+    const UltimateTree* tree = hudList->tree();
+    const int currentIndex = tree->currentRow() ? tree->indexOfRow(tree->currentRow()) : -1;
+    documentRoot = document.root;
+    damagedHudFile = false;
+    isChanged = false;
+    showHUDs(document);
+    // The same place in the list, when the list still has it.
+    if (currentIndex >= 0 && currentIndex < tree->rowCount())
+        hudList->tree()->setCurrentRow(tree->row(currentIndex));
+    RecoveryFile::remove(projectDirectory);
+    statusNotice = tr("\"VelmoraHUD.json\" was changed by another program and has been reloaded.");
+    updateCommandStates();
 }

@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+class DocumentWatcher;
 class HudPreviewLayer;
 class QAction;
 class QLabel;
@@ -14,6 +15,7 @@ class QMimeData;
 class QPushButton;
 class QStackedLayout;
 class QMenu;
+class QTimer;
 class UltimateTreeItem;
 class UltimateTreeWidget;
 class VelmoMainTitleBar;
@@ -46,6 +48,8 @@ public:
     const QJsonObject* getProjectData() const { return &projectData; }
     QSize screenSize() const { return QSize(screenWidth, screenHeight); }
     QString getEditorLocation() const { return editorLocation; }
+    // The running game, or null.
+    const QProcess* runningGame() const { return gameProcess; }
 
     // The one entry for every opening; an empty or missing path closes.
     void openProjectAt(const QString& path);
@@ -85,6 +89,19 @@ public slots:
     void ReloadProject();
     void SaveProject();
     void CloseProject();
+    void InstallInMZ();
+    void RunGame();
+    void StopGame();
+    void OpenProjectDirectory();
+    void GameProcessEnd(int code, QProcess::ExitStatus status);
+
+private slots:
+    // The document was changed by another program.
+    void whenDocumentChangedOnDisk(bool removed);
+    // Keeps the unsaved document in the recovery file.
+    void writeRecovery();
+    // Offers the recovery file of the open project when it is newer than the document.
+    void offerRecovery();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -99,7 +116,12 @@ private:
     bool loadProjectData(QStringList* problems = nullptr);
     // Shows what the last opening has to tell, after the user asked for it.
     void reportOpening();
+    HudDocument readDocument() const;
     bool loadHUDs();
+    // Fills the HUD list with a document's entries and loads the current one.
+    void showHUDs(const HudDocument& document);
+    // The game couldn't be started: the editor says why and forgets it.
+    void whenGameFailed(QProcess::ProcessError error);
     // The unsaved-changes prompt: 0 save, 1 don't save, 2 cancel; 1 without
     // asking when nothing is unsaved.
     int askToSave(const QString& question);
@@ -165,4 +187,12 @@ private:
     QAction* actionReload = nullptr;
     QAction* actionSave = nullptr;
     QAction* actionClose = nullptr;
+    QAction* actionRun = nullptr;
+    QAction* actionStop = nullptr;
+    QAction* actionProjectExplorer = nullptr;
+
+    DocumentWatcher* documentWatcher = nullptr;
+    QTimer* autosaveTimer = nullptr;
+    // A question about the document on disk is up; another change waits for it.
+    bool askingAboutDisk = false;
 };

@@ -7,9 +7,17 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QApplication>
+#include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
+
+#include "app/SettingsStore.h"
+#include "app/VelmoMainWindow.h"
+#include "widgets/TrovDialog.h"
 
 namespace TestEnvironment {
 
@@ -118,10 +126,80 @@ QString documentPath(const QString& project)
     return project + QStringLiteral("/data/plugin/VelmoraHUD.json");
 }
 
+QJsonObject writtenDocument(const QString& project)
+{
+    return QJsonDocument::fromJson(readFile(documentPath(project))).object();
+}
+
+QJsonArray templateArray(const char* name)
+{
+    return QJsonDocument::fromJson(readFile(QCoreApplication::applicationDirPath() + QStringLiteral("/Default/")
+                                            + QLatin1String(name)))
+        .array();
+}
+
+VelmoMainWindow* showMainWindow(const QString& project)
+{
+    SettingsStore().setValue(QStringLiteral("Project"), project);
+    VelmoMainWindow* window = new VelmoMainWindow(2, false, QString(), QString());
+    window->resize(1100, 700);
+    window->show();
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window))
+        qWarning("window not active");
+    return window;
+}
+
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons)
 {
     QMouseEvent move(QEvent::MouseMove, point, widget->mapToGlobal(point), Qt::NoButton, buttons, Qt::NoModifier);
     QApplication::sendEvent(widget, &move);
+}
+
+Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
+{
+    Seen seen;
+    QTimer timer;
+    timer.setInterval(5);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        TrovDialog* dialog = qobject_cast<TrovDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible() || answers.isEmpty())
+            return;
+        seen.title = dialog->windowTitle();
+        const QLabel* label = dialog->findChild<QLabel*>(QStringLiteral("label"));
+        seen.text = label ? label->text() : QString();
+        ++seen.count;
+        // VELMORA_TEST_SHOTS names a folder that gets a picture of the screen
+        // for each question, for a person to look at (under Xvfb).
+        const QString shots = qEnvironmentVariable("VELMORA_TEST_SHOTS");
+        if (!shots.isEmpty() && QGuiApplication::primaryScreen()) {
+            static int shot = 0;
+            QTest::qWaitForWindowExposed(dialog);
+            QTest::qWait(300);
+            QGuiApplication::primaryScreen()->grabWindow(0).save(
+                QStringLiteral("%1/%2-%3.png").arg(shots).arg(++shot).arg(seen.title.simplified().replace(QLatin1Char(' '), QLatin1Char('-'))));
+        }
+        answers.takeFirst()(dialog);
+    });
+    timer.start();
+    trigger();
+    timer.stop();
+    return seen;
+}
+
+Answer press(const char* objectName)
+{
+    return [objectName](TrovDialog* dialog) {
+        QPushButton* button = dialog->findChild<QPushButton*>(QLatin1String(objectName));
+        QVERIFY2(button, objectName);
+        QVERIFY2(button->isVisible(), objectName);
+        QTest::mouseClick(button, Qt::LeftButton);
+    };
+}
+
+Answer closeByFrame()
+{
+    return [](TrovDialog* dialog) { dialog->close(); };
 }
 
 }

@@ -1,11 +1,17 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
 #include <QtTest>
 
 #include "app/Startup.h"
+
+#include <functional>
+
+class TrovDialog;
+class VelmoMainWindow;
 
 // Shared set-up of the test programs: an isolated home, settings store and
 // data folders in a temporary folder, and realistic project folders.
@@ -33,10 +39,35 @@ QString makeProject(const QString& name, int screenWidth = 1280, int screenHeigh
 QString copySampleProject(const QString& name);
 
 QString documentPath(const QString& project);
+// The project's "VelmoraHUD.json" as an object; empty when there is none.
+QJsonObject writtenDocument(const QString& project);
+// The component array of a template document beside the executable.
+QJsonArray templateArray(const char* name);
+
+// A main window built as at start-up with project as the stored "Project",
+// shown and active.
+VelmoMainWindow* showMainWindow(const QString& project);
 
 // A mouse move with buttons held, as a drag sends it (QTest's own move holds none).
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons);
 QByteArray compact(const QJsonObject& object);
+
+// What the program's dialogs showed while a trigger ran.
+struct Seen {
+    QString title;
+    QString text;
+    int count = 0;
+};
+
+using Answer = std::function<void(TrovDialog*)>;
+
+// Answers the program's modal dialogs that come up while trigger runs, in
+// order, and records the title and message of each.
+Seen answering(const std::function<void()>& trigger, QList<Answer> answers);
+// Clicks a button of the dialog with the mouse.
+Answer press(const char* objectName);
+// What the window manager's close button does.
+Answer closeByFrame();
 
 }
 

@@ -28,65 +28,15 @@
 
 namespace {
 
-struct Seen {
-    QString title;
-    QString text;
-    int count = 0;
-};
+using TestEnvironment::Answer;
+using TestEnvironment::Seen;
+using TestEnvironment::templateArray;
+using TestEnvironment::writtenDocument;
+using TestEnvironment::answering;
+using TestEnvironment::closeByFrame;
+using TestEnvironment::press;
 
-using Answer = std::function<void(TrovDialog*)>;
 
-// Answers the program's modal dialogs that come up while trigger runs, in
-// order, and records the title and message of each.
-Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
-{
-    Seen seen;
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&]() {
-        TrovDialog* dialog = qobject_cast<TrovDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !dialog->isVisible() || answers.isEmpty())
-            return;
-        seen.title = dialog->windowTitle();
-        const QLabel* label = dialog->findChild<QLabel*>(QStringLiteral("label"));
-        seen.text = label ? label->text() : QString();
-        ++seen.count;
-        answers.takeFirst()(dialog);
-    });
-    timer.start();
-    trigger();
-    timer.stop();
-    return seen;
-}
-
-// Clicks a button of the dialog with the mouse.
-Answer press(const char* objectName)
-{
-    return [objectName](TrovDialog* dialog) {
-        QPushButton* button = dialog->findChild<QPushButton*>(QLatin1String(objectName));
-        QVERIFY2(button, objectName);
-        QVERIFY2(button->isVisible(), objectName);
-        QTest::mouseClick(button, Qt::LeftButton);
-    };
-}
-
-// What the window manager's close button does.
-Answer closeByFrame()
-{
-    return [](TrovDialog* dialog) { dialog->close(); };
-}
-
-QJsonArray templateArray(const char* name)
-{
-    return QJsonDocument::fromJson(TestEnvironment::readFile(QCoreApplication::applicationDirPath()
-                                                             + QStringLiteral("/Default/") + QLatin1String(name)))
-        .array();
-}
-
-QJsonObject writtenDocument(const QString& project)
-{
-    return QJsonDocument::fromJson(TestEnvironment::readFile(TestEnvironment::documentPath(project))).object();
-}
 
 }
 
@@ -99,13 +49,7 @@ private:
 
     VelmoMainWindow* openWindow(const QString& project)
     {
-        SettingsStore().setValue(QStringLiteral("Project"), project);
-        window.reset(new VelmoMainWindow(2, false, QString(), QString()));
-        window->resize(1100, 700);
-        window->show();
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get()))
-            qWarning("window not active");
+        window.reset(TestEnvironment::showMainWindow(project));
         return window.get();
     }
     UltimateTree* list() const { return window->hudListWidget()->tree(); }

@@ -1,0 +1,101 @@
+// A user inside a velmora process that a test started, loaded with
+// LD_PRELOAD: it acts only through the editor's own widgets, as a person
+// at the keyboard would, and writes what it saw to a log file.
+//
+// VELMORA_TEST_USER=edit     pastes the HUD in VELMORA_TEST_USER_HUD into the
+//                            HUD list (Ctrl+V) and moves to the next HUD.
+// VELMORA_TEST_USER=restore  answers the first question with "Yes", saves with
+//                            the menu's save command and closes the window.
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QGraphicsView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QWidget>
+
+namespace {
+
+void note(const QString& line)
+{
+    QFile log(qEnvironmentVariable("VELMORA_TEST_USER_LOG"));
+    if (log.open(QIODevice::Append))
+        log.write(line.toUtf8() + '\n');
+}
+
+QWidget* editorWindow()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->inherits("VelmoMainWindow") && widget->isVisible())
+            return widget;
+    }
+    return nullptr;
+}
+
+void typeKey(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QKeyEvent press(QEvent::KeyPress, key, modifiers);
+    QApplication::sendEvent(widget, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers);
+    QApplication::sendEvent(widget, &release);
+}
+
+// One step of the user each time the timer ticks; true when done.
+bool act()
+{
+    QWidget* window = editorWindow();
+    if (!window)
+        return false;
+    const QString mode = qEnvironmentVariable("VELMORA_TEST_USER");
+    if (mode == QLatin1String("edit")) {
+        QWidget* list = window->findChild<QWidget*>(QStringLiteral("hudList"));
+        QGraphicsView* tree = list ? list->findChild<QGraphicsView*>() : nullptr;
+        if (!tree || !tree->isVisible())
+            return false;
+        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD") + qEnvironmentVariable("VELMORA_TEST_USER_HUD"));
+        tree->setFocus();
+        typeKey(tree, Qt::Key_V, Qt::ControlModifier);
+        typeKey(tree, Qt::Key_Down);
+        note(QStringLiteral("edited"));
+        return true;
+    }
+    if (mode == QLatin1String("restore")) {
+        QWidget* question = QApplication::activeModalWidget();
+        if (!question)
+            return false;
+        const QLabel* label = question->findChild<QLabel*>(QStringLiteral("label"));
+        note(QStringLiteral("asked: %1: %2").arg(question->windowTitle(), label ? label->text() : QString()));
+        QPushButton* yes = question->findChild<QPushButton*>(QStringLiteral("confirmButton"));
+        if (yes)
+            yes->click();
+        QTimer::singleShot(50, window, [window]() {
+            if (QAction* save = window->findChild<QAction*>(QStringLiteral("Action_SaveProject")))
+                save->trigger();
+            note(QStringLiteral("saved"));
+            window->close();
+        });
+        return true;
+    }
+    return true;
+}
+
+void startUser()
+{
+    if (qEnvironmentVariableIsEmpty("VELMORA_TEST_USER"))
+        return;
+    QTimer* timer = new QTimer(QCoreApplication::instance());
+    timer->setInterval(50);
+    QObject::connect(timer, &QTimer::timeout, [timer]() {
+        if (act())
+            timer->stop();
+    });
+    timer->start();
+}
+
+}
+
+Q_COREAPP_STARTUP_FUNCTION(startUser)

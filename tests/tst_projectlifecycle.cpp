@@ -1,0 +1,546 @@
+#include "TestEnvironment.h"
+
+#include "app/GameRunner.h"
+#include "app/SettingsStore.h"
+#include "app/VelmoMainWindow.h"
+#include "widgets/TrovDialog.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QMap>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <csignal>
+#include <sys/types.h>
+
+using TestEnvironment::Answer;
+using TestEnvironment::Seen;
+using TestEnvironment::templateArray;
+using TestEnvironment::writtenDocument;
+using TestEnvironment::answering;
+using TestEnvironment::press;
+
+namespace {
+
+// A stand-in for RPG Maker's game runtime: it notes each start, its working
+// folder, its arguments and whether the project's document was there, then
+// waits (or ends at once).
+QString makeRuntime(bool waits, bool executable = true)
+{
+    const QString location = TestEnvironment::newFolder(QStringLiteral("mz"));
+    const QString script = location + QStringLiteral("/nwjs-lin/nw");
+    const QByteArray body = "#!/bin/sh\n"
+                            "here=\"$(dirname \"$0\")\"\n"
+                            "echo start >> \"$here/starts\"\n"
+                            "pwd -P > \"$here/folder\"\n"
+                            "printf '%s\\n' \"$@\" > \"$here/arguments\"\n"
+                            "if [ -f data/plugin/VelmoraHUD.json ]; then echo yes > \"$here/document\"; fi\n"
+                            "echo $$ > \"$here/pid\"\n"
+                            + QByteArray(waits ? "exec sleep 600\n" : "exit 3\n");
+    TestEnvironment::writeFile(script, body);
+    QFile::setPermissions(script, executable ? QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner
+                                             : QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    return location;
+}
+
+QString runtimeFile(const QString& location, const char* name)
+{
+    return location + QStringLiteral("/nwjs-lin/") + QLatin1String(name);
+}
+
+bool processAlive(const QString& pidFile)
+{
+    const qint64 pid = TestEnvironment::readFile(pidFile).trimmed().toLongLong();
+    return pid > 0 && ::kill(pid_t(pid), 0) == 0;
+}
+
+// The recovery files in the cache folder of an isolated home.
+QStringList recoveryFiles(const QString& home = TestEnvironment::home())
+{
+    QStringList files;
+    QDirIterator it(home + QStringLiteral("/cache"), {QStringLiteral("*.json")}, QDir::Files,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext())
+        files.append(it.next());
+    return files;
+}
+
+
+QByteArray documentWithHuds(const QStringList& names)
+{
+    QJsonArray data{QJsonObject{{QStringLiteral("HUD"), QJsonArray()}},
+                    QJsonObject{{QStringLiteral("HUD"), QJsonArray()}}};
+    int id = 10000;
+    for (const QString& name : names)
+        data.append(QJsonObject{{QStringLiteral("ID"), QString::number(++id)},
+                                {QStringLiteral("Name"), name},
+                                {QStringLiteral("IsHUD"), true},
+                                {QStringLiteral("HUD"), QJsonArray()}});
+    return QJsonDocument(QJsonObject{{QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1},
+                                     {QStringLiteral("Data"), data}})
+        .toJson();
+}
+
+// Receives what the program hands to the desktop to open.
+class UrlCatcher : public QObject
+{
+    Q_OBJECT
+public:
+    QList<QUrl> urls;
+public slots:
+    void open(const QUrl& url) { urls.append(url); }
+};
+
+}
+
+class TestProjectLifecycle : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<VelmoMainWindow> window;
+
+    VelmoMainWindow* openWindow(const QString& project)
+    {
+        window.reset(TestEnvironment::showMainWindow(project));
+        return window.get();
+    }
+    QAction* action(const char* name) const
+    {
+        QAction* found = window->findChild<QAction*>(QLatin1String(name));
+        if (!found)
+            qFatal("no action %s", name);
+        return found;
+    }
+    // The commands that are on, by object name.
+    QStringList enabledCommands() const
+    {
+        QStringList on;
+        for (const char* name : {"Action_OpenProject", "Action_ReloadProject", "Action_SaveProject",
+                                 "Action_CloseProject", "Action_Run", "Action_Stop", "Action_ProjectExplorer"}) {
+            if (action(name)->isEnabled())
+                on.append(QLatin1String(name));
+        }
+        return on;
+    }
+    UltimateTree* list() const { return window->hudListWidget()->tree(); }
+    QStringList rowNames() const
+    {
+        QStringList names;
+        for (int i = 0; i < list()->rowCount(); ++i)
+            names.append(list()->row(i)->text(1));
+        return names;
+    }
+    QString status() const { return window->findChild<QLabel*>(QStringLiteral("statusText"))->text(); }
+    void key(int keyCode, Qt::KeyboardModifiers modifiers = Qt::ControlModifier)
+    {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key(keyCode), modifiers);
+    }
+    // A HUD pasted into the list, as a user does with Ctrl+V.
+    void pasteHud(const QString& name)
+    {
+        QApplication::clipboard()->setText(
+            QStringLiteral("VELMORAHUD{\"Name\":\"%1\",\"IsHUD\":true,\"HUD\":[{\"Type\":0,\"X\":5,\"Y\":7}]}").arg(name));
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
+    }
+
+    const QStringList openCommands{"Action_OpenProject", "Action_ReloadProject", "Action_SaveProject",
+                                   "Action_CloseProject", "Action_Run", "Action_ProjectExplorer"};
+
+private slots:
+    void init() { SettingsStore().clear(); }
+    void cleanup()
+    {
+        window.reset();
+        for (const QString& file : recoveryFiles())
+            QFile::remove(file);
+    }
+
+    void runStartsOneGameAndStopKillsIt()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("run"));
+        const QString runtime = makeRuntime(true);
+        SettingsStore().setValue(QStringLiteral("EditorLocation"), runtime);
+        openWindow(project);
+        QCOMPARE(action("Action_Run")->shortcut(), QKeySequence(QStringLiteral("Ctrl+R")));
+        QCOMPARE(action("Action_Stop")->shortcut(), QKeySequence(QStringLiteral("Ctrl+T")));
+        QCOMPARE(action("Action_Run")->text(), QStringLiteral("Run Project"));
+        QCOMPARE(action("Action_ProjectExplorer")->iconText(), QStringLiteral("Show Project"));
+        QCOMPARE(enabledCommands(), openCommands);
+
+        key(Qt::Key_R);
+        QVERIFY(window->runningGame());
+        QTRY_VERIFY(QFileInfo::exists(runtimeFile(runtime, "pid")));
+        QCOMPARE(TestEnvironment::readFile(runtimeFile(runtime, "folder")).trimmed(),
+                 QFileInfo(project).canonicalFilePath().toUtf8());
+        QCOMPARE(TestEnvironment::readFile(runtimeFile(runtime, "arguments")), QByteArray(".\n"));
+        QVERIFY(!action("Action_Run")->isEnabled());
+        QVERIFY(action("Action_Stop")->isEnabled());
+
+        // A second Ctrl+R finds the command off: still the one game.
+        const QProcess* first = window->runningGame();
+        key(Qt::Key_R);
+        QCOMPARE(window->runningGame(), first);
+
+        key(Qt::Key_T);
+        QVERIFY(!window->runningGame());
+        QTRY_VERIFY(!processAlive(runtimeFile(runtime, "pid")));
+        QCOMPARE(TestEnvironment::readFile(runtimeFile(runtime, "starts")), QByteArray("start\n"));
+        QVERIFY(action("Action_Run")->isEnabled());
+        QVERIFY(!action("Action_Stop")->isEnabled());
+
+        // Closing the editor ends a game that still runs.
+        QFile::remove(runtimeFile(runtime, "pid"));
+        key(Qt::Key_R);
+        QTRY_VERIFY(QFileInfo::exists(runtimeFile(runtime, "pid")));
+        QVERIFY(processAlive(runtimeFile(runtime, "pid")));
+        QVERIFY(window->close());
+        window.reset();
+        QVERIFY(!processAlive(runtimeFile(runtime, "pid")));
+    }
+
+    void gameEndingByItselfOrNotStartingFreesRun()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("ends"));
+        const QString quitting = makeRuntime(false);
+        SettingsStore().setValue(QStringLiteral("EditorLocation"), quitting);
+        openWindow(project);
+        key(Qt::Key_R);
+        QTRY_VERIFY(!window->runningGame());
+        QVERIFY(QFileInfo::exists(runtimeFile(quitting, "starts")));
+        QCOMPARE(enabledCommands(), openCommands);
+
+        // A runtime that can't be executed: Run comes back, the status bar
+        // says why, and the editor goes on working.
+        const QString broken = makeRuntime(true, false);
+        window.reset();
+        SettingsStore().setValue(QStringLiteral("EditorLocation"), broken);
+        openWindow(project);
+        key(Qt::Key_R);
+        QTRY_VERIFY(!window->runningGame());
+        QVERIFY(!QFileInfo::exists(runtimeFile(broken, "starts")));
+        QVERIFY2(status().contains(QStringLiteral("The game couldn't be started")), qPrintable(status()));
+        QCOMPARE(enabledCommands(), openCommands);
+        pasteHud(QStringLiteral("After the failure"));
+        QVERIFY(window->projectIsChanged());
+        key(Qt::Key_S);
+        QVERIFY(!window->projectIsChanged());
+        QVERIFY(TestEnvironment::readFile(TestEnvironment::documentPath(project)).contains("After the failure"));
+    }
+
+    void runAsksToSaveFirst()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("ask"));
+        const QString runtime = makeRuntime(true);
+        SettingsStore().setValue(QStringLiteral("EditorLocation"), runtime);
+        openWindow(project);
+        pasteHud(QStringLiteral("Before playing"));
+
+        // Cancel: nothing starts.
+        Seen seen = answering([&] { action("Action_Run")->trigger(); }, {press("endButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QCOMPARE(seen.text, QStringLiteral("Would you like to save before playing the game?"));
+        QVERIFY(!window->runningGame());
+        QVERIFY(window->projectIsChanged());
+
+        // Not saving: the game runs on the file as it was (here: none).
+        seen = answering([&] { action("Action_Run")->trigger(); }, {press("cancelButton")});
+        QCOMPARE(seen.count, 1);
+        QTRY_VERIFY(QFileInfo::exists(runtimeFile(runtime, "pid")));
+        QVERIFY(!QFileInfo::exists(runtimeFile(runtime, "document")));
+        QVERIFY(window->projectIsChanged());
+        window->StopGame();
+
+        // Saving: the document is written before the game starts.
+        QFile::remove(runtimeFile(runtime, "pid"));
+        seen = answering([&] { action("Action_Run")->trigger(); }, {press("confirmButton")});
+        QCOMPARE(seen.count, 1);
+        QTRY_VERIFY(QFileInfo::exists(runtimeFile(runtime, "pid")));
+        QVERIFY(QFileInfo::exists(runtimeFile(runtime, "document")));
+        QVERIFY(!window->projectIsChanged());
+        window->StopGame();
+    }
+
+    void runtimeOfALocation()
+    {
+        // The Linux runtime wins; the Windows one goes through wine when it
+        // is installed; the arguments are the same either way.
+        const QString both = TestEnvironment::newFolder(QStringLiteral("both"));
+        TestEnvironment::writeFile(both + QStringLiteral("/nwjs-lin/nw"), "#!/bin/sh\n");
+        TestEnvironment::writeFile(both + QStringLiteral("/nwjs-win/nw.exe"), "MZ");
+        QVERIFY(GameRunner::isValidLocation(both));
+        QCOMPARE(GameRunner::command(both).program, QDir(both).absoluteFilePath(QStringLiteral("nwjs-lin/nw")));
+        QCOMPARE(GameRunner::command(both).arguments, QStringList{QStringLiteral(".")});
+
+        const QString windows = TestEnvironment::newFolder(QStringLiteral("windows"));
+        const QString exe = windows + QStringLiteral("/nwjs-win/nw.exe");
+        TestEnvironment::writeFile(exe, "MZ");
+        QVERIFY(GameRunner::isValidLocation(windows));
+        const QByteArray path = qgetenv("PATH");
+        const QString bin = TestEnvironment::newFolder(QStringLiteral("bin"));
+        qputenv("PATH", bin.toLocal8Bit());
+        QCOMPARE(GameRunner::command(windows).program, QDir(windows).absoluteFilePath(QStringLiteral("nwjs-win/nw.exe")));
+        TestEnvironment::writeFile(bin + QStringLiteral("/wine"), "#!/bin/sh\n");
+        QFile::setPermissions(bin + QStringLiteral("/wine"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        const GameRunner::Command wine = GameRunner::command(windows);
+        qputenv("PATH", path);
+        QCOMPARE(wine.program, bin + QStringLiteral("/wine"));
+        QCOMPARE(wine.arguments, QStringList({QDir(windows).absoluteFilePath(QStringLiteral("nwjs-win/nw.exe")),
+                                              QStringLiteral(".")}));
+
+        // A folder without either runtime, or none at all, is no location.
+        QVERIFY(!GameRunner::isValidLocation(TestEnvironment::newFolder(QStringLiteral("empty"))));
+        QVERIFY(!GameRunner::isValidLocation(QString()));
+        QVERIFY(!GameRunner::isValidLocation(both + QStringLiteral("/gone")));
+    }
+
+    void commandStatesFollowTheProject()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("states"));
+        const QString runtime = makeRuntime(true);
+        SettingsStore().setValue(QStringLiteral("EditorLocation"), runtime);
+        openWindow(project);
+        QCOMPARE(enabledCommands(), openCommands);
+        pasteHud(QStringLiteral("Changed"));
+        QCOMPARE(enabledCommands(), openCommands);
+        key(Qt::Key_S);
+        QCOMPARE(enabledCommands(), openCommands);
+
+        // The project folder goes to the desktop as a local-file address.
+        UrlCatcher catcher;
+        QDesktopServices::setUrlHandler(QStringLiteral("file"), &catcher, "open");
+        action("Action_ProjectExplorer")->trigger();
+        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+        QCOMPARE(catcher.urls.size(), 1);
+        QCOMPARE(catcher.urls.first().toLocalFile(), QDir(project).absolutePath());
+
+        // A game outlives its project, but Stop needs an open project.
+        key(Qt::Key_R);
+        QVERIFY(window->runningGame());
+        action("Action_CloseProject")->trigger();
+        QCOMPARE(enabledCommands(), QStringList{"Action_OpenProject"});
+        QVERIFY(window->runningGame());
+        window->StopGame();
+
+        // A folder that isn't a project.
+        const QString broken = TestEnvironment::makeProject(QStringLiteral("broken"));
+        QFile::remove(broken + QStringLiteral("/data/System.json"));
+        window->openProjectAt(broken);
+        QCOMPARE(enabledCommands(), QStringList{"Action_OpenProject"});
+
+        // Without an RPG Maker location the game commands stay off.
+        window.reset();
+        SettingsStore().remove(QStringLiteral("EditorLocation"));
+        openWindow(project);
+        QCOMPARE(enabledCommands(), QStringList({"Action_OpenProject", "Action_ReloadProject", "Action_SaveProject",
+                                                 "Action_CloseProject", "Action_ProjectExplorer"}));
+    }
+
+    void documentChangedByAnotherProgram()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("disk"));
+        const QString document = TestEnvironment::documentPath(project);
+        TestEnvironment::writeFile(document, documentWithHuds({QStringLiteral("Mine")}));
+        openWindow(project);
+        QCOMPARE(rowNames().size(), 3);
+
+        // Unchanged: it reloads by itself and says so.
+        TestEnvironment::writeFile(document, documentWithHuds({QStringLiteral("From Git"), QStringLiteral("Also")}));
+        QTRY_COMPARE(rowNames().mid(2), QStringList({QStringLiteral("From Git"), QStringLiteral("Also")}));
+        QVERIFY(status().contains(QStringLiteral("has been reloaded")));
+        QVERIFY(!window->projectIsChanged());
+
+        // Our own saves are no news.
+        pasteHud(QStringLiteral("Saved here"));
+        Seen seen = answering([&] {
+            key(Qt::Key_S);
+            QTest::qWait(800);
+        }, {press("confirmButton")});
+        QCOMPARE(seen.count, 0);
+        QVERIFY(rowNames().contains(QStringLiteral("Saved here")));
+
+        // Changed: it asks; "No" keeps the user's work.
+        pasteHud(QStringLiteral("Unsaved work"));
+        bool answered = false;
+        auto noting = [&answered](Answer answer) {
+            return [&answered, answer](TrovDialog* dialog) {
+                answered = true;
+                answer(dialog);
+            };
+        };
+        seen = answering([&] {
+            TestEnvironment::writeFile(document, documentWithHuds({QStringLiteral("Theirs")}));
+            QTRY_VERIFY(answered);
+        }, {noting(press("cancelButton"))});
+        QCOMPARE(seen.title, QStringLiteral("Document Changed on Disk"));
+        QVERIFY(seen.text.contains(QStringLiteral("\"VelmoraHUD.json\" was changed by another program.")));
+        QVERIFY(rowNames().contains(QStringLiteral("Unsaved work")));
+        QVERIFY(window->projectIsChanged());
+        key(Qt::Key_S);
+        QVERIFY(TestEnvironment::readFile(document).contains("Unsaved work"));
+
+        // "Yes" takes the other program's version.
+        pasteHud(QStringLiteral("Thrown away"));
+        answered = false;
+        seen = answering([&] {
+            TestEnvironment::writeFile(document, documentWithHuds({QStringLiteral("Theirs again")}));
+            QTRY_VERIFY(answered);
+        }, {noting(press("confirmButton"))});
+        QTRY_COMPARE(rowNames().mid(2), QStringList{QStringLiteral("Theirs again")});
+        QVERIFY(!window->projectIsChanged());
+
+        // Removed: the editor still holds it and will write it again.
+        QFile::remove(document);
+        QTRY_VERIFY(window->projectIsChanged());
+        QCOMPARE(rowNames().mid(2), QStringList{QStringLiteral("Theirs again")});
+        key(Qt::Key_S);
+        QVERIFY(TestEnvironment::readFile(document).contains("Theirs again"));
+    }
+
+    void recoveryAfterTheEditorWentAway()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("recover"));
+        openWindow(project);
+        pasteHud(QStringLiteral("Not yet saved"));
+        QVERIFY(recoveryFiles().isEmpty());
+        // A switch of HUD keeps the work aside, never in the project's file.
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_Down);
+        QCOMPARE(recoveryFiles().size(), 1);
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
+        const QStringList edited = rowNames();
+        QVERIFY(edited.contains(QStringLiteral("Not yet saved")));
+
+        // The window goes without closing, as a killed editor does.
+        window.reset();
+        QCOMPARE(recoveryFiles().size(), 1);
+
+        // Declined: the document as saved, and the file stays for now.
+        Seen seen = answering([&] { openWindow(project); }, {press("cancelButton")});
+        QCOMPARE(seen.title, QStringLiteral("Recover Unsaved Changes"));
+        QVERIFY(seen.text.contains(QStringLiteral("Restore them?")));
+        QCOMPARE(rowNames().size(), 2);
+        QVERIFY(!window->projectIsChanged());
+        QCOMPARE(recoveryFiles().size(), 1);
+
+        // Restored: the edited list, unsaved until the user saves.
+        window.reset();
+        seen = answering([&] { openWindow(project); }, {press("confirmButton")});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(rowNames(), edited);
+        QVERIFY(window->projectIsChanged());
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
+        key(Qt::Key_S);
+        QVERIFY(recoveryFiles().isEmpty());
+        const QJsonArray data = writtenDocument(project).value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.size(), 3);
+
+        // Closing the project, even without saving, lets the work go.
+        pasteHud(QStringLiteral("Let go"));
+        QTest::keyClick(list(), Qt::Key_Down);
+        QCOMPARE(recoveryFiles().size(), 1);
+        seen = answering([&] { action("Action_CloseProject")->trigger(); }, {press("cancelButton")});
+        QCOMPARE(seen.count, 1);
+        QVERIFY(recoveryFiles().isEmpty());
+
+        // A recovery file older than the document isn't offered.
+        window->openProjectAt(project);
+        pasteHud(QStringLiteral("Older"));
+        QTest::keyClick(list(), Qt::Key_Down);
+        window.reset();
+        QTest::qWait(20);
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), documentWithHuds({QStringLiteral("Newer")}));
+        seen = answering([&] { openWindow(project); }, {press("confirmButton")});
+        QCOMPARE(seen.count, 0);
+        QCOMPARE(rowNames().last(), QStringLiteral("Newer"));
+    }
+
+    void recoveryAfterTheEditorWasKilled()
+    {
+        // A real editor process with a home of its own, edited by a user
+        // injected into it, then killed outright.
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("killed"));
+        const QString childHome = TestEnvironment::newFolder(QStringLiteral("child-home"));
+        QDir().mkpath(childHome + QStringLiteral("/runtime"));
+        QFile::setPermissions(childHome + QStringLiteral("/runtime"),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        const QString log = childHome + QStringLiteral("/user.log");
+        const QJsonObject pasted{{QStringLiteral("Name"), QStringLiteral("Survives the kill")},
+                                 {QStringLiteral("IsHUD"), true},
+                                 {QStringLiteral("HUD"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 0},
+                                                                                {QStringLiteral("X"), 12},
+                                                                                {QStringLiteral("Y"), 34}}}}};
+        auto editor = [&](const char* mode) {
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(QStringLiteral("HOME"), childHome);
+            environment.insert(QStringLiteral("XDG_CONFIG_HOME"), childHome + QStringLiteral("/config"));
+            environment.insert(QStringLiteral("XDG_DATA_HOME"), childHome + QStringLiteral("/data"));
+            environment.insert(QStringLiteral("XDG_CACHE_HOME"), childHome + QStringLiteral("/cache"));
+            environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), childHome + QStringLiteral("/runtime"));
+            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+            environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(VELMORA_TEST_USER_LIBRARY));
+            environment.insert(QStringLiteral("VELMORA_TEST_USER"), QLatin1String(mode));
+            environment.insert(QStringLiteral("VELMORA_TEST_USER_LOG"), log);
+            environment.insert(QStringLiteral("VELMORA_TEST_USER_HUD"), QString::fromUtf8(TestEnvironment::compact(pasted)));
+            auto* process = new QProcess(this);
+            process->setProcessEnvironment(environment);
+            process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+            process->start(QStringLiteral(VELMORA_EXECUTABLE), {project});
+            return process;
+        };
+        auto recoveries = [&]() { return recoveryFiles(childHome); };
+
+        QProcess* first = editor("edit");
+        QVERIFY(first->waitForStarted());
+        QTRY_VERIFY_WITH_TIMEOUT(TestEnvironment::readFile(log).contains("edited") && recoveries().size() == 1, 30000);
+        ::kill(pid_t(first->processId()), SIGKILL);
+        QVERIFY(first->waitForFinished());
+        QCOMPARE(first->exitStatus(), QProcess::CrashExit);
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
+
+        QProcess* second = editor("restore");
+        QVERIFY(second->waitForFinished(60000));
+        QCOMPARE(second->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second->exitCode(), 0);
+        const QByteArray seen = TestEnvironment::readFile(log);
+        QVERIFY2(seen.contains("asked: Recover Unsaved Changes: "), seen.constData());
+        QVERIFY(seen.contains("saved"));
+        QVERIFY(recoveries().isEmpty());
+
+        // The saved document is the edited one: the two HUDs of a fresh
+        // project and the pasted HUD with an identifier of its own.
+        const QJsonObject written = writtenDocument(project);
+        const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
+        QCOMPARE(data.size(), 3);
+        QCOMPARE(data.at(written.value(QStringLiteral("Map")).toInt()).toObject(),
+                 QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}));
+        QCOMPARE(data.at(written.value(QStringLiteral("Battle")).toInt()).toObject(),
+                 QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}}));
+        int custom = -1;
+        for (int i = 0; i < data.size(); ++i) {
+            if (data.at(i).toObject().value(QStringLiteral("Name")).toString() == QStringLiteral("Survives the kill"))
+                custom = i;
+        }
+        QVERIFY(custom >= 0);
+        QJsonObject restored = data.at(custom).toObject();
+        const QString id = restored.take(QStringLiteral("ID")).toString();
+        QVERIFY2(QRegularExpression(QStringLiteral("^[0-6]{5}$")).match(id).hasMatch(), qPrintable(id));
+        QCOMPARE(restored, pasted);
+    }
+};
+
+VELMORA_TEST_MAIN(TestProjectLifecycle, QApplication)
+#include "tst_projectlifecycle.moc"
