@@ -7,7 +7,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
-class HudPreviewLayer;
+class GameUIEditor;
 class QAction;
 class QLabel;
 class QMimeData;
@@ -53,7 +53,8 @@ public:
     void markChanged();
 
     UltimateTreeWidget* hudListWidget() const { return hudList; }
-    HudPreviewLayer* editorView() const { return editor; }
+    GameUIEditor* editorView() const { return editor; }
+    UltimateTreeWidget* componentListWidget() const { return componentList; }
 
     // Whether a drag carries a project file this window accepts.
     static bool acceptsProjectDrop(const QMimeData* mime);
@@ -113,7 +114,7 @@ private:
     // The HUD list as document entries, in list order.
     QVector<HudEntry> hudEntries() const;
     UltimateTreeItem* currentHud() const;
-    void applySceneSize(const UltimateTreeItem* item);
+    void setupComponentList();
     // Stores the canvas's components into the current HUD's object.
     void storeSceneIntoCurrentHud();
     // A pasted HUD object becomes a new custom HUD: a fresh "ID" always, a name
@@ -157,7 +158,10 @@ private:
     QMenu* hudMenu = nullptr;
     QAction* actionDeleteHud = nullptr;
     QPushButton* removeHudButton = nullptr;
-    HudPreviewLayer* editor = nullptr;
+    GameUIEditor* editor = nullptr;
+    UltimateTreeWidget* componentList = nullptr;
+    QPushButton* addComponentButton = nullptr;
+    QPushButton* removeComponentButton = nullptr;
     QLabel* statusLabel = nullptr;
 
     QAction* actionOpen = nullptr;
