@@ -1,5 +1,6 @@
 #include "TestEnvironment.h"
 
+#include "app/CommandLineTool.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -560,6 +561,38 @@ private slots:
         editor.scene->createAComponent(nullptr);
         QCOMPARE(editor.scene->components.size(), 501);
         QCOMPARE(editor.helper->asked, 1);
+    }
+
+    void resaveVisitingAllHudsKeepsTheDocument()
+    {
+        const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
+        const QString project = TestEnvironment::makeProject(QStringLiteral("visit"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), original);
+        const QString target = TestEnvironment::newFolder(QStringLiteral("visited")) + QStringLiteral("/out.json");
+        QString outText, errText;
+        QTextStream out(&outText), err(&errText);
+        const int code = CommandLineTool::execute({QStringLiteral("velmora-cli"), QStringLiteral("resave"), project,
+                                                   QStringLiteral("--visit-all"), QStringLiteral("--out"), target},
+                                                  out, err);
+        err.flush();
+        QVERIFY2(code == 0, qPrintable(errText));
+        const QJsonObject before = QJsonDocument::fromJson(original).object();
+        const QJsonObject after = QJsonDocument::fromJson(TestEnvironment::readFile(target)).object();
+        // Every HUD went through the canvas: only what components rewrite changed.
+        auto visited = [](QJsonObject hud) {
+            hud.insert("HUD", expectedBack(hud.value("HUD").toArray()));
+            return hud;
+        };
+        QCOMPARE(after.keys(), before.keys());
+        QCOMPARE(after.value("Map"), before.value("Map"));
+        QCOMPARE(after.value("Battle"), before.value("Battle"));
+        const QJsonArray data = before.value("Data").toArray();
+        QCOMPARE(after.value("Data").toArray().size(), data.size());
+        for (int i = 0; i < data.size(); ++i)
+            QCOMPARE(after.value("Data").toArray().at(i).toObject(), visited(data.at(i).toObject()));
+        QCOMPARE(after.value("EditorNote"), before.value("EditorNote"));
+        // The project's own file is untouched.
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
     }
 };
 
