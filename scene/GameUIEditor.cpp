@@ -46,6 +46,14 @@ GameUIEditor::~GameUIEditor()
     scene->clear();
 }
 
+void GameUIEditor::showEvent(QShowEvent* event)
+{
+    QGraphicsView::showEvent(event);
+    // The scroll margin depends on whether the canvas fits the viewport,
+    // known only once the view has its size.
+    scene->updateSceneRect();
+}
+
 void GameUIEditor::setup(GameUIEditorSceneHelperBase* helper, QJsonObject* projectData)
 {
     scene->setHelper(helper);

@@ -49,6 +49,9 @@ public slots:
     void list_itemRelocated(UltimateTreeItem* item);
     void list_customContextMenuRequested(const QPoint& position);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     GameUIEditorScene* scene;
     QPushButton* addButton = nullptr;

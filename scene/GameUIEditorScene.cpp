@@ -471,7 +471,7 @@ void GameUIEditorScene::drawBackground(QPainter* painter, const QRectF& rect)
             painter->restore();
         }
     } else if (!visible.isEmpty()) {
-        painter->fillRect(visible, tile.isNull() ? QBrush(QColor(200, 200, 200)) : tileBrush);
+        painter->fillRect(visible, tile.isNull() ? QBrush(QColor(96, 96, 104)) : tileBrush);
     }
 }
 
