@@ -63,6 +63,8 @@ void GameUIEditor::setup(GameUIEditorSceneHelperBase* helper, QJsonObject* proje
 void GameUIEditor::bindList(UltimateTreeWidget* list, QPushButton* add, QPushButton* remove)
 {
     scene->list = list;
+    // A list that goes first leaves the scene without one, not with a dangling one.
+    connect(list, &QObject::destroyed, this, [this]() { scene->list = nullptr; });
     addButton = add;
     removeButton = remove;
     connect(list, &UltimateTreeWidget::currentItemChanged, this, &GameUIEditor::list_currentItemChanged);

@@ -80,14 +80,17 @@ QString GameUIEditorScene::rowText(const QJsonObject& json)
     return name.isEmpty() ? tr("Component") : name;
 }
 
-QList<UltimateTreeItem*> GameUIEditorScene::topRows() const
+QList<UltimateTreeItem*> GameUIEditorScene::rowsUnder(UltimateTreeItem* parentRow) const
 {
     QList<UltimateTreeItem*> rows;
-    if (!list)
-        return rows;
-    const UltimateTree* tree = list->tree();
-    for (int i = 0; i < tree->rowCount(); ++i)
-        rows.append(tree->row(i));
+    if (parentRow) {
+        for (int i = 0; i < parentRow->childCount(); ++i)
+            rows.append(parentRow->child(i));
+    } else if (list) {
+        const UltimateTree* tree = list->tree();
+        for (int i = 0; i < tree->rowCount(); ++i)
+            rows.append(tree->row(i));
+    }
     return rows;
 }
 
@@ -96,10 +99,8 @@ QList<UltimateTreeItem*> GameUIEditorScene::topRows() const
 QJsonArray GameUIEditorScene::serialise(UltimateTreeItem* parentRow) const
 {
     QJsonArray array;
-    const QList<UltimateTreeItem*> rows = parentRow ? QList<UltimateTreeItem*>() : topRows();
-    const int count = parentRow ? parentRow->childCount() : rows.size();
-    for (int i = 0; i < count; ++i) {
-        UltimateTreeItem* row = parentRow ? parentRow->child(i) : rows.at(i);
+    for (UltimateTreeItem* row : rowsUnder(parentRow)) {
+        // A row without a component is skipped.
         UIComponentBase* component = itemToComponent.value(row);
         if (!component)
             continue;
@@ -128,7 +129,7 @@ QJsonArray GameUIEditorScene::toJson() const
 QJsonArray GameUIEditorScene::orderFromList() const
 {
     QJsonArray array;
-    for (UltimateTreeItem* row : topRows())
+    for (UltimateTreeItem* row : rowsUnder(nullptr))
         array.append(orderEntry(row));
     return array;
 }
@@ -139,6 +140,19 @@ void GameUIEditorScene::refreshOrder()
 }
 
 // ---------------------------------------------------------------- building
+
+UIComponentBase* GameUIEditorScene::makeComponent(const QJsonObject& json, UIComponentBase* parent)
+{
+    UIComponentBase* component = helper->createComponent(json, this, projectData, true);
+    if (!component)
+        return nullptr;
+    if (parent)
+        component->setParentComponent(parent);
+    else
+        addItem(component);
+    components.append(component);
+    return component;
+}
 
 UltimateTreeItem* GameUIEditorScene::makeRow(const QJsonObject& json, UIComponentBase* component)
 {
@@ -155,15 +169,9 @@ UIComponentBase* GameUIEditorScene::createFromJson(const QJsonObject& json, UICo
 {
     if (!helper || !list)
         return nullptr;
-    UIComponentBase* component = helper->createComponent(json, this, projectData, true);
+    UIComponentBase* component = makeComponent(json, parent);
     if (!component)
         return nullptr;
-    if (parent)
-        component->setParentComponent(parent);
-    else
-        addItem(component);
-    components.append(component);
-
     UltimateTreeItem* row = makeRow(json, component);
     UltimateTree* tree = list->tree();
     UltimateTreeItem* current = tree->currentRow();
@@ -211,14 +219,9 @@ void GameUIEditorScene::loadArray(const QJsonArray& array, UIComponentBase* pare
         // remembers that it had the key.
         if (json.contains(KeyChildren))
             json.insert(KeyChildren, QJsonArray());
-        UIComponentBase* component = helper->createComponent(json, this, projectData, true);
+        UIComponentBase* component = makeComponent(json, parent);
         if (!component)
             continue;
-        if (parent)
-            component->setParentComponent(parent);
-        else
-            addItem(component);
-        components.append(component);
         UltimateTreeItem* row = makeRow(json, component);
         if (parentRow)
             parentRow->addChild(row);
@@ -311,10 +314,10 @@ void GameUIEditorScene::clear()
 
 void GameUIEditorScene::restackRows(UltimateTreeItem* parentRow, UIComponentBase* parent)
 {
-    const QList<UltimateTreeItem*> rows = parentRow ? QList<UltimateTreeItem*>() : topRows();
-    const int count = parentRow ? parentRow->childCount() : rows.size();
+    const QList<UltimateTreeItem*> rows = rowsUnder(parentRow);
+    const int count = rows.size();
     for (int i = 0; i < count; ++i) {
-        UltimateTreeItem* row = parentRow ? parentRow->child(i) : rows.at(i);
+        UltimateTreeItem* row = rows.at(i);
         UIComponentBase* component = itemToComponent.value(row);
         if (!component)
             continue;

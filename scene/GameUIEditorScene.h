@@ -139,6 +139,8 @@ protected:
     void drawBackground(QPainter* painter, const QRectF& rect) override;
 
 private:
+    // The kind's component from the helper, under its parent or in the scene.
+    UIComponentBase* makeComponent(const QJsonObject& json, UIComponentBase* parent);
     UltimateTreeItem* makeRow(const QJsonObject& json, UIComponentBase* component);
     // Loading builds rows detached from the list and adds each top-level row
     // once its subtree stands, so a large HUD lays the list out once.
@@ -152,5 +154,6 @@ private:
     // Tells the user that the HUD is full; the action that hit the limit stops.
     void reportLimit();
 
-    QList<UltimateTreeItem*> topRows() const;
+    // The rows directly below a row, or the top-level rows for null.
+    QList<UltimateTreeItem*> rowsUnder(UltimateTreeItem* parentRow) const;
 };
