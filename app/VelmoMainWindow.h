@@ -22,8 +22,8 @@ class VelmoMainTitleBar;
 // folder, the cached RPG Maker data, the HUD list and the canvas.
 //
 // First shell: a menu bar with the project commands, the no-project page and
-// the editor page with the HUD list and the canvas layer. The title bar tool
-// buttons and the component list come with their own work.
+// the editor page with the canvas, the HUD list and the component list. The
+// title bar tool buttons come with their own work.
 class VelmoMainWindow : public CFramelessWindow
 {
     Q_OBJECT
