@@ -4,6 +4,13 @@
 #include "app/JsonFile.h"
 #include "app/ProjectData.h"
 #include "app/Startup.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -25,9 +32,14 @@ const char* const Usage =
     "  check PROJECT               Opens the project as the editor does and reports\n"
     "                              whether it is valid, its screen size and what its\n"
     "                              HUD document holds. Exit 0 when valid, 1 when not.\n"
-    "  resave PROJECT [--out FILE] Loads the HUD document and writes it back through\n"
+    "  resave PROJECT [--visit-all] [--out FILE]\n"
+    "                              Loads the HUD document and writes it back through\n"
     "                              the editor's save path; with --out the result goes\n"
-    "                              to FILE and the project is left untouched.\n"
+    "                              to FILE and the project is left untouched. With\n"
+    "                              --visit-all every HUD of the list is made current in\n"
+    "                              turn and passes through the editor's canvas before\n"
+    "                              the save, as when a user clicks through every HUD\n"
+    "                              and saves (no window is shown).\n"
     "\n"
     "Options:\n"
     "  --help     Shows this text.\n"
@@ -100,9 +112,31 @@ int check(const QDir& folder, QTextStream& out)
     return Success;
 }
 
-int resave(const QDir& folder, const QString& output, QTextStream& out, QTextStream& err)
+// Makes every HUD current in list order, through the canvas, as the editor
+// does on a change of HUD and on saving.
+void visitAll(const QDir& folder, QVector<HudEntry>& entries)
 {
-    const HudDocument document = HudDocument::load(folder);
+    QJsonObject projectData;
+    ProjectData::ScreenSize screen;
+    ProjectData::load(folder, projectData, screen);
+    UltimateTreeWidget list;
+    list.tree()->startView();
+    GameUIEditor editor;
+    editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), &projectData);
+    editor.bindList(&list, nullptr, nullptr);
+    const QSize size(screen.width, screen.height);
+    QJsonObject* previous = nullptr;
+    for (HudEntry& entry : entries) {
+        HudDocument::switchScene(editor.editorScene(), previous, entry.type, &entry.object, size);
+        previous = &entry.object;
+    }
+    if (previous)
+        HudDocument::switchScene(editor.editorScene(), previous, 0, nullptr, size);
+}
+
+int resave(const QDir& folder, const QString& output, bool visit, QTextStream& out, QTextStream& err)
+{
+    HudDocument document = HudDocument::load(folder);
     const QString source = JsonFile::pluginPath(folder, HudDocument::FileName);
     if (document.fromTemplates && !document.damagedFile) {
         err << "velmora-cli: there is no HUD document at " << QDir::toNativeSeparators(source) << "\n";
@@ -114,6 +148,8 @@ int resave(const QDir& folder, const QString& output, QTextStream& out, QTextStr
             << document.damage << "); nothing was written\n";
         return Failure;
     }
+    if (visit)
+        visitAll(folder, document.entries);
     const QJsonObject assembled = HudDocument::assemble(document.root, document.entries);
     const QString target = output.isEmpty() ? source : QFileInfo(output).absoluteFilePath();
     QString reason;
@@ -148,6 +184,7 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     QString project;
     QString output;
     bool outputGiven = false;
+    bool visit = false;
     for (int i = 1; i < args.size(); ++i) {
         const QString& arg = args.at(i);
         if (command == QLatin1String("resave") && arg == QLatin1String("--out")) {
@@ -157,6 +194,8 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
             outputGiven = true;
             if (output.isEmpty())
                 return usageError(err, QStringLiteral("--out takes one file"));
+        } else if (command == QLatin1String("resave") && arg == QLatin1String("--visit-all")) {
+            visit = true;
         } else if (arg.startsWith(QLatin1String("--"))) {
             return usageError(err, QStringLiteral("unknown option '%1'").arg(arg));
         } else if (project.isNull()) {
@@ -175,12 +214,24 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     }
     if (command == QLatin1String("check"))
         return check(folder, out);
-    return resave(folder, output, out, err);
+    if (visit && !qobject_cast<QApplication*>(QCoreApplication::instance())) {
+        err << "velmora-cli: --visit-all needs the widget application\n";
+        return Failure;
+    }
+    return resave(folder, output, visit, out, err);
 }
 
 int run(int argc, char** argv)
 {
-    QCoreApplication application(argc, argv);
+    // Visiting the HUDs runs the editor's canvas, which needs widgets; it
+    // never shows one, so no display is needed either.
+    bool visit = false;
+    for (int i = 1; i < argc; ++i)
+        visit = visit || qstrcmp(argv[i], "--visit-all") == 0;
+    if (visit && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QScopedPointer<QCoreApplication> application(visit ? new QApplication(argc, argv)
+                                                       : new QCoreApplication(argc, argv));
     initVelmoraResources();
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -1,5 +1,7 @@
 #include "app/HudDocument.h"
 
+#include "scene/GameUIEditorScene.h"
+
 #include "app/JsonFile.h"
 #include "app/PathManager.h"
 
@@ -285,4 +287,21 @@ int HudDocument::componentCount(const QJsonArray& components)
         count += componentCount(value.toObject().value(KeyChildren).toArray());
     }
     return count;
+}
+
+bool HudDocument::switchScene(GameUIEditorScene* scene, QJsonObject* previous, int type, const QJsonObject* current,
+                              const QSize& screen)
+{
+    if (previous)
+        previous->insert(KeyHud, scene->toJson());
+    scene->clear();
+    if (!current)
+        return false;
+    const bool sized = hasOwnSize(type, *current);
+    if (sized)
+        scene->setScreenSize(ownWidth(*current), ownHeight(*current));
+    else
+        scene->setScreenSize(screen.width(), screen.height());
+    scene->loadFromJson(current->value(KeyHud).toArray());
+    return sized;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDir>
+#include <QSize>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QStringList>
@@ -16,6 +17,8 @@ struct HudEntry {
 // The HUD document "data/plugin/VelmoraHUD.json". In memory it exists only as
 // the HUD list; this class explodes a file into entries on loading and puts
 // the document together again from the entries on saving.
+class GameUIEditorScene;
+
 class HudDocument
 {
 public:
@@ -101,4 +104,11 @@ public:
 
     // Number of component objects in a "HUD" array, children included.
     static int componentCount(const QJsonArray& components);
+
+    // The change of the HUD being edited, as the editor does it: the scene's
+    // components go back into the previous HUD's object (when given), then the
+    // scene is cleared, takes the new HUD's size and loads its components.
+    // Returns whether the new HUD has a size of its own.
+    static bool switchScene(GameUIEditorScene* scene, QJsonObject* previous, int type, const QJsonObject* current,
+                            const QSize& screen);
 };

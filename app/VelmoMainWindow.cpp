@@ -3,7 +3,6 @@
 #include "app/DocumentWatcher.h"
 #include "app/GameRunner.h"
 #include "app/HudDocument.h"
-#include "app/HudPreviewLayer.h"
 #include "app/JsonFile.h"
 #include "app/PathManager.h"
 #include "app/ProjectData.h"
@@ -11,6 +10,9 @@
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
 #include "app/VelmoMainTitleBar.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
 #include "widgets/AlertDialog.h"
 #include "widgets/BRResizerRenderer.h"
 #include "widgets/MyPopup.h"
@@ -87,7 +89,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     }
     buildMenus();
     setupHudList();
-    editor->setScreenSize(screenWidth, screenHeight);
+    setupComponentList();
+    editor->editorScene()->setScreenSize(screenWidth, screenHeight);
     documentWatcher = new DocumentWatcher(this);
     connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &VelmoMainWindow::whenDocumentChangedOnDisk);
     autosaveTimer = new QTimer(this);
@@ -163,7 +166,7 @@ void VelmoMainWindow::buildForm()
     QGroupBox* groupBox = new QGroupBox(tr("HUD Editor"), mainWidget);
     groupBox->setObjectName(QStringLiteral("groupBox"));
     QVBoxLayout* groupLayout = new QVBoxLayout(groupBox);
-    editor = new HudPreviewLayer(groupBox);
+    editor = new GameUIEditor(groupBox);
     editor->setObjectName(QStringLiteral("editor"));
     groupLayout->addWidget(editor);
     mainLayout->addWidget(groupBox, 1);
@@ -195,6 +198,39 @@ void VelmoMainWindow::buildForm()
     hudList = new UltimateTreeWidget(hudContainer);
     hudList->setObjectName(QStringLiteral("hudList"));
     hudLayout->addWidget(hudList, 1);
+
+    QWidget* componentContainer = new QWidget(hudContainer);
+    componentContainer->setObjectName(QStringLiteral("componentContainer"));
+    QVBoxLayout* componentLayout = new QVBoxLayout(componentContainer);
+    componentLayout->setContentsMargins(0, 0, 0, 0);
+    QWidget* componentHeader = new QWidget(componentContainer);
+    componentHeader->setObjectName(QStringLiteral("listHeader_2"));
+    QHBoxLayout* componentHeaderLayout = new QHBoxLayout(componentHeader);
+    componentHeaderLayout->setContentsMargins(4, 2, 2, 2);
+    QLabel* componentListHeader =
+        new QLabel(QStringLiteral("<b>%1</b>").arg(tr("Component List")), componentHeader);
+    componentListHeader->setObjectName(QStringLiteral("componentListHeader"));
+    componentHeaderLayout->addWidget(componentListHeader, 1);
+    auto headerButton = [componentHeader, componentHeaderLayout](const char* name, const char* icon,
+                                                                 const QString& tip) {
+        QPushButton* button = new QPushButton(componentHeader);
+        button->setObjectName(QLatin1String(name));
+        button->setIcon(QIcon(QStringLiteral(":/resources/ButtonIcons/%1.png").arg(QLatin1String(icon))));
+        button->setIconSize(QSize(12, 12));
+        button->setFlat(true);
+        button->setFixedSize(18, 18);
+        button->setToolTip(tip);
+        componentHeaderLayout->addWidget(button);
+        return button;
+    };
+    addComponentButton = headerButton("addComponentButton", "Add", tr("Add New Component"));
+    removeComponentButton = headerButton("removeComponentButton", "Remove", tr("Delete Component"));
+    removeComponentButton->setEnabled(false);
+    componentLayout->addWidget(componentHeader);
+    componentList = new UltimateTreeWidget(componentContainer);
+    componentList->setObjectName(QStringLiteral("componentList"));
+    componentLayout->addWidget(componentList, 1);
+    hudLayout->addWidget(componentContainer, 2);
     mainLayout->addWidget(hudContainer);
     pages->addWidget(mainWidget);
 
@@ -270,6 +306,32 @@ void VelmoMainWindow::setupHudList()
     connect(hudList, &UltimateTreeWidget::itemRelocated, this, &VelmoMainWindow::markChanged);
 }
 
+void VelmoMainWindow::setupComponentList()
+{
+    UltimateTree* tree = componentList->tree();
+    componentList->setClipboardId(QStringLiteral("VELMOCOMP"));
+    tree->setColumnCount(1);
+    tree->setRowHeight(20);
+    tree->setTextOffset(4);
+    tree->setRelocationEnabled(true);
+    tree->setKeepSelectionLook(true);
+    tree->startView();
+
+    editor->setup(new GameUIEditorSceneHelper<VelmoUISelector>(), &projectData);
+    editor->bindList(componentList, addComponentButton, removeComponentButton);
+    connect(addComponentButton, &QPushButton::clicked, editor, &GameUIEditor::createACenteredComponent);
+    connect(removeComponentButton, &QPushButton::clicked, editor, &GameUIEditor::deleteAComponent);
+    // Every step that can be undone is an unsaved change.
+    editor->editorScene()->setUndoCallback([this](int undo, int redo) {
+        if (undo != 0)
+            canUndo = undo == 1;
+        if (redo != 0)
+            canRedo = redo == 1;
+        if (undo == 1)
+            markChanged();
+    });
+}
+
 void VelmoMainWindow::fillHudRow(UltimateTreeItem* row)
 {
     const QJsonObject& object = *row->userData();
@@ -320,7 +382,7 @@ void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
 void VelmoMainWindow::storeSceneIntoCurrentHud()
 {
     if (UltimateTreeItem* item = currentHud())
-        item->userData()->insert(HudDocument::KeyHud, editor->toJson());
+        item->userData()->insert(HudDocument::KeyHud, editor->editorScene()->toJson());
 }
 
 void VelmoMainWindow::buildMenus()
@@ -405,7 +467,7 @@ void VelmoMainWindow::openStartProject()
     if (!GameRunner::isValidLocation(editorLocation))
         editorLocation.clear();
     if (store.contains(QStringLiteral("BackgroundDarken")))
-        editor->setDarkenRatio(store.value(QStringLiteral("BackgroundDarken")).toDouble());
+        editor->editorScene()->setDarkness(store.value(QStringLiteral("BackgroundDarken")).toDouble());
 
     const Startup::CommandLineProject fromArguments = Startup::projectFromArguments(QCoreApplication::arguments());
     QString project = fromArguments.folder;
@@ -516,7 +578,7 @@ bool VelmoMainWindow::loadProjectData(QStringList* problems)
     screenWidth = screen.width;
     screenHeight = screen.height;
     if (!isSizedHUD)
-        editor->setScreenSize(screenWidth, screenHeight);
+        editor->editorScene()->setScreenSize(screenWidth, screenHeight);
     return true;
 }
 
@@ -547,7 +609,7 @@ void VelmoMainWindow::showHUDs(const HudDocument& document)
     hudList->blockSignals(true);
     tree->clear();
     hudList->blockSignals(false);
-    editor->clear();
+    editor->editorScene()->clear();
     removeHudButton->setEnabled(false);
     for (const HudEntry& entry : document.entries) {
         UltimateTreeItem* row = new UltimateTreeItem();
@@ -565,31 +627,17 @@ UltimateTreeItem* VelmoMainWindow::currentHud() const
     return hudList->tree()->currentRow();
 }
 
-void VelmoMainWindow::applySceneSize(const UltimateTreeItem* item)
-{
-    const QJsonObject& object = *item->userData();
-    isSizedHUD = HudDocument::hasOwnSize(item->id(), object);
-    if (isSizedHUD)
-        editor->setScreenSize(HudDocument::ownWidth(object), HudDocument::ownHeight(object));
-    else
-        editor->setScreenSize(screenWidth, screenHeight);
-}
-
 void VelmoMainWindow::on_hudList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem* previous)
 {
-    if (previous && previous->userData())
-        previous->userData()->insert(HudDocument::KeyHud, editor->toJson());
     removeHudButton->setEnabled(current && current->id() == HudEntry::Custom);
-    if (current) {
-        // Loading another HUD into the canvas is no edit.
-        const bool wasChanged = isChanged;
-        editor->clear();
-        applySceneSize(current);
-        editor->loadFromJson(current->userData()->value(HudDocument::KeyHud).toArray());
-        isChanged = wasChanged;
-    } else {
-        editor->clear();
-    }
+    // Loading another HUD into the canvas is no edit.
+    const bool wasChanged = isChanged;
+    const bool sized = HudDocument::switchScene(editor->editorScene(), previous ? previous->userData() : nullptr,
+                                                current ? current->id() : 0,
+                                                current ? current->userData() : nullptr, screenSize());
+    if (current)
+        isSizedHUD = sized;
+    isChanged = wasChanged;
     refreshBackground();
     updateCommandStates();
     writeRecovery();
@@ -599,7 +647,7 @@ void VelmoMainWindow::refreshBackground()
 {
     const UltimateTreeItem* item = currentHud();
     const QString path = item ? item->userData()->value(HudDocument::KeyBackground).toString() : QString();
-    editor->setBackground(path.isEmpty() ? QPixmap() : QPixmap(path));
+    editor->editorScene()->setBackgroundImage(path.isEmpty() ? QPixmap() : QPixmap(path));
 }
 
 void VelmoMainWindow::deleteHUD()
@@ -764,7 +812,7 @@ void VelmoMainWindow::saveWindowState()
     store.setValue(QStringLiteral("Geometry"), normalGeometry());
     store.setValue(QStringLiteral("IsMaximized"), isMaximized());
     store.setValue(QStringLiteral("EditorLocation"), editorLocation);
-    store.setValue(QStringLiteral("BackgroundDarken"), editor->darkenRatio());
+    store.setValue(QStringLiteral("BackgroundDarken"), editor->editorScene()->darkness);
 }
 
 void VelmoMainWindow::updateCommandStates()

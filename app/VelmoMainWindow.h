@@ -8,7 +8,7 @@
 #include <QProcess>
 
 class DocumentWatcher;
-class HudPreviewLayer;
+class GameUIEditor;
 class QAction;
 class QLabel;
 class QMimeData;
@@ -24,8 +24,8 @@ class VelmoMainTitleBar;
 // folder, the cached RPG Maker data, the HUD list and the canvas.
 //
 // First shell: a menu bar with the project commands, the no-project page and
-// the editor page with the HUD list and the canvas layer. The title bar tool
-// buttons and the component list come with their own work.
+// the editor page with the canvas, the HUD list and the component list. The
+// title bar tool buttons come with their own work.
 class VelmoMainWindow : public CFramelessWindow
 {
     Q_OBJECT
@@ -57,7 +57,8 @@ public:
     void markChanged();
 
     UltimateTreeWidget* hudListWidget() const { return hudList; }
-    HudPreviewLayer* editorView() const { return editor; }
+    GameUIEditor* editorView() const { return editor; }
+    UltimateTreeWidget* componentListWidget() const { return componentList; }
 
     // Whether a drag carries a project file this window accepts.
     static bool acceptsProjectDrop(const QMimeData* mime);
@@ -136,7 +137,7 @@ private:
     // The HUD list as document entries, in list order.
     QVector<HudEntry> hudEntries() const;
     UltimateTreeItem* currentHud() const;
-    void applySceneSize(const UltimateTreeItem* item);
+    void setupComponentList();
     // Stores the canvas's components into the current HUD's object.
     void storeSceneIntoCurrentHud();
     // A pasted HUD object becomes a new custom HUD: a fresh "ID" always, a name
@@ -180,7 +181,10 @@ private:
     QMenu* hudMenu = nullptr;
     QAction* actionDeleteHud = nullptr;
     QPushButton* removeHudButton = nullptr;
-    HudPreviewLayer* editor = nullptr;
+    GameUIEditor* editor = nullptr;
+    UltimateTreeWidget* componentList = nullptr;
+    QPushButton* addComponentButton = nullptr;
+    QPushButton* removeComponentButton = nullptr;
     QLabel* statusLabel = nullptr;
 
     QAction* actionOpen = nullptr;

@@ -231,9 +231,10 @@ private slots:
         QCOMPARE(scene.hoveredComponent, high);
         QVERIFY(!low->hovered);
 
-        // A press lists every component under it, topmost first.
+        // A press lists every component under it; the scene takes the topmost
+        // and moves it, being dragged now, to the end.
         QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, at(130, 100));
-        QCOMPARE(scene.pressedComponents, (QList<UIComponentBase*>{high, low}));
+        QCOMPARE(scene.pressedComponents, (QList<UIComponentBase*>{low, high}));
         QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, at(130, 100));
 
         // A passive component is never hovered nor pressed.

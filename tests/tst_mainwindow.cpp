@@ -1,6 +1,7 @@
 #include "TestEnvironment.h"
 
-#include "app/HudPreviewLayer.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
 #include "app/SettingsStore.h"
 #include "app/PathManager.h"
 #include "app/VelmoMainWindow.h"
@@ -37,6 +38,11 @@ using TestEnvironment::closeByFrame;
 using TestEnvironment::press;
 
 
+QSize sceneSize(VelmoMainWindow* window)
+{
+    const GameUIEditorScene* scene = window->editorView()->editorScene();
+    return QSize(scene->screenWidth, scene->screenHeight);
+}
 
 }
 
@@ -115,8 +121,8 @@ private slots:
         QVERIFY(list()->row(0)->isItalic(1));
         QVERIFY(list()->row(1)->isItalic(1));
         QCOMPARE(list()->currentRow(), list()->row(0));
-        QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
-        QCOMPARE(window->editorView()->screenSize(), QSize(816, 624));
+        QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
+        QCOMPARE(sceneSize(window.get()), QSize(816, 624));
         QVERIFY(!window->projectIsChanged());
         // Neither the Map nor the Battle HUD can be deleted.
         QVERIFY(!window->findChild<QPushButton*>(QStringLiteral("removeHudButton"))->isEnabled());
@@ -124,7 +130,7 @@ private slots:
         // Switching HUDs by mouse is no edit.
         clickRow(1);
         QCOMPARE(list()->currentRow(), list()->row(1));
-        QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraBattleHUD.json"));
+        QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraBattleHUD.json"));
         QVERIFY(!window->projectIsChanged());
         // Opened and looked at: no file.
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
@@ -236,17 +242,17 @@ private slots:
         QCOMPARE(list()->currentRow(), list()->row(3));
         QCOMPARE(list()->row(3)->text(1), QStringLiteral("Map HUD"));
         QCOMPARE(list()->row(0)->text(1), QStringLiteral("Battle HUD"));
-        QCOMPARE(window->editorView()->screenSize(), QSize(1280, 720));
+        QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
 
         // A custom component takes its own size; a HUD without "IsHUD" too.
         clickRow(2);
         QCOMPARE(list()->row(2)->text(0), QStringLiteral(" •"));
-        QCOMPARE(window->editorView()->screenSize(), QSize(240, 64));
+        QCOMPARE(sceneSize(window.get()), QSize(240, 64));
         clickRow(4);
         QCOMPARE(list()->row(4)->text(0), QStringLiteral("✦"));
-        QCOMPARE(window->editorView()->screenSize(), QSize(300, 300));
+        QCOMPARE(sceneSize(window.get()), QSize(300, 300));
         clickRow(1);
-        QCOMPARE(window->editorView()->screenSize(), QSize(1280, 720));
+        QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
         QVERIFY(!window->projectIsChanged());
 
         // Saving what was only looked at gives the file back unchanged.
@@ -342,7 +348,7 @@ private slots:
         QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "Boss Bar"}));
         QCOMPARE(list()->currentRow(), list()->row(2));
-        QCOMPARE(window->editorView()->screenSize(), QSize(300, 300));
+        QCOMPARE(sceneSize(window.get()), QSize(300, 300));
 
         pressSave();
         written = writtenDocument(project);
@@ -548,7 +554,7 @@ private slots:
         QVERIFY(window->projectIsOpen());
         QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("not valid JSON")));
         QCOMPARE(list()->rowCount(), 2);
-        QCOMPARE(window->editorView()->toJson(), templateArray("VelmoraMapHUD.json"));
+        QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
 
         window->SaveProject();
         QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), damaged);

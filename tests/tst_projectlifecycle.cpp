@@ -480,9 +480,12 @@ private slots:
         const QString log = childHome + QStringLiteral("/user.log");
         const QJsonObject pasted{{QStringLiteral("Name"), QStringLiteral("Survives the kill")},
                                  {QStringLiteral("IsHUD"), true},
+                                 // A component in the form the canvas writes it back.
                                  {QStringLiteral("HUD"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 0},
                                                                                 {QStringLiteral("X"), 12},
-                                                                                {QStringLiteral("Y"), 34}}}}};
+                                                                                {QStringLiteral("Y"), 34},
+                                                                                {QStringLiteral("Rotation"), 0},
+                                                                                {QStringLiteral("Opacity"), 100}}}}};
         auto editor = [&](const char* mode) {
             QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
             environment.insert(QStringLiteral("HOME"), childHome);

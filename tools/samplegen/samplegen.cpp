@@ -1171,6 +1171,31 @@ struct MenuBarIcon
     QRgb colour;
 };
 
+// One glyph of the Material icon font as a light shape with a dark rim, its em
+// square filling the image so that the font's own alignment holds.
+void glyphIcon(const QString &family, const MenuBarIcon &icon, int size, const QString &path)
+{
+    const QColor rim(0x1a, 0x1c, 0x22);
+    QFont font(family);
+    font.setPixelSize(size);
+    const QFontMetricsF metrics(font);
+    const QString text = QString(QChar(icon.glyph));
+    QPainterPath shape;
+    shape.addText(QPointF((size - metrics.horizontalAdvance(text)) / 2, (size - metrics.height()) / 2 + metrics.ascent()),
+                  font, text);
+    QImage img = blank(size, size);
+    QPainter p(&img);
+    setupPainter(p);
+    p.setPen(QPen(rim, size / 12.0, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(rim);
+    p.drawPath(shape);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(icon.colour));
+    p.drawPath(shape);
+    p.end();
+    save(img, path);
+}
+
 void makeMenuBarIcons()
 {
     const int id = QFontDatabase::addApplicationFont(QString::fromLatin1(kMaterialIconFont));
@@ -1201,30 +1226,13 @@ void makeMenuBarIcons()
         {"Tutorial.png", 0xf06a, light},        // smart_display
         {"Update.png", 0xe8d7, light},          // system_update_alt
     };
-    const QColor rim(0x1a, 0x1c, 0x22);
-    const int size = 48;
-    QFont font(family);
-    font.setPixelSize(size);
-    const QFontMetricsF metrics(font);
-    for (const MenuBarIcon &icon : icons) {
-        const QString text = QString(QChar(icon.glyph));
-        // The glyph's em square fills the image, so the font's own alignment holds.
-        QPainterPath path;
-        path.addText(QPointF((size - metrics.horizontalAdvance(text)) / 2,
-                             (size - metrics.height()) / 2 + metrics.ascent()),
-                     font, text);
-        QImage img = blank(size, size);
-        QPainter p(&img);
-        setupPainter(p);
-        p.setPen(QPen(rim, 4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        p.setBrush(rim);
-        p.drawPath(path);
-        p.setPen(Qt::NoPen);
-        p.setBrush(QColor(icon.colour));
-        p.drawPath(path);
-        p.end();
-        save(img, QStringLiteral("resources/MenuBarIcons/%1").arg(QLatin1String(icon.file)));
-    }
+    for (const MenuBarIcon &icon : icons)
+        glyphIcon(family, icon, 48, QStringLiteral("resources/MenuBarIcons/%1").arg(QLatin1String(icon.file)));
+
+    // The context menu's show and hide entries of the component list, in the
+    // same style at the context icons' size.
+    glyphIcon(family, {"Show.png", 0xe8f4, light}, 32, QStringLiteral("resources/ContextIcons/Show.png"));      // visibility
+    glyphIcon(family, {"Hide.png", 0xe8f5, light}, 32, QStringLiteral("resources/ContextIcons/Hide.png"));      // visibility_off
 }
 
 void makeSplash()

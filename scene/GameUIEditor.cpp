@@ -1,0 +1,175 @@
+#include "scene/GameUIEditor.h"
+
+#include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QMenu>
+#include <QPushButton>
+
+GameUIEditor::GameUIEditor(QWidget* parent) : QGraphicsView(parent), scene(new GameUIEditorScene(this, this))
+{
+    setScene(scene);
+    setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
+    setCacheMode(QGraphicsView::CacheBackground);
+    setMouseTracking(true);
+
+    contextMenu = new QMenu(this);
+    auto add = [this](const char* icon, const char* text, void (GameUIEditor::*slot)()) {
+        QAction* action = contextMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/%1.png")
+                                                           .arg(QLatin1String(icon))),
+                                                 tr(text));
+        connect(action, &QAction::triggered, this, slot);
+    };
+    add("Add", QT_TR_NOOP("Add New Component"), &GameUIEditor::createAComponent);
+    add("Add", QT_TR_NOOP("Add Child to ..."), &GameUIEditor::createAComponentChild);
+    add("Edit", QT_TR_NOOP("Edit ..."), &GameUIEditor::editAComponent);
+    add("Remove", QT_TR_NOOP("Delete ..."), &GameUIEditor::deleteAComponent);
+    contextMenu->addSeparator();
+    add("Copy", QT_TR_NOOP("Copy ..."), &GameUIEditor::copyAComponent);
+    add("Cut", QT_TR_NOOP("Cut ..."), &GameUIEditor::cutAComponent);
+    add("Paste", QT_TR_NOOP("Paste ..."), &GameUIEditor::pasteAComponent);
+    contextMenu->addSeparator();
+    add("Hide", QT_TR_NOOP("Hide ..."), &GameUIEditor::hideAComponent);
+    // The list keeps its current row only while the menu is up.
+    connect(contextMenu, &QMenu::aboutToHide, this, [this]() {
+        if (scene->list)
+            scene->list->tree()->setPopupOpen(false);
+    });
+}
+
+GameUIEditor::~GameUIEditor()
+{
+    // The components go before the view's children they may point at.
+    scene->clear();
+}
+
+void GameUIEditor::showEvent(QShowEvent* event)
+{
+    QGraphicsView::showEvent(event);
+    // The scroll margin depends on whether the canvas fits the viewport,
+    // known only once the view has its size.
+    scene->updateSceneRect();
+}
+
+void GameUIEditor::setup(GameUIEditorSceneHelperBase* helper, QJsonObject* projectData)
+{
+    scene->setHelper(helper);
+    scene->projectData = projectData;
+}
+
+void GameUIEditor::bindList(UltimateTreeWidget* list, QPushButton* add, QPushButton* remove)
+{
+    scene->list = list;
+    // A list that goes first leaves the scene without one, not with a dangling one.
+    connect(list, &QObject::destroyed, this, [this]() { scene->list = nullptr; });
+    addButton = add;
+    removeButton = remove;
+    connect(list, &UltimateTreeWidget::currentItemChanged, this, &GameUIEditor::list_currentItemChanged);
+    connect(list, &UltimateTreeWidget::itemDoubleClicked, this, &GameUIEditor::list_itemDoubleClicked);
+    connect(list, &UltimateTreeWidget::itemRelocated, this, &GameUIEditor::list_itemRelocated);
+    connect(list, &UltimateTreeWidget::onDeleteKeyPress, this, &GameUIEditor::deleteAComponent);
+    connect(list, &UltimateTreeWidget::customContextMenuRequested, this,
+            &GameUIEditor::list_customContextMenuRequested);
+    connect(list, &UltimateTreeWidget::itemExpanded, this, &GameUIEditor::onItemExpanded);
+    connect(list, &UltimateTreeWidget::itemCollapsed, this, &GameUIEditor::onItemCollapsed);
+    connect(list, &UltimateTreeWidget::onCopyKeyPress, this, &GameUIEditor::copyAComponent);
+    connect(list, &UltimateTreeWidget::onCutKeyPress, this, &GameUIEditor::cutAComponent);
+    connect(list, &UltimateTreeWidget::onPasteKeyPress, this, &GameUIEditor::pasteAComponentFromList);
+    if (removeButton)
+        removeButton->setEnabled(list->tree()->currentRow() != nullptr);
+}
+
+void GameUIEditor::createACenteredComponent()
+{
+    scene->createACenteredComponent();
+}
+
+void GameUIEditor::createAComponent()
+{
+    scene->createAComponent(nullptr);
+}
+
+void GameUIEditor::createAComponentChild()
+{
+    if (scene->selectedComponent)
+        scene->createAComponent(scene->selectedComponent);
+}
+
+void GameUIEditor::editAComponent()
+{
+    scene->editAComponent();
+}
+
+void GameUIEditor::deleteAComponent()
+{
+    scene->deleteAComponent();
+}
+
+void GameUIEditor::copyAComponent()
+{
+    scene->copyAComponent();
+}
+
+void GameUIEditor::cutAComponent()
+{
+    scene->cutAComponent();
+}
+
+void GameUIEditor::pasteAComponent()
+{
+    scene->paste(nullptr);
+}
+
+void GameUIEditor::pasteAComponentFromList()
+{
+    UltimateTreeItem* current = scene->list ? scene->list->tree()->currentRow() : nullptr;
+    UltimateTreeItem* parentRow = current ? current->parentItem() : nullptr;
+    scene->paste(parentRow ? scene->componentOfRow(parentRow) : nullptr);
+}
+
+void GameUIEditor::hideAComponent()
+{
+    scene->hideAComponent();
+}
+
+void GameUIEditor::onItemExpanded(UltimateTreeItem*)
+{
+    scene->refreshOrder();
+}
+
+void GameUIEditor::onItemCollapsed(UltimateTreeItem*)
+{
+    scene->refreshOrder();
+}
+
+void GameUIEditor::list_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem*)
+{
+    scene->listCurrentItemChanged(current);
+    if (removeButton)
+        removeButton->setEnabled(current != nullptr);
+    setFocus();
+}
+
+void GameUIEditor::list_itemDoubleClicked(UltimateTreeItem* item, int)
+{
+    // A row with children keeps its double-click for opening and closing.
+    if (item && item->childCount() == 0)
+        scene->editAComponent();
+}
+
+void GameUIEditor::list_itemRelocated(UltimateTreeItem* item)
+{
+    scene->listItemRelocated(item);
+}
+
+void GameUIEditor::list_customContextMenuRequested(const QPoint& position)
+{
+    scene->pastePosition = scene->sceneRect().center();
+    scene->prepareMenu(contextMenu);
+    if (scene->list)
+        scene->list->tree()->setPopupOpen(true);
+    contextMenu->popup(position);
+}

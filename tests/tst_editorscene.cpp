@@ -1,0 +1,600 @@
+#include "TestEnvironment.h"
+
+#include "app/CommandLineTool.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
+#include "widgets/TrovDialog.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLabel>
+#include <QRandomGenerator>
+#include <QTimer>
+#include <QtTest>
+
+#include <functional>
+
+namespace {
+
+// The real factory, with the kind of each new component chosen by the test
+// instead of the selector.
+class ScriptedHelper : public GameUIEditorSceneHelper<VelmoUISelector>
+{
+public:
+    void chooseNewComponent(QJsonObject& json, bool* accepted, int id, bool, QJsonObject*, TrovDialog*) override
+    {
+        ++asked;
+        json.insert(QStringLiteral("ID"), id + 1);
+        json.insert(QStringLiteral("Type"), nextType);
+        json.insert(QStringLiteral("Name"), QStringLiteral("C%1").arg(id + 1));
+        *accepted = true;
+    }
+    int nextType = 1;
+    int asked = 0;
+};
+
+// The canvas and its component list side by side, as the main window has them.
+struct Editor {
+    Editor()
+    {
+        window.resize(1200, 800);
+        QHBoxLayout* layout = new QHBoxLayout(&window);
+        view = new GameUIEditor(&window);
+        list = new UltimateTreeWidget(&window);
+        layout->addWidget(view, 1);
+        layout->addWidget(list);
+        list->tree()->setRowHeight(20);
+        list->tree()->setRelocationEnabled(true);
+        list->tree()->startView();
+        helper = new ScriptedHelper;
+        view->setup(helper, nullptr);
+        view->bindList(list, nullptr, nullptr);
+        scene = view->editorScene();
+        scene->setScreenSize(816, 624);
+    }
+    void show()
+    {
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+    }
+    QPoint at(const QPointF& scenePoint) const { return view->mapFromScene(scenePoint); }
+    void click(const QPointF& scenePoint)
+    {
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
+    }
+
+    QWidget window;
+    GameUIEditor* view;
+    UltimateTreeWidget* list;
+    ScriptedHelper* helper;
+    GameUIEditorScene* scene;
+};
+
+QJsonObject shape(int id, int x, int y, int w = 100, int h = 100)
+{
+    return QJsonObject{{"ID", id},
+                       {"Type", 1},
+                       {"Name", QStringLiteral("Shape %1").arg(id)},
+                       {"X", x},
+                       {"Y", y},
+                       {"ShapeData", QJsonObject{{"Width", w}, {"Height", h}}}};
+}
+
+QJsonObject group(int id, int x, int y, const QJsonArray& children)
+{
+    return QJsonObject{{"ID", id}, {"Type", 6}, {"X", x}, {"Y", y}, {"Children", children}};
+}
+
+// What every component rewrites when it is read back: X, Y and Rotation from
+// the live item, "Opacity" 100.0 when missing, "Expanded" on the kinds that
+// hold children (true unless the document said otherwise).
+QJsonArray expectedBack(const QJsonArray& array)
+{
+    QJsonArray out;
+    for (const QJsonValue& value : array) {
+        QJsonObject object = value.toObject();
+        object.insert("X", int(object.value("X").toDouble()));
+        object.insert("Y", int(object.value("Y").toDouble()));
+        object.insert("Rotation", int(object.value("Rotation").toDouble()) % 360);
+        if (!object.contains("Opacity"))
+            object.insert("Opacity", 100.0);
+        const int type = object.value("Type").toInt(-1);
+        if (type == 6 || type == 7)
+            object.insert("Expanded", object.value("Expanded").toBool(true));
+        if (object.contains("Children"))
+            object.insert("Children", expectedBack(object.value("Children").toArray()));
+        out.append(object);
+    }
+    return out;
+}
+
+int rowCount(UltimateTreeItem* parent, const UltimateTree* tree)
+{
+    int count = 0;
+    const int n = parent ? parent->childCount() : tree->rowCount();
+    for (int i = 0; i < n; ++i) {
+        UltimateTreeItem* row = parent ? parent->child(i) : tree->row(i);
+        count += 1 + rowCount(row, tree);
+    }
+    return count;
+}
+
+// The paint order the list prescribes: depth first, children above their
+// parent, later siblings above earlier ones, the selected one above its siblings.
+void expectedStacking(GameUIEditorScene* scene, UltimateTreeItem* parent, QList<UIComponentBase*>& out)
+{
+    const UltimateTree* tree = scene->list->tree();
+    QList<UltimateTreeItem*> rows;
+    const int n = parent ? parent->childCount() : tree->rowCount();
+    for (int i = 0; i < n; ++i)
+        rows.append(parent ? parent->child(i) : tree->row(i));
+    for (int i = 0; i < rows.size(); ++i) {
+        if (scene->componentOfRow(rows[i]) == scene->selectedComponent) {
+            rows.append(rows.takeAt(i));
+            break;
+        }
+    }
+    for (UltimateTreeItem* row : rows) {
+        out.append(scene->componentOfRow(row));
+        expectedStacking(scene, row, out);
+    }
+}
+
+// Every row has its component and the component its row, parents agree, and
+// the canvas stacks as the list says.
+void checkConsistent(GameUIEditorScene* scene)
+{
+    const UltimateTree* tree = scene->list->tree();
+    QCOMPARE(rowCount(nullptr, tree), scene->components.size());
+    QCOMPARE(scene->itemToComponent.size(), scene->components.size());
+    for (UIComponentBase* component : qAsConst(scene->components)) {
+        UltimateTreeItem* row = scene->rowOfComponent(component);
+        QVERIFY(row);
+        QCOMPARE(scene->componentOfRow(row), component);
+        UIComponentBase* parentOfRow = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
+        QCOMPARE(component->parentComponent, parentOfRow);
+        QCOMPARE(component->parentItem(), static_cast<QGraphicsItem*>(parentOfRow));
+        QCOMPARE(component->scene(), scene);
+    }
+    QList<UIComponentBase*> expected;
+    expectedStacking(scene, nullptr, expected);
+    QList<UIComponentBase*> painted;
+    for (QGraphicsItem* item : scene->items(Qt::AscendingOrder)) {
+        if (auto* component = dynamic_cast<UIComponentBase*>(item))
+            painted.append(component);
+    }
+    QCOMPARE(painted, expected);
+}
+
+// Closes the program's modal dialogs that come up while trigger runs and
+// records their titles.
+QStringList dialogsDuring(const std::function<void()>& trigger)
+{
+    QStringList titles;
+    QTimer timer;
+    timer.setInterval(5);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        TrovDialog* dialog = qobject_cast<TrovDialog*>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        titles.append(dialog->windowTitle());
+        dialog->close();
+    });
+    timer.start();
+    trigger();
+    timer.stop();
+    return titles;
+}
+
+}
+
+class TestEditorScene : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void clicksTargetThroughOverlapsAndIntoChildren()
+    {
+        Editor editor;
+        // Three overlapping shapes, the lowest first in the list; a group
+        // holding a child that lies over a bigger parent window.
+        const QJsonObject window{{"ID", 5}, {"Type", 7}, {"X", 600}, {"Y", 300},
+                                 {"WindowData", QJsonObject{{"Width", 200}, {"Height", 200}}},
+                                 {"Children", QJsonArray{shape(6, 40, 40)}}};
+        editor.scene->loadFromJson(QJsonArray{shape(1, 200, 200), shape(2, 220, 200), shape(3, 240, 200), window});
+        editor.show();
+        UIComponentBase* low = editor.scene->components.at(0);
+        UIComponentBase* middle = editor.scene->components.at(1);
+        UIComponentBase* top = editor.scene->components.at(2);
+        QVERIFY(!editor.scene->selectedComponent);
+
+        // An unselected overlap: the topmost one.
+        editor.click(QPointF(225, 200));
+        QCOMPARE(editor.scene->selectedComponent, top);
+        QCOMPARE(editor.list->tree()->currentRow(), editor.scene->rowOfComponent(top));
+
+        // The lowest selected from the list; a click where all three overlap keeps it.
+        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(low));
+        QCOMPARE(editor.scene->selectedComponent, low);
+        editor.click(QPointF(225, 200));
+        QCOMPARE(editor.scene->selectedComponent, low);
+        QVERIFY(low->selected && !top->selected && !middle->selected);
+        // Selected, it lies above its siblings.
+        QVERIFY(low->zValue() > top->zValue());
+
+        // Empty canvas: nothing selected, no current row.
+        editor.click(QPointF(50, 550));
+        QVERIFY(!editor.scene->selectedComponent);
+        QVERIFY(!editor.list->tree()->currentRow());
+        QVERIFY(!low->selected);
+
+        // The parent selected, a click on its child goes down into the child,
+        // and the next click on the same point keeps the child.
+        UIComponentBase* parent = editor.scene->components.at(3);
+        UIComponentBase* child = editor.scene->components.at(4);
+        QCOMPARE(child->parentComponent, parent);
+        editor.click(QPointF(560, 260));
+        QCOMPARE(editor.scene->selectedComponent, parent);
+        editor.click(QPointF(620, 320));
+        QCOMPARE(editor.scene->selectedComponent, child);
+        editor.click(QPointF(620, 320));
+        QCOMPARE(editor.scene->selectedComponent, child);
+        QVERIFY(!parent->selected);
+
+        // A hidden component can't be clicked: the click falls through.
+        editor.scene->hideAComponent();
+        QVERIFY(!child->isVisible());
+        QVERIFY(editor.scene->rowOfComponent(child)->isItalic(0));
+        editor.click(QPointF(620, 320));
+        QCOMPARE(editor.scene->selectedComponent, parent);
+        // Hiding is no edit: nothing to undo, and the document is unchanged.
+        QVERIFY(editor.scene->undoStack.empty());
+        QCOMPARE(editor.scene->toJson().at(3).toObject().value("Children").toArray().size(), 1);
+    }
+
+    void loadAndSaveKeepsTheDocument_data()
+    {
+        QTest::addColumn<QJsonArray>("hud");
+        const QJsonObject full = QJsonDocument::fromJson(
+                                     TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json")))
+                                     .object();
+        for (const QJsonValue& value : full.value("Data").toArray()) {
+            const QJsonArray hud = value.toObject().value("HUD").toArray();
+            if (!hud.isEmpty())
+                QTest::addRow("full document, %s", qPrintable(value.toObject().value("ID").toString())) << hud;
+        }
+        QTest::addRow("map template") << full.value("Map").toObject().value("HUD").toArray();
+
+        // Seven levels of groups and windows, a collapsed group, containers
+        // without "Expanded", unknown keys and kinds, odd values.
+        QJsonArray deepest{shape(20, 5, 5), QJsonObject{{"ID", 21}, {"Type", 99}, {"Mystery", "kept"}}};
+        QJsonObject level = group(19, 1, 1, deepest);
+        for (int depth = 0; depth < 6; ++depth) {
+            level = QJsonObject{{"ID", 18 - depth},
+                                {"Type", depth % 2 ? 6 : 7},
+                                {"X", 10 * depth},
+                                {"Y", -5},
+                                {"Rotation", 370},
+                                {"WindowData", QJsonObject{{"Width", 300}, {"Height", 200}, {"Skin", "Window"}}},
+                                {"Children", QJsonArray{level, shape(30 + depth, depth, 2)}}};
+            if (depth == 2)
+                level.insert("Expanded", false);
+        }
+        QJsonObject collapsed = group(40, 100, 100, QJsonArray{shape(41, 3, 3)});
+        collapsed.insert("Expanded", false);
+        QJsonObject emptyOpen = group(42, 0, 0, QJsonArray());
+        emptyOpen.insert("Expanded", false);
+        QJsonObject unknown{{"ID", 43}, {"Type", -4}, {"X", 10.5}, {"Opacity", 0.25},
+                            {"Conditions", QJsonArray{QJsonObject{{"Type", 3}}}}, {"Future", QJsonObject{{"a", 1}}}};
+        QJsonObject textWithChildren{{"ID", 44}, {"Type", 0}, {"TextData", QJsonObject{{"Text", "x"}}},
+                                     {"Children", QJsonArray{shape(45, 1, 1)}}};
+        QTest::addRow("seven deep") << QJsonArray{level, collapsed, emptyOpen, unknown, textWithChildren,
+                                                  group(46, 7, 7, QJsonArray())};
+    }
+
+    void loadAndSaveKeepsTheDocument()
+    {
+        QFETCH(QJsonArray, hud);
+        Editor editor;
+        editor.scene->loadFromJson(hud);
+        QCOMPARE(editor.scene->toJson(), expectedBack(hud));
+        // A load has nothing to undo, selects nothing and leaves no current row.
+        QVERIFY(editor.scene->undoStack.empty());
+        QVERIFY(!editor.scene->selectedComponent);
+        QVERIFY(!editor.list->tree()->currentRow());
+        checkConsistent(editor.scene);
+        // Saving twice gives the same; clearing leaves an empty HUD.
+        QCOMPARE(editor.scene->toJson(), expectedBack(hud));
+        editor.scene->clear();
+        QCOMPARE(editor.scene->toJson(), QJsonArray());
+        QCOMPARE(editor.list->tree()->rowCount(), 0);
+        QCOMPARE(editor.scene->idCounter, 0);
+        QVERIFY(editor.scene->items().isEmpty());
+    }
+
+    void loadTracksIdsAndCollapsedRows()
+    {
+        Editor editor;
+        QJsonObject closed = group(7, 0, 0, QJsonArray{shape(3, 0, 0), group(12, 1, 1, QJsonArray{shape(4, 0, 0)})});
+        closed.insert("Expanded", false);
+        editor.scene->loadFromJson(QJsonArray{shape(2, 0, 0), closed});
+        QCOMPARE(editor.scene->idCounter, 12);
+        UltimateTreeItem* row = editor.scene->rowOfComponent(editor.scene->components.at(1));
+        QVERIFY(!row->isExpanded());
+        QVERIFY(row->child(1)->isExpanded());
+        // The order array knows the shape of the tree and the open rows.
+        const QJsonArray order = editor.scene->order;
+        QCOMPARE(order.size(), 2);
+        QCOMPARE(order.at(0).toInt(), 2);
+        QCOMPARE(order.at(1).toArray().at(0).toObject(), (QJsonObject{{"Type", 7}, {"Expanded", false}}));
+        QCOMPARE(order.at(1).toArray().at(2).toArray().at(1).toInt(), 4);
+    }
+
+    void screenSizeKeepsTopLevelComponentsCentred()
+    {
+        Editor editor;
+        editor.scene->loadFromJson(QJsonArray{shape(1, 100, 50), group(2, 300, 300, QJsonArray{shape(3, 10, 20)})});
+        editor.scene->setScreenSize(1280, 720);
+        const QJsonArray back = editor.scene->toJson();
+        QCOMPARE(back.at(0).toObject().value("X").toInt(), 332);
+        QCOMPARE(back.at(0).toObject().value("Y").toInt(), 98);
+        // Children follow their parent and keep their own numbers.
+        const QJsonObject child = back.at(1).toObject().value("Children").toArray().at(0).toObject();
+        QCOMPARE(child.value("X").toInt(), 10);
+        QCOMPARE(child.value("Y").toInt(), 20);
+        // An odd difference truncates toward zero, both ways.
+        editor.scene->setScreenSize(1279, 721);
+        QCOMPARE(editor.scene->toJson().at(0).toObject().value("X").toInt(), 332);
+        // Back by 463: the half is 231, so the odd pixel stays behind.
+        editor.scene->setScreenSize(816, 624);
+        QCOMPARE(editor.scene->toJson().at(0).toObject().value("X").toInt(), 101);
+        QCOMPARE(editor.scene->toJson().at(0).toObject().value("Y").toInt(), 50);
+    }
+
+    void creatingDeletingAndMenusFromCanvasAndList()
+    {
+        Editor editor;
+        editor.show();
+        editor.helper->nextType = 6;
+        // A double-click on the empty canvas creates where it was clicked.
+        QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(300, 200)));
+        QCOMPARE(editor.helper->asked, 1);
+        QCOMPARE(editor.scene->components.size(), 1);
+        UIComponentBase* created = editor.scene->components.first();
+        QCOMPARE(created->absoluteXY(), QPoint(300, 200));
+        QCOMPARE(editor.scene->selectedComponent, created);
+        QCOMPARE(editor.list->tree()->currentRow()->text(0), QStringLiteral("C1"));
+        QCOMPARE(editor.scene->undoStack.size(), size_t(1));
+        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Created));
+
+        // A child of the group lands in the group's row, opened.
+        editor.helper->nextType = 1;
+        editor.scene->pastePosition = QPointF(320, 210);
+        editor.view->createAComponentChild();
+        UIComponentBase* child = editor.scene->components.at(1);
+        QCOMPARE(child->parentComponent, created);
+        QCOMPARE(child->absoluteXY(), QPoint(320, 210));
+        QVERIFY(editor.scene->rowOfComponent(created)->isExpanded());
+
+        // The menu names the current row and offers only what applies.
+        QMenu* menu = editor.view->contextMenu;
+        const QList<QAction*> actions = menu->actions();
+        QApplication::clipboard()->setText(QStringLiteral("VELMOCOMPnot json"));
+        editor.scene->prepareMenu(menu);
+        QCOMPARE(actions.at(2)->text(), QStringLiteral("Edit \"C2\""));
+        QVERIFY(!actions.at(1)->isVisible());
+        QVERIFY(actions.at(5)->isVisible());
+        QVERIFY(!actions.at(7)->isVisible());
+        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
+        editor.scene->prepareMenu(menu);
+        QVERIFY(actions.at(1)->isVisible());
+        QCOMPARE(actions.at(1)->text(), QStringLiteral("Add Child to \"C1\""));
+        QCOMPARE(actions.at(9)->text(), QStringLiteral("Hide \"C1\""));
+        editor.list->tree()->setCurrentRow(nullptr);
+        editor.scene->prepareMenu(menu);
+        for (int i : {1, 2, 3, 5, 6, 9})
+            QVERIFY(!actions.at(i)->isVisible());
+        QVERIFY(actions.at(0)->isVisible());
+
+        // Copy and paste: a fresh id, a new name, the children along.
+        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
+        editor.view->copyAComponent();
+        editor.scene->prepareMenu(menu);
+        QVERIFY(actions.at(7)->isVisible());
+        editor.scene->pastePosition = QPointF(500, 400);
+        editor.view->pasteAComponent();
+        QCOMPARE(editor.scene->components.size(), 4);
+        const QJsonArray afterPaste = editor.scene->toJson();
+        QCOMPARE(afterPaste.size(), 2);
+        QCOMPARE(afterPaste.at(1).toObject().value("Name").toString(), QStringLiteral("C1 - Copy 1"));
+        QCOMPARE(afterPaste.at(1).toObject().value("X").toInt(), 500);
+        QCOMPARE(afterPaste.at(1).toObject().value("ID").toInt(), 3);
+        const QJsonObject pastedChild = afterPaste.at(1).toObject().value("Children").toArray().at(0).toObject();
+        QCOMPARE(pastedChild.value("ID").toInt(), 4);
+        QCOMPARE(pastedChild.value("Name").toString(), QStringLiteral("C2 - Copy 1"));
+
+        // Deleting from the list's Delete key takes the row and its children.
+        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
+        editor.list->tree()->setFocus();
+        QTest::keyClick(editor.list->tree(), Qt::Key_Delete);
+        QCOMPARE(editor.scene->components.size(), 2);
+        QCOMPARE(editor.scene->removedComponents.size(), 2);
+        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
+        QCOMPARE(editor.scene->toJson().size(), 1);
+        checkConsistent(editor.scene);
+
+        // Double-clicking a list row with children never opens the dialog.
+        QCOMPARE(editor.helper->asked, 2);
+    }
+
+    void randomEditsKeepListAndCanvasInStep()
+    {
+        Editor editor;
+        QRandomGenerator random(20261123);
+        editor.scene->loadFromJson(QJsonArray{shape(1, 100, 100), group(2, 200, 200, QJsonArray{shape(3, 0, 0)})});
+        UltimateTree* tree = editor.list->tree();
+        auto anyComponent = [&]() -> UIComponentBase* {
+            const QList<UIComponentBase*>& all = editor.scene->components;
+            return all.isEmpty() ? nullptr : all.at(random.bounded(all.size()));
+        };
+        for (int step = 0; step < 200; ++step) {
+            const int action = random.bounded(6);
+            UIComponentBase* picked = anyComponent();
+            switch (action) {
+            case 0: // create, top-level or as a child of a container
+                editor.helper->nextType = random.bounded(3) == 0 ? 6 : random.bounded(14);
+                editor.scene->pastePosition = QPointF(random.bounded(800), random.bounded(600));
+                if (picked && picked->canHaveChildren() && random.bounded(2)) {
+                    editor.scene->select(picked);
+                    editor.view->createAComponentChild();
+                } else {
+                    editor.view->createAComponent();
+                }
+                break;
+            case 1: // delete
+                if (picked) {
+                    editor.scene->select(picked);
+                    editor.view->deleteAComponent();
+                }
+                break;
+            case 2: { // a list drag: the row goes elsewhere, at any depth
+                if (!picked)
+                    break;
+                UltimateTreeItem* row = editor.scene->rowOfComponent(picked);
+                UIComponentBase* target = anyComponent();
+                UltimateTreeItem* targetRow = editor.scene->rowOfComponent(target);
+                bool inside = false;
+                for (UltimateTreeItem* up = targetRow; up && !inside; up = up->parentItem())
+                    inside = up == row;
+                if (inside)
+                    break;
+                const QPoint before = picked->absoluteXY();
+                tree->removeRow(row);
+                if (target->canHaveChildren() && random.bounded(2))
+                    targetRow->addChild(row);
+                else if (targetRow->parentItem())
+                    targetRow->parentItem()->insertChildAfter(row, targetRow);
+                else
+                    tree->insertRowAfter(row, targetRow);
+                emit tree->itemRelocated(row);
+                QCOMPARE(picked->absoluteXY(), before);
+                break;
+            }
+            case 3: // hide or show from the list
+                if (picked) {
+                    tree->setCurrentRow(editor.scene->rowOfComponent(picked));
+                    editor.view->hideAComponent();
+                }
+                break;
+            case 4: // select from the list
+                tree->setCurrentRow(picked ? editor.scene->rowOfComponent(picked) : nullptr);
+                QCOMPARE(editor.scene->selectedComponent, picked);
+                break;
+            default: // open or close a row
+                if (picked)
+                    editor.scene->rowOfComponent(picked)->toggle();
+                break;
+            }
+            checkConsistent(editor.scene);
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(QStringLiteral("after step %1 (action %2)").arg(step).arg(action)));
+            QCOMPARE(editor.scene->order, editor.scene->orderFromList());
+        }
+        // What the list shows is what is saved: the same tree of ids.
+        std::function<QJsonValue(const QJsonObject&)> ids = [&](const QJsonObject& object) -> QJsonValue {
+            const QJsonArray children = object.value("Children").toArray();
+            if (children.isEmpty())
+                return object.value("ID").toInt();
+            QJsonArray entry{QJsonObject{{"Type", object.value("ID").toInt()}, {"Expanded", object.value("Expanded").toBool()}}};
+            for (const QJsonValue& child : children)
+                entry.append(ids(child.toObject()));
+            return entry;
+        };
+        QJsonArray saved;
+        for (const QJsonValue& value : editor.scene->toJson())
+            saved.append(ids(value.toObject()));
+        QCOMPARE(saved, editor.scene->order);
+    }
+
+    void theComponentLimitRefusesWholeAndSays()
+    {
+        Editor editor;
+        editor.show();
+        QJsonArray many;
+        for (int id = 1; id <= 500; ++id)
+            many.append(shape(id, id, id));
+        many.append(group(501, 0, 0, QJsonArray()));
+        editor.scene->loadFromJson(many);
+        QCOMPARE(editor.scene->components.size(), 501);
+
+        editor.scene->select(editor.scene->components.last());
+        const QJsonArray before = editor.scene->toJson();
+        const QStringList titles = dialogsDuring([&]() { editor.view->createACenteredComponent(); });
+        QCOMPARE(titles, QStringList{QStringLiteral("Component Limit")});
+        // The selector never ran, and nothing was made, numbered or recorded.
+        QCOMPARE(editor.helper->asked, 0);
+        QCOMPARE(editor.scene->components.size(), 501);
+        QCOMPARE(rowCount(nullptr, editor.list->tree()), 501);
+        QCOMPARE(editor.scene->idCounter, 501);
+        QVERIFY(editor.scene->undoStack.empty());
+        QCOMPARE(editor.scene->toJson(), before);
+
+        // A paste is refused the same way, also into a container.
+        editor.view->copyAComponent();
+        QCOMPARE(dialogsDuring([&]() { editor.view->pasteAComponentFromList(); }).size(), 1);
+        QCOMPARE(editor.scene->components.size(), 501);
+        QCOMPARE(editor.scene->toJson(), before);
+
+        // One fewer, and a new one fits again.
+        editor.view->deleteAComponent();
+        editor.scene->createAComponent(nullptr);
+        QCOMPARE(editor.scene->components.size(), 501);
+        QCOMPARE(editor.helper->asked, 1);
+    }
+
+    void resaveVisitingAllHudsKeepsTheDocument()
+    {
+        const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
+        const QString project = TestEnvironment::makeProject(QStringLiteral("visit"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), original);
+        const QString target = TestEnvironment::newFolder(QStringLiteral("visited")) + QStringLiteral("/out.json");
+        QString outText, errText;
+        QTextStream out(&outText), err(&errText);
+        const int code = CommandLineTool::execute({QStringLiteral("velmora-cli"), QStringLiteral("resave"), project,
+                                                   QStringLiteral("--visit-all"), QStringLiteral("--out"), target},
+                                                  out, err);
+        err.flush();
+        QVERIFY2(code == 0, qPrintable(errText));
+        const QJsonObject before = QJsonDocument::fromJson(original).object();
+        const QJsonObject after = QJsonDocument::fromJson(TestEnvironment::readFile(target)).object();
+        // Every HUD went through the canvas: only what components rewrite changed.
+        auto visited = [](QJsonObject hud) {
+            hud.insert("HUD", expectedBack(hud.value("HUD").toArray()));
+            return hud;
+        };
+        QCOMPARE(after.keys(), before.keys());
+        QCOMPARE(after.value("Map"), before.value("Map"));
+        QCOMPARE(after.value("Battle"), before.value("Battle"));
+        const QJsonArray data = before.value("Data").toArray();
+        QCOMPARE(after.value("Data").toArray().size(), data.size());
+        for (int i = 0; i < data.size(); ++i)
+            QCOMPARE(after.value("Data").toArray().at(i).toObject(), visited(data.at(i).toObject()));
+        QCOMPARE(after.value("EditorNote"), before.value("EditorNote"));
+        // The project's own file is untouched.
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
+    }
+};
+
+VELMORA_TEST_MAIN(TestEditorScene, QApplication)
+#include "tst_editorscene.moc"
