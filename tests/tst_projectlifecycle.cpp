@@ -309,6 +309,7 @@ private slots:
         QCOMPARE(enabledCommands(), openCommands);
         pasteHud(QStringLiteral("Changed"));
         QCOMPARE(enabledCommands(), openCommands);
+        key(Qt::Key_S);
 
         // The project folder goes to the desktop as a local-file address.
         UrlCatcher catcher;
