@@ -3,11 +3,11 @@
 import json
 import os
 import random
-import statistics
 import subprocess
 import sys
 import tempfile
-import time
+
+from projects import median_ms
 
 
 def component_count(components):
@@ -50,15 +50,6 @@ def tiled_map(objects, seed=1):
         "layers": [{"draworder": "topdown", "id": 1, "name": "HUD", "objects": items, "opacity": 1,
                     "type": "objectgroup", "visible": True, "x": 0, "y": 0}],
     }
-
-
-def median_ms(command, runs, env):
-    times = []
-    for _ in range(runs):
-        start = time.perf_counter()
-        subprocess.run(command, check=True, env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        times.append((time.perf_counter() - start) * 1000)
-    return statistics.median(times)
 
 
 def main():
