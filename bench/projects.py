@@ -4,8 +4,9 @@
 Generates projects with tools/gen-project (kept under BUILD/bench-projects, made
 again only when missing) for N database entries in {100, 1,000, 10,000} and
 H x C in {10 x 50, 50 x 500}, then measures:
-  - opening (data files + HUD document), saving and a bare JSON parse and
-    compact write of the same document, in process (velmora-bench-project);
+  - opening (data files + HUD document + the first HUD onto the canvas), a
+    change of HUD between the two largest HUDs, saving, and a bare JSON parse
+    and compact write of the same document, in process (velmora-bench-project);
   - velmora-cli check and resave of the 50 x 500 projects, as processes;
   - the editor's peak resident memory after opening the 50 x 500 project;
   - Tiled against velmora-cli resave (bench/peer.sh).
@@ -80,12 +81,14 @@ def main():
                             check=True, env=env, capture_output=True, text=True)
     rows = {}
     for line in result.stdout.splitlines()[1:]:
-        name, data, document, opened, save, bare = line.split("\t")
-        rows[name] = dict(data=data, document=document, open=opened, save=save, bare=bare)
+        name, data, document, first, opened, change, save, bare = line.split("\t")
+        rows[name] = dict(data=data, document=document, first=first, open=opened, change=change, save=save,
+                          bare=bare)
 
     cli = os.path.join(build, "bin", "velmora-cli")
-    print("| project | data ms | document ms | open ms | save ms | bare JSON ms | check ms | resave ms | editor peak MB |")
-    print("|---|---|---|---|---|---|---|---|---|")
+    print("| project | data ms | document ms | first HUD ms | open ms | HUD change ms | save ms | bare JSON ms "
+          "| check ms | resave ms | editor peak MB |")
+    print("|---|---|---|---|---|---|---|---|---|---|---|")
     for (n, h, c), path in zip(SIZES, projects):
         name = os.path.basename(path)
         row = rows[name]
@@ -95,8 +98,9 @@ def main():
             resave = "%.0f" % median_ms([cli, "resave", path, "--out", os.path.join(build, "bench-resave.json")],
                                         runs, env)
             peak = "%.0f" % peak_resident_mb(build, path, env)
-        print("| %s | %s | %s | %s | %s | %s | %s | %s | %s |" % (name, row["data"], row["document"], row["open"],
-                                                                 row["save"], row["bare"], check, resave, peak))
+        print("| %s | %s | %s | %s | %s | %s | %s | %s | %s | %s | %s |"
+              % (name, row["data"], row["document"], row["first"], row["open"], row["change"], row["save"],
+                 row["bare"], check, resave, peak))
     sys.stdout.flush()
     print()
     subprocess.run(["bash", os.path.join(ROOT, "bench", "peer.sh"), str(runs),
