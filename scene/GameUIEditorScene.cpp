@@ -998,7 +998,12 @@ void GameUIEditorScene::dragStep(const QPointF& mouseScenePos)
 
 void GameUIEditorScene::finishDrag(UIComponentBase* component)
 {
+    // The drag ends as a hover leave: the next hover over the component
+    // enters it afresh and makes it idle again.
     --hoverCount;
+    if (hoveredComponent == component)
+        hoveredComponent = nullptr;
+    component->clearHover();
     // At least the box's centre stays within half its size around the canvas.
     const QPointF at = component->absoluteItemPosition();
     const double halfWidth = component->bounds.width() / 2;

@@ -365,6 +365,9 @@ void UIComponentBase::setSelected(bool value)
     if (!editorScene || value == selected)
         return;
     if (!value) {
+        // A handle held at this moment lets go first.
+        if (activeHandle)
+            activeHandle->release();
         selected = false;
         hovered = false;
         qDeleteAll(handles);

@@ -260,8 +260,12 @@ private slots:
         QCOMPARE(moving->pos(), QPointF(expected) * factor);
         QVERIFY(editor.scene->guideLines.isEmpty());
         checkIdle(editor.scene);
-        // A finished drag leaves the item moving until its next hover.
+        // A finished drag leaves the item moving until the mouse hovers it again.
         QCOMPARE(moving->interactionState, 1);
+        editor.view->centerOn(moving);
+        editor.move(moving->absoluteItemPosition() + QPointF(3, 2));
+        QCOMPARE(moving->interactionState, 0);
+        QCOMPARE(editor.scene->hoveredComponent, moving);
         // The sibling never moved.
         QCOMPARE(stored(editor.component(2)), QPoint(600, 450));
     }
