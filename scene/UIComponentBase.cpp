@@ -550,6 +550,28 @@ enum EdgeMask : int {
     HeightFixed = 0x20,
 };
 
+// One axis of a resize's edge snap, with near the left or top edge and far
+// the right or bottom one (its last pixel; farEnd is just after it). The
+// first edge in reach wins; the other side then stays where it was at the
+// press. Returns the edge hit, or null.
+const int* snapEdges(const QVector<int>& edges, bool nearMoves, bool farMoves, double& nearEdge, double farEdge,
+                     double& farEnd, double startNear, double startFar)
+{
+    for (const int& edge : edges) {
+        if (nearMoves && qAbs(edge - nearEdge) <= edgeSnapDistance) {
+            nearEdge = edge;
+            farEnd = startFar + 1;
+            return &edge;
+        }
+        if (farMoves && qAbs(edge - farEdge) < edgeSnapDistance) {
+            farEnd = edge;
+            nearEdge = startNear;
+            return &edge;
+        }
+    }
+    return nullptr;
+}
+
 const UIComponentBase::SnapTarget* findTarget(const QVector<UIComponentBase::SnapTarget>& targets, int value)
 {
     for (const UIComponentBase::SnapTarget& target : targets) {
@@ -775,43 +797,25 @@ void UIComponentBase::resizeTo(double sceneWidth, double sceneHeight, bool aspec
         const QRectF& start = resizeStartRect;
         double left = (mask & LeftEdge) ? start.right() - box.width() : start.left();
         double top = (mask & TopEdge) ? start.bottom() - box.height() : start.top();
-        double right = left + box.width();
-        double bottom = top + box.height();
+        const double right = left + box.width();
+        const double bottom = top + box.height();
         // Snapped edges lie between pixels: a left edge on its first pixel,
         // a right edge just after its last.
         double rightEnd = right + 1;
         double bottomEnd = bottom + 1;
         const QRectF area = editorScene->sceneRect();
         bool hit = false;
-        for (int edge : qAsConst(edgeX)) {
-            if ((mask & LeftEdge) && qAbs(edge - left) <= edgeSnapDistance) {
-                left = edge;
-                rightEnd = start.right() + 1;
-            } else if ((mask & RightEdge) && qAbs(edge - right) < edgeSnapDistance) {
-                rightEnd = edge;
-                left = start.left();
-            } else {
-                continue;
-            }
-            const int line = int(edge * factor);
+        if (const int* edge = snapEdges(edgeX, mask & LeftEdge, mask & RightEdge, left, right, rightEnd,
+                                        start.left(), start.right())) {
+            const int line = int(*edge * factor);
             editorScene->guideLines.append(QLine(line, 0, line, int(area.height())));
             hit = true;
-            break;
         }
-        for (int edge : qAsConst(edgeY)) {
-            if ((mask & TopEdge) && qAbs(edge - top) <= edgeSnapDistance) {
-                top = edge;
-                bottomEnd = start.bottom() + 1;
-            } else if ((mask & BottomEdge) && qAbs(edge - bottom) < edgeSnapDistance) {
-                bottomEnd = edge;
-                top = start.top();
-            } else {
-                continue;
-            }
-            const int line = int(edge * factor);
+        if (const int* edge = snapEdges(edgeY, mask & TopEdge, mask & BottomEdge, top, bottom, bottomEnd,
+                                        start.top(), start.bottom())) {
+            const int line = int(*edge * factor);
             editorScene->guideLines.append(QLine(0, line, int(area.width()), line));
             hit = true;
-            break;
         }
         if (hit) {
             // The turn back to the component's own axes swaps the sides at
