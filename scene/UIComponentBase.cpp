@@ -6,9 +6,11 @@
 #include "theme/ThemeManager.h"
 
 #include <QCursor>
+#include <QGraphicsView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPropertyAnimation>
+#include <QScrollBar>
 #include <QTransform>
 #include <QtMath>
 
@@ -713,10 +715,19 @@ void UIComponentBase::startDrag(const QPointF& mouseScenePos, bool freeDrag)
     collectSnapTargets();
     if (snapFlag) {
         // A scene rectangle that changes and changes back makes every view
-        // drop what it has painted, so no stale guide survives.
+        // drop what it has painted, so no stale guide survives. The views
+        // keep their scroll positions, which the narrower rectangle may clamp.
+        QVector<QPoint> scrolled;
+        const QList<QGraphicsView*> views = editorScene->views();
+        for (const QGraphicsView* view : views)
+            scrolled.append(QPoint(view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()));
         const QRectF area = editorScene->sceneRect();
         editorScene->setSceneRect(area.adjusted(0, 0, -1, 0));
         editorScene->setSceneRect(area);
+        for (int i = 0; i < views.size(); ++i) {
+            views[i]->horizontalScrollBar()->setValue(scrolled[i].x());
+            views[i]->verticalScrollBar()->setValue(scrolled[i].y());
+        }
     }
 }
 

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QJsonArray>
+#include <QScrollBar>
 #include <QWindow>
 #include <QtTest>
 
@@ -326,6 +327,30 @@ private slots:
         editor.release(QPointF(412, 300));
         shot = editor.view->viewport()->grab().toImage();
         QVERIFY(shot.pixelColor(pixel) != orange);
+    }
+
+    // A press on a component at the far end of a scrolled canvas leaves the
+    // view where it was: the component doesn't jump away from the cursor.
+    void pressingKeepsTheViewStill()
+    {
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 780, 590, 60, 40)}, 25);
+        UIComponentBase* c = editor.component(1);
+        editor.view->centerOn(c);
+        QScrollBar* across = editor.view->horizontalScrollBar();
+        QScrollBar* down = editor.view->verticalScrollBar();
+        QVERIFY(across->maximum() > 0);
+        QCOMPARE(across->value(), across->maximum());
+        QCOMPARE(down->value(), down->maximum());
+        const QPoint before(across->value(), down->value());
+        const QPointF from = c->absoluteItemPosition();
+        editor.send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::NoModifier);
+        QCOMPARE(QPoint(across->value(), down->value()), before);
+        editor.move(from + QPointF(-3, -2));
+        editor.release(from + QPointF(-3, -2));
+        QCOMPARE(QPoint(across->value(), down->value()), before);
+        // 778.8 is 7 from the right-edge target 816 - 29.5; 589.2 rounds to 589.
+        QCOMPARE(stored(c), QPoint(786, 589));
     }
 
     // A drag far off the canvas ends with the box's centre half its size
