@@ -209,27 +209,32 @@ private slots:
         QTest::addColumn<QPoint>("wanted");
         QTest::addColumn<QPoint>("expected");
         QTest::addColumn<bool>("ctrl");
+        QTest::addColumn<int>("rotation");
         for (int zoom : {10, 25}) {
             auto row = [zoom](const char* name) { return &QTest::newRow(qPrintable(QStringLiteral("%1 at zoom %2").arg(name).arg(zoom))); };
-            *row("canvas centre within 9") << zoom << QPoint(417, 303) << QPoint(408, 312) << false;
-            *row("canvas centre at 10 stays free") << zoom << QPoint(418, 302) << QPoint(418, 302) << false;
-            *row("canvas centre from below") << zoom << QPoint(399, 321) << QPoint(408, 312) << false;
-            *row("left and top canvas edges") << zoom << QPoint(57, 45) << QPoint(50, 50) << false;
-            *row("right and bottom canvas edges") << zoom << QPoint(770, 580) << QPoint(766, 574) << false;
+            *row("canvas centre within 9") << zoom << QPoint(417, 303) << QPoint(408, 312) << false << 0;
+            *row("canvas centre at 10 stays free") << zoom << QPoint(418, 302) << QPoint(418, 302) << false << 0;
+            *row("canvas centre from below") << zoom << QPoint(399, 321) << QPoint(408, 312) << false << 0;
+            *row("left and top canvas edges") << zoom << QPoint(57, 45) << QPoint(50, 50) << false << 0;
+            *row("right and bottom canvas edges") << zoom << QPoint(770, 580) << QPoint(766, 574) << false << 0;
             // Right edge against the sibling's left: 500.5 - 50.
-            *row("touching the sibling's left") << zoom << QPoint(455, 200) << QPoint(450, 200) << false;
+            *row("touching the sibling's left") << zoom << QPoint(455, 200) << QPoint(450, 200) << false << 0;
             // Left edge against the sibling's right: 50 + 699.5 + 1.
-            *row("touching the sibling's right") << zoom << QPoint(744, 200) << QPoint(750, 200) << false;
+            *row("touching the sibling's right") << zoom << QPoint(744, 200) << QPoint(750, 200) << false << 0;
             // Right edges aligned: 699.5 - 50 + 1; left edges aligned: 500.5 + 50.
-            *row("right edges aligned") << zoom << QPoint(655, 200) << QPoint(650, 200) << false;
-            *row("left edges aligned") << zoom << QPoint(547, 200) << QPoint(550, 200) << false;
+            *row("right edges aligned") << zoom << QPoint(655, 200) << QPoint(650, 200) << false << 0;
+            *row("left edges aligned") << zoom << QPoint(547, 200) << QPoint(550, 200) << false << 0;
             // Top against the sibling's bottom: 50 + 499.5 + 1; 540 is 10 from the
             // left edges' alignment at 550 and stays.
-            *row("under the sibling") << zoom << QPoint(540, 546) << QPoint(540, 550) << false;
+            *row("under the sibling") << zoom << QPoint(540, 546) << QPoint(540, 550) << false << 0;
             // The sibling's centre (600) is no target.
-            *row("sibling centre is no target") << zoom << QPoint(603, 200) << QPoint(603, 200) << false;
-            *row("ctrl drags free") << zoom << QPoint(417, 303) << QPoint(417, 303) << true;
-            *row("ctrl drags free by edges") << zoom << QPoint(57, 45) << QPoint(57, 45) << true;
+            *row("sibling centre is no target") << zoom << QPoint(603, 200) << QPoint(603, 200) << false << 0;
+            *row("ctrl drags free") << zoom << QPoint(417, 303) << QPoint(417, 303) << true << 0;
+            *row("ctrl drags free by edges") << zoom << QPoint(57, 45) << QPoint(57, 45) << true << 0;
+            // Turned by 45 degrees its box is 99 * 1.414 = 140 wide: the left
+            // edge touches the canvas at 70, the right at 816 - 70.
+            *row("turned, left canvas edge") << zoom << QPoint(75, 100) << QPoint(70, 100) << false << 45;
+            *row("turned, right canvas edge") << zoom << QPoint(741, 100) << QPoint(745, 100) << false << 45;
         }
     }
 
@@ -239,8 +244,9 @@ private slots:
         QFETCH(QPoint, wanted);
         QFETCH(QPoint, expected);
         QFETCH(bool, ctrl);
+        QFETCH(int, rotation);
         Editor editor;
-        editor.load(QJsonArray{shape(1, 300, 200, 100, 100), shape(2, 600, 450, 200, 100)}, zoom);
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100, rotation), shape(2, 600, 450, 200, 100)}, zoom);
         UIComponentBase* moving = editor.component(1);
         const double factor = zoom / 10.0;
         // The wanted centre in scene units, the smallest whole one whose
