@@ -597,8 +597,8 @@ void GameUIEditorScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
         if (dragCursorSet) {
             dragCursorSet = false;
             QApplication::restoreOverrideCursor();
-            nudgeCursor();
         }
+        nudgeCursor();
     }
     wheelZoomAllowed = true;
 }
