@@ -19,11 +19,43 @@ UIComponentPendingKind::UIComponentPendingKind(int kindType, GameUIEditorScene* 
 
 void UIComponentPendingKind::setData(const QJsonObject& json)
 {
-    if (type == ComponentKinds::Group) {
-        setWidth(groupSide);
-        setHeight(groupSide);
+    const ComponentKinds::Kind* kind = ComponentKinds::find(type);
+    QSize size;
+    switch (kind->size) {
+    case ComponentKinds::SizeStorage::Fixed:
+        size = QSize(groupSide, groupSide);
+        break;
+    case ComponentKinds::SizeStorage::Size:
+        size = ComponentKinds::storedSize(json, kind->dataKey);
+        break;
+    case ComponentKinds::SizeStorage::Scale:
+        scale.read(json);
+        size = scale.sizeFor(QSize(naturalSide, naturalSide));
+        break;
+    case ComponentKinds::SizeStorage::FromCustom:
+        break;
+    }
+    if (size.isValid()) {
+        setWidth(size.width());
+        setHeight(size.height());
     }
     UIComponentBase::setData(json);
+}
+
+QJsonObject& UIComponentPendingKind::data()
+{
+    QJsonObject& json = UIComponentBase::data();
+    const ComponentKinds::Kind* kind = ComponentKinds::find(type);
+    if (kind->size == ComponentKinds::SizeStorage::Size)
+        ComponentKinds::writeStoredSize(json, kind->dataKey, QSize(width, height));
+    else if (kind->size == ComponentKinds::SizeStorage::Scale)
+        scale.write(json, QSize(width, height), QSize(naturalSide, naturalSide));
+    return json;
+}
+
+void UIComponentPendingKind::resized()
+{
+    scale.forget();
 }
 
 int UIComponentPendingKind::dataInteger(const char* key, int fallback) const
@@ -57,9 +89,7 @@ int UIComponentPendingKind::maximumWidth() const
 {
     switch (ComponentKinds::find(type)->size) {
     case ComponentKinds::SizeStorage::Scale:
-        // Five times the natural size; the base rectangle stands in for the
-        // kind's picture.
-        return 5 * 100;
+        return 5 * naturalSide;
     case ComponentKinds::SizeStorage::Size:
         return largestSide;
     case ComponentKinds::SizeStorage::Fixed:

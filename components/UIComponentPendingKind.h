@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/ComponentScale.h"
 #include "scene/UIComponentBase.h"
 
 // Layer until each kind has its own class: a component of a known kind
@@ -13,6 +14,10 @@ public:
     UIComponentPendingKind(int type, GameUIEditorScene* scene, QGraphicsItem* parent = nullptr);
 
     void setData(const QJsonObject& json) override;
+    // The size back into the object: "Width"/"Height" of the data object, or
+    // "ScaleX"/"ScaleY" against the natural size.
+    QJsonObject& data() override;
+    void resized() override;
     int minimumWidth() const override;
     int maximumWidth() const override;
     int minimumHeight() const override;
@@ -23,6 +28,10 @@ public:
 
     const int type;
 
+    // The base rectangle stands in for the picture of the scale kinds.
+    static constexpr int naturalSide = 100;
+
 private:
+    ComponentScale scale;
     int dataInteger(const char* key, int fallback) const;
 };

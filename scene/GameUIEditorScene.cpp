@@ -2,6 +2,7 @@
 
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorSceneHelperBase.h"
+#include "scene/ResizeComponentButtonSprite.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/AlertDialog.h"
 #include "widgets/UltimateTree.h"
@@ -11,14 +12,17 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QCursor>
 #include <QGraphicsSceneMouseEvent>
 #include <QGraphicsView>
 #include <QIcon>
 #include <QJsonDocument>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSignalBlocker>
+#include <QTimer>
 
 namespace {
 
@@ -258,6 +262,7 @@ void GameUIEditorScene::loadFromJson(const QJsonArray& array)
 
 void GameUIEditorScene::detachComponent(UIComponentBase* component)
 {
+    endInteraction(component);
     if (component == hoveredComponent)
         hoveredComponent = nullptr;
     pressedComponents.removeAll(component);
@@ -274,6 +279,10 @@ void GameUIEditorScene::clear()
         const QSignalBlocker blockList(list);
         list->tree()->setCurrentRow(nullptr);
         list->tree()->clear();
+    }
+    for (UIComponentBase* moving : {draggedComponent, selectedComponent}) {
+        if (moving)
+            endInteraction(moving);
     }
     // Removing the top-level items takes their children along; deleting them
     // frees the whole tree of items.
@@ -534,8 +543,10 @@ void GameUIEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
                 if (tree)
                     tree->setCurrentRow(nullptr);
             } else {
-                if (leftOnly && target)
+                if (leftOnly && target && !dragCursorSet) {
                     QApplication::setOverrideCursor(Qt::BlankCursor);
+                    dragCursorSet = true;
+                }
                 if (previouslySelected && previouslySelected != target) {
                     previouslySelected->setSelected(false);
                     previouslySelected->update();
@@ -555,6 +566,7 @@ void GameUIEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
                 restack();
                 pressedComponents.removeAll(target);
                 pressedComponents.append(target);
+                target->startDrag(event->scenePos(), event->modifiers() & Qt::ControlModifier);
             }
             previouslySelected = nullptr;
         }
@@ -570,15 +582,23 @@ void GameUIEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
 
 void GameUIEditorScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
 {
+    // A held handle gets its release first, through the base class.
     QGraphicsScene::mouseReleaseEvent(event);
     if (event->buttons() & Qt::LeftButton)
         return;
     if (leftButtonDown) {
         leftButtonDown = false;
+        UIComponentBase* dragged = draggedComponent;
         draggedComponent = nullptr;
-        if (selectedComponent && pendingChange)
+        if (dragged && selectedComponent)
+            finishDrag(dragged);
+        else if (selectedComponent && pendingChange)
             finishChange(selectedComponent);
-        QApplication::restoreOverrideCursor();
+        if (dragCursorSet) {
+            dragCursorSet = false;
+            QApplication::restoreOverrideCursor();
+        }
+        nudgeCursor();
     }
     wheelZoomAllowed = true;
 }
@@ -955,4 +975,127 @@ void GameUIEditorScene::finishChange(UIComponentBase* component)
                 setUndoEnabled(true);
         }
     }
+}
+
+// ---------------------------------------------------------------- direct manipulation
+
+void GameUIEditorScene::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
+{
+    // A drag moves the item itself; hover waits until the release wakes it.
+    if (draggedComponent && (event->buttons() & Qt::LeftButton) && !mouseGrabberItem()) {
+        dragStep(event->scenePos());
+        event->accept();
+        return;
+    }
+    QGraphicsScene::mouseMoveEvent(event);
+}
+
+void GameUIEditorScene::dragStep(const QPointF& mouseScenePos)
+{
+    if (draggedComponent)
+        draggedComponent->dragTo(mouseScenePos);
+}
+
+void GameUIEditorScene::finishDrag(UIComponentBase* component)
+{
+    // The drag ends as a hover leave: the next hover over the component
+    // enters it afresh and makes it idle again.
+    --hoverCount;
+    if (hoveredComponent == component)
+        hoveredComponent = nullptr;
+    component->clearHover();
+    // At least the box's centre stays within half its size around the canvas.
+    const QPointF at = component->absoluteItemPosition();
+    const double halfWidth = component->bounds.width() / 2;
+    const double halfHeight = component->bounds.height() / 2;
+    const double x = qBound(-halfWidth, at.x(), canvasRect.width() + halfWidth);
+    const double y = qBound(-halfHeight, at.y(), canvasRect.height() + halfHeight);
+    if (x != at.x() || y != at.y())
+        component->setAbsoluteScenePosition(x, y);
+    finishChange(component);
+    // The item stays in its moving state until the next hover, so that keys
+    // that want an idle component wait for the cursor to settle.
+    component->endDrag();
+}
+
+void GameUIEditorScene::nudgeCursor()
+{
+    const QPoint at = QCursor::pos();
+    const QPoint up = at - QPoint(0, 1);
+    QCursor::setPos(up);
+    QTimer::singleShot(100, this, [at, up]() {
+        if (QCursor::pos() == up)
+            QCursor::setPos(at);
+    });
+}
+
+void GameUIEditorScene::endInteraction(UIComponentBase* component)
+{
+    if (component == draggedComponent) {
+        draggedComponent = nullptr;
+        component->endDrag();
+        component->interactionState = 0;
+        if (pendingChange)
+            finishChange(component);
+        wheelZoomAllowed = true;
+        if (dragCursorSet) {
+            dragCursorSet = false;
+            QApplication::restoreOverrideCursor();
+        }
+    }
+    if (component->activeHandle)
+        component->activeHandle->release();
+}
+
+void GameUIEditorScene::drawForeground(QPainter* painter, const QRectF&)
+{
+    if (guideLines.isEmpty())
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setPen(QPen(QColor(190, 120, 40), 1));
+    painter->drawLines(guideLines);
+    painter->restore();
+}
+
+bool GameUIEditorScene::manipulationKey(QKeyEvent* event, bool press)
+{
+    if (event->isAutoRepeat())
+        return false;
+    UIComponentBase* held = selectedComponent && selectedComponent->activeHandle ? selectedComponent : nullptr;
+    if (event->key() == Qt::Key_Control) {
+        // Ctrl frees a drag from snapping, and lets a resized edge snap.
+        UIComponentBase* moving = draggedComponent ? draggedComponent : held;
+        if (!moving)
+            return false;
+        moving->snapFlag = !press;
+        if (press && !guideLines.isEmpty()) {
+            guideLines.clear();
+            update();
+        }
+        return true;
+    }
+    if (event->key() == Qt::Key_Shift) {
+        // Shift keeps the kind's ratio in a corner resize, at once.
+        if (!held || held->activeHandle->index == ResizeComponentButtonSprite::rotationIndex)
+            return false;
+        held->activeHandle->applyHandle(press, false);
+        update();
+        return true;
+    }
+    return false;
+}
+
+void GameUIEditorScene::keyPressEvent(QKeyEvent* event)
+{
+    if (manipulationKey(event, true))
+        return;
+    QGraphicsScene::keyPressEvent(event);
+}
+
+void GameUIEditorScene::keyReleaseEvent(QKeyEvent* event)
+{
+    if (manipulationKey(event, false))
+        return;
+    QGraphicsScene::keyReleaseEvent(event);
 }

@@ -17,6 +17,7 @@
 
 class GameUIEditor;
 class GameUIEditorSceneHelperBase;
+class QKeyEvent;
 class QMenu;
 class UIComponentBase;
 class UltimateTreeItem;
@@ -93,6 +94,13 @@ public:
     void beginChange(UIComponentBase* component);
     void finishChange(UIComponentBase* component);
 
+    // Direct manipulation: the drag step for a mouse position (also after a
+    // scroll, so that the dragged item stays under the cursor), and what
+    // Control and Shift do while a component is dragged or resized; true
+    // when the key was taken.
+    void dragStep(const QPointF& mouseScenePos);
+    bool manipulationKey(QKeyEvent* event, bool press);
+
     GameUIEditorSceneHelperBase* helper = nullptr;
     QImage tile;
     std::function<void(int, int)> undoStateChanged;
@@ -131,12 +139,19 @@ public:
     bool userZoomed = false;
     bool pendingChange = false;
     bool leftButtonDown = false;
+    // The blank cursor of a drag is on.
+    bool dragCursorSet = false;
 
 protected:
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
     void drawBackground(QPainter* painter, const QRectF& rect) override;
+    // Direct manipulation: the drag, the snap guides and the keys that change a running drag or resize.
+    void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
+    void drawForeground(QPainter* painter, const QRectF& rect) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
     // The kind's component from the helper, under its parent or in the scene.
@@ -146,6 +161,13 @@ private:
     // once its subtree stands, so a large HUD lays the list out once.
     void loadArray(const QJsonArray& array, UIComponentBase* parent, UltimateTreeItem* parentRow);
     void detachComponent(UIComponentBase* component);
+    // A component that leaves the canvas while it is dragged or held by a
+    // handle ends that interaction first.
+    void endInteraction(UIComponentBase* component);
+    // The drag's end: back within reach of the canvas, the undo bracket closed.
+    void finishDrag(UIComponentBase* component);
+    // Wakes hover handling under a cursor that stands still after a drag.
+    void nudgeCursor();
     void restackRows(UltimateTreeItem* parentRow, UIComponentBase* parent);
     void pushStructure(int kind, UIComponentBase* component, const QJsonObject& extra = QJsonObject());
     QJsonArray serialise(UltimateTreeItem* parentRow) const;

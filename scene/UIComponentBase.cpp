@@ -6,9 +6,11 @@
 #include "theme/ThemeManager.h"
 
 #include <QCursor>
+#include <QGraphicsView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPropertyAnimation>
+#include <QScrollBar>
 #include <QTransform>
 #include <QtMath>
 
@@ -365,6 +367,9 @@ void UIComponentBase::setSelected(bool value)
     if (!editorScene || value == selected)
         return;
     if (!value) {
+        // A handle held at this moment lets go first.
+        if (activeHandle)
+            activeHandle->release();
         selected = false;
         hovered = false;
         qDeleteAll(handles);
@@ -521,4 +526,345 @@ void UIComponentBase::mousePressEvent(QGraphicsSceneMouseEvent* event)
     // The base class ignores the press, so it travels on to the components
     // below; the scene picks among them.
     QGraphicsObject::mousePressEvent(event);
+}
+
+// ---------------------------------------------------------------- direct manipulation
+
+QVector<UIComponentBase::SnapTarget> UIComponentBase::snapX;
+QVector<UIComponentBase::SnapTarget> UIComponentBase::snapY;
+QVector<int> UIComponentBase::edgeX;
+QVector<int> UIComponentBase::edgeY;
+
+namespace {
+
+// How near, in screen units, a dragged centre must come to a target to snap.
+constexpr int dragSnapDistance = 9;
+// How near a resized edge must come to an edge; left and top take the
+// distance itself, right and bottom stop one short of it.
+constexpr int edgeSnapDistance = 10;
+
+enum EdgeMask : int {
+    TopEdge = 1,
+    BottomEdge = 2,
+    LeftEdge = 4,
+    RightEdge = 8,
+    WidthFixed = 0x10,
+    HeightFixed = 0x20,
+};
+
+// One axis of a resize's edge snap, with near the left or top edge and far
+// the right or bottom one (its last pixel; farEnd is just after it). The
+// first edge in reach wins; the other side then stays where it was at the
+// press. Returns the edge hit, or null.
+const int* snapEdges(const QVector<int>& edges, bool nearMoves, bool farMoves, double& nearEdge, double farEdge,
+                     double& farEnd, double startNear, double startFar)
+{
+    for (const int& edge : edges) {
+        if (nearMoves && qAbs(edge - nearEdge) <= edgeSnapDistance) {
+            nearEdge = edge;
+            farEnd = startFar + 1;
+            return &edge;
+        }
+        if (farMoves && qAbs(edge - farEdge) < edgeSnapDistance) {
+            farEnd = edge;
+            nearEdge = startNear;
+            return &edge;
+        }
+    }
+    return nullptr;
+}
+
+const UIComponentBase::SnapTarget* findTarget(const QVector<UIComponentBase::SnapTarget>& targets, int value)
+{
+    for (const UIComponentBase::SnapTarget& target : targets) {
+        if (qAbs(target.value - value) <= dragSnapDistance)
+            return &target;
+    }
+    return nullptr;
+}
+
+}
+
+ResizeComponentButtonSprite* UIComponentBase::handleAt(int index) const
+{
+    for (ResizeComponentButtonSprite* handle : handles) {
+        if (handle->index == index)
+            return handle;
+    }
+    return nullptr;
+}
+
+void UIComponentBase::clearSnapTargets()
+{
+    snapX.clear();
+    snapY.clear();
+    edgeX.clear();
+    edgeY.clear();
+}
+
+QPointF UIComponentBase::absoluteItemPosition() const
+{
+    QPointF position = pos();
+    for (const UIComponentBase* ancestor = parentComponent; ancestor; ancestor = ancestor->parentComponent)
+        position += ancestor->pos();
+    return position;
+}
+
+QRectF UIComponentBase::rotatedScreenBox(double w, double h) const
+{
+    const QRectF pixels(0, 0, w - 1, h - 1);
+    const QPointF centre = pixels.center();
+    QTransform turn;
+    turn.translate(centre.x(), centre.y());
+    turn.rotateRadians(rotation() * 0.017453292519943295);
+    turn.translate(-centre.x(), -centre.y());
+    return turn.mapRect(pixels);
+}
+
+void UIComponentBase::refreshResizeStartRect()
+{
+    const QPoint absolute = absoluteXY();
+    const QRectF box = screenBox();
+    resizeStartRect = QRectF(absolute.x() + box.x() - width / 2.0, absolute.y() + box.y() - height / 2.0,
+                             box.width(), box.height());
+}
+
+void UIComponentBase::collectSnapTargets()
+{
+    clearSnapTargets();
+    if (!editorScene)
+        return;
+    const int screenWidth = qMax(editorScene->screenWidth, 0);
+    const int screenHeight = qMax(editorScene->screenHeight, 0);
+    const QRectF area = editorScene->sceneRect();
+    const QRectF own = screenBox();
+    const double rw = own.width();
+    const double rh = own.height();
+
+    // Siblings and the parent; hidden components are out of sight and out of reach.
+    QVector<UIComponentBase*> others;
+    for (UIComponentBase* component : qAsConst(editorScene->components)) {
+        if (component != this && component->parentComponent == parentComponent && component->isVisible())
+            others.append(component);
+    }
+    if (parentComponent)
+        others.append(parentComponent);
+
+    edgeX.reserve(2 + 2 * others.size());
+    edgeY.reserve(2 + 2 * others.size());
+    edgeX << 0 << screenWidth;
+    edgeY << 0 << screenHeight;
+    for (const UIComponentBase* other : qAsConst(others)) {
+        const QPoint absolute = other->absoluteXY();
+        edgeX << absolute.x() - other->width / 2 << absolute.x() + other->width / 2;
+        edgeY << absolute.y() - other->height / 2 << absolute.y() + other->height / 2;
+    }
+
+    snapX.reserve(4 + 4 * others.size());
+    snapY.reserve(4 + 4 * others.size());
+    // The canvas centre, then its left and right (top and bottom) edges.
+    snapX.append({qRound(screenWidth * 0.5), int(area.width() * 0.5 + area.x())});
+    snapX.append({qRound(rw * 0.5), 0});
+    snapX.append({int(screenWidth - rw * 0.5), int(area.width())});
+    snapY.append({qRound(screenHeight * 0.5), int(area.height() * 0.5 + area.y())});
+    snapY.append({qRound(rh * 0.5), 0});
+    snapY.append({int(screenHeight - rh * 0.5), int(area.height())});
+    if (parentComponent) {
+        const QPointF at = parentComponent->absoluteItemPosition();
+        snapX.append({parentComponent->x, int(at.x())});
+        snapY.append({parentComponent->y, int(at.y())});
+    }
+
+    // Touching and aligned edges of each other component; never its centre.
+    const int hw = int(qRound(rw * 0.5));
+    const int hh = int(qRound(rh * 0.5));
+    for (const UIComponentBase* other : qAsConst(others)) {
+        const QPoint absolute = other->absoluteXY();
+        const QPointF at = other->absoluteItemPosition();
+        const double ow = other->bounds.width();
+        const double oh = other->bounds.height();
+        const QRectF box = other->screenBox();
+        const double left = absolute.x() - box.width() / 2;
+        const double right = absolute.x() + box.width() / 2;
+        const double top = absolute.y() - box.height() / 2;
+        const double bottom = absolute.y() + box.height() / 2;
+        const int lineLeft = int(at.x() - ow / 2);
+        const int lineRight = int(at.x() + ow / 2);
+        const int lineTop = int(at.y() - oh / 2);
+        const int lineBottom = int(at.y() + oh / 2);
+        snapX.append({int(left - hw), lineLeft});
+        snapX.append({int(hw + right + 1), lineRight});
+        snapX.append({int(right - hw + 1), lineRight});
+        snapX.append({int(left + hw), lineLeft});
+        snapY.append({int(top - hh), lineTop});
+        snapY.append({int(hh + bottom + 1), lineBottom});
+        snapY.append({int(bottom - hh + 1), lineBottom});
+        snapY.append({int(top + hh), lineTop});
+    }
+}
+
+void UIComponentBase::startDrag(const QPointF& mouseScenePos, bool freeDrag)
+{
+    dragMouseStart = mouseScenePos;
+    dragItemStart = absoluteItemPosition();
+    interactionState = 1;
+    snapFlag = !freeDrag;
+    if (!editorScene)
+        return;
+    editorScene->guideLines.clear();
+    collectSnapTargets();
+    if (snapFlag) {
+        // A scene rectangle that changes and changes back makes every view
+        // drop what it has painted, so no stale guide survives. The views
+        // keep their scroll positions, which the narrower rectangle may clamp.
+        QVector<QPoint> scrolled;
+        const QList<QGraphicsView*> views = editorScene->views();
+        for (const QGraphicsView* view : views)
+            scrolled.append(QPoint(view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()));
+        const QRectF area = editorScene->sceneRect();
+        editorScene->setSceneRect(area.adjusted(0, 0, -1, 0));
+        editorScene->setSceneRect(area);
+        for (int i = 0; i < views.size(); ++i) {
+            views[i]->horizontalScrollBar()->setValue(scrolled[i].x());
+            views[i]->verticalScrollBar()->setValue(scrolled[i].y());
+        }
+    }
+}
+
+void UIComponentBase::dragTo(const QPointF& mouseScenePos)
+{
+    if (!editorScene)
+        return;
+    QPointF wanted = mouseScenePos - dragMouseStart + dragItemStart;
+    if (!snapFlag) {
+        editorScene->update();
+        setAbsoluteScenePosition(wanted.x(), wanted.y());
+        return;
+    }
+    editorScene->guideLines.clear();
+    const double factor = zoomFactor();
+    const SnapTarget* hitX = findTarget(snapX, int(wanted.x() / factor));
+    const SnapTarget* hitY = findTarget(snapY, int(wanted.y() / factor));
+    const QRectF area = editorScene->sceneRect();
+    if (hitX) {
+        wanted.setX(qRound(hitX->value * factor));
+        editorScene->guideLines.append(QLine(hitX->line, 0, hitX->line, int(area.height())));
+    }
+    if (hitY) {
+        wanted.setY(qRound(hitY->value * factor));
+        editorScene->guideLines.append(QLine(0, hitY->line, int(area.width()), hitY->line));
+    }
+    editorScene->update();
+    setAbsoluteScenePosition(wanted.x(), wanted.y());
+    if (hitX || hitY) {
+        // The stored numbers are the snap value exactly, whatever the zoom's
+        // rounding made of the scene position.
+        QPoint absolute = absoluteXY();
+        if (hitX)
+            absolute.setX(hitX->value);
+        if (hitY)
+            absolute.setY(hitY->value);
+        setAbsoluteXY(absolute.x(), absolute.y());
+    }
+}
+
+void UIComponentBase::endDrag()
+{
+    snapFlag = true;
+    if (editorScene) {
+        editorScene->guideLines.clear();
+        editorScene->update();
+    }
+    setScenePosition(pos().x(), pos().y());
+    clearSnapTargets();
+    recomputeBounds(false);
+    placeItem();
+}
+
+void UIComponentBase::resizeTo(double sceneWidth, double sceneHeight, bool aspect, int mask)
+{
+    const double factor = zoomFactor();
+    double w = sceneWidth / factor;
+    double h = sceneHeight / factor;
+    const bool widthFixed = mask & WidthFixed;
+    const bool heightFixed = mask & HeightFixed;
+    w = widthFixed ? resizeStartWidth : qBound(double(minimumWidth()), w, double(maximumWidth()));
+    h = heightFixed ? resizeStartHeight : qBound(double(minimumHeight()), h, double(maximumHeight()));
+    // The kind's largest size carries its natural ratio.
+    if (aspect && !widthFixed && !heightFixed && maximumWidth() > 0)
+        h = double(maximumHeight()) / maximumWidth() * w;
+    // Even sizes keep the half size, and so the centre, on whole pixels.
+    w = 2 * qRound(w / 2);
+    h = 2 * qRound(h / 2);
+
+    // Edges snap only with Ctrl held, and only while the box is upright.
+    const double turn = rotation();
+    if (!snapFlag && editorScene && std::fmod(turn, 90.0) == 0.0) {
+        editorScene->guideLines.clear();
+        // The new box where the opposite handle will hold it: the edges that
+        // don't move stay where they were at the press. Left and top are the
+        // first pixel, right and bottom the last.
+        const QRectF box = rotatedScreenBox(w, h);
+        const QRectF& start = resizeStartRect;
+        double left = (mask & LeftEdge) ? start.right() - box.width() : start.left();
+        double top = (mask & TopEdge) ? start.bottom() - box.height() : start.top();
+        const double right = left + box.width();
+        const double bottom = top + box.height();
+        // Snapped edges lie between pixels: a left edge on its first pixel,
+        // a right edge just after its last.
+        double rightEnd = right + 1;
+        double bottomEnd = bottom + 1;
+        const QRectF area = editorScene->sceneRect();
+        bool hit = false;
+        if (const int* edge = snapEdges(edgeX, mask & LeftEdge, mask & RightEdge, left, right, rightEnd,
+                                        start.left(), start.right())) {
+            const int line = int(*edge * factor);
+            editorScene->guideLines.append(QLine(line, 0, line, int(area.height())));
+            hit = true;
+        }
+        if (const int* edge = snapEdges(edgeY, mask & TopEdge, mask & BottomEdge, top, bottom, bottomEnd,
+                                        start.top(), start.bottom())) {
+            const int line = int(*edge * factor);
+            editorScene->guideLines.append(QLine(0, line, int(area.width()), line));
+            hit = true;
+        }
+        if (hit) {
+            // The turn back to the component's own axes swaps the sides at
+            // 90 and 270 degrees.
+            const double across = qAbs(rightEnd - left);
+            const double down = qAbs(bottomEnd - top);
+            const bool sideways = qAbs(std::fmod(turn, 180.0)) == 90.0;
+            if (!widthFixed)
+                w = sideways ? down : across;
+            if (!heightFixed)
+                h = sideways ? across : down;
+        }
+        editorScene->update();
+    }
+
+    const bool widthChanged = int(w) != width;
+    const bool heightChanged = int(h) != height;
+    if (widthChanged)
+        setWidth(int(w));
+    if (heightChanged)
+        setHeight(int(h));
+    if (!widthChanged && !heightChanged)
+        return;
+    resized();
+    refresh();
+}
+
+void UIComponentBase::rotateTo(bool snap, const QPointF& mouseScenePos)
+{
+    const QPointF centre = scenePos();
+    double angle = 180 - std::atan2(mouseScenePos.x() - centre.x(), mouseScenePos.y() - centre.y())
+                             * 57.29577951308232;
+    // Shift: the nearest multiple of 10, a tie at 5 going down.
+    if (snap)
+        angle = std::ceil((angle - 5) / 10) * 10;
+    setRotation(angle);
+    recomputeBounds(false);
+    placeHandles();
+    updateHandleCursors();
+    update();
 }

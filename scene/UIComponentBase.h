@@ -81,6 +81,41 @@ public:
     void recomputeBounds(bool reset);
     void placeHandles();
     void updateHandleCursors();
+    // The handle of an index, or null while unselected or without it.
+    ResizeComponentButtonSprite* handleAt(int index) const;
+
+    // Direct manipulation. Only one component moves at a time, so the snap
+    // targets are shared: a pair is the centre coordinate in screen units at
+    // which the moving component snaps, and the scene coordinate of its guide.
+    struct SnapTarget {
+        int value;
+        int line;
+    };
+    static QVector<SnapTarget> snapX;
+    static QVector<SnapTarget> snapY;
+    // Edges in screen units that a resized edge snaps to.
+    static QVector<int> edgeX;
+    static QVector<int> edgeY;
+    static void clearSnapTargets();
+    void collectSnapTargets();
+    // The item's position plus its ancestors' item positions: where it stands
+    // on the canvas in scene units, as setAbsoluteScenePosition() takes it.
+    QPointF absoluteItemPosition() const;
+    // The box of the pixel rectangle (0, 0, w - 1, h - 1) of a component of
+    // this size in screen units, turned about its centre by the rotation.
+    QRectF rotatedScreenBox(double w, double h) const;
+    QRectF screenBox() const { return rotatedScreenBox(width, height); }
+    // The rotated box on the canvas in screen units, kept at the start of an
+    // interaction.
+    void refreshResizeStartRect();
+    // Dragging: freeDrag is Ctrl held at the press, which turns snapping off.
+    void startDrag(const QPointF& mouseScenePos, bool freeDrag);
+    void dragTo(const QPointF& mouseScenePos);
+    void endDrag();
+    // Handles: size in scene units; mask bits 1 top, 2 bottom, 4 left, 8 right
+    // edge may snap, 0x10 width fixed, 0x20 height fixed.
+    void resizeTo(double sceneWidth, double sceneHeight, bool aspect, int mask);
+    void rotateTo(bool snap, const QPointF& mouseScenePos);
 
     QJsonObject jsonData;
     QRectF resizeStartRect;

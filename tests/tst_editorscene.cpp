@@ -98,7 +98,8 @@ QJsonObject group(int id, int x, int y, const QJsonArray& children)
 
 // What every component rewrites when it is read back: X, Y and Rotation from
 // the live item, "Opacity" 100.0 when missing, "Expanded" on the kinds that
-// hold children (true unless the document said otherwise).
+// hold children (true unless the document said otherwise), the scales of the
+// kinds that store a scale (1.0 when missing).
 QJsonArray expectedBack(const QJsonArray& array)
 {
     QJsonArray out;
@@ -110,6 +111,10 @@ QJsonArray expectedBack(const QJsonArray& array)
         if (!object.contains("Opacity"))
             object.insert("Opacity", 100.0);
         const int type = object.value("Type").toInt(-1);
+        if (type == 0 || type == 2 || type == 8 || type == 9 || type == 13) {
+            object.insert("ScaleX", object.value("ScaleX").toDouble(1.0));
+            object.insert("ScaleY", object.value("ScaleY").toDouble(1.0));
+        }
         if (type == 6 || type == 7)
             object.insert("Expanded", object.value("Expanded").toBool(true));
         if (object.contains("Children"))

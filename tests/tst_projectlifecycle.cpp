@@ -474,7 +474,9 @@ private slots:
                                                                                 {QStringLiteral("X"), 12},
                                                                                 {QStringLiteral("Y"), 34},
                                                                                 {QStringLiteral("Rotation"), 0},
-                                                                                {QStringLiteral("Opacity"), 100}}}}};
+                                                                                {QStringLiteral("Opacity"), 100},
+                                                                                {QStringLiteral("ScaleX"), 1.0},
+                                                                                {QStringLiteral("ScaleY"), 1.0}}}}};
         auto editor = [&](const char* mode) {
             QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
             environment.insert(QStringLiteral("HOME"), childHome);

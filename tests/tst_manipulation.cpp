@@ -1,0 +1,799 @@
+#include "TestEnvironment.h"
+
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
+#include "scene/ResizeComponentButtonSprite.h"
+#include "scene/UIComponentBase.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QJsonArray>
+#include <QScrollBar>
+#include <QWindow>
+#include <QtTest>
+
+namespace {
+
+// The canvas and its component list side by side, as the main window has
+// them, driven by mouse events that pass through the window system as a
+// user's do (buttons and modifiers held across moves).
+struct Editor {
+    Editor()
+    {
+        window.resize(1200, 800);
+        QHBoxLayout* layout = new QHBoxLayout(&window);
+        view = new GameUIEditor(&window);
+        list = new UltimateTreeWidget(&window);
+        layout->addWidget(view, 1);
+        layout->addWidget(list);
+        list->tree()->setRowHeight(20);
+        list->tree()->startView();
+        view->setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
+        view->bindList(list, nullptr, nullptr);
+        scene = view->editorScene();
+        scene->setScreenSize(816, 624);
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window))
+            qFatal("the editor window never showed");
+    }
+    ~Editor()
+    {
+        while (QApplication::overrideCursor())
+            QApplication::restoreOverrideCursor();
+    }
+
+    void load(const QJsonArray& hud, int zoom)
+    {
+        scene->clear();
+        scene->setZoom(zoom);
+        scene->loadFromJson(hud);
+    }
+    UIComponentBase* component(int id) const
+    {
+        for (UIComponentBase* c : scene->components) {
+            if (c->jsonData.value("ID").toInt() == id)
+                return c;
+        }
+        return nullptr;
+    }
+
+    // A scene point as a position in the top-level window.
+    QPoint at(const QPointF& scenePoint) const
+    {
+        return view->viewport()->mapTo(&window, view->mapFromScene(scenePoint));
+    }
+    void send(QEvent::Type type, const QPointF& scenePoint, Qt::MouseButton button, Qt::KeyboardModifiers mods)
+    {
+        QWindow* handle = window.windowHandle();
+        const QPoint local = at(scenePoint);
+        if (type == QEvent::MouseButtonPress)
+            held |= button;
+        else if (type == QEvent::MouseButtonRelease)
+            held &= ~button;
+        qt_handleMouseEvent(handle, local, handle->mapToGlobal(local), held, button, type, mods,
+                            ++QTest::lastMouseTimestamp);
+        // Two presses never make a double-click.
+        if (type == QEvent::MouseButtonRelease)
+            QTest::lastMouseTimestamp += 1000;
+        QApplication::processEvents();
+    }
+    void press(const QPointF& p, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        view->centerOn(p);
+        send(QEvent::MouseButtonPress, p, Qt::LeftButton, mods);
+    }
+    void move(const QPointF& p, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        send(QEvent::MouseMove, p, Qt::NoButton, mods);
+    }
+    void release(const QPointF& p, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        send(QEvent::MouseButtonRelease, p, Qt::LeftButton, mods);
+    }
+    // Presses the component's centre and drags it so that, without snapping,
+    // its centre would end at the scene point.
+    void drag(UIComponentBase* c, const QPointF& to, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        const QPointF from = c->absoluteItemPosition();
+        press(from, mods);
+        move((from + to) / 2, mods);
+        move(to, mods);
+        release(to, mods);
+    }
+    // The middle of a handle's dot.
+    static QPointF handlePoint(const ResizeComponentButtonSprite* handle) { return handle->mapToScene(3, 3); }
+    // Presses a handle, moves it by the scene delta, and releases.
+    void pull(UIComponentBase* c, int index, const QPointF& delta, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        const QPointF from = handlePoint(c->handleAt(index));
+        press(from, mods);
+        move(from + delta / 2, mods);
+        move(from + delta, mods);
+        release(from + delta, mods);
+    }
+
+    QWidget window;
+    GameUIEditor* view;
+    UltimateTreeWidget* list;
+    GameUIEditorScene* scene;
+    Qt::MouseButtons held;
+};
+
+QJsonObject shape(int id, int x, int y, int w, int h, int rotation = 0)
+{
+    return QJsonObject{{"ID", id},       {"Type", 1},        {"Name", QStringLiteral("Shape %1").arg(id)},
+                       {"X", x},         {"Y", y},           {"Rotation", rotation},
+                       {"ShapeData", QJsonObject{{"Width", w}, {"Height", h}}}};
+}
+
+QJsonObject withChildren(QJsonObject parent, const QJsonArray& children)
+{
+    parent.insert("Children", children);
+    return parent;
+}
+
+QPoint stored(UIComponentBase* c)
+{
+    const QJsonObject json = c->data();
+    return QPoint(json.value("X").toInt(), json.value("Y").toInt());
+}
+
+QSize storedSize(UIComponentBase* c)
+{
+    const QJsonObject size = c->data().value("ShapeData").toObject();
+    return QSize(size.value("Width").toInt(), size.value("Height").toInt());
+}
+
+// Rows and components agree, every component is on the canvas under the
+// parent its row names, and deleted ones are off it.
+void checkConsistent(GameUIEditorScene* scene)
+{
+    int rows = 0;
+    std::function<void(UltimateTreeItem*)> walk = [&](UltimateTreeItem* row) {
+        ++rows;
+        UIComponentBase* c = scene->componentOfRow(row);
+        QVERIFY(c);
+        QVERIFY(scene->components.contains(c));
+        UIComponentBase* parent = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
+        QCOMPARE(c->parentComponent, parent);
+        QCOMPARE(c->scene(), scene);
+        for (int i = 0; i < row->childCount(); ++i)
+            walk(row->child(i));
+    };
+    const UltimateTree* tree = scene->list->tree();
+    for (int i = 0; i < tree->rowCount(); ++i)
+        walk(tree->row(i));
+    QCOMPARE(rows, scene->components.size());
+    for (UIComponentBase* gone : scene->removedComponents) {
+        QVERIFY(!scene->components.contains(gone));
+        QVERIFY(!gone->scene());
+    }
+}
+
+// The scene is idle again: nothing dragged or held, the wheel free, guides
+// and snap targets gone, the mouse's cursor the normal one.
+void checkIdle(GameUIEditorScene* scene)
+{
+    QVERIFY(!scene->draggedComponent);
+    QVERIFY(scene->wheelAllowed);
+    QVERIFY(scene->wheelZoomAllowed);
+    QVERIFY(scene->guideLines.isEmpty());
+    QVERIFY(UIComponentBase::snapX.isEmpty());
+    QVERIFY(UIComponentBase::edgeX.isEmpty());
+    QVERIFY(!QApplication::overrideCursor());
+    for (UIComponentBase* c : scene->components)
+        QVERIFY(!c->activeHandle);
+}
+
+}
+
+class TestManipulation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // A drag ends on the first target within 9 screen units of the wanted
+    // centre; the stored numbers are the target's exactly at every zoom.
+    // Shape 1 is 100 by 100 at (300, 200), shape 2 a sibling 200 by 100 at
+    // (600, 450); the screen is 816 by 624. Shape 1's half size is 50
+    // (round of 99 / 2), so it touches the canvas's left edge at 50, the
+    // right at 816 - 49.5 = 766; shape 2 spans 500.5 to 699.5 (its box is
+    // 199 wide) and 400.5 to 499.5.
+    void dragsSnapToTheFirstTargetInReach_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::addColumn<QPoint>("wanted");
+        QTest::addColumn<QPoint>("expected");
+        QTest::addColumn<bool>("ctrl");
+        QTest::addColumn<int>("rotation");
+        for (int zoom : {10, 25}) {
+            auto row = [zoom](const char* name) { return &QTest::newRow(qPrintable(QStringLiteral("%1 at zoom %2").arg(name).arg(zoom))); };
+            *row("canvas centre within 9") << zoom << QPoint(417, 303) << QPoint(408, 312) << false << 0;
+            *row("canvas centre at 10 stays free") << zoom << QPoint(418, 302) << QPoint(418, 302) << false << 0;
+            *row("canvas centre from below") << zoom << QPoint(399, 321) << QPoint(408, 312) << false << 0;
+            *row("left and top canvas edges") << zoom << QPoint(57, 45) << QPoint(50, 50) << false << 0;
+            *row("right and bottom canvas edges") << zoom << QPoint(770, 580) << QPoint(766, 574) << false << 0;
+            // Right edge against the sibling's left: 500.5 - 50.
+            *row("touching the sibling's left") << zoom << QPoint(455, 200) << QPoint(450, 200) << false << 0;
+            // Left edge against the sibling's right: 50 + 699.5 + 1.
+            *row("touching the sibling's right") << zoom << QPoint(744, 200) << QPoint(750, 200) << false << 0;
+            // Right edges aligned: 699.5 - 50 + 1; left edges aligned: 500.5 + 50.
+            *row("right edges aligned") << zoom << QPoint(655, 200) << QPoint(650, 200) << false << 0;
+            *row("left edges aligned") << zoom << QPoint(547, 200) << QPoint(550, 200) << false << 0;
+            // Top against the sibling's bottom: 50 + 499.5 + 1; 540 is 10 from the
+            // left edges' alignment at 550 and stays.
+            *row("under the sibling") << zoom << QPoint(540, 546) << QPoint(540, 550) << false << 0;
+            // The sibling's centre (600) is no target.
+            *row("sibling centre is no target") << zoom << QPoint(603, 200) << QPoint(603, 200) << false << 0;
+            *row("ctrl drags free") << zoom << QPoint(417, 303) << QPoint(417, 303) << true << 0;
+            *row("ctrl drags free by edges") << zoom << QPoint(57, 45) << QPoint(57, 45) << true << 0;
+            // Turned by 45 degrees its box is 99 * 1.414 = 140 wide: the left
+            // edge touches the canvas at 70, the right at 816 - 70.
+            *row("turned, left canvas edge") << zoom << QPoint(75, 100) << QPoint(70, 100) << false << 45;
+            *row("turned, right canvas edge") << zoom << QPoint(741, 100) << QPoint(745, 100) << false << 45;
+        }
+    }
+
+    void dragsSnapToTheFirstTargetInReach()
+    {
+        QFETCH(int, zoom);
+        QFETCH(QPoint, wanted);
+        QFETCH(QPoint, expected);
+        QFETCH(bool, ctrl);
+        QFETCH(int, rotation);
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100, rotation), shape(2, 600, 450, 200, 100)}, zoom);
+        UIComponentBase* moving = editor.component(1);
+        const double factor = zoom / 10.0;
+        // The wanted centre in scene units, the smallest whole one whose
+        // screen value truncates to the wanted number.
+        const QPointF to(std::ceil(wanted.x() * factor), std::ceil(wanted.y() * factor));
+        const Qt::KeyboardModifiers mods = ctrl ? Qt::ControlModifier : Qt::NoModifier;
+        const QPointF from = moving->absoluteItemPosition();
+        editor.press(from, mods);
+        QCOMPARE(editor.scene->draggedComponent, moving);
+        QCOMPARE(moving->interactionState, 1);
+        editor.move(to, mods);
+        // Mid-drag: a guide for each axis that snapped, at the target's line.
+        const int snappedAxes = (expected.x() != wanted.x()) + (expected.y() != wanted.y());
+        QCOMPARE(editor.scene->guideLines.size(), snappedAxes);
+        QVERIFY(!editor.scene->wheelZoomAllowed);
+        editor.release(to, mods);
+        QCOMPARE(stored(moving), expected);
+        QCOMPARE(moving->pos(), QPointF(expected) * factor);
+        QVERIFY(editor.scene->guideLines.isEmpty());
+        checkIdle(editor.scene);
+        // A finished drag leaves the item moving until the mouse hovers it again.
+        QCOMPARE(moving->interactionState, 1);
+        editor.view->centerOn(moving);
+        editor.move(moving->absoluteItemPosition() + QPointF(3, 2));
+        QCOMPARE(moving->interactionState, 0);
+        QCOMPARE(editor.scene->hoveredComponent, moving);
+        // The sibling never moved.
+        QCOMPARE(stored(editor.component(2)), QPoint(600, 450));
+    }
+
+    // A child's absolute centre snaps to its parent's own numbers; the stored
+    // X and Y, relative to the parent, become 0. Then it snaps to the
+    // parent's edges: the group is 50 by 50 at (200, 150), the child 40 by 40
+    // (half size 20), so its left edge on the group's right is 20 + 224.5 + 1.
+    void childrenSnapToTheirParent_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("zoom 10") << 10;
+        QTest::newRow("zoom 25") << 25;
+    }
+
+    void childrenSnapToTheirParent()
+    {
+        QFETCH(int, zoom);
+        const double factor = zoom / 10.0;
+        Editor editor;
+        const QJsonObject group{{"ID", 1}, {"Type", 6}, {"X", 200}, {"Y", 150}};
+        editor.load(QJsonArray{withChildren(group, QJsonArray{shape(2, 100, 100, 40, 40)}),
+                               shape(3, 700, 100, 60, 60)},
+                    zoom);
+        UIComponentBase* child = editor.component(2);
+        editor.drag(child, QPointF(std::ceil(203 * factor), std::ceil(156 * factor)));
+        QCOMPARE(stored(child), QPoint(0, 0));
+        QCOMPARE(child->absoluteXY(), QPoint(200, 150));
+        editor.drag(child, QPointF(std::ceil(250 * factor), std::ceil(270 * factor)));
+        QCOMPARE(stored(child), QPoint(245 - 200, 270 - 150));
+        // Shape 3 is no sibling of the child: its edges are out of reach
+        // (its left edge would be at 670.5 - 20 = 650).
+        editor.drag(child, QPointF(std::ceil(647 * factor), std::ceil(500 * factor)));
+        QCOMPARE(stored(child), QPoint(647 - 200, 500 - 150));
+        checkConsistent(editor.scene);
+    }
+
+    // The guide of a snapped drag is painted over the components in the
+    // orange of the guides, and it is gone after the release.
+    void guidesArePaintedOverTheCanvas()
+    {
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100), shape(2, 408, 500, 100, 100)}, 10);
+        UIComponentBase* moving = editor.component(1);
+        editor.press(moving->absoluteItemPosition());
+        editor.move(QPointF(412, 300));
+        QCOMPARE(editor.scene->guideLines.size(), 1);
+        const QLine guide = editor.scene->guideLines.first();
+        QCOMPARE(guide.x1(), 408);
+        QCOMPARE(guide.x2(), 408);
+        QCOMPARE(guide.y1(), 0);
+        const QColor orange(190, 120, 40);
+        // Over shape 2, which lies below the guide.
+        const QPoint pixel = editor.view->mapFromScene(QPointF(408, 520));
+        QImage shot = editor.view->viewport()->grab().toImage();
+        QCOMPARE(shot.pixelColor(pixel), orange);
+        QVERIFY(shot.pixelColor(pixel + QPoint(3, 0)) != orange);
+        editor.release(QPointF(412, 300));
+        shot = editor.view->viewport()->grab().toImage();
+        QVERIFY(shot.pixelColor(pixel) != orange);
+    }
+
+    // A press on a component at the far end of a scrolled canvas leaves the
+    // view where it was: the component doesn't jump away from the cursor.
+    void pressingKeepsTheViewStill()
+    {
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 780, 590, 60, 40)}, 25);
+        UIComponentBase* c = editor.component(1);
+        editor.view->centerOn(c);
+        QScrollBar* across = editor.view->horizontalScrollBar();
+        QScrollBar* down = editor.view->verticalScrollBar();
+        QVERIFY(across->maximum() > 0);
+        QCOMPARE(across->value(), across->maximum());
+        QCOMPARE(down->value(), down->maximum());
+        const QPoint before(across->value(), down->value());
+        const QPointF from = c->absoluteItemPosition();
+        editor.send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::NoModifier);
+        QCOMPARE(QPoint(across->value(), down->value()), before);
+        editor.move(from + QPointF(-3, -2));
+        editor.release(from + QPointF(-3, -2));
+        QCOMPARE(QPoint(across->value(), down->value()), before);
+        // 778.8 is 7 from the right-edge target 816 - 29.5; 589.2 rounds to 589.
+        QCOMPARE(stored(c), QPoint(786, 589));
+    }
+
+    // A drag far off the canvas ends with the box's centre half its size
+    // outside the canvas: the box is 99 wide (249 at zoom 2.5), so the
+    // centre comes back to 816 + 49.5 and 624 + 49.5, or to -49.5, rounded
+    // to the nearest unit (a tie upwards).
+    void dragsFarOffTheCanvasComeBack_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::addColumn<QPointF>("away");
+        QTest::addColumn<QPoint>("expected");
+        for (int zoom : {10, 25}) {
+            QTest::newRow(qPrintable(QStringLiteral("right and down at zoom %1").arg(zoom)))
+                << zoom << QPointF(3000, 2500) << QPoint(866, 674);
+            QTest::newRow(qPrintable(QStringLiteral("left and up at zoom %1").arg(zoom)))
+                << zoom << QPointF(-3000, -2500) << (zoom == 10 ? QPoint(-49, -49) : QPoint(-50, -50));
+        }
+    }
+
+    void dragsFarOffTheCanvasComeBack()
+    {
+        QFETCH(int, zoom);
+        QFETCH(QPointF, away);
+        QFETCH(QPoint, expected);
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100)}, zoom);
+        UIComponentBase* moving = editor.component(1);
+        const QPointF from = moving->absoluteItemPosition();
+        editor.press(from);
+        editor.move(from + away / 2);
+        editor.move(from + away);
+        editor.release(from + away);
+        QCOMPARE(stored(moving), expected);
+        checkIdle(editor.scene);
+        checkConsistent(editor.scene);
+        QCOMPARE(editor.scene->selectedComponent, moving);
+        QCOMPARE(editor.scene->componentOfRow(editor.list->tree()->currentRow()), moving);
+        // The drag is one step to undo, holding the place before it.
+        QVERIFY(!editor.scene->undoStack.empty());
+        QCOMPARE(editor.scene->undoStack.back().json.value("X").toInt(), 300);
+    }
+
+    // The component leaves the list while the mouse still drags or resizes
+    // it: the interaction ends there, later moves touch nothing, and scene
+    // and list agree.
+    void deletingDuringAnInteractionEndsIt_data()
+    {
+        QTest::addColumn<int>("handle");
+        QTest::newRow("drag") << -1;
+        QTest::newRow("resize") << 4;
+        QTest::newRow("rotation") << 8;
+    }
+
+    void deletingDuringAnInteractionEndsIt()
+    {
+        QFETCH(int, handle);
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100), shape(2, 600, 400, 100, 100)}, 10);
+        UIComponentBase* moving = editor.component(1);
+        editor.drag(moving, moving->absoluteItemPosition());
+        const QPointF from = handle < 0 ? moving->absoluteItemPosition()
+                                        : Editor::handlePoint(moving->handleAt(handle));
+        editor.press(from);
+        editor.move(from + QPointF(40, 30));
+        emit editor.list->onDeleteKeyPress();
+        const QJsonObject atDeletion = moving->data();
+        QVERIFY(editor.scene->removedComponents.contains(moving));
+        checkIdle(editor.scene);
+        QCOMPARE(moving->interactionState, 0);
+        editor.move(from + QPointF(120, 90));
+        editor.release(from + QPointF(120, 90));
+        QCOMPARE(moving->data(), atDeletion);
+        checkIdle(editor.scene);
+        checkConsistent(editor.scene);
+        QCOMPARE(editor.scene->components.size(), 1);
+        QVERIFY(!editor.scene->selectedComponent);
+        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
+        // The other component still drags.
+        UIComponentBase* other = editor.component(2);
+        editor.drag(other, QPointF(640, 380));
+        QCOMPARE(stored(other), QPoint(640, 380));
+    }
+
+    // Each of the eight handles of a 120 by 80 shape at (400, 300), pulled
+    // by (30, 20) screen units. The pull turns into the component's own
+    // axes: at 90 degrees it is (20, -30), at 45 (35.36, -7.07). Sizes are
+    // rounded to even numbers; the opposite handle stays where it was.
+    void handlesResizeWithTheOppositeHandleStill_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::addColumn<int>("rotation");
+        QTest::addColumn<int>("handle");
+        QTest::addColumn<QSize>("expected");
+        const QVector<QSize> upright{{90, 60}, {120, 60}, {150, 60}, {150, 80},
+                                     {150, 100}, {120, 100}, {90, 100}, {90, 80}};
+        const QVector<QSize> quarter{{100, 110}, {120, 110}, {140, 110}, {140, 80},
+                                     {140, 50}, {120, 50}, {100, 50}, {100, 80}};
+        const QVector<QSize> eighth{{84, 88}, {120, 88}, {156, 88}, {156, 80},
+                                    {156, 72}, {120, 72}, {84, 72}, {84, 80}};
+        for (int zoom : {10, 25}) {
+            for (int rotation : {0, 45, 90}) {
+                const QVector<QSize>& sizes = rotation == 0 ? upright : rotation == 90 ? quarter : eighth;
+                for (int handle = 0; handle < 8; ++handle)
+                    QTest::newRow(qPrintable(QStringLiteral("zoom %1, %2 degrees, handle %3")
+                                                 .arg(zoom)
+                                                 .arg(rotation)
+                                                 .arg(handle)))
+                        << zoom << rotation << handle << sizes[handle];
+            }
+        }
+    }
+
+    void handlesResizeWithTheOppositeHandleStill()
+    {
+        QFETCH(int, zoom);
+        QFETCH(int, rotation);
+        QFETCH(int, handle);
+        QFETCH(QSize, expected);
+        const double factor = zoom / 10.0;
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 400, 300, 120, 80, rotation), shape(2, 440, 320, 100, 100)}, zoom);
+        UIComponentBase* c = editor.component(1);
+        editor.scene->select(c);
+        QCOMPARE(c->handles.size(), 9);
+        const QPointF oppositeBefore = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
+
+        const QPointF from = Editor::handlePoint(c->handleAt(handle));
+        editor.press(from);
+        // The press belongs to the handle: the selection stays.
+        QCOMPARE(editor.scene->selectedComponent, c);
+        QVERIFY(!editor.scene->draggedComponent);
+        QCOMPARE(c->interactionState, 2);
+        QVERIFY(!editor.scene->wheelAllowed);
+        QVERIFY(!editor.scene->wheelZoomAllowed);
+        editor.move(from + QPointF(12, 8) * factor);
+        editor.move(from + QPointF(30, 20) * factor);
+        const QPointF oppositeMid = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
+        QVERIFY2(QLineF(oppositeMid, oppositeBefore).length() < 1e-6, "the opposite handle moved during the pull");
+        editor.release(from + QPointF(30, 20) * factor);
+
+        QCOMPARE(QSize(c->width, c->height), expected);
+        QCOMPARE(storedSize(c), expected);
+        const QPointF oppositeAfter = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
+        QVERIFY2(QLineF(oppositeAfter, oppositeBefore).length() <= 1.0,
+                 qPrintable(QStringLiteral("opposite handle from (%1, %2) to (%3, %4)")
+                                .arg(oppositeBefore.x())
+                                .arg(oppositeBefore.y())
+                                .arg(oppositeAfter.x())
+                                .arg(oppositeAfter.y())));
+        // The stored centre is where the item is, to the nearest unit.
+        const QPoint centre = stored(c);
+        QVERIFY(qAbs(centre.x() * factor - c->pos().x()) <= factor / 2 + 1e-9);
+        QVERIFY(qAbs(centre.y() * factor - c->pos().y()) <= factor / 2 + 1e-9);
+        QCOMPARE(c->interactionState, 0);
+        QCOMPARE(c->data().value("Rotation").toInt(), rotation);
+        checkIdle(editor.scene);
+        QCOMPARE(stored(editor.component(2)), QPoint(440, 320));
+    }
+
+    // Sizes stop at the kind's limits and are even afterwards: a shape's
+    // least side is 25, so 26; a picture (a scale kind) reaches five times
+    // its natural 100 and stores the scale.
+    void resizingStopsAtTheLimits()
+    {
+        Editor editor;
+        const QJsonObject picture{{"ID", 2}, {"Type", 2}, {"X", 200}, {"Y", 200}};
+        editor.load(QJsonArray{shape(1, 500, 400, 120, 80), picture}, 10);
+        UIComponentBase* s = editor.component(1);
+        editor.scene->select(s);
+        editor.pull(s, 4, QPointF(-400, -300));
+        QCOMPARE(storedSize(s), QSize(26, 26));
+        editor.pull(s, 0, QPointF(-4000, -100));
+        QCOMPARE(s->width, 4000 + 26);
+        QCOMPARE(s->height, 126);
+
+        UIComponentBase* p = editor.component(2);
+        editor.scene->select(p);
+        QCOMPARE(QSize(p->width, p->height), QSize(100, 100));
+        editor.pull(p, 4, QPointF(900, 40));
+        QCOMPARE(QSize(p->width, p->height), QSize(500, 140));
+        QCOMPARE(p->data().value("ScaleX").toDouble(), 5.0);
+        QCOMPARE(p->data().value("ScaleY").toDouble(), 1.4);
+        editor.pull(p, 5, QPointF(300, -900));
+        QCOMPARE(QSize(p->width, p->height), QSize(500, 26));
+        checkIdle(editor.scene);
+    }
+
+    // Resizing a child keeps its opposite handle still, with its stored place
+    // relative to the parent; resizing the parent carries its children along
+    // unchanged relative to it.
+    void childrenKeepTheirPlaceRelativeToTheParent()
+    {
+        Editor editor;
+        const QJsonObject window{{"ID", 1},   {"Type", 7},   {"X", 400},
+                                 {"Y", 300},  {"Name", "W"}, {"WindowData", QJsonObject{{"Width", 200}, {"Height", 150}}}};
+        editor.load(QJsonArray{withChildren(window, QJsonArray{shape(2, -50, -30, 40, 40)})}, 10);
+        UIComponentBase* parent = editor.component(1);
+        UIComponentBase* child = editor.component(2);
+        editor.scene->select(child);
+        // The child's top-left pulled out by 10: 50 by 50, its centre 5 up and left.
+        editor.pull(child, 0, QPointF(-10, -10));
+        QCOMPARE(QSize(child->width, child->height), QSize(50, 50));
+        QCOMPARE(stored(child), QPoint(-55, -35));
+        QCOMPARE(stored(parent), QPoint(400, 300));
+
+        editor.scene->select(parent);
+        editor.pull(parent, 4, QPointF(40, 20));
+        QCOMPARE(QSize(parent->width, parent->height), QSize(240, 170));
+        QCOMPARE(stored(parent), QPoint(420, 310));
+        QCOMPARE(stored(child), QPoint(-55, -35));
+        QCOMPARE(child->absoluteXY(), QPoint(365, 275));
+        QCOMPARE(child->scenePos(), QPointF(365, 275));
+        checkConsistent(editor.scene);
+    }
+
+    // With Ctrl held a resized edge snaps to a canvas edge or another
+    // component's edge, left and top from 10 away, right and bottom from
+    // less than 10; the snapped edge lands exactly on it. Upright boxes only.
+    // The shape is 120 by 80 at (400, 300): pixels 340 to 459 and 260 to 339.
+    void ctrlSnapsResizedEdges()
+    {
+        Editor editor;
+        const QJsonArray hud{shape(1, 400, 300, 120, 80), shape(2, 100, 501, 60, 60)};
+        UIComponentBase* c = nullptr;
+        auto fresh = [&]() {
+            editor.load(hud, 10);
+            c = editor.component(1);
+            editor.scene->select(c);
+        };
+        // Right edge pulled to 809, 7 short of the canvas's right edge (816).
+        fresh();
+        editor.pull(c, 3, QPointF(350, 0), Qt::ControlModifier);
+        QCOMPARE(c->width, 816 - 340);
+        QCOMPARE(c->height, 80);
+        QCOMPARE(stored(c).x() - c->width / 2, 340);
+        checkIdle(editor.scene);
+        // Without Ctrl nothing snaps.
+        fresh();
+        editor.pull(c, 3, QPointF(350, 0));
+        QCOMPARE(c->width, 470);
+
+        // Left edge pulled to 10, exactly 10 from the canvas's left edge.
+        fresh();
+        editor.pull(c, 7, QPointF(-330, 0), Qt::ControlModifier);
+        QCOMPARE(c->width, 460);
+        QCOMPARE(stored(c).x() - c->width / 2, 0);
+        // Top edge pulled to 10 as well.
+        fresh();
+        editor.pull(c, 1, QPointF(0, -250), Qt::ControlModifier);
+        QCOMPARE(c->height, 340);
+        QCOMPARE(c->width, 120);
+
+        // The bottom edge against shape 2's bottom (501 + 30 = 531): pulled
+        // to 521 it stays, to 523 it snaps.
+        fresh();
+        editor.pull(c, 5, QPointF(0, 182), Qt::ControlModifier);
+        QCOMPARE(c->height, 262);
+        fresh();
+        const QPointF from = Editor::handlePoint(c->handleAt(5));
+        editor.press(from, Qt::ControlModifier);
+        editor.move(from + QPointF(0, 184), Qt::ControlModifier);
+        QCOMPARE(c->height, 531 - 260);
+        QCOMPARE(editor.scene->guideLines, (QVector<QLine>{QLine(0, 531, int(editor.scene->sceneRect().width()), 531)}));
+        editor.release(from + QPointF(0, 184), Qt::ControlModifier);
+        QVERIFY(editor.scene->guideLines.isEmpty());
+        QCOMPARE(c->width, 120);
+
+        // Turned by 45 degrees nothing snaps: the pull of 200 is 141.4 along
+        // the component's own width.
+        editor.load(QJsonArray{shape(1, 400, 300, 120, 80, 45)}, 10);
+        c = editor.component(1);
+        editor.scene->select(c);
+        const QPointF side = Editor::handlePoint(c->handleAt(3));
+        editor.press(side, Qt::ControlModifier);
+        editor.move(side + QPointF(200, 0), Qt::ControlModifier);
+        QVERIFY(editor.scene->guideLines.isEmpty());
+        editor.release(side + QPointF(200, 0), Qt::ControlModifier);
+        QCOMPARE(c->width, 262);
+    }
+
+    // Shift during a corner resize applies the kind's ratio at once, with the
+    // mouse still; releasing it takes it back. Side handles ignore it.
+    void shiftKeepsTheRatioWhileHeld()
+    {
+        Editor editor;
+        const QJsonObject picture{{"ID", 1}, {"Type", 2}, {"X", 300}, {"Y", 300}};
+        editor.load(QJsonArray{picture}, 10);
+        UIComponentBase* p = editor.component(1);
+        editor.scene->select(p);
+        const QPointF from = Editor::handlePoint(p->handleAt(4));
+        editor.press(from);
+        editor.move(from + QPointF(40, 10));
+        QCOMPARE(QSize(p->width, p->height), QSize(140, 110));
+        QTest::keyPress(editor.view, Qt::Key_Shift);
+        QCOMPARE(QSize(p->width, p->height), QSize(140, 140));
+        QTest::keyRelease(editor.view, Qt::Key_Shift);
+        QCOMPARE(QSize(p->width, p->height), QSize(140, 110));
+        editor.move(from + QPointF(60, 10), Qt::ShiftModifier);
+        QCOMPARE(QSize(p->width, p->height), QSize(160, 160));
+        editor.release(from + QPointF(60, 10), Qt::ShiftModifier);
+        QCOMPARE(p->data().value("ScaleY").toDouble(), 1.6);
+
+        const QPointF side = Editor::handlePoint(p->handleAt(3));
+        editor.press(side);
+        editor.move(side + QPointF(20, 30), Qt::ShiftModifier);
+        QTest::keyPress(editor.view, Qt::Key_Shift);
+        QCOMPARE(QSize(p->width, p->height), QSize(180, 160));
+        QTest::keyRelease(editor.view, Qt::Key_Shift);
+        editor.release(side + QPointF(20, 30));
+        checkIdle(editor.scene);
+    }
+
+    // Ctrl pressed and released in the middle of a drag: free while held,
+    // snapping again after.
+    void ctrlDuringADragTogglesSnapping()
+    {
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100)}, 10);
+        UIComponentBase* c = editor.component(1);
+        const QPointF from = c->absoluteItemPosition();
+        editor.press(from);
+        editor.move(QPointF(404, 200));
+        QCOMPARE(stored(c).x(), 408);
+        QTest::keyPress(editor.view, Qt::Key_Control);
+        QVERIFY(editor.scene->guideLines.isEmpty());
+        editor.move(QPointF(405, 200));
+        QCOMPARE(stored(c).x(), 405);
+        QTest::keyRelease(editor.view, Qt::Key_Control);
+        editor.move(QPointF(406, 200));
+        QCOMPARE(stored(c).x(), 408);
+        editor.release(QPointF(406, 200));
+        QCOMPARE(stored(c).x(), 408);
+    }
+
+    // The rotation handle turns the component to the mouse's direction from
+    // its centre, clockwise from straight up; the saved "Rotation" is a whole
+    // number from 0 to 359 however often the mouse goes round, and with
+    // Shift the nearest multiple of 10 (a tie at 5 going down, 357 to 360,
+    // which is saved as 0).
+    void rotationFollowsTheMouseRound()
+    {
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 400, 300, 100, 100, -370), shape(2, 700, 300, 50, 50, 370)}, 10);
+        UIComponentBase* c = editor.component(1);
+        QCOMPARE(c->data().value("Rotation").toInt(), -10);
+        QCOMPARE(editor.component(2)->data().value("Rotation").toInt(), 10);
+        editor.scene->select(c);
+        const QPointF centre(400, 300);
+        const QPointF from = Editor::handlePoint(c->handleAt(ResizeComponentButtonSprite::rotationIndex));
+        editor.press(from);
+        QCOMPARE(c->interactionState, 2);
+        const QCursor* cursor = QApplication::overrideCursor();
+        QVERIFY(cursor);
+        QCOMPARE(cursor->pixmap().size(), QSize(24, 24));
+        QCOMPARE(cursor->hotSpot(), QPoint(12, 12));
+        auto turnTo = [&](const QPointF& offset, int expected, Qt::KeyboardModifiers mods = Qt::NoModifier) {
+            editor.move(centre + offset, mods);
+            QCOMPARE(c->data().value("Rotation").toInt(), expected);
+        };
+        turnTo(QPointF(100, 0), 90);
+        turnTo(QPointF(0, 100), 180);
+        turnTo(QPointF(-100, 0), 270);
+        turnTo(QPointF(-100, -100), 315);
+        turnTo(QPointF(0, -100), 0);
+        turnTo(QPointF(100, -100), 45);
+        turnTo(QPointF(100, 0), 90);
+        turnTo(QPointF(-100, 0), 270);
+        turnTo(QPointF(-5, -100), 357);
+        // Shift alone sends no mouse move: the next move applies it.
+        turnTo(QPointF(-5, -101), 0, Qt::ShiftModifier);
+        turnTo(QPointF(100, -100), 40, Qt::ShiftModifier);
+        turnTo(QPointF(-100, -100), 310, Qt::ShiftModifier);
+        turnTo(QPointF(100, 90), 130, Qt::ShiftModifier);
+        // The resize cursors follow the turn: at 130 degrees the top-left
+        // handle points along the horizontal.
+        QCOMPARE(c->handleAt(0)->cursor().shape(), Qt::SizeHorCursor);
+        editor.release(centre + QPointF(100, 90), Qt::ShiftModifier);
+        QCOMPARE(c->data().value("Rotation").toInt(), 130);
+        QCOMPARE(c->rotation(), 130.0);
+        QCOMPARE(stored(c), QPoint(400, 300));
+        QCOMPARE(c->interactionState, 0);
+        checkIdle(editor.scene);
+        // The handles went round with it.
+        const QPointF turnedHandle = Editor::handlePoint(c->handleAt(ResizeComponentButtonSprite::rotationIndex));
+        QVERIFY(turnedHandle.x() > centre.x() && turnedHandle.y() > centre.y());
+    }
+
+    // A handle's cursor points along its direction at every rotation, also
+    // at negative ones; its octant is the rotation's eighth.
+    void handleCursorsFollowTheRotation_data()
+    {
+        QTest::addColumn<int>("rotation");
+        QTest::addColumn<int>("octant");
+        QTest::addColumn<int>("topLeft");
+        QTest::newRow("0") << 0 << 0 << int(Qt::SizeFDiagCursor);
+        QTest::newRow("21") << 21 << 0 << int(Qt::SizeFDiagCursor);
+        QTest::newRow("22") << 22 << 0 << int(Qt::SizeVerCursor);
+        QTest::newRow("90") << 90 << 2 << int(Qt::SizeBDiagCursor);
+        QTest::newRow("-45") << -45 << 7 << int(Qt::SizeHorCursor);
+        QTest::newRow("-370") << -370 << 7 << int(Qt::SizeFDiagCursor);
+        QTest::newRow("400") << 400 << 0 << int(Qt::SizeVerCursor);
+    }
+
+    void handleCursorsFollowTheRotation()
+    {
+        QFETCH(int, rotation);
+        QFETCH(int, octant);
+        QFETCH(int, topLeft);
+        Editor editor;
+        editor.load(QJsonArray{shape(1, 400, 300, 100, 100, rotation)}, 10);
+        UIComponentBase* c = editor.component(1);
+        editor.scene->select(c);
+        QCOMPARE(c->handleAt(0)->rotationOctant, octant);
+        QCOMPARE(int(c->handleAt(0)->cursor().shape()), topLeft);
+        // The opposite corner shows the same diagonal, the next side handle the next shape.
+        QCOMPARE(c->handleAt(4)->cursor().shape(), c->handleAt(0)->cursor().shape());
+        QVERIFY(c->handleAt(1)->cursor().shape() != c->handleAt(0)->cursor().shape());
+    }
+
+    // Which edges of the upright box a handle may snap: corners and sides go
+    // round with quarter turns.
+    void snapMasksGoRoundWithQuarterTurns()
+    {
+        using Sprite = ResizeComponentButtonSprite;
+        // Upright: top-left corner moves top and left, bottom-right bottom and right.
+        QCOMPARE(Sprite::snapMask(0, 0), 1 | 4);
+        QCOMPARE(Sprite::snapMask(4, 0), 2 | 8);
+        QCOMPARE(Sprite::snapMask(3, 0) & (4 | 8), 8);
+        // A quarter turn clockwise puts the top-left corner at the top right.
+        QCOMPARE(Sprite::snapMask(0, 90), 1 | 8);
+        QCOMPARE(Sprite::snapMask(0, 180), 2 | 8);
+        QCOMPARE(Sprite::snapMask(0, 270), 2 | 4);
+        QCOMPARE(Sprite::snapMask(0, -90), 2 | 4);
+        QCOMPARE(Sprite::snapMask(3, 90) & (1 | 2), 2);
+        QCOMPARE(Sprite::snapMask(7, 90) & (1 | 2), 1);
+    }
+};
+
+VELMORA_TEST_MAIN(TestManipulation, QApplication)
+#include "tst_manipulation.moc"
