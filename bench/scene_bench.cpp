@@ -1,7 +1,8 @@
 // Times the editor scene on a HUD of 500 components nested three deep:
-// loading it with its list, serialising it, clearing it, and a whole change
-// of HUD (store, clear, load) between two such HUDs. Prints the median of
-// several runs of each phase in milliseconds.
+// loading it with its list, serialising it, clearing it, a whole change of
+// HUD (store, clear, load) between two such HUDs, and each zoom step through
+// the whole range with the repaint of the view that follows it. Prints the
+// median of several runs of each phase in milliseconds.
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -111,9 +112,44 @@ int main(int argc, char** argv)
         QApplication::processEvents();
     }
 
+    // Every zoom step from 0.1 up to the largest zoom and back down, each
+    // followed by the view's repaint, with a component selected as in use.
+    scene->loadFromJson(first);
+    scene->select(scene->components.at(components / 2));
+    std::vector<double> stepIn, stepOut, allSteps;
+    for (int run = 0; run < runs; ++run) {
+        scene->setZoom(1);
+        editor.viewport()->repaint();
+        for (int previous = 0; previous != scene->zoom;) {
+            previous = scene->zoom;
+            timer.start();
+            scene->zoomIn();
+            editor.viewport()->repaint();
+            if (scene->zoom != previous) {
+                stepIn.push_back(timer.nsecsElapsed() / 1e6);
+                allSteps.push_back(stepIn.back());
+            }
+        }
+        for (int previous = 0; previous != scene->zoom;) {
+            previous = scene->zoom;
+            timer.start();
+            scene->zoomOut();
+            editor.viewport()->repaint();
+            if (scene->zoom != previous) {
+                stepOut.push_back(timer.nsecsElapsed() / 1e6);
+                allSteps.push_back(stepOut.back());
+            }
+        }
+    }
+    scene->clear();
+
     QTextStream out(stdout);
     out << "scene: " << components << " components, median of " << runs << " runs (ms)\n";
     out << "load " << median(load) << "  toJson " << median(toJson) << "  clear " << median(clear)
         << "  change " << median(change) << "\n";
+    out << "zoom: " << stepIn.size() / runs << " steps in and " << stepOut.size() / runs
+        << " out per run, with the repaint (ms)\n";
+    out << "step in " << median(stepIn) << "  step out " << median(stepOut) << "  slowest "
+        << *std::max_element(allSteps.begin(), allSteps.end()) << "\n";
     return 0;
 }

@@ -17,6 +17,8 @@
 
 class GameUIEditor;
 class GameUIEditorSceneHelperBase;
+class QGraphicsSceneWheelEvent;
+class QKeyEvent;
 class QMenu;
 class UIComponentBase;
 class UltimateTreeItem;
@@ -54,14 +56,27 @@ public:
     // The list's structure as an order array of component ids.
     QJsonArray orderFromList() const;
     void setScreenSize(int width, int height);
+    // The same, then the zoom that fits the new canvas into the view.
+    void setScreenSize(int width, int height, bool fit);
     void setFontNames(const QString& main, const QString& number, const QString& fallback);
 
     double zoomFactor() const { return zoom / 10.0; }
-    // Stores the zoom in tenths and tells every component.
-    void setZoom(int value);
+    // Stores the zoom in tenths, rebuilds the canvas at that size and tells
+    // every component; with keepCentre the view stays on the same spot.
+    void setZoom(int value, bool keepCentre = false);
     void updateSceneRect();
     void setBackgroundImage(const QPixmap& pixmap);
     void setDarkness(double value);
+    void setZoomCallback(const std::function<void(int, int)>& callback) { zoomStateChanged = callback; }
+    // Tells the zoom-state callback which zoom commands can run: (in, out),
+    // 1 for available and 2 for not.
+    void reportZoomState();
+    // Loads the canvas tile from the program's resources.
+    void loadTile();
+    // The canvas as the view shows it, at the present zoom, without frames,
+    // handles or guides; withBackground false leaves it transparent behind
+    // the components. Null when the canvas has no area or is too large.
+    QImage canvasImage(bool withBackground);
 
     // What the list and the context menu act on.
     void createAComponent(UIComponentBase* parent);
@@ -84,6 +99,20 @@ public:
     // The row text of a component: its "Name", or the translated "Component".
     static QString rowText(const QJsonObject& json);
 
+public slots:
+    void zoomIn();
+    void zoomOut();
+    void fitZoom();
+    // Applies the present zoom once more, as after a change of the items.
+    void refreshZoom(bool centre);
+    void centerOnScene();
+
+signals:
+    // The HUD changed in a way that leaves no undo step (a move by the arrow
+    // keys); the document still needs saving.
+    void changedWithoutUndo();
+
+public:
     // Hover bookkeeping and the undo bracket, called by the components.
     void hoverEnter(UIComponentBase* component);
     void hoverLeave();
@@ -137,8 +166,20 @@ protected:
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
     void drawBackground(QPainter* painter, const QRectF& rect) override;
+    void wheelEvent(QGraphicsSceneWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
+    // The editor's own keys: arrow moves, Delete, Ctrl+Q, Ctrl+X, Ctrl+C and
+    // Ctrl+V. True when the key was taken.
+    bool editorKeyPress(QKeyEvent* event);
+    // The part of the scene the view shows now.
+    QRectF visibleSceneRect() const;
+    // While an image of the canvas is drawn, the area behind the components
+    // stays as it is.
+    bool canvasHidden = false;
+
     // The kind's component from the helper, under its parent or in the scene.
     UIComponentBase* makeComponent(const QJsonObject& json, UIComponentBase* parent);
     UltimateTreeItem* makeRow(const QJsonObject& json, UIComponentBase* component);
