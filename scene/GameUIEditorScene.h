@@ -174,6 +174,8 @@ private:
     // The editor's own keys: arrow moves, Delete, Ctrl+Q, Ctrl+X, Ctrl+C and
     // Ctrl+V. True when the key was taken.
     bool editorKeyPress(QKeyEvent* event);
+    // Draws the canvas anew, past the view's cache of it.
+    void repaintCanvas();
     // The part of the scene the view shows now.
     QRectF visibleSceneRect() const;
     // While an image of the canvas is drawn, the area behind the components

@@ -66,6 +66,8 @@ struct Editor {
     {
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
+        // The first show fits the canvas; these cases work at zoom 1.0.
+        scene->setZoom(10);
     }
     QPoint at(const QPointF& scenePoint) const { return view->mapFromScene(scenePoint); }
     void click(const QPointF& scenePoint)
@@ -170,10 +172,14 @@ void checkConsistent(GameUIEditorScene* scene)
     QList<UIComponentBase*> expected;
     expectedStacking(scene, nullptr, expected);
     QList<UIComponentBase*> painted;
+    // The scene keeps no spatial index, and without one its list of all
+    // items, hidden ones included, isn't sorted by stacking; an index sorts it.
+    scene->setItemIndexMethod(QGraphicsScene::BspTreeIndex);
     for (QGraphicsItem* item : scene->items(Qt::AscendingOrder)) {
         if (auto* component = dynamic_cast<UIComponentBase*>(item))
             painted.append(component);
     }
+    scene->setItemIndexMethod(QGraphicsScene::NoIndex);
     QCOMPARE(painted, expected);
 }
 

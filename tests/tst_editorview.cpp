@@ -416,6 +416,23 @@ private slots:
         scene->setZoom(20);
         image = drawArea();
         QCOMPARE(at(image, 69, 49), QColor(Qt::red));
+
+        // On the screen the view's cached canvas follows a change of the
+        // darkness and of the picture at once.
+        editor.show();
+        auto shownMiddle = [&]() {
+            const QImage shown = editor.view->viewport()->grab().toImage();
+            return QColor(shown.pixel(editor.view->mapFromScene(scene->canvasRect.center())));
+        };
+        QCOMPARE(shownMiddle(), QColor(Qt::red));
+        scene->setDarkness(0.5);
+        QVERIFY2(shownMiddle().red() < 140, qPrintable(shownMiddle().name()));
+        QPixmap green(6, 4);
+        green.fill(Qt::green);
+        scene->setBackgroundImage(green);
+        QVERIFY(shownMiddle().green() < 140 && shownMiddle().green() > 100);
+        scene->setDarkness(0.0);
+        QCOMPARE(shownMiddle(), QColor(Qt::green));
     }
 
     void ctrlWheelZoomsAndTheWheelScrolls()
