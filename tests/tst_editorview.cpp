@@ -12,45 +12,21 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QHBoxLayout>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QPainter>
-#include <QProcess>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTextStream>
 #include <QWheelEvent>
 #include <QtTest>
 
 namespace {
 
-QJsonObject shape(int id, int x, int y, int w, int h)
-{
-    return QJsonObject{{"ID", id},
-                       {"Type", 1},
-                       {"Name", QStringLiteral("Shape %1").arg(id)},
-                       {"X", x},
-                       {"Y", y},
-                       {"ShapeData", QJsonObject{{"Width", w}, {"Height", h}}}};
-}
+using TestEnvironment::shape;
 
-// The canvas with its component list, as the main window holds them.
-struct Editor {
-    Editor()
+struct Editor : TestEnvironment::Canvas {
+    Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
     {
-        window.resize(1100, 760);
-        QHBoxLayout* layout = new QHBoxLayout(&window);
-        view = new GameUIEditor(&window);
-        list = new UltimateTreeWidget(&window);
-        layout->addWidget(view, 1);
-        layout->addWidget(list);
-        list->tree()->setRowHeight(20);
-        list->tree()->startView();
-        view->setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
-        view->bindList(list, nullptr, nullptr);
-        scene = view->editorScene();
-        scene->setScreenSize(816, 624);
         view->setZoomCallback([this](int in, int out) { states.append(qMakePair(in, out)); });
     }
     void show()
@@ -74,10 +50,6 @@ struct Editor {
         wheelAccepted = event.isAccepted();
     }
 
-    QWidget window;
-    GameUIEditor* view;
-    UltimateTreeWidget* list;
-    GameUIEditorScene* scene;
     QList<QPair<int, int>> states;
     bool wheelAccepted = false;
 };
@@ -112,22 +84,8 @@ bool transparent(const QImage& image, int x, int y)
     return qAlpha(image.pixel(x, y)) == 0;
 }
 
-struct CliResult {
-    int code = -1;
-    QString out;
-    QString err;
-};
-
-CliResult cli(const QStringList& arguments)
-{
-    CliResult result;
-    QTextStream out(&result.out);
-    QTextStream err(&result.err);
-    result.code = CommandLineTool::execute(QStringList{QStringLiteral("velmora-cli")} + arguments, out, err);
-    out.flush();
-    err.flush();
-    return result;
-}
+using TestEnvironment::CliResult;
+using TestEnvironment::runCli;
 
 // A project whose document holds the given HUD objects after an empty Map
 // and Battle HUD.
@@ -162,22 +120,20 @@ private slots:
         scene->setScreenSize(816, 624);
 
         // Upwards from the smallest zoom, and downwards from the largest.
-        scene->setZoom(1);
-        QList<int> up{1};
-        for (int i = 0; i < 25; ++i) {
-            scene->zoomIn();
-            if (scene->zoom != up.last())
-                up.append(scene->zoom);
-        }
-        QCOMPARE(up, (QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 14, 16, 18, 20, 24, 28, 32, 40, 50}));
-        scene->setZoom(59);
-        QList<int> down{59};
-        for (int i = 0; i < 25; ++i) {
-            scene->zoomOut();
-            if (scene->zoom != down.last())
-                down.append(scene->zoom);
-        }
-        QCOMPARE(down, (QList<int>{59, 49, 39, 31, 23, 19, 17, 15, 13, 11, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
+        auto walk = [&](int from, void (GameUIEditorScene::*step)()) {
+            scene->setZoom(from);
+            QList<int> seen{from};
+            for (int i = 0; i < 25; ++i) {
+                (scene->*step)();
+                if (scene->zoom != seen.last())
+                    seen.append(scene->zoom);
+            }
+            return seen;
+        };
+        QCOMPARE(walk(1, &GameUIEditorScene::zoomIn),
+                 (QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 14, 16, 18, 20, 24, 28, 32, 40, 50}));
+        QCOMPARE(walk(59, &GameUIEditorScene::zoomOut),
+                 (QList<int>{59, 49, 39, 31, 23, 19, 17, 15, 13, 11, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
 
         // The edges: 49 overshoots to 59 and stops there; the two paths
         // through 10 differ.
@@ -659,7 +615,7 @@ private slots:
     void renderWritesEveryHudAtTheZoom()
     {
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-sample"));
-        CliResult result = cli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out});
+        CliResult result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out});
         QVERIFY2(result.code == 0, qPrintable(result.err));
         QImage map(out + QStringLiteral("/Map HUD.png"));
         QImage battle(out + QStringLiteral("/Battle HUD.png"));
@@ -669,12 +625,12 @@ private slots:
 
         // The zoom scales the picture; only the named HUD is drawn.
         const QString zoomed = TestEnvironment::newFolder(QStringLiteral("render-zoomed"));
-        result = cli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), zoomed,
+        result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), zoomed,
                       QStringLiteral("--zoom"), QStringLiteral("1.5"), QStringLiteral("--hud"), QStringLiteral("Battle HUD")});
         QCOMPARE(result.code, 0);
         QCOMPARE(QImage(zoomed + QStringLiteral("/Battle HUD.png")).size(), QSize(1224, 936));
         QCOMPARE(QDir(zoomed).entryList(QDir::Files), QStringList{QStringLiteral("Battle HUD.png")});
-        result = cli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), zoomed,
+        result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), zoomed,
                       QStringLiteral("--zoom"), QStringLiteral("0.5"), QStringLiteral("--hud"), QStringLiteral("Map HUD")});
         QCOMPARE(QImage(zoomed + QStringLiteral("/Map HUD.png")).size(), QSize(408, 312));
 
@@ -701,7 +657,7 @@ private slots:
         }
 
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-missing-out"));
-        CliResult result = cli({QStringLiteral("render"), project, QStringLiteral("--out"), out});
+        CliResult result = runCli({QStringLiteral("render"), project, QStringLiteral("--out"), out});
         QVERIFY2(result.code == 0, qPrintable(result.err));
         // Without a font file the text falls back to the default font, and says so.
         QVERIFY2(result.out.contains(QStringLiteral("\"mplus-1m-regular.woff\" could not be loaded")), qPrintable(result.out));
@@ -715,7 +671,7 @@ private slots:
 
         // With the canvas: the HUD's own background, darkened; the tile where
         // a HUD has none.
-        result = cli({QStringLiteral("render"), project, QStringLiteral("--out"), out, QStringLiteral("--background")});
+        result = runCli({QStringLiteral("render"), project, QStringLiteral("--out"), out, QStringLiteral("--background")});
         QCOMPARE(result.code, 0);
         map = QImage(out + QStringLiteral("/Map HUD.png"));
         const QColor back(map.pixel(200, 10));
@@ -738,7 +694,7 @@ private slots:
                                 customHud(QStringLiteral("Last"))};
         const QString project = projectWithHuds(QStringLiteral("render-names"), custom);
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-names-out"));
-        const CliResult result = cli({QStringLiteral("render"), project, QStringLiteral("--out"), out});
+        const CliResult result = runCli({QStringLiteral("render"), project, QStringLiteral("--out"), out});
         // The HUD that can't be drawn is reported, the others are written.
         QCOMPARE(result.code, 1);
         QVERIFY2(result.err.contains(QStringLiteral("\"Broken\" could not be drawn")), qPrintable(result.err));
@@ -757,7 +713,7 @@ private slots:
     {
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-refused"));
         // A HUD name the project doesn't have: nothing is written, the HUDs are named.
-        CliResult result = cli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"),
+        CliResult result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"),
                                 out, QStringLiteral("--hud"), QStringLiteral("Shop HUD")});
         QCOMPARE(result.code, 1);
         QVERIFY(result.err.contains(QStringLiteral("no HUD named \"Shop HUD\"")));
@@ -768,13 +724,13 @@ private slots:
         const QString file = out + QStringLiteral("/plain-file");
         TestEnvironment::writeFile(file, "x");
         for (const QString& target : {file, file + QStringLiteral("/below")}) {
-            result = cli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), target});
+            result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), target});
             QCOMPARE(result.code, 1);
             QVERIFY2(result.err.startsWith(QStringLiteral("velmora-cli: ")), qPrintable(result.err));
         }
 
         // Not a project.
-        result = cli({QStringLiteral("render"), out, QStringLiteral("--out"), out});
+        result = runCli({QStringLiteral("render"), out, QStringLiteral("--out"), out});
         QCOMPARE(result.code, 1);
 
         // Usage errors: one line, exit 2.
@@ -791,29 +747,11 @@ private slots:
              QStringLiteral("--hud")},
             {QStringLiteral("check"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--background")}};
         for (const QStringList& arguments : usage) {
-            result = cli(arguments);
+            result = runCli(arguments);
             QCOMPARE(result.code, 2);
             QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
         }
-        QVERIFY(cli({QStringLiteral("--help")}).out.contains(QStringLiteral("render PROJECT --out DIR")));
-    }
-
-    void renderRunsWithoutDisplay()
-    {
-        const QString out = TestEnvironment::newFolder(QStringLiteral("render-process"));
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove(QStringLiteral("DISPLAY"));
-        environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
-        process.setProcessEnvironment(environment);
-        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"),
-                      {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out,
-                       QStringLiteral("--zoom"), QStringLiteral("2")});
-        QVERIFY(process.waitForFinished(60000));
-        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-        QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
-        QCOMPARE(QImage(out + QStringLiteral("/Map HUD.png")).size(), QSize(1632, 1248));
+        QVERIFY(runCli({QStringLiteral("--help")}).out.contains(QStringLiteral("render PROJECT --out DIR")));
     }
 };
 
