@@ -135,6 +135,20 @@ private slots:
         QCOMPARE(walk(59, &GameUIEditorScene::zoomOut),
                  (QList<int>{59, 49, 39, 31, 23, 19, 17, 15, 13, 11, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
 
+        // Single steps at the borders of the table's ranges.
+        const QList<QPair<int, int>> in{{19, 21}, {20, 24}, {29, 33}, {30, 38}, {39, 47}, {40, 50}};
+        const QList<QPair<int, int>> out{{10, 9}, {20, 18}, {21, 17}, {30, 26}, {31, 23}, {40, 32}, {41, 31}};
+        for (const auto& step : in) {
+            scene->setZoom(step.first);
+            scene->zoomIn();
+            QCOMPARE(scene->zoom, step.second);
+        }
+        for (const auto& step : out) {
+            scene->setZoom(step.first);
+            scene->zoomOut();
+            QCOMPARE(scene->zoom, step.second);
+        }
+
         // The edges: 49 overshoots to 59 and stops there; the two paths
         // through 10 differ.
         bare.states.clear();
@@ -615,27 +629,21 @@ private slots:
     void renderWritesEveryHudAtTheZoom()
     {
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-sample"));
-        CliResult result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out});
+        CliResult result = render(Sample, out);
         QVERIFY2(result.code == 0, qPrintable(result.err));
-        QImage map(out + QStringLiteral("/Map HUD.png"));
-        QImage battle(out + QStringLiteral("/Battle HUD.png"));
-        QCOMPARE(map.size(), QSize(816, 624));
-        QCOMPARE(battle.size(), QSize(816, 624));
-        QVERIFY(result.out.contains(QStringLiteral("Map HUD.png")));
+        QCOMPARE(QImage(out + "/Map HUD.png").size(), QSize(816, 624));
+        QCOMPARE(QImage(out + "/Battle HUD.png").size(), QSize(816, 624));
+        QVERIFY(result.out.contains("Map HUD.png"));
 
         // The zoom scales the picture; only the named HUD is drawn.
         const QString zoomed = TestEnvironment::newFolder(QStringLiteral("render-zoomed"));
-        result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), zoomed,
-                      QStringLiteral("--zoom"), QStringLiteral("1.5"), QStringLiteral("--hud"), QStringLiteral("Battle HUD")});
-        QCOMPARE(result.code, 0);
-        QCOMPARE(QImage(zoomed + QStringLiteral("/Battle HUD.png")).size(), QSize(1224, 936));
-        QCOMPARE(QDir(zoomed).entryList(QDir::Files), QStringList{QStringLiteral("Battle HUD.png")});
-        result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), zoomed,
-                      QStringLiteral("--zoom"), QStringLiteral("0.5"), QStringLiteral("--hud"), QStringLiteral("Map HUD")});
-        QCOMPARE(QImage(zoomed + QStringLiteral("/Map HUD.png")).size(), QSize(408, 312));
-
+        QCOMPARE(render(Sample, zoomed, {"--zoom", "1.5", "--hud", "Battle HUD"}).code, 0);
+        QCOMPARE(QImage(zoomed + "/Battle HUD.png").size(), QSize(1224, 936));
+        QCOMPARE(QDir(zoomed).entryList(QDir::Files), QStringList{"Battle HUD.png"});
+        render(Sample, zoomed, {"--zoom", "0.5", "--hud", "Map HUD"});
+        QCOMPARE(QImage(zoomed + "/Map HUD.png").size(), QSize(408, 312));
         // The project itself is never written.
-        QVERIFY(!QFile::exists(QStringLiteral(VELMORA_SAMPLE_PROJECT "/data/plugin/VelmoraHUD.json")));
+        QVERIFY(!QFile::exists(Sample + "/data/plugin/VelmoraHUD.json"));
     }
 
     void renderDrawsComponentsAndTheCanvasOnRequest()
@@ -647,40 +655,31 @@ private slots:
         const QString project = projectWithHuds(QStringLiteral("render-missing"), QJsonArray(), components);
         QPixmap picture(4, 4);
         picture.fill(Qt::blue);
-        const QString backgroundFile = TestEnvironment::newFolder(QStringLiteral("pictures")) + QStringLiteral("/Back.png");
+        const QString backgroundFile = TestEnvironment::newFolder(QStringLiteral("pictures")) + "/Back.png";
         QVERIFY(picture.save(backgroundFile));
-        {
-            SettingsStore store;
-            store.setValue(QStringLiteral("Backgrounds"),
-                           QVariantMap{{QDir(project).absolutePath(), QStringList{backgroundFile, QString()}}});
-            store.setValue(QStringLiteral("BackgroundDarken"), 0.5);
-        }
+        SettingsStore().setValue("Backgrounds", QVariantMap{{QDir(project).absolutePath(), QStringList{backgroundFile, ""}}});
+        SettingsStore().setValue("BackgroundDarken", 0.5);
 
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-missing-out"));
-        CliResult result = runCli({QStringLiteral("render"), project, QStringLiteral("--out"), out});
+        CliResult result = render(project, out);
         QVERIFY2(result.code == 0, qPrintable(result.err));
         // Without a font file the text falls back to the default font, and says so.
-        QVERIFY2(result.out.contains(QStringLiteral("\"mplus-1m-regular.woff\" could not be loaded")), qPrintable(result.out));
-        QImage map(out + QStringLiteral("/Map HUD.png"));
+        QVERIFY2(result.out.contains("\"mplus-1m-regular.woff\" could not be loaded"), qPrintable(result.out));
+        QImage map(out + "/Map HUD.png");
         QCOMPARE(map.size(), QSize(400, 300));
         // Both components are drawn where they stand; the rest is transparent.
-        QVERIFY(qAlpha(map.pixel(100, 80)) > 0);
-        QVERIFY(qAlpha(map.pixel(300, 200)) > 0);
-        QCOMPARE(qAlpha(map.pixel(200, 10)), 0);
-        QCOMPARE(qAlpha(map.pixel(399, 299)), 0);
+        QVERIFY(qAlpha(map.pixel(100, 80)) > 0 && qAlpha(map.pixel(300, 200)) > 0);
+        QVERIFY(qAlpha(map.pixel(200, 10)) == 0 && qAlpha(map.pixel(399, 299)) == 0);
 
-        // With the canvas: the HUD's own background, darkened; the tile where
-        // a HUD has none.
-        result = runCli({QStringLiteral("render"), project, QStringLiteral("--out"), out, QStringLiteral("--background")});
-        QCOMPARE(result.code, 0);
-        map = QImage(out + QStringLiteral("/Map HUD.png"));
+        // With the canvas: the HUD's own background, darkened but for the
+        // last row and column; the tile where a HUD has none.
+        QCOMPARE(render(project, out, {"--background"}).code, 0);
+        map = QImage(out + "/Map HUD.png");
         const QColor back(map.pixel(200, 10));
         QVERIFY2(back.red() == 0 && qAbs(back.blue() - 128) <= 2 && back.alpha() == 255, qPrintable(back.name()));
         QCOMPARE(QColor(map.pixel(399, 299)), QColor(Qt::blue));
-        const QImage battle(out + QStringLiteral("/Battle HUD.png"));
-        QCOMPARE(qAlpha(battle.pixel(5, 5)), 255);
-        QVERIFY(QColor(battle.pixel(5, 5)) != QColor(Qt::blue));
-        QVERIFY(!QFile::exists(project + QStringLiteral("/data/plugin/VelmoraHUD.json.bak")));
+        const QImage battle(out + "/Battle HUD.png");
+        QVERIFY(qAlpha(battle.pixel(5, 5)) == 255 && QColor(battle.pixel(5, 5)) != QColor(Qt::blue));
     }
 
     void renderNamesFilesSafelyAndGoesOnAfterAFailure()
@@ -688,23 +687,20 @@ private slots:
         QJsonObject broken = customHud(QStringLiteral("Broken"));
         broken.insert("IsHUD", false);
         broken.insert("Width", 0);
-        const QJsonArray custom{customHud(QStringLiteral("A/B")), customHud(QStringLiteral("A:B")),
-                                customHud(QStringLiteral("a_b")), customHud(QStringLiteral("con")),
-                                customHud(QStringLiteral(" .hidden. ")), customHud(QString()), broken,
-                                customHud(QStringLiteral("Last"))};
-        const QString project = projectWithHuds(QStringLiteral("render-names"), custom);
+        QJsonArray custom;
+        for (const char* name : {"A/B", "A:B", "a_b", "con", " .hidden. ", ""})
+            custom.append(customHud(QString::fromUtf8(name)));
+        custom.append(broken);
+        custom.append(customHud(QStringLiteral("Last")));
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-names-out"));
-        const CliResult result = runCli({QStringLiteral("render"), project, QStringLiteral("--out"), out});
+        const CliResult result = render(projectWithHuds(QStringLiteral("render-names"), custom), out);
         // The HUD that can't be drawn is reported, the others are written.
         QCOMPARE(result.code, 1);
-        QVERIFY2(result.err.contains(QStringLiteral("\"Broken\" could not be drawn")), qPrintable(result.err));
+        QVERIFY2(result.err.contains("\"Broken\" could not be drawn"), qPrintable(result.err));
         QStringList files = QDir(out).entryList(QDir::Files | QDir::Hidden);
+        QStringList expected{"A_B.png", "A_B (2).png", "a_b (3).png", "con_.png",      "_hidden.png",
+                             "HUD.png", "Last.png",    "Map HUD.png", "Battle HUD.png"};
         files.sort();
-        QStringList expected{QStringLiteral("A_B.png"),      QStringLiteral("A_B (2).png"),
-                             QStringLiteral("a_b (3).png"),  QStringLiteral("con_.png"),
-                             QStringLiteral("_hidden.png"),  QStringLiteral("HUD.png"),
-                             QStringLiteral("Last.png"),     QStringLiteral("Map HUD.png"),
-                             QStringLiteral("Battle HUD.png")};
         expected.sort();
         QCOMPARE(files, expected);
     }
@@ -713,45 +709,39 @@ private slots:
     {
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-refused"));
         // A HUD name the project doesn't have: nothing is written, the HUDs are named.
-        CliResult result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"),
-                                out, QStringLiteral("--hud"), QStringLiteral("Shop HUD")});
+        CliResult result = render(Sample, out, {"--hud", "Shop HUD"});
         QCOMPARE(result.code, 1);
-        QVERIFY(result.err.contains(QStringLiteral("no HUD named \"Shop HUD\"")));
-        QVERIFY(result.err.contains(QStringLiteral("\"Map HUD\", \"Battle HUD\"")));
+        QVERIFY(result.err.contains("no HUD named \"Shop HUD\"; its HUDs are: \"Map HUD\", \"Battle HUD\""));
         QVERIFY(QDir(out).entryList(QDir::Files).isEmpty());
-
-        // An output folder that can't be made or written.
-        const QString file = out + QStringLiteral("/plain-file");
+        // An output folder that can't be made or written, and no project.
+        const QString file = out + "/plain-file";
         TestEnvironment::writeFile(file, "x");
-        for (const QString& target : {file, file + QStringLiteral("/below")}) {
-            result = runCli({QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), target});
-            QCOMPARE(result.code, 1);
-            QVERIFY2(result.err.startsWith(QStringLiteral("velmora-cli: ")), qPrintable(result.err));
-        }
-
-        // Not a project.
-        result = runCli({QStringLiteral("render"), out, QStringLiteral("--out"), out});
-        QCOMPARE(result.code, 1);
+        for (const QString& target : {file, file + "/below"})
+            QCOMPARE(render(Sample, target).code, 1);
+        QCOMPARE(render(out, out).code, 1);
 
         // Usage errors: one line, exit 2.
-        const QList<QStringList> usage{
-            {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT)},
-            {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out")},
-            {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out,
-             QStringLiteral("--zoom"), QStringLiteral("6")},
-            {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out,
-             QStringLiteral("--zoom"), QStringLiteral("0.25")},
-            {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out,
-             QStringLiteral("--zoom"), QStringLiteral("big")},
-            {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out,
-             QStringLiteral("--hud")},
-            {QStringLiteral("check"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--background")}};
+        const QList<QStringList> usage{{"render", Sample},
+                                       {"render", Sample, "--out"},
+                                       {"render", Sample, "--out", out, "--zoom", "6"},
+                                       {"render", Sample, "--out", out, "--zoom", "0.25"},
+                                       {"render", Sample, "--out", out, "--zoom", "big"},
+                                       {"render", Sample, "--out", out, "--hud"},
+                                       {"check", Sample, "--background"}};
         for (const QStringList& arguments : usage) {
             result = runCli(arguments);
             QCOMPARE(result.code, 2);
             QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
         }
-        QVERIFY(runCli({QStringLiteral("--help")}).out.contains(QStringLiteral("render PROJECT --out DIR")));
+        QVERIFY(runCli({"--help"}).out.contains("render PROJECT --out DIR"));
+    }
+
+private:
+    const QString Sample = QStringLiteral(VELMORA_SAMPLE_PROJECT);
+
+    static CliResult render(const QString& project, const QString& out, const QStringList& options = {})
+    {
+        return runCli(QStringList{"render", project, "--out", out} + options);
     }
 };
 
