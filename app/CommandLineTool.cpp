@@ -2,7 +2,9 @@
 
 #include "app/HudDocument.h"
 #include "app/JsonFile.h"
+#include "app/PathManager.h"
 #include "app/ProjectData.h"
+#include "app/SettingsStore.h"
 #include "app/Startup.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
@@ -11,10 +13,13 @@
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
-
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QImageWriter>
 #include <QJsonArray>
+#include <QPixmap>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTextStream>
 
 #include <cstdio>
@@ -40,6 +45,17 @@ const char* const Usage =
     "                              turn and passes through the editor's canvas before\n"
     "                              the save, as when a user clicks through every HUD\n"
     "                              and saves (no window is shown).\n"
+    "  render PROJECT --out DIR [--hud NAME] [--zoom Z] [--background]\n"
+    "                              Draws every HUD of the project as the editor's\n"
+    "                              canvas shows it, without selection frames or\n"
+    "                              handles, into DIR/<HUD name>.png. --hud draws only\n"
+    "                              the HUD of that name (or ID); --zoom takes a factor\n"
+    "                              from 0.1 to 5.9 in steps of 0.1 (default 1); with\n"
+    "                              --background the canvas is drawn behind the\n"
+    "                              components (the HUD's background image set in the\n"
+    "                              editor, darkened as the editor shows it, or the\n"
+    "                              canvas tile), otherwise it stays transparent.\n"
+    "                              Exit 0 when every HUD was written, 1 otherwise.\n"
     "\n"
     "Options:\n"
     "  --help     Shows this text.\n"
@@ -112,6 +128,21 @@ int check(const QDir& folder, QTextStream& out)
     return Success;
 }
 
+// The editor's canvas with its component list, as the main window builds
+// them, never shown.
+struct OffscreenEditor {
+    explicit OffscreenEditor(QJsonObject* projectData)
+    {
+        list.tree()->startView();
+        editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), projectData);
+        editor.bindList(&list, nullptr, nullptr);
+    }
+    GameUIEditorScene* scene() { return editor.editorScene(); }
+
+    UltimateTreeWidget list;
+    GameUIEditor editor;
+};
+
 // Makes every HUD current in list order, through the canvas, as the editor
 // does on a change of HUD and on saving.
 void visitAll(const QDir& folder, QVector<HudEntry>& entries)
@@ -119,19 +150,189 @@ void visitAll(const QDir& folder, QVector<HudEntry>& entries)
     QJsonObject projectData;
     ProjectData::ScreenSize screen;
     ProjectData::load(folder, projectData, screen);
-    UltimateTreeWidget list;
-    list.tree()->startView();
-    GameUIEditor editor;
-    editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), &projectData);
-    editor.bindList(&list, nullptr, nullptr);
+    OffscreenEditor offscreen(&projectData);
     const QSize size(screen.width, screen.height);
     QJsonObject* previous = nullptr;
     for (HudEntry& entry : entries) {
-        HudDocument::switchScene(editor.editorScene(), previous, entry.type, &entry.object, size);
+        HudDocument::switchScene(offscreen.scene(), previous, entry.type, &entry.object, size);
         previous = &entry.object;
     }
     if (previous)
-        HudDocument::switchScene(editor.editorScene(), previous, 0, nullptr, size);
+        HudDocument::switchScene(offscreen.scene(), previous, 0, nullptr, size);
+}
+
+struct RenderOptions {
+    QString outputFolder;
+    QString hud;
+    int zoom = 10;
+    bool background = false;
+};
+
+// A HUD name as a file name that every common file system takes: no path
+// separators, reserved or control characters, no leading dot, no trailing
+// dot or blank, no device name of Windows, and not overly long.
+QString safeFileName(const QString& name)
+{
+    static const QString reserved = QStringLiteral("/\\:*?\"<>|");
+    QString safe;
+    for (const QChar c : name)
+        safe += c.unicode() < 0x20 || c.unicode() == 0x7f || reserved.contains(c) ? QLatin1Char('_') : c;
+    safe = safe.trimmed();
+    if (safe.size() > 120)
+        safe = safe.left(120).trimmed();
+    while (safe.endsWith(QLatin1Char('.')) || safe.endsWith(QLatin1Char(' ')))
+        safe.chop(1);
+    if (safe.startsWith(QLatin1Char('.')))
+        safe[0] = QLatin1Char('_');
+    if (safe.isEmpty())
+        return QStringLiteral("HUD");
+    static const QRegularExpression device(QStringLiteral("^(con|prn|aux|nul|com[1-9]|lpt[1-9])$"),
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (device.match(safe.section(QLatin1Char('.'), 0, 0)).hasMatch())
+        safe += QLatin1Char('_');
+    return safe;
+}
+
+// The first of "name", "name (2)", "name (3)" ... not yet taken, compared
+// without case so that case-blind file systems keep every picture.
+QString numberedFileName(const QString& name, QSet<QString>& taken)
+{
+    QString candidate = name;
+    for (int n = 2; taken.contains(candidate.toLower()); ++n)
+        candidate = QStringLiteral("%1 (%2)").arg(name).arg(n);
+    taken.insert(candidate.toLower());
+    return candidate + QStringLiteral(".png");
+}
+
+// Loads the project's game fonts as the text components ask for them, and
+// says which can't be loaded: their text shows in the default font.
+void loadProjectFonts(const QDir& folder, const QJsonObject& system, GameUIEditorScene* scene, QTextStream& out)
+{
+    const QJsonObject advanced = system.value(QStringLiteral("advanced")).toObject();
+    const QString main = advanced.value(QStringLiteral("mainFontFilename")).toString();
+    const QString number = advanced.value(QStringLiteral("numberFontFilename")).toString();
+    const QString fallback = advanced.value(QStringLiteral("fallbackFonts")).toString();
+    const QDir fonts(folder.absoluteFilePath(QStringLiteral("fonts")));
+    for (const QString& name : {main, number}) {
+        if (name.isEmpty())
+            continue;
+        PathManager::getFont(name, fonts, false);
+        if (PathManager::loadedFontFamily(name).isEmpty())
+            out << "Font \"" << name << "\" could not be loaded; its text is drawn in the default font\n";
+    }
+    scene->setFontNames(main, number, fallback);
+}
+
+int render(const QDir& folder, const RenderOptions& options, QTextStream& out, QTextStream& err)
+{
+    QJsonObject projectData;
+    ProjectData::ScreenSize screen;
+    QStringList problems;
+    if (!ProjectData::load(folder, projectData, screen, &problems)) {
+        err << "velmora-cli: " << QDir::toNativeSeparators(folder.absolutePath())
+            << " is not a usable RPG Maker MZ project\n";
+        for (const QString& problem : qAsConst(problems))
+            err << "  " << problem << "\n";
+        return Failure;
+    }
+    const QStringList backgrounds = options.background ? HudDocument::storedBackgrounds(folder) : QStringList();
+    const HudDocument document = HudDocument::load(folder, backgrounds);
+    const QString documentPath = JsonFile::pluginPath(folder, HudDocument::FileName);
+    if (document.damagedFile && document.fromTemplates) {
+        err << "velmora-cli: " << QDir::toNativeSeparators(documentPath) << " can't be used as a HUD document ("
+            << document.damage << ")\n";
+        return Failure;
+    }
+    if (document.damagedFile)
+        out << document.damageNotice() << "\n";
+    else if (document.fromTemplates)
+        out << "The project has no HUD document yet; its HUDs are those a new project starts with\n";
+
+    QVector<const HudEntry*> chosen;
+    QStringList names;
+    for (const HudEntry& entry : document.entries) {
+        const QString name = HudDocument::displayName(entry.type, entry.object);
+        names.append(name);
+        if (options.hud.isEmpty() || options.hud == name
+            || options.hud == entry.object.value(HudDocument::KeyId).toString())
+            chosen.append(&entry);
+    }
+    if (chosen.isEmpty()) {
+        if (options.hud.isEmpty())
+            err << "velmora-cli: the project has no HUD to draw\n";
+        else
+            err << "velmora-cli: the project has no HUD named \"" << options.hud << "\"; its HUDs are: \""
+                << names.join(QStringLiteral("\", \"")) << "\"\n";
+        return Failure;
+    }
+
+    const QString outputPath = QFileInfo(options.outputFolder).absoluteFilePath();
+    const QFileInfo outputInfo(outputPath);
+    if (outputInfo.exists() && !outputInfo.isDir()) {
+        err << "velmora-cli: " << QDir::toNativeSeparators(outputPath) << " is a file, not a folder\n";
+        return Failure;
+    }
+    if (!QDir().mkpath(outputPath) || !QFileInfo(outputPath).isWritable()) {
+        err << "velmora-cli: can't write into the folder " << QDir::toNativeSeparators(outputPath) << "\n";
+        return Failure;
+    }
+    const QDir output(outputPath);
+
+    // Pictures and fonts are looked up in the project, as in the editor.
+    const QDir* previousProject = PathManager::projectDirectory();
+    PathManager::setProjectDirectory(&folder);
+    PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+    int failures = 0;
+    {
+        OffscreenEditor offscreen(&projectData);
+        GameUIEditorScene* scene = offscreen.scene();
+        scene->loadTile();
+        if (options.background)
+            scene->setDarkness(SettingsStore().value(QStringLiteral("BackgroundDarken"), 0.0).toDouble());
+        loadProjectFonts(folder, projectData.value(QStringLiteral("System.json")).toObject(), scene, out);
+        scene->setZoom(options.zoom);
+
+        QSet<QString> taken;
+        for (const HudEntry* entry : qAsConst(chosen)) {
+            const QString name = HudDocument::displayName(entry->type, entry->object);
+            const QString file = output.absoluteFilePath(numberedFileName(safeFileName(name), taken));
+            HudDocument::switchScene(scene, nullptr, entry->type, &entry->object, QSize(screen.width, screen.height));
+            QPixmap background;
+            const QString backgroundPath = entry->object.value(HudDocument::KeyBackground).toString();
+            if (options.background && !backgroundPath.isEmpty()) {
+                background = QPixmap(backgroundPath);
+                if (background.isNull())
+                    out << "HUD \"" << name << "\": its background image " << QDir::toNativeSeparators(backgroundPath)
+                        << " can't be read; the canvas tile stands in\n";
+            }
+            scene->setBackgroundImage(background);
+            const int width = int(scene->canvasRect.width());
+            const int height = int(scene->canvasRect.height());
+            // Beyond this a picture is no use as a preview and may not fit in memory.
+            const bool drawable = width > 0 && height > 0 && width <= 32768 && height <= 32768;
+            const QImage image = drawable ? scene->canvasImage(options.background) : QImage();
+            if (image.isNull()) {
+                err << "velmora-cli: HUD \"" << name << "\" could not be drawn: a canvas of " << width << " x "
+                    << height << " pixels is " << (drawable ? "too large for memory" : "not drawable") << "\n";
+                ++failures;
+                continue;
+            }
+            QImageWriter writer(file, "png");
+            if (!writer.write(image)) {
+                err << "velmora-cli: HUD \"" << name << "\" could not be written to "
+                    << QDir::toNativeSeparators(file) << ": " << writer.errorString() << "\n";
+                ++failures;
+                continue;
+            }
+            out << "Wrote " << QDir::toNativeSeparators(file) << " (" << image.width() << " x " << image.height()
+                << ")\n";
+        }
+        scene->clear();
+    }
+    PathManager::setProjectDirectory(previousProject);
+    if (!previousProject)
+        PathManager::setGraphicsFolderHook(nullptr);
+    return failures == 0 ? Success : Failure;
 }
 
 int resave(const QDir& folder, const QString& output, bool visit, QTextStream& out, QTextStream& err)
@@ -178,24 +379,46 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     }
 
     const QString command = args.first();
-    if (command != QLatin1String("check") && command != QLatin1String("resave"))
+    const bool isResave = command == QLatin1String("resave");
+    const bool isRender = command == QLatin1String("render");
+    if (command != QLatin1String("check") && !isResave && !isRender)
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 
     QString project;
     QString output;
     bool outputGiven = false;
     bool visit = false;
+    bool hudGiven = false;
+    bool zoomGiven = false;
+    RenderOptions renderOptions;
     for (int i = 1; i < args.size(); ++i) {
         const QString& arg = args.at(i);
-        if (command == QLatin1String("resave") && arg == QLatin1String("--out")) {
+        if ((isResave || isRender) && arg == QLatin1String("--out")) {
+            const QString what = isRender ? QStringLiteral("--out takes one folder") : QStringLiteral("--out takes one file");
             if (i + 1 >= args.size() || outputGiven)
-                return usageError(err, QStringLiteral("--out takes one file"));
+                return usageError(err, what);
             output = args.at(++i);
             outputGiven = true;
             if (output.isEmpty())
-                return usageError(err, QStringLiteral("--out takes one file"));
-        } else if (command == QLatin1String("resave") && arg == QLatin1String("--visit-all")) {
+                return usageError(err, what);
+        } else if (isResave && arg == QLatin1String("--visit-all")) {
             visit = true;
+        } else if (isRender && arg == QLatin1String("--hud")) {
+            if (i + 1 >= args.size() || hudGiven || args.at(i + 1).isEmpty())
+                return usageError(err, QStringLiteral("--hud takes one HUD name"));
+            renderOptions.hud = args.at(++i);
+            hudGiven = true;
+        } else if (isRender && arg == QLatin1String("--zoom")) {
+            bool ok = false;
+            const double factor = i + 1 < args.size() && !zoomGiven ? args.at(i + 1).toDouble(&ok) : 0.0;
+            const int tenths = qRound(factor * 10);
+            if (!ok || tenths < 1 || tenths > 59 || qAbs(factor * 10 - tenths) > 1e-6)
+                return usageError(err, QStringLiteral("--zoom takes a factor from 0.1 to 5.9 in steps of 0.1"));
+            renderOptions.zoom = tenths;
+            zoomGiven = true;
+            ++i;
+        } else if (isRender && arg == QLatin1String("--background")) {
+            renderOptions.background = true;
         } else if (arg.startsWith(QLatin1String("--"))) {
             return usageError(err, QStringLiteral("unknown option '%1'").arg(arg));
         } else if (project.isNull()) {
@@ -206,6 +429,8 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     }
     if (project.isNull())
         return usageError(err, QStringLiteral("%1 needs a project").arg(command));
+    if (isRender && !outputGiven)
+        return usageError(err, QStringLiteral("render needs --out DIR"));
 
     QDir folder;
     if (!projectFolder(project, folder)) {
@@ -214,6 +439,14 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     }
     if (command == QLatin1String("check"))
         return check(folder, out);
+    if (isRender) {
+        if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
+            err << "velmora-cli: render needs the widget application\n";
+            return Failure;
+        }
+        renderOptions.outputFolder = output;
+        return render(folder, renderOptions, out, err);
+    }
     if (visit && !qobject_cast<QApplication*>(QCoreApplication::instance())) {
         err << "velmora-cli: --visit-all needs the widget application\n";
         return Failure;
@@ -223,15 +456,15 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
 
 int run(int argc, char** argv)
 {
-    // Visiting the HUDs runs the editor's canvas, which needs widgets; it
-    // never shows one, so no display is needed either.
-    bool visit = false;
+    // Visiting and drawing the HUDs run the editor's canvas, which needs
+    // widgets; it never shows one, so no display is needed either.
+    bool canvas = argc > 1 && qstrcmp(argv[1], "render") == 0;
     for (int i = 1; i < argc; ++i)
-        visit = visit || qstrcmp(argv[i], "--visit-all") == 0;
-    if (visit && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        canvas = canvas || qstrcmp(argv[i], "--visit-all") == 0;
+    if (canvas && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QScopedPointer<QCoreApplication> application(visit ? new QApplication(argc, argv)
-                                                       : new QCoreApplication(argc, argv));
+    QScopedPointer<QCoreApplication> application(canvas ? new QApplication(argc, argv)
+                                                        : new QCoreApplication(argc, argv));
     initVelmoraResources();
     QTextStream out(stdout);
     QTextStream err(stderr);

@@ -4,8 +4,8 @@
 
 class QTextStream;
 
-// velmora-cli: checks a project and rewrites its HUD document with the
-// editor's own code, without a display.
+// velmora-cli: checks a project, rewrites its HUD document and draws its
+// HUDs into pictures, with the editor's own code and without a display.
 namespace CommandLineTool {
 
 enum ExitCode { Success = 0, Failure = 1, UsageError = 2 };

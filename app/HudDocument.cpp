@@ -4,6 +4,7 @@
 
 #include "app/JsonFile.h"
 #include "app/PathManager.h"
+#include "app/SettingsStore.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -304,4 +305,10 @@ bool HudDocument::switchScene(GameUIEditorScene* scene, QJsonObject* previous, i
         scene->setScreenSize(screen.width(), screen.height());
     scene->loadFromJson(current->value(KeyHud).toArray());
     return sized;
+}
+
+QStringList HudDocument::storedBackgrounds(const QDir& projectDirectory)
+{
+    SettingsStore store;
+    return store.value(QStringLiteral("Backgrounds")).toMap().value(projectDirectory.absolutePath()).toStringList();
 }

@@ -63,6 +63,10 @@ public:
     // project, one per entry.
     static HudDocument load(const QDir& projectDirectory, const QStringList& backgrounds = {});
 
+    // The editor-only background paths the settings store keeps for a
+    // project, one per entry of its document.
+    static QStringList storedBackgrounds(const QDir& projectDirectory);
+
     // Entries from a document root; backgrounds as for load().
     void setDocument(const QJsonObject& document, const QStringList& backgrounds);
 

@@ -91,6 +91,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     setupHudList();
     setupComponentList();
     editor->editorScene()->setScreenSize(screenWidth, screenHeight);
+    editor->editorScene()->loadTile();
     documentWatcher = new DocumentWatcher(this);
     connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &VelmoMainWindow::whenDocumentChangedOnDisk);
     autosaveTimer = new QTimer(this);
@@ -330,6 +331,8 @@ void VelmoMainWindow::setupComponentList()
         if (undo == 1)
             markChanged();
     });
+    // Arrow-key moves leave no undo step, yet they are unsaved work.
+    connect(editor->editorScene(), &GameUIEditorScene::changedWithoutUndo, this, &VelmoMainWindow::markChanged);
 }
 
 void VelmoMainWindow::fillHudRow(UltimateTreeItem* row)
@@ -584,10 +587,7 @@ bool VelmoMainWindow::loadProjectData(QStringList* problems)
 
 HudDocument VelmoMainWindow::readDocument() const
 {
-    SettingsStore store;
-    const QStringList backgrounds = store.value(QStringLiteral("Backgrounds")).toMap()
-                                        .value(projectDirectory.absolutePath()).toStringList();
-    return HudDocument::load(projectDirectory, backgrounds);
+    return HudDocument::load(projectDirectory, HudDocument::storedBackgrounds(projectDirectory));
 }
 
 bool VelmoMainWindow::loadHUDs()

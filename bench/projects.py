@@ -9,12 +9,15 @@ H x C in {10 x 50, 50 x 500}, then measures:
     and compact write of the same document, in process (velmora-bench-project);
   - velmora-cli check and resave of the 50 x 500 projects, as processes;
   - the editor's peak resident memory after opening the 50 x 500 project;
+  - velmora-cli render of every HUD of the 100 / 50 x 500 project at zoom 1
+    and 2, in total and per HUD;
   - Tiled against velmora-cli resave (bench/peer.sh).
 Prints one table of medians.
 
     python3 bench/projects.py BUILD RUNS
 """
 import os
+import shutil
 import statistics
 import subprocess
 import sys
@@ -71,6 +74,25 @@ def peak_resident_mb(build, project, env):
     return peak / 1024
 
 
+def render_table(build, runs, env):
+    """velmora-cli render of every HUD of the 50 x 500 project. Per HUD is the
+    total less the opening of the project (timed by check), divided by the
+    number of pictures written."""
+    cli = os.path.join(build, "bin", "velmora-cli")
+    project = project_path(build, 100, 50, 500)
+    out = os.path.join(build, "bench-render")
+    opening = median_ms([cli, "check", project], runs, env)
+    print("| project | zoom | HUDs drawn | total ms | per HUD ms |")
+    print("|---|---|---|---|---|")
+    for zoom in ("1", "2"):
+        shutil.rmtree(out, ignore_errors=True)
+        total = median_ms([cli, "render", project, "--out", out, "--zoom", zoom], runs, env)
+        drawn = len([name for name in os.listdir(out) if name.endswith(".png")])
+        print("| %s | %s | %d | %.0f | %.1f |" % (os.path.basename(project), zoom, drawn, total,
+                                                (total - opening) / max(drawn, 1)))
+    sys.stdout.flush()
+
+
 def main():
     build, runs = sys.argv[1], int(sys.argv[2])
     env = dict(os.environ, QT_QPA_PLATFORM="offscreen")
@@ -102,6 +124,8 @@ def main():
               % (name, row["data"], row["document"], row["first"], row["open"], row["change"], row["save"],
                  row["bare"], check, resave, peak))
     sys.stdout.flush()
+    print()
+    render_table(build, runs, env)
     print()
     subprocess.run(["bash", os.path.join(ROOT, "bench", "peer.sh"), str(runs),
                     project_path(build, 100, 10, 50), project_path(build, 100, 50, 500)], check=True,

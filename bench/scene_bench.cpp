@@ -1,7 +1,8 @@
 // Times the editor scene on a HUD of 500 components nested three deep:
-// loading it with its list, serialising it, clearing it, and a whole change
-// of HUD (store, clear, load) between two such HUDs. Prints the median of
-// several runs of each phase in milliseconds.
+// loading it with its list, serialising it, clearing it, a whole change of
+// HUD (store, clear, load) between two such HUDs, and each zoom step through
+// the whole range with the repaint of the view that follows it. Prints the
+// median of several runs of each phase in milliseconds.
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -14,6 +15,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <map>
 #include <vector>
 
 namespace {
@@ -111,9 +113,55 @@ int main(int argc, char** argv)
         QApplication::processEvents();
     }
 
+    // Every zoom step from 0.1 up, and from the largest zoom back down, each
+    // followed by the view's repaint, with a component selected as in use.
+    // Each step's time is its median over the runs, so that a run disturbed
+    // by another process doesn't decide the slowest step.
+    scene->loadFromJson(first);
+    scene->select(scene->components.at(components / 2));
+    std::map<std::pair<int, int>, std::vector<double>> steps;
+    auto walk = [&](int direction) {
+        for (int previous = 0; previous != scene->zoom;) {
+            previous = scene->zoom;
+            timer.start();
+            if (direction > 0)
+                scene->zoomIn();
+            else
+                scene->zoomOut();
+            editor.viewport()->repaint();
+            if (scene->zoom != previous)
+                steps[{direction, scene->zoom}].push_back(timer.nsecsElapsed() / 1e6);
+        }
+    };
+    for (int run = 0; run < runs; ++run) {
+        scene->setZoom(1);
+        editor.viewport()->repaint();
+        walk(1);
+        // Up the steps end at 5.0; down they start from the largest zoom.
+        scene->setZoom(59);
+        editor.viewport()->repaint();
+        walk(-1);
+    }
+    scene->clear();
+    std::vector<double> stepIn, stepOut;
+    double slowest = 0;
+    int slowestZoom = 0;
+    for (const auto& step : steps) {
+        const double time = median(step.second);
+        (step.first.first > 0 ? stepIn : stepOut).push_back(time);
+        if (time > slowest) {
+            slowest = time;
+            slowestZoom = step.first.second * step.first.first;
+        }
+    }
+
     QTextStream out(stdout);
     out << "scene: " << components << " components, median of " << runs << " runs (ms)\n";
     out << "load " << median(load) << "  toJson " << median(toJson) << "  clear " << median(clear)
         << "  change " << median(change) << "\n";
+    out << "zoom: " << stepIn.size() << " steps in and " << stepOut.size()
+        << " out, each with the repaint, median over the runs (ms)\n";
+    out << "step in " << median(stepIn) << "  step out " << median(stepOut) << "  slowest " << slowest
+        << (slowestZoom > 0 ? " (in to " : " (out to ") << qAbs(slowestZoom) / 10.0 << ")\n";
     return 0;
 }

@@ -6,15 +6,24 @@
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
+#include <QEvent>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 
 GameUIEditor::GameUIEditor(QWidget* parent) : QGraphicsView(parent), scene(new GameUIEditorScene(this, this))
 {
     setScene(scene);
+    // The canvas frame is drawn around the exposed part of the canvas, so
+    // every repaint covers the whole viewport.
     setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
     setCacheMode(QGraphicsView::CacheBackground);
+    // A resize keeps the spot the user looks at in the middle.
+    setResizeAnchor(QGraphicsView::AnchorViewCenter);
     setMouseTracking(true);
+    horizontalScrollBar()->installEventFilter(this);
+    verticalScrollBar()->installEventFilter(this);
+    scene->setZoom(initialZoom);
 
     contextMenu = new QMenu(this);
     auto add = [this](const char* icon, const char* text, void (GameUIEditor::*slot)()) {
@@ -49,9 +58,50 @@ GameUIEditor::~GameUIEditor()
 void GameUIEditor::showEvent(QShowEvent* event)
 {
     QGraphicsView::showEvent(event);
-    // The scroll margin depends on whether the canvas fits the viewport,
-    // known only once the view has its size.
-    scene->updateSceneRect();
+    // The first shows settle the window's layout: the scroll margin and the
+    // fitting zoom are known only once the viewport has its size.
+    if (showCount < 4) {
+        ++showCount;
+        scene->updateSceneRect();
+        scene->centerOnScene();
+        scene->fitZoom();
+    }
+}
+
+void GameUIEditor::resizeEvent(QResizeEvent* event)
+{
+    // Resizing the window neither fits the zoom nor re-centres the canvas;
+    // the base class only lays out the scroll bars and the background cache.
+    QGraphicsView::resizeEvent(event);
+}
+
+bool GameUIEditor::eventFilter(QObject* watched, QEvent* event)
+{
+    // The arrow keys belong to the selected component, never to a scroll bar.
+    if ((watched == horizontalScrollBar() || watched == verticalScrollBar()) && event->type() == QEvent::KeyPress
+        && scene->selectedComponent)
+        return true;
+    return QGraphicsView::eventFilter(watched, event);
+}
+
+void GameUIEditor::setZoomCallback(const std::function<void(int, int)>& callback)
+{
+    scene->setZoomCallback(callback);
+}
+
+void GameUIEditor::zoomIn()
+{
+    scene->zoomIn();
+}
+
+void GameUIEditor::zoomOut()
+{
+    scene->zoomOut();
+}
+
+void GameUIEditor::fitZoom()
+{
+    scene->fitZoom();
 }
 
 void GameUIEditor::setup(GameUIEditorSceneHelperBase* helper, QJsonObject* projectData)

@@ -3,6 +3,8 @@
 #include <QGraphicsView>
 #include <QJsonObject>
 
+#include <functional>
+
 class GameUIEditorScene;
 class GameUIEditorSceneHelperBase;
 class QMenu;
@@ -11,10 +13,9 @@ class UltimateTreeItem;
 class UltimateTreeWidget;
 
 // The view that shows the editor scene. It owns the scene and the canvas's
-// context menu, and receives the component list's signals.
-//
-// First form: the scene's host, its context menu and the list binding; zoom
-// commands, fitting and keyboard handling come with the rest of the view.
+// context menu, and receives the component list's signals. The scene draws
+// the canvas and handles zoom, wheel and keys; the view's own transform stays
+// the identity, since zoom is applied to the components' coordinates.
 class GameUIEditor : public QGraphicsView
 {
     Q_OBJECT
@@ -28,10 +29,18 @@ public:
     // Connects the component list to the slots below; removeButton is enabled
     // only while a row is current.
     void bindList(UltimateTreeWidget* list, QPushButton* addButton, QPushButton* removeButton);
+    // Receives (zoom in, zoom out) after every zoom: 1 available, 2 not.
+    void setZoomCallback(const std::function<void(int, int)>& callback);
 
     QMenu* contextMenu = nullptr;
 
+    // Zoom of a view just built; the first shows fit the canvas.
+    int initialZoom = 10;
+
 public slots:
+    void zoomIn();
+    void zoomOut();
+    void fitZoom();
     void createACenteredComponent();
     void createAComponent();
     void createAComponentChild();
@@ -51,9 +60,12 @@ public slots:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     GameUIEditorScene* scene;
+    int showCount = 0;
     QPushButton* addButton = nullptr;
     QPushButton* removeButton = nullptr;
 };

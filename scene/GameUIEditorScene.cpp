@@ -1,5 +1,6 @@
 #include "scene/GameUIEditorScene.h"
 
+#include "app/PathManager.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorSceneHelperBase.h"
 #include "scene/ResizeComponentButtonSprite.h"
@@ -14,12 +15,15 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsSceneWheelEvent>
 #include <QGraphicsView>
 #include <QIcon>
 #include <QJsonDocument>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -56,7 +60,13 @@ int countObjects(const QJsonArray& array)
 
 }
 
-GameUIEditorScene::GameUIEditorScene(GameUIEditor* owner, QObject* parent) : QGraphicsScene(parent), view(owner) {}
+GameUIEditorScene::GameUIEditorScene(GameUIEditor* owner, QObject* parent) : QGraphicsScene(parent), view(owner)
+{
+    // Every zoom step moves and resizes every item, which would rebuild a
+    // spatial index each time; a HUD's few hundred items are found faster by
+    // looking at each.
+    setItemIndexMethod(QGraphicsScene::NoIndex);
+}
 
 GameUIEditorScene::~GameUIEditorScene()
 {
@@ -376,15 +386,139 @@ void GameUIEditorScene::listCurrentItemChanged(UltimateTreeItem* current)
 
 // ---------------------------------------------------------------- canvas
 
-void GameUIEditorScene::setZoom(int value)
+namespace {
+
+// Zoom steps grow with the zoom, and the two directions change step at
+// different points: in from 9 goes to 10, out from 11 goes to 9.
+int zoomInStep(int zoom)
 {
+    if (zoom >= 50)
+        return 0;
+    if (zoom >= 40)
+        return 10;
+    if (zoom >= 30)
+        return 8;
+    if (zoom >= 20)
+        return 4;
+    if (zoom >= 10)
+        return 2;
+    return 1;
+}
+
+int zoomOutStep(int zoom)
+{
+    if (zoom < 2)
+        return 0;
+    if (zoom > 40)
+        return 10;
+    if (zoom > 30)
+        return 8;
+    if (zoom > 20)
+        return 4;
+    if (zoom > 10)
+        return 2;
+    return 1;
+}
+
+// The canvas fits when the viewport exceeds it by more than 25 pixels each way.
+bool fitsViewport(const QWidget* viewport, double width, double height)
+{
+    return viewport && viewport->width() > width + 25 && viewport->height() > height + 25;
+}
+
+}
+
+void GameUIEditorScene::setZoom(int value, bool keepCentre)
+{
+    QPointF centre;
+    if (keepCentre && view) {
+        const QPointF middle = view->mapToScene(view->viewport()->rect().center());
+        const QRectF area = sceneRect();
+        if (area.width() > 0 && area.height() > 0)
+            centre = QPointF((middle.x() + 1) / area.width(), (middle.y() + 1) / area.height());
+        else
+            keepCentre = false;
+    }
     zoom = value;
     updateSceneRect();
+    // Drops the cached background, drawn at the old size.
+    if (view)
+        view->setCacheMode(QGraphicsView::CacheNone);
+    update();
+    if (view)
+        view->setCacheMode(QGraphicsView::CacheBackground);
     for (QGraphicsItem* item : items()) {
-        if (auto* component = dynamic_cast<UIComponentBase*>(item))
+        if (UIComponentBase* component = qobject_cast<UIComponentBase*>(item->toGraphicsObject()))
             component->zoomChanged();
     }
-    update();
+    // Deleted components come back from undo at the zoom of that moment.
+    for (UIComponentBase* component : qAsConst(removedComponents))
+        component->zoomChanged();
+    if (keepCentre && view) {
+        const QRectF area = sceneRect();
+        view->centerOn(centre.x() * area.width(), centre.y() * area.height());
+    }
+}
+
+void GameUIEditorScene::reportZoomState()
+{
+    if (!zoomStateChanged)
+        return;
+    if (zoom < 2)
+        zoomStateChanged(1, 2);
+    else if (zoom < 50)
+        zoomStateChanged(1, 1);
+    else
+        zoomStateChanged(2, 1);
+}
+
+void GameUIEditorScene::zoomIn()
+{
+    const int step = zoomInStep(zoom);
+    if (step == 0)
+        return;
+    setZoom(zoom + step, true);
+    reportZoomState();
+}
+
+void GameUIEditorScene::zoomOut()
+{
+    const int step = zoomOutStep(zoom);
+    if (step == 0)
+        return;
+    setZoom(zoom - step, true);
+    reportZoomState();
+}
+
+void GameUIEditorScene::fitZoom()
+{
+    const QWidget* viewport = view ? view->viewport() : nullptr;
+    // A fit never enlarges beyond 2.0 and never shrinks below 0.2.
+    int fitting = 2;
+    for (int z = 20; z >= 3; --z) {
+        const double factor = z / 10.0;
+        if (fitsViewport(viewport, screenWidth * factor, screenHeight * factor)) {
+            fitting = z;
+            break;
+        }
+    }
+    setZoom(fitting, true);
+    reportZoomState();
+}
+
+void GameUIEditorScene::refreshZoom(bool centre)
+{
+    const int present = zoom;
+    setZoom(present - 1, false);
+    setZoom(present, false);
+    if (centre)
+        centerOnScene();
+}
+
+void GameUIEditorScene::centerOnScene()
+{
+    if (view)
+        view->centerOn(sceneRect().center());
 }
 
 void GameUIEditorScene::updateSceneRect()
@@ -393,10 +527,8 @@ void GameUIEditorScene::updateSceneRect()
     const int width = qMax(screenWidth, 0);
     const int height = qMax(screenHeight, 0);
     canvasRect = QRectF(0, 0, width * factor, height * factor);
-    const QGraphicsView* host = view;
-    const bool fits = host && host->viewport()->width() > canvasRect.width() + 25
-                      && host->viewport()->height() > canvasRect.height() + 25;
-    if (fits)
+    // A margin to scroll into only while the canvas doesn't fit.
+    if (fitsViewport(view ? view->viewport() : nullptr, canvasRect.width(), canvasRect.height()))
         setSceneRect(canvasRect);
     else
         setSceneRect(canvasRect.adjusted(-50, -50, 50, 50));
@@ -425,6 +557,13 @@ void GameUIEditorScene::setScreenSize(int width, int height)
     }
 }
 
+void GameUIEditorScene::setScreenSize(int width, int height, bool fit)
+{
+    setScreenSize(width, height);
+    if (fit)
+        fitZoom();
+}
+
 void GameUIEditorScene::setFontNames(const QString& main, const QString& number, const QString& fallback)
 {
     if (main == mainFontName && number == numberFontName && fallback == fallbackFontName)
@@ -441,7 +580,7 @@ void GameUIEditorScene::setFontNames(const QString& main, const QString& number,
 void GameUIEditorScene::setBackgroundImage(const QPixmap& pixmap)
 {
     backgroundImage = pixmap;
-    update();
+    repaintCanvas();
 }
 
 void GameUIEditorScene::setDarkness(double value)
@@ -449,22 +588,38 @@ void GameUIEditorScene::setDarkness(double value)
     if (qFuzzyCompare(1.0 + value, 1.0 + darkness))
         return;
     darkness = value;
-    update();
+    repaintCanvas();
+}
+
+void GameUIEditorScene::loadTile()
+{
+    tile = QImage(PathManager::resourcePath("resources/Editor/Tile.png"));
+    repaintCanvas();
+}
+
+void GameUIEditorScene::repaintCanvas()
+{
+    // The view keeps the background in a cache that a plain update leaves be.
+    invalidate(sceneRect().united(visibleSceneRect()), BackgroundLayer);
 }
 
 void GameUIEditorScene::drawBackground(QPainter* painter, const QRectF& rect)
 {
+    if (canvasHidden)
+        return;
     // Without a game screen there is no canvas to draw.
     if (screenWidth < 0 || screenHeight < 0) {
         QGraphicsScene::drawBackground(painter, rect);
         return;
     }
-    QBrush tileBrush = tile.isNull() ? QBrush(QColor(70, 70, 70), Qt::Dense4Pattern) : QBrush(tile);
+    const QBrush tileBrush = tile.isNull() ? QBrush(QColor(96, 96, 104)) : QBrush(tile);
+    // Beyond the canvas: the tile, half faded into black.
     painter->fillRect(rect, Qt::black);
     painter->save();
     painter->setOpacity(0.5);
     painter->fillRect(rect, tileBrush);
     painter->restore();
+
     const QRectF canvas(0, 0, int(canvasRect.width()), int(canvasRect.height()));
     const QRectF visible = rect.intersected(canvas);
     const QColor shadow(0, 0, 0, 125);
@@ -474,6 +629,15 @@ void GameUIEditorScene::drawBackground(QPainter* painter, const QRectF& rect)
         painter->fillRect(bottomShadow, shadow);
     if (!rightShadow.isEmpty())
         painter->fillRect(rightShadow, shadow);
+
+    // The frame hugs the exposed part of the canvas; the view repaints all of
+    // its viewport at once, so that part is always the whole visible canvas.
+    const double vx = visible.x(), vy = visible.y(), vw = visible.width(), vh = visible.height();
+    painter->fillRect(QRectF(vx - 1, vy - 1, vw + 2, 1), Qt::black);
+    painter->fillRect(QRectF(vx - 1, vy - 1, 1, vh + 2), Qt::black);
+    painter->fillRect(QRectF(vx - 1, vy + vh, vw + 2, 1), Qt::black);
+    painter->fillRect(QRectF(vx + vw, vy - 1, 1, vh + 2), Qt::black);
+
     if (!backgroundImage.isNull()) {
         painter->drawPixmap(canvas, backgroundImage, QRectF(backgroundImage.rect()));
         if (darkness > 0) {
@@ -483,8 +647,175 @@ void GameUIEditorScene::drawBackground(QPainter* painter, const QRectF& rect)
             painter->restore();
         }
     } else if (!visible.isEmpty()) {
-        painter->fillRect(visible, tile.isNull() ? QBrush(QColor(96, 96, 104)) : tileBrush);
+        painter->fillRect(visible, tileBrush);
     }
+}
+
+QImage GameUIEditorScene::canvasImage(bool withBackground)
+{
+    const QSize size(int(canvasRect.width()), int(canvasRect.height()));
+    if (size.isEmpty())
+        return QImage();
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return image;
+    image.fill(Qt::transparent);
+
+    // The picture shows the HUD, not the editing state around it.
+    QVector<bool> frames;
+    frames.reserve(components.size());
+    for (UIComponentBase* component : qAsConst(components)) {
+        frames.append(component->frameVisible);
+        component->frameVisible = false;
+        for (QGraphicsItem* handle : qAsConst(component->handles))
+            handle->setVisible(false);
+    }
+    const QVector<QLine> guides = guideLines;
+    guideLines.clear();
+    canvasHidden = !withBackground;
+    {
+        QPainter painter(&image);
+        render(&painter, QRectF(image.rect()), QRectF(QPointF(0, 0), QSizeF(size)), Qt::IgnoreAspectRatio);
+    }
+    canvasHidden = false;
+    guideLines = guides;
+    for (int i = 0; i < components.size(); ++i) {
+        components.at(i)->frameVisible = frames.at(i);
+        for (QGraphicsItem* handle : qAsConst(components.at(i)->handles))
+            handle->setVisible(true);
+    }
+    return image;
+}
+
+QRectF GameUIEditorScene::visibleSceneRect() const
+{
+    if (!view)
+        return sceneRect();
+    return view->mapToScene(view->viewport()->rect()).boundingRect();
+}
+
+void GameUIEditorScene::wheelEvent(QGraphicsSceneWheelEvent* event)
+{
+    // The wheel never reaches the scroll area's own handling, not even while
+    // it is switched off during a resize or rotation.
+    event->accept();
+    if (!wheelAllowed || !view)
+        return;
+    if ((event->modifiers() & Qt::ControlModifier) && wheelZoomAllowed) {
+        userZoomed = true;
+        if (event->delta() < 1)
+            zoomOut();
+        else
+            zoomIn();
+        return;
+    }
+    const QRectF before = visibleSceneRect();
+    // A sideways wheel (a touchpad) scrolls sideways too.
+    const bool horizontal = (event->modifiers() & Qt::ShiftModifier) || event->orientation() == Qt::Horizontal;
+    QScrollBar* bar = horizontal ? view->horizontalScrollBar() : view->verticalScrollBar();
+    bar->setValue(bar->value() - event->delta());
+    if (draggedComponent) {
+        // The dragged component follows the scroll so that it stays under the
+        // unchanged cursor.
+        const QPoint cursor = view->viewport()->mapFromGlobal(QCursor::pos());
+        dragStep(view->mapToScene(cursor));
+    }
+    update(before);
+    update(visibleSceneRect());
+}
+
+// ---------------------------------------------------------------- keyboard
+
+void GameUIEditorScene::keyPressEvent(QKeyEvent* event)
+{
+    if (manipulationKey(event, true))
+        return;
+    if (editorKeyPress(event)) {
+        event->accept();
+        return;
+    }
+    QGraphicsScene::keyPressEvent(event);
+}
+
+void GameUIEditorScene::keyReleaseEvent(QKeyEvent* event)
+{
+    if (manipulationKey(event, false))
+        return;
+    QGraphicsScene::keyReleaseEvent(event);
+}
+
+bool GameUIEditorScene::editorKeyPress(QKeyEvent* event)
+{
+    const bool control = event->modifiers() & Qt::ControlModifier;
+    const bool dragging = draggedComponent != nullptr;
+    UIComponentBase* selected = selectedComponent;
+    const bool idle = selected && selected->interactionState == 0;
+    const bool visible = selected && selected->isVisible();
+    const int key = event->key();
+
+    if (key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down) {
+        // With a component selected the arrows are the component's: they never
+        // scroll the view, whether or not the component can move just now.
+        if (!selected)
+            return false;
+        if (dragging || !idle || !visible)
+            return true;
+        const int step = control ? 10 : 1;
+        if (key == Qt::Key_Left)
+            selected->moveX(-step);
+        else if (key == Qt::Key_Right)
+            selected->moveX(step);
+        else if (key == Qt::Key_Up)
+            selected->moveY(-step);
+        else
+            selected->moveY(step);
+        emit changedWithoutUndo();
+        return true;
+    }
+    if (dragging)
+        return false;
+
+    enum Command { None, Delete, Hide, Cut, Copy, Paste } command = None;
+    if (key == Qt::Key_Delete)
+        command = Delete;
+    else if (control && key == Qt::Key_Q)
+        command = Hide;
+    else if (control && key == Qt::Key_X)
+        command = Cut;
+    else if (control && key == Qt::Key_C)
+        command = Copy;
+    else if (control && key == Qt::Key_V)
+        command = Paste;
+    if (command == None)
+        return false;
+    if (event->isAutoRepeat())
+        return true;
+    switch (command) {
+    case Delete:
+        if (visible && idle)
+            deleteAComponent();
+        break;
+    case Hide:
+        if (idle)
+            hideAComponent();
+        break;
+    case Cut:
+        if (visible && idle)
+            cutAComponent();
+        break;
+    case Copy:
+        if (visible && idle)
+            copyAComponent();
+        break;
+    case Paste:
+        if (view)
+            pastePosition = view->mapToScene(view->viewport()->mapFromGlobal(QCursor::pos()));
+        paste(nullptr);
+        break;
+    case None:
+        break;
+    }
+    return true;
 }
 
 // ---------------------------------------------------------------- mouse
@@ -1086,16 +1417,3 @@ bool GameUIEditorScene::manipulationKey(QKeyEvent* event, bool press)
     return false;
 }
 
-void GameUIEditorScene::keyPressEvent(QKeyEvent* event)
-{
-    if (manipulationKey(event, true))
-        return;
-    QGraphicsScene::keyPressEvent(event);
-}
-
-void GameUIEditorScene::keyReleaseEvent(QKeyEvent* event)
-{
-    if (manipulationKey(event, false))
-        return;
-    QGraphicsScene::keyReleaseEvent(event);
-}

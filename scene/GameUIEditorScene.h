@@ -17,6 +17,7 @@
 
 class GameUIEditor;
 class GameUIEditorSceneHelperBase;
+class QGraphicsSceneWheelEvent;
 class QKeyEvent;
 class QMenu;
 class UIComponentBase;
@@ -55,14 +56,27 @@ public:
     // The list's structure as an order array of component ids.
     QJsonArray orderFromList() const;
     void setScreenSize(int width, int height);
+    // The same, then the zoom that fits the new canvas into the view.
+    void setScreenSize(int width, int height, bool fit);
     void setFontNames(const QString& main, const QString& number, const QString& fallback);
 
     double zoomFactor() const { return zoom / 10.0; }
-    // Stores the zoom in tenths and tells every component.
-    void setZoom(int value);
+    // Stores the zoom in tenths, rebuilds the canvas at that size and tells
+    // every component; with keepCentre the view stays on the same spot.
+    void setZoom(int value, bool keepCentre = false);
     void updateSceneRect();
     void setBackgroundImage(const QPixmap& pixmap);
     void setDarkness(double value);
+    void setZoomCallback(const std::function<void(int, int)>& callback) { zoomStateChanged = callback; }
+    // Tells the zoom-state callback which zoom commands can run: (in, out),
+    // 1 for available and 2 for not.
+    void reportZoomState();
+    // Loads the canvas tile from the program's resources.
+    void loadTile();
+    // The canvas as the view shows it, at the present zoom, without frames,
+    // handles or guides; withBackground false leaves it transparent behind
+    // the components. Null when the canvas has no area or is too large.
+    QImage canvasImage(bool withBackground);
 
     // What the list and the context menu act on.
     void createAComponent(UIComponentBase* parent);
@@ -85,6 +99,20 @@ public:
     // The row text of a component: its "Name", or the translated "Component".
     static QString rowText(const QJsonObject& json);
 
+public slots:
+    void zoomIn();
+    void zoomOut();
+    void fitZoom();
+    // Applies the present zoom once more, as after a change of the items.
+    void refreshZoom(bool centre);
+    void centerOnScene();
+
+signals:
+    // The HUD changed in a way that leaves no undo step (a move by the arrow
+    // keys); the document still needs saving.
+    void changedWithoutUndo();
+
+public:
     // Hover bookkeeping and the undo bracket, called by the components.
     void hoverEnter(UIComponentBase* component);
     void hoverLeave();
@@ -150,10 +178,22 @@ protected:
     // Direct manipulation: the drag, the snap guides and the keys that change a running drag or resize.
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
     void drawForeground(QPainter* painter, const QRectF& rect) override;
+    void wheelEvent(QGraphicsSceneWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
+    // The editor's own keys: arrow moves, Delete, Ctrl+Q, Ctrl+X, Ctrl+C and
+    // Ctrl+V. True when the key was taken.
+    bool editorKeyPress(QKeyEvent* event);
+    // Draws the canvas anew, past the view's cache of it.
+    void repaintCanvas();
+    // The part of the scene the view shows now.
+    QRectF visibleSceneRect() const;
+    // While an image of the canvas is drawn, the area behind the components
+    // stays as it is.
+    bool canvasHidden = false;
+
     // The kind's component from the helper, under its parent or in the scene.
     UIComponentBase* makeComponent(const QJsonObject& json, UIComponentBase* parent);
     UltimateTreeItem* makeRow(const QJsonObject& json, UIComponentBase* component);

@@ -7,6 +7,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QApplication>
+#include <QHBoxLayout>
+#include <QTextStream>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScreen>
@@ -15,9 +17,14 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "app/CommandLineTool.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
 #include "widgets/TrovDialog.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeWidget.h"
 
 namespace TestEnvironment {
 
@@ -148,6 +155,44 @@ VelmoMainWindow* showMainWindow(const QString& project)
     if (!QTest::qWaitForWindowActive(window))
         qWarning("window not active");
     return window;
+}
+
+Canvas::Canvas(GameUIEditorSceneHelperBase* helper)
+{
+    window.resize(1200, 800);
+    QHBoxLayout* layout = new QHBoxLayout(&window);
+    view = new GameUIEditor(&window);
+    list = new UltimateTreeWidget(&window);
+    layout->addWidget(view, 1);
+    layout->addWidget(list);
+    list->tree()->setRowHeight(20);
+    list->tree()->setRelocationEnabled(true);
+    list->tree()->startView();
+    view->setup(helper, nullptr);
+    view->bindList(list, nullptr, nullptr);
+    scene = view->editorScene();
+    scene->setScreenSize(816, 624);
+}
+
+QJsonObject shape(int id, int x, int y, int w, int h)
+{
+    return QJsonObject{{QStringLiteral("ID"), id},
+                       {QStringLiteral("Type"), 1},
+                       {QStringLiteral("Name"), QStringLiteral("Shape %1").arg(id)},
+                       {QStringLiteral("X"), x},
+                       {QStringLiteral("Y"), y},
+                       {QStringLiteral("ShapeData"), QJsonObject{{QStringLiteral("Width"), w}, {QStringLiteral("Height"), h}}}};
+}
+
+CliResult runCli(const QStringList& arguments)
+{
+    CliResult result;
+    QTextStream out(&result.out);
+    QTextStream err(&result.err);
+    result.code = CommandLineTool::execute(QStringList{QStringLiteral("velmora-cli")} + arguments, out, err);
+    out.flush();
+    err.flush();
+    return result;
 }
 
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons)

@@ -4,13 +4,18 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
+#include <QWidget>
 #include <QtTest>
 
 #include "app/Startup.h"
 
 #include <functional>
 
+class GameUIEditor;
+class GameUIEditorScene;
+class GameUIEditorSceneHelperBase;
 class TrovDialog;
+class UltimateTreeWidget;
 class VelmoMainWindow;
 
 // Shared set-up of the test programs: an isolated home, settings store and
@@ -47,6 +52,28 @@ QJsonArray templateArray(const char* name);
 // A main window built as at start-up with project as the stored "Project",
 // shown and active.
 VelmoMainWindow* showMainWindow(const QString& project);
+
+// The canvas and its component list side by side, as the main window has
+// them, on a screen of 816 by 624; not yet shown. Takes the helper.
+struct Canvas {
+    explicit Canvas(GameUIEditorSceneHelperBase* helper);
+    QWidget window;
+    GameUIEditor* view;
+    UltimateTreeWidget* list;
+    GameUIEditorScene* scene;
+};
+
+// A shape component's object named "Shape <id>".
+QJsonObject shape(int id, int x, int y, int w = 100, int h = 100);
+
+// What velmora-cli answered to arguments (without the program name), run
+// in this process.
+struct CliResult {
+    int code = -1;
+    QString out;
+    QString err;
+};
+CliResult runCli(const QStringList& arguments);
 
 // A mouse move with buttons held, as a drag sends it (QTest's own move holds none).
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons);

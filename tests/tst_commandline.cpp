@@ -3,6 +3,7 @@
 #include "app/CommandLineTool.h"
 
 #include <QCoreApplication>
+#include <QImage>
 #include <QProcess>
 #include <QTextStream>
 
@@ -13,21 +14,8 @@ class TestCommandLine : public QObject
     Q_OBJECT
 
 private:
-    struct Result {
-        int code = -1;
-        QString out;
-        QString err;
-    };
-    static Result run(const QStringList& arguments)
-    {
-        Result result;
-        QTextStream out(&result.out);
-        QTextStream err(&result.err);
-        result.code = CommandLineTool::execute(QStringList{QStringLiteral("velmora-cli")} + arguments, out, err);
-        out.flush();
-        err.flush();
-        return result;
-    }
+    using Result = TestEnvironment::CliResult;
+    static Result run(const QStringList& arguments) { return TestEnvironment::runCli(arguments); }
 
 private slots:
     void checkSampleProject()
@@ -209,6 +197,15 @@ private slots:
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), 0);
         QVERIFY(process.readAllStandardOutput().contains("Valid: yes"));
+
+        // Drawing HUDs runs the canvas offscreen.
+        const QString out = TestEnvironment::newFolder(QStringLiteral("render-process"));
+        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"),
+                      {QStringLiteral("render"), QStringLiteral(VELMORA_SAMPLE_PROJECT), QStringLiteral("--out"), out,
+                       QStringLiteral("--zoom"), QStringLiteral("2")});
+        QVERIFY(process.waitForFinished(60000));
+        QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
+        QCOMPARE(QImage(out + QStringLiteral("/Map HUD.png")).size(), QSize(1632, 1248));
 
         process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"), {QStringLiteral("frobnicate")});
         QVERIFY(process.waitForFinished(30000));

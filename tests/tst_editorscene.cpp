@@ -1,6 +1,5 @@
 #include "TestEnvironment.h"
 
-#include "app/CommandLineTool.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -14,7 +13,6 @@
 #include <QApplication>
 #include <QMenu>
 #include <QClipboard>
-#include <QHBoxLayout>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLabel>
@@ -43,29 +41,14 @@ public:
     int asked = 0;
 };
 
-// The canvas and its component list side by side, as the main window has them.
-struct Editor {
-    Editor()
-    {
-        window.resize(1200, 800);
-        QHBoxLayout* layout = new QHBoxLayout(&window);
-        view = new GameUIEditor(&window);
-        list = new UltimateTreeWidget(&window);
-        layout->addWidget(view, 1);
-        layout->addWidget(list);
-        list->tree()->setRowHeight(20);
-        list->tree()->setRelocationEnabled(true);
-        list->tree()->startView();
-        helper = new ScriptedHelper;
-        view->setup(helper, nullptr);
-        view->bindList(list, nullptr, nullptr);
-        scene = view->editorScene();
-        scene->setScreenSize(816, 624);
-    }
+struct Editor : TestEnvironment::Canvas {
+    Editor() : Canvas(new ScriptedHelper), helper(static_cast<ScriptedHelper*>(scene->helper)) {}
     void show()
     {
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
+        // The first show fits the canvas; these cases work at zoom 1.0.
+        scene->setZoom(10);
     }
     QPoint at(const QPointF& scenePoint) const { return view->mapFromScene(scenePoint); }
     void click(const QPointF& scenePoint)
@@ -74,22 +57,10 @@ struct Editor {
         QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
     }
 
-    QWidget window;
-    GameUIEditor* view;
-    UltimateTreeWidget* list;
     ScriptedHelper* helper;
-    GameUIEditorScene* scene;
 };
 
-QJsonObject shape(int id, int x, int y, int w = 100, int h = 100)
-{
-    return QJsonObject{{"ID", id},
-                       {"Type", 1},
-                       {"Name", QStringLiteral("Shape %1").arg(id)},
-                       {"X", x},
-                       {"Y", y},
-                       {"ShapeData", QJsonObject{{"Width", w}, {"Height", h}}}};
-}
+using TestEnvironment::shape;
 
 QJsonObject group(int id, int x, int y, const QJsonArray& children)
 {
@@ -175,10 +146,14 @@ void checkConsistent(GameUIEditorScene* scene)
     QList<UIComponentBase*> expected;
     expectedStacking(scene, nullptr, expected);
     QList<UIComponentBase*> painted;
+    // The scene keeps no spatial index, and without one its list of all
+    // items, hidden ones included, isn't sorted by stacking; an index sorts it.
+    scene->setItemIndexMethod(QGraphicsScene::BspTreeIndex);
     for (QGraphicsItem* item : scene->items(Qt::AscendingOrder)) {
         if (auto* component = dynamic_cast<UIComponentBase*>(item))
             painted.append(component);
     }
+    scene->setItemIndexMethod(QGraphicsScene::NoIndex);
     QCOMPARE(painted, expected);
 }
 
@@ -574,13 +549,9 @@ private slots:
         const QString project = TestEnvironment::makeProject(QStringLiteral("visit"));
         TestEnvironment::writeFile(TestEnvironment::documentPath(project), original);
         const QString target = TestEnvironment::newFolder(QStringLiteral("visited")) + QStringLiteral("/out.json");
-        QString outText, errText;
-        QTextStream out(&outText), err(&errText);
-        const int code = CommandLineTool::execute({QStringLiteral("velmora-cli"), QStringLiteral("resave"), project,
-                                                   QStringLiteral("--visit-all"), QStringLiteral("--out"), target},
-                                                  out, err);
-        err.flush();
-        QVERIFY2(code == 0, qPrintable(errText));
+        const TestEnvironment::CliResult result = TestEnvironment::runCli(
+            {QStringLiteral("resave"), project, QStringLiteral("--visit-all"), QStringLiteral("--out"), target});
+        QVERIFY2(result.code == 0, qPrintable(result.err));
         const QJsonObject before = QJsonDocument::fromJson(original).object();
         const QJsonObject after = QJsonDocument::fromJson(TestEnvironment::readFile(target)).object();
         // Every HUD went through the canvas: only what components rewrite changed.

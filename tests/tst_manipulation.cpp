@@ -51,6 +51,9 @@ struct Editor {
         scene->clear();
         scene->setZoom(zoom);
         scene->loadFromJson(hud);
+        // The view takes a new scene rectangle, and its scroll bars, on its
+        // next pass through the event loop: positions are mapped after that.
+        QApplication::processEvents();
     }
     UIComponentBase* component(int id) const
     {

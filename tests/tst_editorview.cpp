@@ -1,0 +1,749 @@
+#include "TestEnvironment.h"
+
+#include "app/CommandLineTool.h"
+#include "app/SettingsStore.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QWheelEvent>
+#include <QtTest>
+
+namespace {
+
+using TestEnvironment::shape;
+
+struct Editor : TestEnvironment::Canvas {
+    Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
+    {
+        view->setZoomCallback([this](int in, int out) { states.append(qMakePair(in, out)); });
+    }
+    void show()
+    {
+        window.show();
+        QApplication::setActiveWindow(&window);
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+    UIComponentBase* select(int row)
+    {
+        list->tree()->setCurrentRow(list->tree()->row(row));
+        return scene->selectedComponent;
+    }
+    QPointF centre() const { return view->mapToScene(view->viewport()->rect().center()); }
+    void wheel(int delta, Qt::KeyboardModifiers modifiers)
+    {
+        const QPoint at = view->viewport()->rect().center();
+        QWheelEvent event(at, view->viewport()->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
+                          modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view->viewport(), &event);
+        wheelAccepted = event.isAccepted();
+    }
+
+    QList<QPair<int, int>> states;
+    bool wheelAccepted = false;
+};
+
+// A view alone whose viewport is exactly the size it is given.
+struct BareView {
+    explicit BareView(int width, int height)
+    {
+        view.setFrameShape(QFrame::NoFrame);
+        view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view.editorScene()->setZoomCallback([this](int in, int out) { states.append(qMakePair(in, out)); });
+        view.show();
+        resize(width, height);
+    }
+    void resize(int width, int height)
+    {
+        view.resize(width, height);
+        QCoreApplication::processEvents();
+    }
+    GameUIEditor view;
+    QList<QPair<int, int>> states;
+};
+
+bool opaqueWhite(const QImage& image, int x, int y)
+{
+    return image.pixel(x, y) == qRgba(255, 255, 255, 255);
+}
+
+bool transparent(const QImage& image, int x, int y)
+{
+    return qAlpha(image.pixel(x, y)) == 0;
+}
+
+using TestEnvironment::CliResult;
+using TestEnvironment::runCli;
+
+// A project whose document holds the given HUD objects after an empty Map
+// and Battle HUD.
+QString projectWithHuds(const QString& name, const QJsonArray& custom, const QJsonArray& mapHud = QJsonArray(),
+                        int width = 400, int height = 300)
+{
+    const QString project = TestEnvironment::makeProject(name, width, height);
+    QJsonArray data{QJsonObject{{"HUD", mapHud}}, QJsonObject{{"HUD", QJsonArray()}}};
+    for (const QJsonValue& hud : custom)
+        data.append(hud);
+    TestEnvironment::writeFile(TestEnvironment::documentPath(project),
+                               TestEnvironment::compact(QJsonObject{{"Map", 0}, {"Battle", 1}, {"Data", data}}));
+    return project;
+}
+
+QJsonObject customHud(const QString& name, const QJsonArray& components = QJsonArray())
+{
+    return QJsonObject{{"Name", name}, {"IsHUD", true}, {"ID", "01234"}, {"Params", QJsonArray()}, {"HUD", components}};
+}
+
+}
+
+class TestEditorView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void zoomStepsFollowTheTable()
+    {
+        BareView bare(900, 700);
+        GameUIEditorScene* scene = bare.view.editorScene();
+        scene->setScreenSize(816, 624);
+
+        // Upwards from the smallest zoom, and downwards from the largest.
+        auto walk = [&](int from, void (GameUIEditorScene::*step)()) {
+            scene->setZoom(from);
+            QList<int> seen{from};
+            for (int i = 0; i < 25; ++i) {
+                (scene->*step)();
+                if (scene->zoom != seen.last())
+                    seen.append(scene->zoom);
+            }
+            return seen;
+        };
+        QCOMPARE(walk(1, &GameUIEditorScene::zoomIn),
+                 (QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 14, 16, 18, 20, 24, 28, 32, 40, 50}));
+        QCOMPARE(walk(59, &GameUIEditorScene::zoomOut),
+                 (QList<int>{59, 49, 39, 31, 23, 19, 17, 15, 13, 11, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
+
+        // Single steps at the borders of the table's ranges.
+        const QList<QPair<int, int>> in{{19, 21}, {20, 24}, {29, 33}, {30, 38}, {39, 47}, {40, 50}};
+        const QList<QPair<int, int>> out{{10, 9}, {20, 18}, {21, 17}, {30, 26}, {31, 23}, {40, 32}, {41, 31}};
+        for (const auto& step : in) {
+            scene->setZoom(step.first);
+            scene->zoomIn();
+            QCOMPARE(scene->zoom, step.second);
+        }
+        for (const auto& step : out) {
+            scene->setZoom(step.first);
+            scene->zoomOut();
+            QCOMPARE(scene->zoom, step.second);
+        }
+
+        // The edges: 49 overshoots to 59 and stops there; the two paths
+        // through 10 differ.
+        bare.states.clear();
+        scene->setZoom(49);
+        scene->zoomIn();
+        QCOMPARE(scene->zoom, 59);
+        QCOMPARE(bare.states.last(), qMakePair(2, 1));
+        const int reports = bare.states.size();
+        scene->zoomIn();
+        QCOMPARE(scene->zoom, 59);
+        QCOMPARE(bare.states.size(), reports);
+        scene->zoomOut();
+        QCOMPARE(scene->zoom, 49);
+        QCOMPARE(bare.states.last(), qMakePair(1, 1));
+        scene->setZoom(11);
+        scene->zoomOut();
+        QCOMPARE(scene->zoom, 9);
+        scene->zoomIn();
+        QCOMPARE(scene->zoom, 10);
+        scene->setZoom(2);
+        scene->zoomOut();
+        QCOMPARE(scene->zoom, 1);
+        QCOMPARE(bare.states.last(), qMakePair(1, 2));
+        scene->zoomOut();
+        QCOMPARE(scene->zoom, 1);
+        QCOMPARE(scene->zoomFactor(), 0.1);
+
+        // The view's commands are the scene's.
+        bare.view.zoomIn();
+        QCOMPARE(scene->zoom, 2);
+        bare.view.zoomOut();
+        QCOMPARE(scene->zoom, 1);
+    }
+
+    void zoomKeepsTheSpotInTheMiddle()
+    {
+        Editor editor;
+        editor.show();
+        editor.scene->setZoom(20);
+        editor.view->centerOn(500, 300);
+        const QPointF before = editor.centre();
+        const QSizeF oldSize = editor.scene->sceneRect().size();
+        editor.scene->zoomIn();
+        QCOMPARE(editor.scene->zoom, 24);
+        // The middle keeps its place as a fraction of the scene rectangle.
+        const QSizeF newSize = editor.scene->sceneRect().size();
+        const QPointF expected((before.x() + 1) / oldSize.width() * newSize.width(),
+                               (before.y() + 1) / oldSize.height() * newSize.height());
+        const QPointF after = editor.centre();
+        // Within the rounding of the viewport's middle pixel, scaled by 1.2.
+        QVERIFY2(QLineF(after, expected).length() < 3,
+                 qPrintable(QStringLiteral("%1,%2 for %3,%4").arg(after.x()).arg(after.y()).arg(expected.x()).arg(expected.y())));
+        // The view itself is never scaled.
+        QVERIFY(editor.view->transform().isIdentity());
+    }
+
+    void fitPicksTheLargestZoomThatFits_data()
+    {
+        QTest::addColumn<QSize>("viewport");
+        QTest::addColumn<QSize>("screen");
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("816x624 in 1000x700") << QSize(1000, 700) << QSize(816, 624) << 10;
+        QTest::newRow("1280x720 in 1000x700") << QSize(1000, 700) << QSize(1280, 720) << 7;
+        QTest::newRow("never above 2.0") << QSize(2400, 1800) << QSize(816, 624) << 20;
+        QTest::newRow("never below 0.2") << QSize(100, 100) << QSize(816, 624) << 2;
+        QTest::newRow("exactly 25 more is too little") << QSize(125, 400) << QSize(100, 100) << 9;
+        QTest::newRow("26 more fits") << QSize(126, 400) << QSize(100, 100) << 10;
+        QTest::newRow("height decides") << QSize(3000, 337) << QSize(300, 200) << 15;
+    }
+
+    void fitPicksTheLargestZoomThatFits()
+    {
+        QFETCH(QSize, viewport);
+        QFETCH(QSize, screen);
+        QFETCH(int, zoom);
+        BareView bare(viewport.width(), viewport.height());
+        QCOMPARE(bare.view.viewport()->size(), viewport);
+        GameUIEditorScene* scene = bare.view.editorScene();
+        scene->setScreenSize(screen.width(), screen.height());
+        scene->setZoom(33);
+        bare.view.fitZoom();
+        QCOMPARE(scene->zoom, zoom);
+        QVERIFY(!bare.states.isEmpty());
+        QCOMPARE(bare.states.last(), qMakePair(1, 1));
+
+        // The variant of the screen size that fits afterwards.
+        scene->setZoom(33);
+        scene->setScreenSize(screen.width() + 2, screen.height() + 2, true);
+        QVERIFY(scene->zoom <= zoom);
+    }
+
+    void sceneRectHasAMarginOnlyWhileTheCanvasDoesntFit()
+    {
+        BareView bare(125, 200);
+        GameUIEditorScene* scene = bare.view.editorScene();
+        scene->setScreenSize(100, 80);
+        scene->setZoom(10);
+        // Wider than the canvas by exactly 25: no fit, so the margin.
+        QCOMPARE(scene->sceneRect(), QRectF(-50, -50, 200, 180));
+        QCOMPARE(scene->canvasRect, QRectF(0, 0, 100, 80));
+        bare.resize(126, 105);
+        scene->updateSceneRect();
+        QCOMPARE(scene->sceneRect(), QRectF(-50, -50, 200, 180));
+        bare.resize(126, 106);
+        scene->updateSceneRect();
+        QCOMPARE(scene->sceneRect(), QRectF(0, 0, 100, 80));
+        // At 0.5 the canvas is 50 x 40 and fits a smaller viewport.
+        bare.resize(76, 66);
+        scene->setZoom(5);
+        QCOMPARE(scene->sceneRect(), QRectF(0, 0, 50, 40));
+        scene->setZoom(6);
+        QCOMPARE(scene->sceneRect(), QRectF(-50, -50, 160, 148));
+    }
+
+    void componentPixelsFollowTheZoom_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("0.5") << 5;
+        QTest::newRow("1.0") << 10;
+        QTest::newRow("2.0") << 20;
+        QTest::newRow("4.0") << 40;
+    }
+
+    void componentPixelsFollowTheZoom()
+    {
+        QFETCH(int, zoom);
+        const double f = zoom / 10.0;
+        Editor editor;
+        editor.scene->setScreenSize(400, 300);
+        // Components of a kind this program doesn't know draw the plain base
+        // rectangle, 100 by 100 around their centre. One at the top level,
+        // one inside a group centred at (100, 60), 150 right and 100 below it.
+        const QJsonObject plain{{"ID", 2}, {"Type", 99}, {"X", 150}, {"Y", 100}};
+        const QJsonObject parent{{"ID", 1}, {"Type", 6}, {"X", 100}, {"Y", 60}, {"Children", QJsonArray{plain}}};
+        QJsonObject top = plain;
+        top.insert("ID", 3);
+        top.insert("X", 90);
+        top.insert("Y", 220);
+        editor.scene->loadFromJson(QJsonArray{parent, top});
+        editor.scene->setZoom(zoom);
+
+        const QImage image = editor.scene->canvasImage(false);
+        QCOMPARE(image.size(), QSize(int(400 * f), int(300 * f)));
+        // The drawn rectangle lies from (centre - size / 2) * zoom to
+        // (centre + size / 2) * zoom.
+        auto checkBox = [&](double cx, double cy) {
+            const int left = int((cx - 50) * f), top = int((cy - 50) * f);
+            const int right = int((cx + 50) * f), bottom = int((cy + 50) * f);
+            QVERIFY2(opaqueWhite(image, left, top) && opaqueWhite(image, right - 1, bottom - 1),
+                     qPrintable(QStringLiteral("box at %1,%2").arg(cx).arg(cy)));
+            QVERIFY(opaqueWhite(image, (left + right) / 2, (top + bottom) / 2));
+            QVERIFY(transparent(image, left - 1, top + 1) && transparent(image, left + 1, top - 1));
+            QVERIFY(transparent(image, right, bottom - 2) && transparent(image, right - 2, bottom));
+        };
+        checkBox(90, 220);
+        checkBox(250, 160);
+
+        // The view shows the same pixels where it maps the scene.
+        QImage dark(8, 8, QImage::Format_RGB32);
+        dark.fill(QColor(40, 40, 40));
+        editor.scene->tile = dark;
+        editor.show();
+        editor.scene->setZoom(zoom);
+        editor.view->centerOn(90 * f, 220 * f);
+        const QImage shown = editor.view->viewport()->grab().toImage();
+        auto shownAt = [&](double sx, double sy) {
+            return QColor(shown.pixel(editor.view->mapFromScene(QPointF(sx, sy))));
+        };
+        QCOMPARE(shownAt(90 * f, 220 * f), QColor(Qt::white));
+        QCOMPARE(shownAt(40 * f, 170 * f), QColor(Qt::white));
+        QCOMPARE(shownAt(40 * f - 1, 170 * f), QColor(40, 40, 40));
+        QCOMPARE(shownAt(40 * f, 170 * f - 1), QColor(40, 40, 40));
+    }
+
+    void backgroundIsTheCanvasAsDesigned()
+    {
+        Editor editor;
+        GameUIEditorScene* scene = editor.scene;
+        scene->setScreenSize(60, 40);
+        scene->loadTile();
+        QVERIFY(!scene->tile.isNull());
+        scene->setZoom(10);
+        auto drawArea = [&]() {
+            QImage image(80, 60, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::magenta);
+            QPainter painter(&image);
+            scene->render(&painter, QRectF(0, 0, 80, 60), QRectF(-10, -10, 80, 60));
+            return image;
+        };
+        // Scene point (x, y) lies at image pixel (x + 10, y + 10).
+        auto at = [](const QImage& image, int x, int y) { return QColor(image.pixel(x + 10, y + 10)); };
+        const QImage tile = scene->tile.convertToFormat(QImage::Format_ARGB32);
+        auto tileAt = [&](int x, int y) {
+            return QColor(tile.pixel(((x % tile.width()) + tile.width()) % tile.width(),
+                                     ((y % tile.height()) + tile.height()) % tile.height()));
+        };
+
+        QImage image = drawArea();
+        // Without a picture the canvas is the tile itself.
+        for (const QPoint p : {QPoint(0, 0), QPoint(13, 7), QPoint(59, 39)})
+            QCOMPARE(at(image, p.x(), p.y()), tileAt(p.x(), p.y()));
+        // A one-pixel black frame around it.
+        QCOMPARE(at(image, -1, 20), QColor(Qt::black));
+        QCOMPARE(at(image, 60, 20), QColor(Qt::black));
+        QCOMPARE(at(image, 30, -1), QColor(Qt::black));
+        QCOMPARE(at(image, 30, 40), QColor(Qt::black));
+        // Beyond it the tile at half strength over black.
+        const QColor faded = at(image, -5, -5);
+        const QColor source = tileAt(-5, -5);
+        QVERIFY(qAbs(faded.red() - source.red() / 2) <= 1 && qAbs(faded.green() - source.green() / 2) <= 1);
+        // The drop shadow below and to the right, darker than the area beyond.
+        const QColor beyond = at(image, 30, 46);
+        const QColor shadowed = at(image, 30, 42);
+        QVERIFY(shadowed.value() < tileAt(30, 42).value() / 2 + 1);
+        QVERIFY(shadowed.value() <= beyond.value() || tileAt(30, 42).value() < tileAt(30, 46).value());
+        QCOMPARE(shadowed.alpha(), 255);
+
+        // A background picture, stretched over the canvas and darkened but
+        // for the last column and row.
+        QPixmap red(6, 4);
+        red.fill(Qt::red);
+        scene->setBackgroundImage(red);
+        scene->setDarkness(0.5);
+        image = drawArea();
+        const QColor darkened = at(image, 30, 20);
+        QVERIFY2(qAbs(darkened.red() - 128) <= 2 && darkened.green() == 0, qPrintable(darkened.name()));
+        QCOMPARE(at(image, 59, 20), QColor(Qt::red));
+        QCOMPARE(at(image, 30, 39), QColor(Qt::red));
+        QCOMPARE(at(image, 0, 0), darkened);
+        scene->setDarkness(0.0);
+        image = drawArea();
+        QCOMPARE(at(image, 30, 20), QColor(Qt::red));
+
+        // A zoomed canvas stretches the picture with it.
+        scene->setZoom(20);
+        image = drawArea();
+        QCOMPARE(at(image, 69, 49), QColor(Qt::red));
+
+        // On the screen the view's cached canvas follows a change of the
+        // darkness and of the picture at once.
+        editor.show();
+        auto shownMiddle = [&]() {
+            const QImage shown = editor.view->viewport()->grab().toImage();
+            return QColor(shown.pixel(editor.view->mapFromScene(scene->canvasRect.center())));
+        };
+        QCOMPARE(shownMiddle(), QColor(Qt::red));
+        scene->setDarkness(0.5);
+        QVERIFY2(shownMiddle().red() < 140, qPrintable(shownMiddle().name()));
+        QPixmap green(6, 4);
+        green.fill(Qt::green);
+        scene->setBackgroundImage(green);
+        QVERIFY(shownMiddle().green() < 140 && shownMiddle().green() > 100);
+        scene->setDarkness(0.0);
+        QCOMPARE(shownMiddle(), QColor(Qt::green));
+    }
+
+    void ctrlWheelZoomsAndTheWheelScrolls()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->setZoom(30);
+        editor.view->centerOn(scene->sceneRect().center());
+        QScrollBar* vertical = editor.view->verticalScrollBar();
+        QScrollBar* horizontal = editor.view->horizontalScrollBar();
+        QVERIFY(vertical->maximum() > 500 && horizontal->maximum() > 500);
+
+        editor.states.clear();
+        editor.wheel(120, Qt::ControlModifier);
+        QVERIFY(editor.wheelAccepted);
+        QCOMPARE(scene->zoom, 38);
+        QVERIFY(scene->userZoomed);
+        QCOMPARE(editor.states.last(), qMakePair(1, 1));
+        editor.wheel(-120, Qt::ControlModifier);
+        QCOMPARE(scene->zoom, 30);
+        // A new screen size forgets the user's zoom.
+        scene->setScreenSize(800, 600);
+        QVERIFY(!scene->userZoomed);
+
+        // The plain wheel scrolls vertically by its delta, with Shift sideways.
+        int v = vertical->value(), h = horizontal->value();
+        editor.wheel(-120, Qt::NoModifier);
+        QCOMPARE(vertical->value(), v + 120);
+        QCOMPARE(horizontal->value(), h);
+        QVERIFY(editor.wheelAccepted);
+        editor.wheel(120, Qt::ShiftModifier);
+        QCOMPARE(horizontal->value(), h - 120);
+        QCOMPARE(vertical->value(), v + 120);
+        QCOMPARE(scene->zoom, 30);
+
+        // During a drag Ctrl+wheel scrolls instead of zooming.
+        scene->wheelZoomAllowed = false;
+        v = vertical->value();
+        editor.wheel(120, Qt::ControlModifier);
+        QCOMPARE(scene->zoom, 30);
+        QCOMPARE(vertical->value(), v - 120);
+        scene->wheelZoomAllowed = true;
+
+        // During a resize the wheel does nothing at all, and the scroll area
+        // doesn't get it either.
+        scene->wheelAllowed = false;
+        v = vertical->value();
+        h = horizontal->value();
+        for (Qt::KeyboardModifiers modifiers : {Qt::KeyboardModifiers(Qt::NoModifier),
+                                                Qt::KeyboardModifiers(Qt::ControlModifier),
+                                                Qt::KeyboardModifiers(Qt::ShiftModifier)}) {
+            editor.wheel(-120, modifiers);
+            QVERIFY(editor.wheelAccepted);
+        }
+        QCOMPARE(vertical->value(), v);
+        QCOMPARE(horizontal->value(), h);
+        QCOMPARE(scene->zoom, 30);
+    }
+
+    void arrowKeysMoveTheSelectedComponent()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->loadFromJson(QJsonArray{shape(1, 200, 150, 40, 40), shape(2, 500, 400, 40, 40)});
+        scene->setZoom(20);
+        QSignalSpy changed(scene, &GameUIEditorScene::changedWithoutUndo);
+        QScrollBar* vertical = editor.view->verticalScrollBar();
+        QScrollBar* horizontal = editor.view->horizontalScrollBar();
+        editor.view->centerOn(400, 300);
+        const int v = vertical->value(), h = horizontal->value();
+
+        UIComponentBase* component = editor.select(0);
+        QVERIFY(component);
+        const size_t undoSteps = scene->undoStack.size();
+        QTest::keyClick(editor.view, Qt::Key_Right);
+        QTest::keyClick(editor.view, Qt::Key_Down);
+        QTest::keyClick(editor.view, Qt::Key_Down);
+        QTest::keyClick(editor.view, Qt::Key_Left, Qt::ControlModifier);
+        QTest::keyClick(editor.view, Qt::Key_Up, Qt::ControlModifier);
+        // Screen units, whatever the zoom: the document gets the new numbers.
+        QCOMPARE(component->data().value("X").toInt(), 200 + 1 - 10);
+        QCOMPARE(component->data().value("Y").toInt(), 150 + 2 - 10);
+        QCOMPARE(component->pos(), QPointF(191 * 2.0, 142 * 2.0));
+        // Held down, the key repeats.
+        for (int i = 0; i < 3; ++i) {
+            QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(editor.view, &repeat);
+        }
+        QCOMPARE(component->data().value("X").toInt(), 194);
+        // No undo step, but the HUD counts as changed; the view never scrolled.
+        QCOMPARE(scene->undoStack.size(), undoSteps);
+        QCOMPARE(changed.count(), 8);
+        QCOMPARE(vertical->value(), v);
+        QCOMPARE(horizontal->value(), h);
+        // Nor do the scroll bars take keys while a component is selected.
+        QTest::keyClick(vertical, Qt::Key_Down);
+        QCOMPARE(vertical->value(), v);
+
+        // A component still busy from a drag, or hidden, stays where it is.
+        component->interactionState = 1;
+        QTest::keyClick(editor.view, Qt::Key_Left);
+        QCOMPARE(component->x, 194);
+        component->interactionState = 0;
+        QTest::keyClick(editor.view, Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(!component->isVisible());
+        QTest::keyClick(editor.view, Qt::Key_Left);
+        QCOMPARE(component->x, 194);
+        // Ctrl+Q shows it again even though it is hidden.
+        QTest::keyClick(editor.view, Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(component->isVisible());
+
+        // With nothing selected the arrows and the scroll bars scroll again.
+        scene->select(nullptr);
+        editor.list->tree()->setCurrentRow(nullptr);
+        QTest::keyClick(editor.view, Qt::Key_Down);
+        QVERIFY(vertical->value() > v);
+        const int scrolled = vertical->value();
+        QTest::keyClick(vertical, Qt::Key_Down);
+        QVERIFY(vertical->value() != scrolled);
+    }
+
+    void editingKeysActOnTheSelectedComponent()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->loadFromJson(QJsonArray{shape(1, 200, 150, 40, 40), shape(2, 500, 400, 40, 40)});
+        scene->idCounter = 2;
+        scene->setZoom(10);
+        QApplication::clipboard()->clear();
+
+        // Ctrl+C copies the selected component.
+        UIComponentBase* first = editor.select(0);
+        QTest::keyClick(editor.view, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("VELMOCOMP")));
+        QVERIFY(QApplication::clipboard()->text().contains(QStringLiteral("Shape 1")));
+
+        // Ctrl+V pastes where the cursor stands.
+        editor.view->centerOn(408, 312);
+        const QPointF target(300, 250);
+        QCursor::setPos(editor.view->viewport()->mapToGlobal(editor.view->mapFromScene(target)));
+        QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(scene->components.size(), 3);
+        UIComponentBase* pasted = scene->selectedComponent;
+        QVERIFY(pasted && pasted != first);
+        QCOMPARE(pasted->jsonData.value("Name").toString(), QStringLiteral("Shape 1 - Copy 1"));
+        QCOMPARE(QPoint(pasted->x, pasted->y), target.toPoint());
+
+        // Delete removes it; a repeated Delete from a held key doesn't go on.
+        QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, QString(), true);
+        editor.select(0);
+        QApplication::sendEvent(editor.view, &repeat);
+        QCOMPARE(scene->components.size(), 3);
+        QTest::keyClick(editor.view, Qt::Key_Delete);
+        QCOMPARE(scene->components.size(), 2);
+        QVERIFY(!scene->components.contains(first));
+        QVERIFY(!scene->undoStack.empty());
+
+        // Ctrl+X copies and deletes.
+        UIComponentBase* second = editor.select(0);
+        const QString name = second->jsonData.value("Name").toString();
+        QTest::keyClick(editor.view, Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(scene->components.size(), 1);
+        QVERIFY(QApplication::clipboard()->text().contains(name));
+
+        // A hidden component can't be deleted, cut or copied by key.
+        UIComponentBase* last = editor.select(0);
+        QTest::keyClick(editor.view, Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(!last->isVisible());
+        QApplication::clipboard()->clear();
+        QTest::keyClick(editor.view, Qt::Key_C, Qt::ControlModifier);
+        QTest::keyClick(editor.view, Qt::Key_X, Qt::ControlModifier);
+        QTest::keyClick(editor.view, Qt::Key_Delete);
+        QCOMPARE(scene->components.size(), 1);
+        QVERIFY(QApplication::clipboard()->text().isEmpty());
+
+        // During a drag Ctrl+V does nothing.
+        QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP") + TestEnvironment::compact(shape(9, 1, 1, 30, 30)));
+        scene->draggedComponent = last;
+        QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(scene->components.size(), 1);
+        scene->draggedComponent = nullptr;
+        QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(scene->components.size(), 2);
+    }
+
+    void showsFitButResizesLeaveZoomAndCentre()
+    {
+        Editor editor;
+        editor.scene->setZoom(40);
+        editor.show();
+        // The first show fits the canvas into the viewport.
+        QVERIFY(editor.scene->zoom < 20);
+        QVERIFY(editor.view->viewport()->width() > 816 * editor.scene->zoomFactor() + 25);
+
+        // A resize keeps both the zoom and the spot in the middle.
+        editor.scene->setZoom(30);
+        editor.view->centerOn(900, 700);
+        const QPointF centre = editor.centre();
+        editor.window.resize(900, 640);
+        QTest::qWait(20);
+        QCOMPARE(editor.scene->zoom, 30);
+        QVERIFY2(QLineF(editor.centre(), centre).length() <= 1.5, qPrintable(QStringLiteral("%1,%2").arg(editor.centre().x()).arg(editor.centre().y())));
+        editor.window.resize(1300, 900);
+        QTest::qWait(20);
+        QCOMPARE(editor.scene->zoom, 30);
+        QVERIFY(QLineF(editor.centre(), centre).length() <= 1.5);
+
+        // Shows two to four still fit, later ones don't.
+        for (int show = 2; show <= 5; ++show) {
+            editor.scene->setZoom(30);
+            editor.window.hide();
+            editor.window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
+            if (show <= 4)
+                QVERIFY2(editor.scene->zoom < 30, qPrintable(QString::number(show)));
+            else
+                QCOMPARE(editor.scene->zoom, 30);
+        }
+    }
+
+    void renderWritesEveryHudAtTheZoom()
+    {
+        const QString out = TestEnvironment::newFolder(QStringLiteral("render-sample"));
+        CliResult result = render(Sample, out);
+        QVERIFY2(result.code == 0, qPrintable(result.err));
+        QCOMPARE(QImage(out + "/Map HUD.png").size(), QSize(816, 624));
+        QCOMPARE(QImage(out + "/Battle HUD.png").size(), QSize(816, 624));
+        QVERIFY(result.out.contains("Map HUD.png"));
+
+        // The zoom scales the picture; only the named HUD is drawn.
+        const QString zoomed = TestEnvironment::newFolder(QStringLiteral("render-zoomed"));
+        QCOMPARE(render(Sample, zoomed, {"--zoom", "1.5", "--hud", "Battle HUD"}).code, 0);
+        QCOMPARE(QImage(zoomed + "/Battle HUD.png").size(), QSize(1224, 936));
+        QCOMPARE(QDir(zoomed).entryList(QDir::Files), QStringList{"Battle HUD.png"});
+        render(Sample, zoomed, {"--zoom", "0.5", "--hud", "Map HUD"});
+        QCOMPARE(QImage(zoomed + "/Map HUD.png").size(), QSize(408, 312));
+        // The project itself is never written.
+        QVERIFY(!QFile::exists(Sample + "/data/plugin/VelmoraHUD.json"));
+    }
+
+    void renderDrawsComponentsAndTheCanvasOnRequest()
+    {
+        // A picture that isn't there, a text in a font the project lacks.
+        const QJsonArray components{
+            QJsonObject{{"ID", 1}, {"Type", 2}, {"X", 100}, {"Y", 80}, {"PictureData", QJsonObject{{"Picture", "Nowhere"}}}},
+            QJsonObject{{"ID", 2}, {"Type", 0}, {"X", 300}, {"Y", 200}, {"TextData", QJsonObject{{"Text", "Gold"}}}}};
+        const QString project = projectWithHuds(QStringLiteral("render-missing"), QJsonArray(), components);
+        QPixmap picture(4, 4);
+        picture.fill(Qt::blue);
+        const QString backgroundFile = TestEnvironment::newFolder(QStringLiteral("pictures")) + "/Back.png";
+        QVERIFY(picture.save(backgroundFile));
+        SettingsStore().setValue("Backgrounds", QVariantMap{{QDir(project).absolutePath(), QStringList{backgroundFile, ""}}});
+        SettingsStore().setValue("BackgroundDarken", 0.5);
+
+        const QString out = TestEnvironment::newFolder(QStringLiteral("render-missing-out"));
+        CliResult result = render(project, out);
+        QVERIFY2(result.code == 0, qPrintable(result.err));
+        // Without a font file the text falls back to the default font, and says so.
+        QVERIFY2(result.out.contains("\"mplus-1m-regular.woff\" could not be loaded"), qPrintable(result.out));
+        QImage map(out + "/Map HUD.png");
+        QCOMPARE(map.size(), QSize(400, 300));
+        // Both components are drawn where they stand; the rest is transparent.
+        QVERIFY(qAlpha(map.pixel(100, 80)) > 0 && qAlpha(map.pixel(300, 200)) > 0);
+        QVERIFY(qAlpha(map.pixel(200, 10)) == 0 && qAlpha(map.pixel(399, 299)) == 0);
+
+        // With the canvas: the HUD's own background, darkened but for the
+        // last row and column; the tile where a HUD has none.
+        QCOMPARE(render(project, out, {"--background"}).code, 0);
+        map = QImage(out + "/Map HUD.png");
+        const QColor back(map.pixel(200, 10));
+        QVERIFY2(back.red() == 0 && qAbs(back.blue() - 128) <= 2 && back.alpha() == 255, qPrintable(back.name()));
+        QCOMPARE(QColor(map.pixel(399, 299)), QColor(Qt::blue));
+        const QImage battle(out + "/Battle HUD.png");
+        QVERIFY(qAlpha(battle.pixel(5, 5)) == 255 && QColor(battle.pixel(5, 5)) != QColor(Qt::blue));
+    }
+
+    void renderNamesFilesSafelyAndGoesOnAfterAFailure()
+    {
+        QJsonObject broken = customHud(QStringLiteral("Broken"));
+        broken.insert("IsHUD", false);
+        broken.insert("Width", 0);
+        QJsonArray custom;
+        for (const char* name : {"A/B", "A:B", "a_b", "con", " .hidden. ", ""})
+            custom.append(customHud(QString::fromUtf8(name)));
+        custom.append(broken);
+        custom.append(customHud(QStringLiteral("Last")));
+        const QString out = TestEnvironment::newFolder(QStringLiteral("render-names-out"));
+        const CliResult result = render(projectWithHuds(QStringLiteral("render-names"), custom), out);
+        // The HUD that can't be drawn is reported, the others are written.
+        QCOMPARE(result.code, 1);
+        QVERIFY2(result.err.contains("\"Broken\" could not be drawn"), qPrintable(result.err));
+        QStringList files = QDir(out).entryList(QDir::Files | QDir::Hidden);
+        QStringList expected{"A_B.png", "A_B (2).png", "a_b (3).png", "con_.png",      "_hidden.png",
+                             "HUD.png", "Last.png",    "Map HUD.png", "Battle HUD.png"};
+        files.sort();
+        expected.sort();
+        QCOMPARE(files, expected);
+    }
+
+    void renderRefusesWhatItCantDo()
+    {
+        const QString out = TestEnvironment::newFolder(QStringLiteral("render-refused"));
+        // A HUD name the project doesn't have: nothing is written, the HUDs are named.
+        CliResult result = render(Sample, out, {"--hud", "Shop HUD"});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.err.contains("no HUD named \"Shop HUD\"; its HUDs are: \"Map HUD\", \"Battle HUD\""));
+        QVERIFY(QDir(out).entryList(QDir::Files).isEmpty());
+        // An output folder that can't be made or written, and no project.
+        const QString file = out + "/plain-file";
+        TestEnvironment::writeFile(file, "x");
+        for (const QString& target : {file, file + "/below"})
+            QCOMPARE(render(Sample, target).code, 1);
+        QCOMPARE(render(out, out).code, 1);
+
+        // Usage errors: one line, exit 2.
+        const QList<QStringList> usage{{"render", Sample},
+                                       {"render", Sample, "--out"},
+                                       {"render", Sample, "--out", out, "--zoom", "6"},
+                                       {"render", Sample, "--out", out, "--zoom", "0.25"},
+                                       {"render", Sample, "--out", out, "--zoom", "big"},
+                                       {"render", Sample, "--out", out, "--hud"},
+                                       {"check", Sample, "--background"}};
+        for (const QStringList& arguments : usage) {
+            result = runCli(arguments);
+            QCOMPARE(result.code, 2);
+            QCOMPARE(result.err.count(QLatin1Char('\n')), 1);
+        }
+        QVERIFY(runCli({"--help"}).out.contains("render PROJECT --out DIR"));
+    }
+
+private:
+    const QString Sample = QStringLiteral(VELMORA_SAMPLE_PROJECT);
+
+    static CliResult render(const QString& project, const QString& out, const QStringList& options = {})
+    {
+        return runCli(QStringList{"render", project, "--out", out} + options);
+    }
+};
+
+VELMORA_TEST_MAIN(TestEditorView, QApplication)
+#include "tst_editorview.moc"
