@@ -4,6 +4,7 @@
 
 #include <QGraphicsScene>
 #include <QHash>
+#include <QMultiHash>
 #include <QImage>
 #include <QJsonArray>
 #include <QLine>
@@ -17,6 +18,7 @@
 
 class GameUIEditor;
 class GameUIEditorSceneHelperBase;
+class QKeyEvent;
 class QMenu;
 class UIComponentBase;
 class UltimateTreeItem;
@@ -32,6 +34,9 @@ class GameUIEditorScene : public QGraphicsScene
 public:
     // A HUD holds at most this many components; creation and paste stop there.
     static constexpr int componentLimit = 501;
+    // Rows by component id. Ids are unique in a HUD the editor made; a
+    // hand-made document may repeat one, and then every row still has its place.
+    using RowHash = QMultiHash<int, UltimateTreeItem*>;
 
     explicit GameUIEditorScene(GameUIEditor* view = nullptr, QObject* parent = nullptr);
     ~GameUIEditorScene() override;
@@ -68,7 +73,9 @@ public:
     void createACenteredComponent();
     void editAComponent();
     void deleteAComponent();
-    void removeComponent(UIComponentBase* component);
+    // Takes the component and everything below it out of list and canvas; they
+    // wait in removedComponents. With record, the deletion becomes an undo step.
+    void removeComponent(UIComponentBase* component, bool record = true);
     void hideAComponent();
     void copyAComponent();
     void cutAComponent();
@@ -76,6 +83,9 @@ public:
     UIComponentBase* pasteObject(QJsonObject object, UIComponentBase* parent);
     void listCurrentItemChanged(UltimateTreeItem* current);
     void listItemRelocated(UltimateTreeItem* row);
+    // A row was opened or closed: order keeps the row's state, never the
+    // list's structure, so a relocation still finds the structure before it.
+    void expansionChanged(UltimateTreeItem* row);
     // Sets the menu's texts and visibility from the current row and the clipboard.
     void prepareMenu(QMenu* menu);
 
@@ -92,6 +102,14 @@ public:
     void pushSnapshot(UIComponentBase* component, bool toRedo, bool pending);
     void beginChange(UIComponentBase* component);
     void finishChange(UIComponentBase* component);
+    void undo();
+    void redo();
+    // Gives a deleted component and those below it back their place in
+    // components and a new row each, entered into rows by id.
+    void restoreRows(UIComponentBase* component, RowHash& rows);
+    // Rebuilds the list after an order array. fill may add rows that are not in
+    // the list yet; a row that the array doesn't name goes to the end.
+    void restoreOrder(const QJsonArray& target, const std::function<void(RowHash&)>& fill = nullptr);
 
     GameUIEditorSceneHelperBase* helper = nullptr;
     QImage tile;
@@ -136,6 +154,9 @@ protected:
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    // Ctrl+Z and Ctrl+Y; true when the key was one of them.
+    bool handleUndoKeys(QKeyEvent* event);
     void drawBackground(QPainter* painter, const QRectF& rect) override;
 
 private:
@@ -147,7 +168,13 @@ private:
     void loadArray(const QJsonArray& array, UIComponentBase* parent, UltimateTreeItem* parentRow);
     void detachComponent(UIComponentBase* component);
     void restackRows(UltimateTreeItem* parentRow, UIComponentBase* parent);
-    void pushStructure(int kind, UIComponentBase* component, const QJsonObject& extra = QJsonObject());
+    // Pushes a structure step; before is the order array before the act.
+    void pushStructure(int kind, UIComponentBase* component, const QJsonArray& before,
+                       const QJsonObject& extra = QJsonObject());
+    // undo() and redo(): one step from one stack, its inverse onto the other.
+    void replay(bool forward);
+    // No selection, with the list and the view's buttons told.
+    void clearSelection();
     QJsonArray serialise(UltimateTreeItem* parentRow) const;
     QStringList componentNames() const;
     void showPopup(QMenu* menu, const QPoint& screenPosition);
@@ -156,4 +183,9 @@ private:
 
     // The rows directly below a row, or the top-level rows for null.
     QList<UltimateTreeItem*> rowsUnder(UltimateTreeItem* parentRow) const;
+
+    // Above zero while the scene itself reshapes the list: the rows it opens
+    // and closes on the way say nothing about what the user wants open.
+    int structureDepth = 0;
+    friend struct StructureWork;
 };
