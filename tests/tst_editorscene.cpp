@@ -1,3 +1,4 @@
+#include "EditorFixture.h"
 #include "TestEnvironment.h"
 
 #include "app/CommandLineTool.h"
@@ -26,76 +27,6 @@
 
 namespace {
 
-// The real factory, with the kind of each new component chosen by the test
-// instead of the selector.
-class ScriptedHelper : public GameUIEditorSceneHelper<VelmoUISelector>
-{
-public:
-    void chooseNewComponent(QJsonObject& json, bool* accepted, int id, bool, QJsonObject*, TrovDialog*) override
-    {
-        ++asked;
-        json.insert(QStringLiteral("ID"), id + 1);
-        json.insert(QStringLiteral("Type"), nextType);
-        json.insert(QStringLiteral("Name"), QStringLiteral("C%1").arg(id + 1));
-        *accepted = true;
-    }
-    int nextType = 1;
-    int asked = 0;
-};
-
-// The canvas and its component list side by side, as the main window has them.
-struct Editor {
-    Editor()
-    {
-        window.resize(1200, 800);
-        QHBoxLayout* layout = new QHBoxLayout(&window);
-        view = new GameUIEditor(&window);
-        list = new UltimateTreeWidget(&window);
-        layout->addWidget(view, 1);
-        layout->addWidget(list);
-        list->tree()->setRowHeight(20);
-        list->tree()->setRelocationEnabled(true);
-        list->tree()->startView();
-        helper = new ScriptedHelper;
-        view->setup(helper, nullptr);
-        view->bindList(list, nullptr, nullptr);
-        scene = view->editorScene();
-        scene->setScreenSize(816, 624);
-    }
-    void show()
-    {
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-    }
-    QPoint at(const QPointF& scenePoint) const { return view->mapFromScene(scenePoint); }
-    void click(const QPointF& scenePoint)
-    {
-        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
-        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
-    }
-
-    QWidget window;
-    GameUIEditor* view;
-    UltimateTreeWidget* list;
-    ScriptedHelper* helper;
-    GameUIEditorScene* scene;
-};
-
-QJsonObject shape(int id, int x, int y, int w = 100, int h = 100)
-{
-    return QJsonObject{{"ID", id},
-                       {"Type", 1},
-                       {"Name", QStringLiteral("Shape %1").arg(id)},
-                       {"X", x},
-                       {"Y", y},
-                       {"ShapeData", QJsonObject{{"Width", w}, {"Height", h}}}};
-}
-
-QJsonObject group(int id, int x, int y, const QJsonArray& children)
-{
-    return QJsonObject{{"ID", id}, {"Type", 6}, {"X", x}, {"Y", y}, {"Children", children}};
-}
-
 // What every component rewrites when it is read back: X, Y and Rotation from
 // the live item, "Opacity" 100.0 when missing, "Expanded" on the kinds that
 // hold children (true unless the document said otherwise).
@@ -117,64 +48,6 @@ QJsonArray expectedBack(const QJsonArray& array)
         out.append(object);
     }
     return out;
-}
-
-int rowCount(UltimateTreeItem* parent, const UltimateTree* tree)
-{
-    int count = 0;
-    const int n = parent ? parent->childCount() : tree->rowCount();
-    for (int i = 0; i < n; ++i) {
-        UltimateTreeItem* row = parent ? parent->child(i) : tree->row(i);
-        count += 1 + rowCount(row, tree);
-    }
-    return count;
-}
-
-// The paint order the list prescribes: depth first, children above their
-// parent, later siblings above earlier ones, the selected one above its siblings.
-void expectedStacking(GameUIEditorScene* scene, UltimateTreeItem* parent, QList<UIComponentBase*>& out)
-{
-    const UltimateTree* tree = scene->list->tree();
-    QList<UltimateTreeItem*> rows;
-    const int n = parent ? parent->childCount() : tree->rowCount();
-    for (int i = 0; i < n; ++i)
-        rows.append(parent ? parent->child(i) : tree->row(i));
-    for (int i = 0; i < rows.size(); ++i) {
-        if (scene->componentOfRow(rows[i]) == scene->selectedComponent) {
-            rows.append(rows.takeAt(i));
-            break;
-        }
-    }
-    for (UltimateTreeItem* row : rows) {
-        out.append(scene->componentOfRow(row));
-        expectedStacking(scene, row, out);
-    }
-}
-
-// Every row has its component and the component its row, parents agree, and
-// the canvas stacks as the list says.
-void checkConsistent(GameUIEditorScene* scene)
-{
-    const UltimateTree* tree = scene->list->tree();
-    QCOMPARE(rowCount(nullptr, tree), scene->components.size());
-    QCOMPARE(scene->itemToComponent.size(), scene->components.size());
-    for (UIComponentBase* component : qAsConst(scene->components)) {
-        UltimateTreeItem* row = scene->rowOfComponent(component);
-        QVERIFY(row);
-        QCOMPARE(scene->componentOfRow(row), component);
-        UIComponentBase* parentOfRow = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
-        QCOMPARE(component->parentComponent, parentOfRow);
-        QCOMPARE(component->parentItem(), static_cast<QGraphicsItem*>(parentOfRow));
-        QCOMPARE(component->scene(), scene);
-    }
-    QList<UIComponentBase*> expected;
-    expectedStacking(scene, nullptr, expected);
-    QList<UIComponentBase*> painted;
-    for (QGraphicsItem* item : scene->items(Qt::AscendingOrder)) {
-        if (auto* component = dynamic_cast<UIComponentBase*>(item))
-            painted.append(component);
-    }
-    QCOMPARE(painted, expected);
 }
 
 // Closes the program's modal dialogs that come up while trigger runs and
