@@ -2,6 +2,7 @@
 // loading it with its list, serialising it, clearing it, and a whole change
 // of HUD (store, clear, load) between two such HUDs. Prints the median of
 // several runs of each phase in milliseconds.
+#include "BenchHud.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -15,50 +16,6 @@
 
 #include <algorithm>
 #include <vector>
-
-namespace {
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-QJsonObject leaf(int& id, int kind)
-{
-    ++id;
-    return QJsonObject{{"ID", id},
-                       {"Type", kind},
-                       {"Name", QStringLiteral("Component %1").arg(id)},
-                       {"X", id % 700},
-                       {"Y", id % 500},
-                       {"ShapeData", QJsonObject{{"Width", 40}, {"Height", 20}, {"Color", "#ffffff"}}}};
-}
-
-// 20 windows, each with 4 groups of 5 components, and 4 more components of
-// its own: 20 * (1 + 4 * 6 + 0) = 500.
-QJsonArray hud()
-{
-    int id = 0;
-    QJsonArray top;
-    for (int w = 0; w < 20; ++w) {
-        QJsonObject window{{"ID", ++id}, {"Type", 7}, {"X", 40 * w}, {"Y", 30}, {"Expanded", w % 3 != 0}};
-        QJsonArray groups;
-        for (int g = 0; g < 4; ++g) {
-            QJsonObject group{{"ID", ++id}, {"Type", 6}, {"X", 10 * g}, {"Y", 10}};
-            QJsonArray leaves;
-            for (int c = 0; c < 5; ++c)
-                leaves.append(leaf(id, c % 6));
-            group.insert("Children", leaves);
-            groups.append(group);
-        }
-        window.insert("Children", groups);
-        top.append(window);
-    }
-    return top;
-}
-
-}
 
 int main(int argc, char** argv)
 {
@@ -80,8 +37,8 @@ int main(int argc, char** argv)
     GameUIEditorScene* scene = editor.editorScene();
     scene->setScreenSize(816, 624);
 
-    const QJsonArray first = hud();
-    QJsonArray second = hud();
+    const QJsonArray first = BenchHud::hud();
+    QJsonArray second = BenchHud::hud();
     std::vector<double> load, toJson, clear, change;
     QElapsedTimer timer;
     int components = 0;
@@ -113,7 +70,7 @@ int main(int argc, char** argv)
 
     QTextStream out(stdout);
     out << "scene: " << components << " components, median of " << runs << " runs (ms)\n";
-    out << "load " << median(load) << "  toJson " << median(toJson) << "  clear " << median(clear)
-        << "  change " << median(change) << "\n";
+    out << "load " << BenchHud::median(load) << "  toJson " << BenchHud::median(toJson) << "  clear " << BenchHud::median(clear)
+        << "  change " << BenchHud::median(change) << "\n";
     return 0;
 }

@@ -1126,8 +1126,7 @@ void GameUIEditorScene::restoreOrder(const QJsonArray& target, const std::functi
     const StructureWork work(this);
     UltimateTree* tree = list->tree();
 
-    // Every row leaves the list: the top-level rows first, without laying the
-    // list out, then each row leaves its parent, which is out of the list by then.
+    // Every row by id: those in the list, depth first, and those fill brings.
     QVector<UltimateTreeItem*> walked;
     walked.reserve(components.size());
     std::function<void(UltimateTreeItem*)> walk = [&](UltimateTreeItem* row) {
@@ -1137,60 +1136,79 @@ void GameUIEditorScene::restoreOrder(const QJsonArray& target, const std::functi
     };
     for (int i = 0; i < tree->rowCount(); ++i)
         walk(tree->row(i));
-    for (int i = tree->rowCount() - 1; i >= 0; --i)
-        tree->takeRow(tree->row(i), true);
     RowHash rows;
+    rows.reserve(walked.size());
     // Inserted last to first, so that of two rows with one id the earlier
     // comes out first.
-    for (int i = walked.size() - 1; i >= 0; --i) {
-        UltimateTreeItem* row = walked.at(i);
-        if (UltimateTreeItem* parentRow = row->parentItem())
-            parentRow->takeChild(row);
-        rows.insert(row->id(), row);
-    }
+    for (int i = walked.size() - 1; i >= 0; --i)
+        rows.insert(walked.at(i)->id(), walked.at(i));
     if (fill)
         fill(rows);
 
-    QList<UltimateTreeItem*> topRows;
-    // An entry is a row's id, or an array of {"Type": id, "Expanded"} and the
-    // entries of its children; first is where a level's entries begin.
-    std::function<void(const QJsonArray&, int, UltimateTreeItem*)> build = [&](const QJsonArray& entries, int first,
+    // Level by level, in the array's order, only the rows that stand
+    // elsewhere move: a step changes a few rows, and the list stays laid out
+    // around them. An entry is a row's id, or an array of {"Type": id,
+    // "Expanded"} and the entries of its children; first is where a level's
+    // entries begin.
+    std::function<void(const QJsonArray&, int, UltimateTreeItem*)> place = [&](const QJsonArray& entries, int first,
                                                                               UltimateTreeItem* parentRow) {
-        for (int index = first; index < entries.size(); ++index) {
-            const QJsonValue entry = entries.at(index);
+        int index = 0;
+        for (int e = first; e < entries.size(); ++e) {
+            const QJsonValue entry = entries.at(e);
             const bool nested = entry.isArray();
-            const QJsonArray nestedEntries = entry.toArray();
             if (!nested && !entry.isDouble())
                 continue;
+            const QJsonArray nestedEntries = entry.toArray();
             const QJsonObject head = nested ? nestedEntries.first().toObject() : QJsonObject();
             const int id = nested ? head.value(QStringLiteral("Type")).toInt(-1) : entry.toInt(-1);
             UltimateTreeItem* row = rows.take(id);
             if (!row)
                 continue;
-            if (parentRow)
-                parentRow->addChild(row);
-            else
-                topRows.append(row);
-            if (nested) {
-                build(nestedEntries, 1, row);
-                if (head.value(KeyExpanded).toBool(true))
-                    row->expand();
+            UltimateTreeItem* present = parentRow ? parentRow->child(index) : tree->row(index);
+            if (present != row) {
+                if (row->parentItem())
+                    row->parentItem()->takeChild(row);
+                else if (tree->indexOfRow(row) >= 0)
+                    tree->takeRow(row);
+                if (!parentRow)
+                    tree->insertRow(row, index);
+                else if (index == 0)
+                    parentRow->prependChild(row);
                 else
-                    row->collapse(false);
+                    parentRow->insertChildAfter(row, parentRow->child(index - 1));
+            }
+            ++index;
+            if (nested) {
+                const bool open = head.value(KeyExpanded).toBool(true);
+                auto applyOpen = [row, open]() {
+                    if (row->childCount() > 0 && row->isExpanded() != open) {
+                        if (open)
+                            row->expand();
+                        else
+                            row->collapse(false);
+                    }
+                };
+                // Closing a row closes everything below it, so a row's own
+                // state comes before its children's; a row that gets its
+                // first children here opens after them.
+                applyOpen();
+                place(nestedEntries, 1, row);
+                applyOpen();
             }
         }
     };
-    build(target, 0, nullptr);
-    // A row the array doesn't name stays in the list rather than leaving its
-    // component without one.
-    for (auto it = rows.cbegin(); it != rows.cend(); ++it)
-        topRows.append(it.value());
-    for (UltimateTreeItem* row : qAsConst(topRows))
-        tree->addRow(row);
+    place(target, 0, nullptr);
+    // A row the array doesn't name keeps a place in the list, after the rows
+    // it names, rather than leaving its component without one.
+    for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
+        UltimateTreeItem* row = it.value();
+        if (!row->parentItem() && tree->indexOfRow(row) < 0)
+            tree->addRow(row);
+    }
 
     restack();
     refreshOrder();
-    // Taking the rows out left the list without a current row.
+    // A current row that moved left the list without a current row.
     if (selectedComponent) {
         if (UltimateTreeItem* row = componentToItem.value(selectedComponent))
             tree->setCurrentRow(row);

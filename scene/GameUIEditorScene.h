@@ -107,8 +107,8 @@ public:
     // Gives a deleted component and those below it back their place in
     // components and a new row each, entered into rows by id.
     void restoreRows(UIComponentBase* component, RowHash& rows);
-    // Rebuilds the list after an order array. fill may add rows that are not in
-    // the list yet; a row that the array doesn't name goes to the end.
+    // Puts the list into the shape of an order array; fill may add rows that
+    // are not in the list yet. A row the array doesn't name stays in the list.
     void restoreOrder(const QJsonArray& target, const std::function<void(RowHash&)>& fill = nullptr);
 
     GameUIEditorSceneHelperBase* helper = nullptr;

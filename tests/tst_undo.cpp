@@ -95,7 +95,7 @@ private slots:
     void seededEditsUnwindAndRewindExactly_data()
     {
         QTest::addColumn<quint32>("seed");
-        for (quint32 seed : {1u, 77u, 4242u, 20261123u})
+        for (quint32 seed : {1u, 9u, 77u, 4242u, 31337u, 20261123u})
             QTest::addRow("seed %u", seed) << seed;
     }
 
