@@ -3,11 +3,7 @@
 // of HUD (store, clear, load) between two such HUDs. Prints the median of
 // several runs of each phase in milliseconds.
 #include "BenchHud.h"
-#include "components/GameUIEditorSceneHelper.h"
-#include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -22,20 +18,8 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     const int runs = argc > 1 ? qMax(1, QString::fromLocal8Bit(argv[1]).toInt()) : 7;
 
-    UltimateTreeWidget list;
-    list.resize(300, 600);
-    list.tree()->setRowHeight(20);
-    list.tree()->setRelocationEnabled(true);
-    list.tree()->startView();
-    GameUIEditor editor;
-    editor.resize(1000, 700);
-    editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
-    editor.bindList(&list, nullptr, nullptr);
-    list.show();
-    editor.show();
-    QApplication::processEvents();
-    GameUIEditorScene* scene = editor.editorScene();
-    scene->setScreenSize(816, 624);
+    BenchHud::Editor bench;
+    GameUIEditorScene* scene = bench.scene();
 
     const QJsonArray first = BenchHud::hud();
     QJsonArray second = BenchHud::hud();

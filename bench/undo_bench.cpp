@@ -5,13 +5,11 @@
 // in milliseconds (and the wall clock's view of it), and the resident memory
 // of the process around the stacks.
 #include "BenchHud.h"
-#include "components/GameUIEditorSceneHelper.h"
-#include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
+#include "tests/ListMove.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -119,27 +117,14 @@ int main(int argc, char** argv)
     const quint32 seed = argc > 1 ? QString::fromLocal8Bit(argv[1]).toUInt() : 14;
     const int steps = argc > 2 ? qMax(1, QString::fromLocal8Bit(argv[2]).toInt()) : 1000;
 
-    UltimateTreeWidget list;
-    list.resize(300, 600);
-    list.tree()->setRowHeight(20);
-    list.tree()->setRelocationEnabled(true);
-    list.tree()->setKeepSelectionLook(true);
-    list.tree()->startView();
-    GameUIEditor editor;
-    editor.resize(1000, 700);
-    editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
-    editor.bindList(&list, nullptr, nullptr);
-    list.show();
-    editor.show();
-    QApplication::processEvents();
-    GameUIEditorScene* scene = editor.editorScene();
-    scene->setScreenSize(816, 624);
+    BenchHud::Editor bench;
+    GameUIEditorScene* scene = bench.scene();
     scene->loadFromJson(BenchHud::hud());
     QApplication::processEvents();
     const double baseline = residentMiB();
     const int loaded = scene->components.size();
 
-    UltimateTree* tree = list.tree();
+    UltimateTree* tree = bench.list.tree();
     QRandomGenerator random(seed);
     auto any = [&]() { return scene->components.at(random.bounded(scene->components.size())); };
     while (scene->undoStack.size() < std::size_t(steps)) {
@@ -151,22 +136,9 @@ int main(int argc, char** argv)
             picked->endChange();
         } else if (action < 6) {
             // A move in the list: next to another row, or into a container.
-            UltimateTreeItem* row = scene->rowOfComponent(picked);
             UIComponentBase* target = any();
-            UltimateTreeItem* targetRow = scene->rowOfComponent(target);
-            bool inside = false;
-            for (UltimateTreeItem* up = targetRow; up && !inside; up = up->parentItem())
-                inside = up == row;
-            if (inside)
-                continue;
-            tree->removeRow(row);
-            if (target->canHaveChildren() && random.bounded(2))
-                targetRow->addChild(row);
-            else if (targetRow->parentItem())
-                targetRow->parentItem()->insertChildAfter(row, targetRow);
-            else
-                tree->insertRowAfter(row, targetRow);
-            emit tree->itemRelocated(row);
+            moveRowInList(tree, scene->rowOfComponent(picked), scene->rowOfComponent(target),
+                          target->canHaveChildren() && random.bounded(2));
         } else if (action < 8 && scene->components.size() > 450) {
             if (picked->canHaveChildren())
                 continue;

@@ -3,6 +3,7 @@
 // The editor scene as the main window has it, for the tests that drive it:
 // the canvas view and its component list side by side, with the real
 // component factory whose selector and dialogs the test scripts.
+#include "ListMove.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"

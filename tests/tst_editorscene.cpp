@@ -344,23 +344,11 @@ private slots:
             case 2: { // a list drag: the row goes elsewhere, at any depth
                 if (!picked)
                     break;
-                UltimateTreeItem* row = editor.scene->rowOfComponent(picked);
                 UIComponentBase* target = anyComponent();
-                UltimateTreeItem* targetRow = editor.scene->rowOfComponent(target);
-                bool inside = false;
-                for (UltimateTreeItem* up = targetRow; up && !inside; up = up->parentItem())
-                    inside = up == row;
-                if (inside)
-                    break;
                 const QPoint before = picked->absoluteXY();
-                tree->removeRow(row);
-                if (target->canHaveChildren() && random.bounded(2))
-                    targetRow->addChild(row);
-                else if (targetRow->parentItem())
-                    targetRow->parentItem()->insertChildAfter(row, targetRow);
-                else
-                    tree->insertRowAfter(row, targetRow);
-                emit tree->itemRelocated(row);
+                if (!moveRowInList(tree, editor.scene->rowOfComponent(picked), editor.scene->rowOfComponent(target),
+                                   target->canHaveChildren() && random.bounded(2)))
+                    break;
                 QCOMPARE(picked->absoluteXY(), before);
                 break;
             }

@@ -179,23 +179,12 @@ private slots:
                     break;
                 UltimateTreeItem* row = scene->rowOfComponent(picked);
                 UIComponentBase* target = any();
-                UltimateTreeItem* targetRow = scene->rowOfComponent(target);
-                bool inside = false;
-                for (UltimateTreeItem* up = targetRow; up && !inside; up = up->parentItem())
-                    inside = up == row;
                 // A list drag closes the row it picks up before the gesture
                 // starts; taking an open child row out here would close it
                 // outside of one. The real drag has a test of its own below.
-                if (inside || (row->parentItem() && row->isExpanded()))
+                if (row->parentItem() && row->isExpanded())
                     break;
-                tree->removeRow(row);
-                if (target->canHaveChildren() && random.bounded(2))
-                    targetRow->addChild(row);
-                else if (targetRow->parentItem())
-                    targetRow->parentItem()->insertChildAfter(row, targetRow);
-                else
-                    tree->insertRowAfter(row, targetRow);
-                emit tree->itemRelocated(row);
+                moveRowInList(tree, row, scene->rowOfComponent(target), target->canHaveChildren() && random.bounded(2));
                 break;
             }
             case 4: { // a drag on the canvas with the mouse, sometimes back to where it began
