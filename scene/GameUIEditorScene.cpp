@@ -831,7 +831,8 @@ UIComponentBase* GameUIEditorScene::pasteObject(QJsonObject object, UIComponentB
     object.insert(QStringLiteral("ID"), idCounter);
     const QStringList names = componentNames();
     const QString name = object.value(QStringLiteral("Name")).toString();
-    if (names.contains(name)) {
+    // A component without a name shows its kind's word and needs no copy's name.
+    if (!name.isEmpty() && names.contains(name)) {
         static const QRegularExpression suffix(QStringLiteral(" - Copy \\d+$"));
         const QRegularExpressionMatch match = suffix.match(name);
         const QString base = match.hasMatch() && match.capturedStart() > 0 ? name.left(match.capturedStart()) : name;

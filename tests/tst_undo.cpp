@@ -708,6 +708,7 @@ private slots:
         QTest::addRow("next free number") << QStringList{"Panel", "Panel - Copy 1", "Panel - Copy 2"} << "Panel"
                                           << "Panel - Copy 3";
         QTest::addRow("only the suffix") << QStringList{" - Copy 2"} << " - Copy 2" << " - Copy 2 - Copy 1";
+        QTest::addRow("no name") << QStringList{"", "Other"} << "" << "";
         QTest::addRow("suffix with case") << QStringList{"Panel - copy 2"} << "Panel - copy 2"
                                           << "Panel - copy 2 - Copy 1";
     }
