@@ -536,6 +536,52 @@ private slots:
         checkConsistent(scene);
     }
 
+    // A hand-made document may repeat an id or leave it out: undo must still
+    // give every component its row, though it can't tell such twins apart.
+    void repeatedIdsLoseNoRowOnUndo()
+    {
+        Editor editor;
+        GameUIEditorScene* scene = editor.scene;
+        QJsonObject twin = shape(1, 300, 300);
+        twin.insert("Name", "Twin");
+        QJsonObject anonymous = shape(0, 50, 50);
+        anonymous.remove("ID");
+        QJsonObject other = anonymous;
+        other.insert("Name", "Other");
+        scene->loadFromJson(QJsonArray{shape(1, 100, 100), twin, group(2, 400, 400, QJsonArray{anonymous, other})});
+        const QJsonArray start = scene->toJson();
+        auto names = [&]() {
+            QStringList all;
+            for (UIComponentBase* component : qAsConst(scene->components))
+                all.append(component->jsonData.value("Name").toString());
+            all.sort();
+            return all;
+        };
+        const QStringList before = names();
+
+        for (int round = 0; round < 2; ++round) {
+            scene->select(scene->components.at(round == 0 ? 1 : 3));
+            editor.view->deleteAComponent();
+            UltimateTreeItem* row = scene->rowOfComponent(scene->components.first());
+            UltimateTree* tree = editor.list->tree();
+            moveRowInList(tree, row, tree->row(tree->rowCount() - 1), false);
+            scene->undo();
+            scene->undo();
+            QCOMPARE(scene->components.size(), 5);
+            QCOMPARE(names(), before);
+            checkConsistent(scene);
+            QCOMPARE(scene->toJson().size(), start.size());
+            scene->redo();
+            scene->redo();
+            QCOMPARE(scene->components.size(), 4);
+            checkConsistent(scene);
+            scene->undo();
+            scene->undo();
+            QCOMPARE(scene->components.size(), 5);
+            checkConsistent(scene);
+        }
+    }
+
     void pasteTakesOnlyItsOwnWellFormedText()
     {
         Editor editor;
