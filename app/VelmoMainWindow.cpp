@@ -15,6 +15,7 @@
 #include "scene/GameUIEditorScene.h"
 #include "widgets/AlertDialog.h"
 #include "widgets/BRResizerRenderer.h"
+#include "widgets/ClipboardIdentifiers.h"
 #include "widgets/MyPopup.h"
 #include "widgets/ConfirmationDialog.h"
 #include "widgets/TitleBarButtons.h"
@@ -258,7 +259,7 @@ void VelmoMainWindow::buildForm()
 void VelmoMainWindow::setupHudList()
 {
     UltimateTree* tree = hudList->tree();
-    hudList->setClipboardId(QStringLiteral("VELMORAHUD"));
+    hudList->setClipboardId(ClipboardIdentifiers::Hud);
     tree->setColumnCount(2);
     tree->setColumnWidth(0, 18);
     tree->setColumnAlignment(0, Qt::AlignHCenter);
@@ -310,7 +311,7 @@ void VelmoMainWindow::setupHudList()
 void VelmoMainWindow::setupComponentList()
 {
     UltimateTree* tree = componentList->tree();
-    componentList->setClipboardId(QStringLiteral("VELMOCOMP"));
+    componentList->setClipboardId(ClipboardIdentifiers::Component);
     tree->setColumnCount(1);
     tree->setRowHeight(20);
     tree->setTextOffset(4);
@@ -324,11 +325,17 @@ void VelmoMainWindow::setupComponentList()
     connect(removeComponentButton, &QPushButton::clicked, editor, &GameUIEditor::deleteAComponent);
     // Every step that can be undone is an unsaved change.
     editor->editorScene()->setUndoCallback([this](int undo, int redo) {
-        if (undo != 0)
+        if (undo != 0) {
             canUndo = undo == 1;
-        if (redo != 0)
+            if (actionUndo)
+                actionUndo->setEnabled(isProjectOpen && canUndo);
+        }
+        if (redo != 0) {
             canRedo = redo == 1;
-        if (undo == 1)
+            if (actionRedo)
+                actionRedo->setEnabled(isProjectOpen && canRedo);
+        }
+        if (undo == 1 || redo == 1)
             markChanged();
     });
     // Arrow-key moves leave no undo step, yet they are unsaved work.
@@ -415,6 +422,13 @@ void VelmoMainWindow::buildMenus()
     connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
     connect(actionClose, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
 
+    QMenu* edit = bar->addMenu(tr("Edit"));
+    edit->setObjectName(QStringLiteral("Menu_Edit"));
+    actionUndo = makeAction(edit, "Action_Undo", QT_TR_NOOP("Undo Action"), QT_TR_NOOP("Undo"), QKeySequence());
+    actionRedo = makeAction(edit, "Action_Redo", QT_TR_NOOP("Redo Action"), QT_TR_NOOP("Redo"), QKeySequence());
+    connect(actionUndo, &QAction::triggered, this, &VelmoMainWindow::Undo);
+    connect(actionRedo, &QAction::triggered, this, &VelmoMainWindow::Redo);
+
     QMenu* project = bar->addMenu(tr("Project"));
     project->setObjectName(QStringLiteral("Menu_Project"));
     actionRun = makeAction(project, "Action_Run", QT_TR_NOOP("Run Project"), QT_TR_NOOP("Run"),
@@ -426,6 +440,16 @@ void VelmoMainWindow::buildMenus()
     connect(actionRun, &QAction::triggered, this, &VelmoMainWindow::RunGame);
     connect(actionStop, &QAction::triggered, this, &VelmoMainWindow::StopGame);
     connect(actionProjectExplorer, &QAction::triggered, this, &VelmoMainWindow::OpenProjectDirectory);
+}
+
+void VelmoMainWindow::Undo()
+{
+    editor->editorScene()->undo();
+}
+
+void VelmoMainWindow::Redo()
+{
+    editor->editorScene()->redo();
 }
 
 void VelmoMainWindow::closeWindow()
@@ -821,6 +845,8 @@ void VelmoMainWindow::updateCommandStates()
     actionReload->setEnabled(isProjectOpen);
     actionSave->setEnabled(isProjectOpen);
     actionClose->setEnabled(isProjectOpen);
+    actionUndo->setEnabled(isProjectOpen && canUndo);
+    actionRedo->setEnabled(isProjectOpen && canRedo);
     const bool canRun = isProjectOpen && !editorLocation.isEmpty();
     actionRun->setEnabled(canRun && !gameProcess);
     actionStop->setEnabled(canRun && gameProcess);

@@ -91,6 +91,8 @@ public slots:
     void SaveProject();
     void CloseProject();
     void InstallInMZ();
+    void Undo();
+    void Redo();
     void RunGame();
     void StopGame();
     void OpenProjectDirectory();
@@ -191,6 +193,8 @@ private:
     QAction* actionReload = nullptr;
     QAction* actionSave = nullptr;
     QAction* actionClose = nullptr;
+    QAction* actionUndo = nullptr;
+    QAction* actionRedo = nullptr;
     QAction* actionRun = nullptr;
     QAction* actionStop = nullptr;
     QAction* actionProjectExplorer = nullptr;

@@ -3,11 +3,10 @@
 // HUD (store, clear, load) between two such HUDs, and each zoom step through
 // the whole range with the repaint of the view that follows it. Prints the
 // median of several runs of each phase in milliseconds.
+#include "BenchHud.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -18,72 +17,16 @@
 #include <map>
 #include <vector>
 
-namespace {
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-QJsonObject leaf(int& id, int kind)
-{
-    ++id;
-    return QJsonObject{{"ID", id},
-                       {"Type", kind},
-                       {"Name", QStringLiteral("Component %1").arg(id)},
-                       {"X", id % 700},
-                       {"Y", id % 500},
-                       {"ShapeData", QJsonObject{{"Width", 40}, {"Height", 20}, {"Color", "#ffffff"}}}};
-}
-
-// 20 windows, each with 4 groups of 5 components, and 4 more components of
-// its own: 20 * (1 + 4 * 6 + 0) = 500.
-QJsonArray hud()
-{
-    int id = 0;
-    QJsonArray top;
-    for (int w = 0; w < 20; ++w) {
-        QJsonObject window{{"ID", ++id}, {"Type", 7}, {"X", 40 * w}, {"Y", 30}, {"Expanded", w % 3 != 0}};
-        QJsonArray groups;
-        for (int g = 0; g < 4; ++g) {
-            QJsonObject group{{"ID", ++id}, {"Type", 6}, {"X", 10 * g}, {"Y", 10}};
-            QJsonArray leaves;
-            for (int c = 0; c < 5; ++c)
-                leaves.append(leaf(id, c % 6));
-            group.insert("Children", leaves);
-            groups.append(group);
-        }
-        window.insert("Children", groups);
-        top.append(window);
-    }
-    return top;
-}
-
-}
-
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     const int runs = argc > 1 ? qMax(1, QString::fromLocal8Bit(argv[1]).toInt()) : 7;
 
-    UltimateTreeWidget list;
-    list.resize(300, 600);
-    list.tree()->setRowHeight(20);
-    list.tree()->setRelocationEnabled(true);
-    list.tree()->startView();
-    GameUIEditor editor;
-    editor.resize(1000, 700);
-    editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
-    editor.bindList(&list, nullptr, nullptr);
-    list.show();
-    editor.show();
-    QApplication::processEvents();
-    GameUIEditorScene* scene = editor.editorScene();
-    scene->setScreenSize(816, 624);
+    BenchHud::Editor bench;
+    GameUIEditorScene* scene = bench.scene();
 
-    const QJsonArray first = hud();
-    QJsonArray second = hud();
+    const QJsonArray first = BenchHud::hud();
+    QJsonArray second = BenchHud::hud();
     std::vector<double> load, toJson, clear, change;
     QElapsedTimer timer;
     int components = 0;
@@ -128,18 +71,18 @@ int main(int argc, char** argv)
                 scene->zoomIn();
             else
                 scene->zoomOut();
-            editor.viewport()->repaint();
+            bench.view.viewport()->repaint();
             if (scene->zoom != previous)
                 steps[{direction, scene->zoom}].push_back(timer.nsecsElapsed() / 1e6);
         }
     };
     for (int run = 0; run < runs; ++run) {
         scene->setZoom(1);
-        editor.viewport()->repaint();
+        bench.view.viewport()->repaint();
         walk(1);
         // Up the steps end at 5.0; down they start from the largest zoom.
         scene->setZoom(59);
-        editor.viewport()->repaint();
+        bench.view.viewport()->repaint();
         walk(-1);
     }
     scene->clear();
@@ -147,7 +90,7 @@ int main(int argc, char** argv)
     double slowest = 0;
     int slowestZoom = 0;
     for (const auto& step : steps) {
-        const double time = median(step.second);
+        const double time = BenchHud::median(step.second);
         (step.first.first > 0 ? stepIn : stepOut).push_back(time);
         if (time > slowest) {
             slowest = time;
@@ -157,11 +100,11 @@ int main(int argc, char** argv)
 
     QTextStream out(stdout);
     out << "scene: " << components << " components, median of " << runs << " runs (ms)\n";
-    out << "load " << median(load) << "  toJson " << median(toJson) << "  clear " << median(clear)
-        << "  change " << median(change) << "\n";
+    out << "load " << BenchHud::median(load) << "  toJson " << BenchHud::median(toJson) << "  clear " << BenchHud::median(clear)
+        << "  change " << BenchHud::median(change) << "\n";
     out << "zoom: " << stepIn.size() << " steps in and " << stepOut.size()
         << " out, each with the repaint, median over the runs (ms)\n";
-    out << "step in " << median(stepIn) << "  step out " << median(stepOut) << "  slowest " << slowest
+    out << "step in " << BenchHud::median(stepIn) << "  step out " << BenchHud::median(stepOut) << "  slowest " << slowest
         << (slowestZoom > 0 ? " (in to " : " (out to ") << qAbs(slowestZoom) / 10.0 << ")\n";
     return 0;
 }

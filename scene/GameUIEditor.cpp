@@ -185,14 +185,14 @@ void GameUIEditor::hideAComponent()
     scene->hideAComponent();
 }
 
-void GameUIEditor::onItemExpanded(UltimateTreeItem*)
+void GameUIEditor::onItemExpanded(UltimateTreeItem* item)
 {
-    scene->refreshOrder();
+    scene->expansionChanged(item);
 }
 
-void GameUIEditor::onItemCollapsed(UltimateTreeItem*)
+void GameUIEditor::onItemCollapsed(UltimateTreeItem* item)
 {
-    scene->refreshOrder();
+    scene->expansionChanged(item);
 }
 
 void GameUIEditor::list_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem*)

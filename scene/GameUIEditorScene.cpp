@@ -6,6 +6,7 @@
 #include "scene/ResizeComponentButtonSprite.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/AlertDialog.h"
+#include "widgets/ClipboardIdentifiers.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
@@ -30,10 +31,11 @@
 
 namespace {
 
-const QString ClipboardId = QStringLiteral("VELMOCOMP");
 const QString KeyChildren = QStringLiteral("Children");
 const QString KeyExpanded = QStringLiteral("Expanded");
 const QString KeyOrder = QStringLiteral("Order");
+const QString KeyPosX = QStringLiteral("PosX");
+const QString KeyPosY = QStringLiteral("PosY");
 
 // The component ids of the order array, counted down the tree.
 QJsonValue orderEntry(UltimateTreeItem* row)
@@ -45,6 +47,31 @@ QJsonValue orderEntry(UltimateTreeItem* row)
     for (int i = 0; i < row->childCount(); ++i)
         entry.append(orderEntry(row->child(i)));
     return entry;
+}
+
+// Sets the open state of the row with this id inside an order array; false
+// when the array holds no such row with children.
+bool setExpandedIn(QJsonArray& array, int id, bool expanded)
+{
+    for (int i = 0; i < array.size(); ++i) {
+        if (!array.at(i).isArray())
+            continue;
+        QJsonArray entry = array.at(i).toArray();
+        QJsonObject head = entry.first().toObject();
+        if (head.value(QStringLiteral("Type")).toInt() == id) {
+            if (head.value(KeyExpanded).toBool(true) != expanded) {
+                head.insert(KeyExpanded, expanded);
+                entry[0] = head;
+                array[i] = entry;
+            }
+            return true;
+        }
+        if (setExpandedIn(entry, id, expanded)) {
+            array[i] = entry;
+            return true;
+        }
+    }
+    return false;
 }
 
 int countObjects(const QJsonArray& array)
@@ -59,6 +86,13 @@ int countObjects(const QJsonArray& array)
 }
 
 }
+
+// Marks the scene's own reshaping of the list for as long as it lives.
+struct StructureWork {
+    explicit StructureWork(GameUIEditorScene* owner) : scene(owner) { ++scene->structureDepth; }
+    ~StructureWork() { --scene->structureDepth; }
+    GameUIEditorScene* scene;
+};
 
 GameUIEditorScene::GameUIEditorScene(GameUIEditor* owner, QObject* parent) : QGraphicsScene(parent), view(owner)
 {
@@ -183,6 +217,8 @@ UIComponentBase* GameUIEditorScene::createFromJson(const QJsonObject& json, UICo
 {
     if (!helper || !list)
         return nullptr;
+    const QJsonArray before = order;
+    const StructureWork work(this);
     UIComponentBase* component = makeComponent(json, parent);
     if (!component)
         return nullptr;
@@ -204,22 +240,23 @@ UIComponentBase* GameUIEditorScene::createFromJson(const QJsonObject& json, UICo
         tree->addRow(row);
     }
 
-    pushStructure(UndoRecord::Created, component);
+    pushStructure(UndoRecord::Created, component, before);
     select(component);
     component->setData(json);
     return component;
 }
 
-void GameUIEditorScene::pushStructure(int kind, UIComponentBase* component, const QJsonObject& extra)
+void GameUIEditorScene::pushStructure(int kind, UIComponentBase* component, const QJsonArray& before,
+                                      const QJsonObject& extra)
 {
     setRedoEnabled(false);
-    setUndoEnabled(true);
     UndoRecord record;
     record.kind = kind;
     record.json = extra;
-    record.json.insert(KeyOrder, order);
+    record.json.insert(KeyOrder, before);
     record.component = component;
     undoStack.push_back(record);
+    setUndoEnabled(true);
 }
 
 void GameUIEditorScene::loadArray(const QJsonArray& array, UIComponentBase* parent, UltimateTreeItem* parentRow)
@@ -728,7 +765,7 @@ void GameUIEditorScene::wheelEvent(QGraphicsSceneWheelEvent* event)
 
 void GameUIEditorScene::keyPressEvent(QKeyEvent* event)
 {
-    if (manipulationKey(event, true))
+    if (manipulationKey(event, true) || handleUndoKeys(event))
         return;
     if (editorKeyPress(event)) {
         event->accept();
@@ -1028,8 +1065,10 @@ void GameUIEditorScene::deleteAComponent()
     refreshOrder();
 }
 
-void GameUIEditorScene::removeComponent(UIComponentBase* component)
+void GameUIEditorScene::removeComponent(UIComponentBase* component, bool record)
 {
+    const QJsonArray before = order;
+    const StructureWork work(this);
     UltimateTreeItem* row = componentToItem.value(component);
     // Every component below leaves the maps before its row is deleted.
     std::function<void(UIComponentBase*)> take = [&](UIComponentBase* gone) {
@@ -1059,7 +1098,8 @@ void GameUIEditorScene::removeComponent(UIComponentBase* component)
     take(component);
     if (row && list)
         list->tree()->deleteRow(row);
-    pushStructure(UndoRecord::Deleted, component);
+    if (record)
+        pushStructure(UndoRecord::Deleted, component, before);
     if (list && !list->tree()->currentRow())
         selectedComponent = nullptr;
     update();
@@ -1085,7 +1125,8 @@ void GameUIEditorScene::copyAComponent()
     UltimateTreeItem* row = componentToItem.value(selectedComponent);
     if (row && row->childCount() > 0)
         object.insert(KeyChildren, serialise(row));
-    QApplication::clipboard()->setText(ClipboardId + QString::fromUtf8(QJsonDocument(object).toJson()));
+    QApplication::clipboard()->setText(
+        ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, object, QJsonDocument::Indented));
 }
 
 void GameUIEditorScene::cutAComponent()
@@ -1110,20 +1151,24 @@ void GameUIEditorScene::paste(UIComponentBase* parent)
         reportLimit();
         return;
     }
-    const QString text = QApplication::clipboard()->text();
-    if (!text.startsWith(ClipboardId))
+    QJsonObject object;
+    if (!ClipboardIdentifiers::readObject(QApplication::clipboard()->text(), ClipboardIdentifiers::Component,
+                                          &object))
         return;
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text.mid(ClipboardId.size()).toUtf8(), &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject())
-        return;
-    const QJsonObject object = document.object();
     // A pasted tree that would pass the limit is refused whole, never cut short.
     if (components.size() + 1 + countObjects(object.value(KeyChildren).toArray()) > componentLimit) {
         reportLimit();
         return;
     }
+    const QJsonArray before = order;
+    const std::size_t mark = undoStack.size();
     UIComponentBase* component = pasteObject(object, parent);
+    if (component) {
+        // The copy comes back and goes again with everything below it as one
+        // step: taking the top component out takes its children along.
+        undoStack.erase(undoStack.begin() + std::ptrdiff_t(mark), undoStack.end());
+        pushStructure(UndoRecord::Created, component, before);
+    }
     refreshOrder();
     if (component)
         select(component);
@@ -1137,7 +1182,8 @@ UIComponentBase* GameUIEditorScene::pasteObject(QJsonObject object, UIComponentB
     object.insert(QStringLiteral("ID"), idCounter);
     const QStringList names = componentNames();
     const QString name = object.value(QStringLiteral("Name")).toString();
-    if (names.contains(name)) {
+    // A component without a name shows its kind's word and needs no copy's name.
+    if (!name.isEmpty() && names.contains(name)) {
         static const QRegularExpression suffix(QStringLiteral(" - Copy \\d+$"));
         const QRegularExpressionMatch match = suffix.match(name);
         const QString base = match.hasMatch() && match.capturedStart() > 0 ? name.left(match.capturedStart()) : name;
@@ -1179,8 +1225,7 @@ void GameUIEditorScene::listItemRelocated(UltimateTreeItem* row)
     const QPoint position = component->absoluteXY();
     const QJsonArray newOrder = orderFromList();
     if (newOrder != order) {
-        pushStructure(UndoRecord::Moved, component,
-                      QJsonObject{{QStringLiteral("PosX"), position.x()}, {QStringLiteral("PosY"), position.y()}});
+        pushStructure(UndoRecord::Moved, component, order, QJsonObject{{KeyPosX, position.x()}, {KeyPosY, position.y()}});
         order = newOrder;
     }
     restack();
@@ -1231,16 +1276,12 @@ void GameUIEditorScene::prepareMenu(QMenu* menu)
             }
         }
     }
-    const QString text = QApplication::clipboard()->text();
-    QJsonParseError error;
-    const QJsonDocument document = text.startsWith(ClipboardId)
-                                       ? QJsonDocument::fromJson(text.mid(ClipboardId.size()).toUtf8(), &error)
-                                       : QJsonDocument();
-    const bool offered = text.startsWith(ClipboardId) && error.error == QJsonParseError::NoError
-                         && document.isObject();
+    QJsonObject pasted;
+    const bool offered = ClipboardIdentifiers::readObject(QApplication::clipboard()->text(),
+                                                          ClipboardIdentifiers::Component, &pasted);
     pasteAction->setVisible(offered);
     if (offered) {
-        const QString name = document.object().value(QStringLiteral("Name")).toString();
+        const QString name = pasted.value(QStringLiteral("Name")).toString();
         if (!name.isEmpty())
             pasteAction->setText(tr("Paste \"%1\"").arg(name));
     }
@@ -1276,7 +1317,7 @@ void GameUIEditorScene::pushSnapshot(UIComponentBase* component, bool toRedo, bo
     pendingChange = pending;
     const QJsonObject snapshot = component->data();
     std::vector<UndoRecord>& stack = toRedo ? redoStack : undoStack;
-    if (!stack.empty() && stack.back().json == snapshot)
+    if (!stack.empty() && stack.back().component == component && stack.back().json == snapshot)
         return;
     stack.push_back(UndoRecord{UndoRecord::Snapshot, snapshot, component});
 }
@@ -1292,7 +1333,9 @@ void GameUIEditorScene::finishChange(UIComponentBase* component)
     if (!component)
         return;
     const QJsonObject present = component->data();
-    const bool equal = !undoStack.empty() && !undoStack.back().json.isEmpty() && undoStack.back().json == present;
+    // A change that ended where it began leaves no step behind.
+    const bool equal = !undoStack.empty() && undoStack.back().component == component
+                       && !undoStack.back().json.isEmpty() && undoStack.back().json == present;
     if (equal) {
         undoStack.pop_back();
         if (undoStack.empty())
@@ -1417,3 +1460,250 @@ bool GameUIEditorScene::manipulationKey(QKeyEvent* event, bool press)
     return false;
 }
 
+void GameUIEditorScene::undo()
+{
+    replay(false);
+}
+
+void GameUIEditorScene::redo()
+{
+    replay(true);
+}
+
+void GameUIEditorScene::clearSelection()
+{
+    UltimateTree* tree = list ? list->tree() : nullptr;
+    if (tree && tree->currentRow()) {
+        // The list tells the view, which deselects and updates its buttons.
+        tree->setCurrentRow(nullptr);
+        return;
+    }
+    if (view)
+        view->list_currentItemChanged(nullptr, nullptr);
+    else
+        listCurrentItemChanged(nullptr);
+}
+
+void GameUIEditorScene::replay(bool forward)
+{
+    // Never in the middle of a drag or a handle's use.
+    if (leftButtonDown)
+        return;
+    std::vector<UndoRecord>& source = forward ? redoStack : undoStack;
+    std::vector<UndoRecord>& inverse = forward ? undoStack : redoStack;
+    if (source.empty()) {
+        if (!forward && !selectedComponent)
+            clearSelection();
+        return;
+    }
+    const UndoRecord record = source.back();
+    UIComponentBase* component = record.component;
+    const QJsonArray recordedOrder = record.json.value(KeyOrder).toArray();
+    switch (record.kind) {
+    case UndoRecord::Snapshot: {
+        pushSnapshot(component, !forward, false);
+        component->setData(record.json);
+        if (UltimateTreeItem* row = componentToItem.value(component))
+            row->setText(0, rowText(record.json));
+        // Selecting again rebuilds the handles for the restored shape.
+        if (componentToItem.contains(component))
+            select(component);
+        break;
+    }
+    case UndoRecord::Deleted: {
+        inverse.push_back(UndoRecord{UndoRecord::Created, QJsonObject{{KeyOrder, order}}, component});
+        component->clearHover();
+        RowHash restored;
+        restoreRows(component, restored);
+        restoreOrder(recordedOrder, [&restored](RowHash& rows) { rows.unite(restored); });
+        select(component);
+        break;
+    }
+    case UndoRecord::Created: {
+        inverse.push_back(UndoRecord{UndoRecord::Deleted, QJsonObject{{KeyOrder, order}}, component});
+        bool wasSelected = false;
+        for (UIComponentBase* up = selectedComponent; up && !wasSelected; up = up->parentComponent)
+            wasSelected = up == component;
+        component->setSelected(false);
+        removeComponent(component, false);
+        restoreOrder(recordedOrder);
+        if (wasSelected) {
+            selectedComponent = nullptr;
+            clearSelection();
+        }
+        break;
+    }
+    case UndoRecord::Moved: {
+        const int posX = record.json.value(KeyPosX).toInt();
+        const int posY = record.json.value(KeyPosY).toInt();
+        // The position stays the one from before the move, in both directions:
+        // a move in the list keeps the canvas place.
+        inverse.push_back(UndoRecord{UndoRecord::Moved,
+                                     QJsonObject{{KeyOrder, order}, {KeyPosX, posX}, {KeyPosY, posY}}, component});
+        restoreOrder(recordedOrder);
+        clearSelection();
+        component->setAbsoluteXY(posX, posY);
+        break;
+    }
+    default:
+        break;
+    }
+    source.pop_back();
+    if (source.empty()) {
+        if (forward)
+            setRedoEnabled(false);
+        else
+            setUndoEnabled(false);
+    }
+    update();
+    if (forward)
+        setUndoEnabled(true);
+    else
+        setRedoEnabled(true);
+}
+
+void GameUIEditorScene::restoreRows(UIComponentBase* component, RowHash& rows)
+{
+    removedComponents.removeOne(component);
+    components.append(component);
+    UltimateTreeItem* row = makeRow(component->data(), component);
+    if (!component->isVisible()) {
+        row->setHalfOpacityAll(true);
+        row->setItalicAll(true);
+    }
+    rows.insert(row->id(), row);
+    if (QList<UIComponentBase*>* children = component->removedChildren) {
+        component->removedChildren = nullptr;
+        for (UIComponentBase* child : qAsConst(*children))
+            restoreRows(child, rows);
+        delete children;
+    }
+}
+
+void GameUIEditorScene::restoreOrder(const QJsonArray& target, const std::function<void(RowHash&)>& fill)
+{
+    if (!list)
+        return;
+    const StructureWork work(this);
+    UltimateTree* tree = list->tree();
+
+    // Every row by id: those in the list, depth first, and those fill brings.
+    QVector<UltimateTreeItem*> walked;
+    walked.reserve(components.size());
+    std::function<void(UltimateTreeItem*)> walk = [&](UltimateTreeItem* row) {
+        walked.append(row);
+        for (int i = 0; i < row->childCount(); ++i)
+            walk(row->child(i));
+    };
+    for (int i = 0; i < tree->rowCount(); ++i)
+        walk(tree->row(i));
+    RowHash rows;
+    rows.reserve(walked.size());
+    // Inserted last to first, so that of two rows with one id the earlier
+    // comes out first.
+    for (int i = walked.size() - 1; i >= 0; --i)
+        rows.insert(walked.at(i)->id(), walked.at(i));
+    if (fill)
+        fill(rows);
+
+    // Level by level, in the array's order, only the rows that stand
+    // elsewhere move: a step changes a few rows, and the list stays laid out
+    // around them. An entry is a row's id, or an array of {"Type": id,
+    // "Expanded"} and the entries of its children; first is where a level's
+    // entries begin.
+    std::function<void(const QJsonArray&, int, UltimateTreeItem*)> place = [&](const QJsonArray& entries, int first,
+                                                                              UltimateTreeItem* parentRow) {
+        int index = 0;
+        for (int e = first; e < entries.size(); ++e) {
+            const QJsonValue entry = entries.at(e);
+            const bool nested = entry.isArray();
+            if (!nested && !entry.isDouble())
+                continue;
+            const QJsonArray nestedEntries = entry.toArray();
+            const QJsonObject head = nested ? nestedEntries.first().toObject() : QJsonObject();
+            const int id = nested ? head.value(QStringLiteral("Type")).toInt(-1) : entry.toInt(-1);
+            UltimateTreeItem* row = rows.take(id);
+            if (!row)
+                continue;
+            UltimateTreeItem* present = parentRow ? parentRow->child(index) : tree->row(index);
+            if (present != row) {
+                if (row->parentItem())
+                    row->parentItem()->takeChild(row);
+                else if (tree->indexOfRow(row) >= 0)
+                    tree->takeRow(row);
+                if (!parentRow)
+                    tree->insertRow(row, index);
+                else if (index == 0)
+                    parentRow->prependChild(row);
+                else
+                    parentRow->insertChildAfter(row, parentRow->child(index - 1));
+            }
+            ++index;
+            if (nested) {
+                const bool open = head.value(KeyExpanded).toBool(true);
+                auto applyOpen = [row, open]() {
+                    if (row->childCount() > 0 && row->isExpanded() != open) {
+                        if (open)
+                            row->expand();
+                        else
+                            row->collapse(false);
+                    }
+                };
+                // Closing a row closes everything below it, so a row's own
+                // state comes before its children's; a row that gets its
+                // first children here opens after them.
+                applyOpen();
+                place(nestedEntries, 1, row);
+                applyOpen();
+            }
+        }
+    };
+    place(target, 0, nullptr);
+    // A row the array doesn't name keeps a place in the list, after the rows
+    // it names, rather than leaving its component without one.
+    for (auto it = rows.cbegin(); it != rows.cend(); ++it) {
+        UltimateTreeItem* row = it.value();
+        if (!row->parentItem() && tree->indexOfRow(row) < 0)
+            tree->addRow(row);
+    }
+
+    restack();
+    refreshOrder();
+    // A current row that moved left the list without a current row.
+    if (selectedComponent) {
+        if (UltimateTreeItem* row = componentToItem.value(selectedComponent))
+            tree->setCurrentRow(row);
+    }
+}
+
+void GameUIEditorScene::expansionChanged(UltimateTreeItem* row)
+{
+    // Rows the scene or a relocation opens and closes on the way don't count;
+    // a row without children has no state of its own to keep.
+    if (!row || structureDepth > 0 || !list || row->childCount() == 0)
+        return;
+    const UltimateTree* tree = list->tree();
+    if (tree->isDragging() || tree->pressedMouseButton() == 2)
+        return;
+    setExpandedIn(order, row->id(), row->isExpanded());
+}
+
+// ---------------------------------------------------------------- keys
+
+bool GameUIEditorScene::handleUndoKeys(QKeyEvent* event)
+{
+    if (event->modifiers() != Qt::ControlModifier || (event->key() != Qt::Key_Z && event->key() != Qt::Key_Y))
+        return false;
+    // While a drag runs the keys belong to it.
+    if (draggedComponent)
+        return false;
+    // A held key undoes one step, not a run of them.
+    if (event->isAutoRepeat())
+        return true;
+    if (event->key() == Qt::Key_Z)
+        undo();
+    else
+        redo();
+    event->accept();
+    return true;
+}

@@ -4,6 +4,7 @@
 
 #include <QGraphicsScene>
 #include <QHash>
+#include <QMultiHash>
 #include <QImage>
 #include <QJsonArray>
 #include <QLine>
@@ -34,6 +35,9 @@ class GameUIEditorScene : public QGraphicsScene
 public:
     // A HUD holds at most this many components; creation and paste stop there.
     static constexpr int componentLimit = 501;
+    // Rows by component id. Ids are unique in a HUD the editor made; a
+    // hand-made document may repeat one, and then every row still has its place.
+    using RowHash = QMultiHash<int, UltimateTreeItem*>;
 
     explicit GameUIEditorScene(GameUIEditor* view = nullptr, QObject* parent = nullptr);
     ~GameUIEditorScene() override;
@@ -83,7 +87,9 @@ public:
     void createACenteredComponent();
     void editAComponent();
     void deleteAComponent();
-    void removeComponent(UIComponentBase* component);
+    // Takes the component and everything below it out of list and canvas; they
+    // wait in removedComponents. With record, the deletion becomes an undo step.
+    void removeComponent(UIComponentBase* component, bool record = true);
     void hideAComponent();
     void copyAComponent();
     void cutAComponent();
@@ -91,6 +97,9 @@ public:
     UIComponentBase* pasteObject(QJsonObject object, UIComponentBase* parent);
     void listCurrentItemChanged(UltimateTreeItem* current);
     void listItemRelocated(UltimateTreeItem* row);
+    // A row was opened or closed: order keeps the row's state, never the
+    // list's structure, so a relocation still finds the structure before it.
+    void expansionChanged(UltimateTreeItem* row);
     // Sets the menu's texts and visibility from the current row and the clipboard.
     void prepareMenu(QMenu* menu);
 
@@ -121,6 +130,14 @@ public:
     void pushSnapshot(UIComponentBase* component, bool toRedo, bool pending);
     void beginChange(UIComponentBase* component);
     void finishChange(UIComponentBase* component);
+    void undo();
+    void redo();
+    // Gives a deleted component and those below it back their place in
+    // components and a new row each, entered into rows by id.
+    void restoreRows(UIComponentBase* component, RowHash& rows);
+    // Puts the list into the shape of an order array; fill may add rows that
+    // are not in the list yet. A row the array doesn't name stays in the list.
+    void restoreOrder(const QJsonArray& target, const std::function<void(RowHash&)>& fill = nullptr);
 
     // Direct manipulation: the drag step for a mouse position (also after a
     // scroll, so that the dragged item stays under the cursor), and what
@@ -174,6 +191,8 @@ protected:
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event) override;
+    // Ctrl+Z and Ctrl+Y; true when the key was one of them.
+    bool handleUndoKeys(QKeyEvent* event);
     void drawBackground(QPainter* painter, const QRectF& rect) override;
     // Direct manipulation: the drag, the snap guides and the keys that change a running drag or resize.
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;
@@ -209,7 +228,13 @@ private:
     // Wakes hover handling under a cursor that stands still after a drag.
     void nudgeCursor();
     void restackRows(UltimateTreeItem* parentRow, UIComponentBase* parent);
-    void pushStructure(int kind, UIComponentBase* component, const QJsonObject& extra = QJsonObject());
+    // Pushes a structure step; before is the order array before the act.
+    void pushStructure(int kind, UIComponentBase* component, const QJsonArray& before,
+                       const QJsonObject& extra = QJsonObject());
+    // undo() and redo(): one step from one stack, its inverse onto the other.
+    void replay(bool forward);
+    // No selection, with the list and the view's buttons told.
+    void clearSelection();
     QJsonArray serialise(UltimateTreeItem* parentRow) const;
     QStringList componentNames() const;
     void showPopup(QMenu* menu, const QPoint& screenPosition);
@@ -218,4 +243,9 @@ private:
 
     // The rows directly below a row, or the top-level rows for null.
     QList<UltimateTreeItem*> rowsUnder(UltimateTreeItem* parentRow) const;
+
+    // Above zero while the scene itself reshapes the list: the rows it opens
+    // and closes on the way say nothing about what the user wants open.
+    int structureDepth = 0;
+    friend struct StructureWork;
 };

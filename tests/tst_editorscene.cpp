@@ -1,3 +1,4 @@
+#include "EditorFixture.h"
 #include "TestEnvironment.h"
 
 #include "components/GameUIEditorSceneHelper.h"
@@ -23,49 +24,6 @@
 #include <functional>
 
 namespace {
-
-// The real factory, with the kind of each new component chosen by the test
-// instead of the selector.
-class ScriptedHelper : public GameUIEditorSceneHelper<VelmoUISelector>
-{
-public:
-    void chooseNewComponent(QJsonObject& json, bool* accepted, int id, bool, QJsonObject*, TrovDialog*) override
-    {
-        ++asked;
-        json.insert(QStringLiteral("ID"), id + 1);
-        json.insert(QStringLiteral("Type"), nextType);
-        json.insert(QStringLiteral("Name"), QStringLiteral("C%1").arg(id + 1));
-        *accepted = true;
-    }
-    int nextType = 1;
-    int asked = 0;
-};
-
-struct Editor : TestEnvironment::Canvas {
-    Editor() : Canvas(new ScriptedHelper), helper(static_cast<ScriptedHelper*>(scene->helper)) {}
-    void show()
-    {
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        // The first show fits the canvas; these cases work at zoom 1.0.
-        scene->setZoom(10);
-    }
-    QPoint at(const QPointF& scenePoint) const { return view->mapFromScene(scenePoint); }
-    void click(const QPointF& scenePoint)
-    {
-        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
-        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, at(scenePoint));
-    }
-
-    ScriptedHelper* helper;
-};
-
-using TestEnvironment::shape;
-
-QJsonObject group(int id, int x, int y, const QJsonArray& children)
-{
-    return QJsonObject{{"ID", id}, {"Type", 6}, {"X", x}, {"Y", y}, {"Children", children}};
-}
 
 // What every component rewrites when it is read back: X, Y and Rotation from
 // the live item, "Opacity" 100.0 when missing, "Expanded" on the kinds that
@@ -93,68 +51,6 @@ QJsonArray expectedBack(const QJsonArray& array)
         out.append(object);
     }
     return out;
-}
-
-int rowCount(UltimateTreeItem* parent, const UltimateTree* tree)
-{
-    int count = 0;
-    const int n = parent ? parent->childCount() : tree->rowCount();
-    for (int i = 0; i < n; ++i) {
-        UltimateTreeItem* row = parent ? parent->child(i) : tree->row(i);
-        count += 1 + rowCount(row, tree);
-    }
-    return count;
-}
-
-// The paint order the list prescribes: depth first, children above their
-// parent, later siblings above earlier ones, the selected one above its siblings.
-void expectedStacking(GameUIEditorScene* scene, UltimateTreeItem* parent, QList<UIComponentBase*>& out)
-{
-    const UltimateTree* tree = scene->list->tree();
-    QList<UltimateTreeItem*> rows;
-    const int n = parent ? parent->childCount() : tree->rowCount();
-    for (int i = 0; i < n; ++i)
-        rows.append(parent ? parent->child(i) : tree->row(i));
-    for (int i = 0; i < rows.size(); ++i) {
-        if (scene->componentOfRow(rows[i]) == scene->selectedComponent) {
-            rows.append(rows.takeAt(i));
-            break;
-        }
-    }
-    for (UltimateTreeItem* row : rows) {
-        out.append(scene->componentOfRow(row));
-        expectedStacking(scene, row, out);
-    }
-}
-
-// Every row has its component and the component its row, parents agree, and
-// the canvas stacks as the list says.
-void checkConsistent(GameUIEditorScene* scene)
-{
-    const UltimateTree* tree = scene->list->tree();
-    QCOMPARE(rowCount(nullptr, tree), scene->components.size());
-    QCOMPARE(scene->itemToComponent.size(), scene->components.size());
-    for (UIComponentBase* component : qAsConst(scene->components)) {
-        UltimateTreeItem* row = scene->rowOfComponent(component);
-        QVERIFY(row);
-        QCOMPARE(scene->componentOfRow(row), component);
-        UIComponentBase* parentOfRow = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
-        QCOMPARE(component->parentComponent, parentOfRow);
-        QCOMPARE(component->parentItem(), static_cast<QGraphicsItem*>(parentOfRow));
-        QCOMPARE(component->scene(), scene);
-    }
-    QList<UIComponentBase*> expected;
-    expectedStacking(scene, nullptr, expected);
-    QList<UIComponentBase*> painted;
-    // The scene keeps no spatial index, and without one its list of all
-    // items, hidden ones included, isn't sorted by stacking; an index sorts it.
-    scene->setItemIndexMethod(QGraphicsScene::BspTreeIndex);
-    for (QGraphicsItem* item : scene->items(Qt::AscendingOrder)) {
-        if (auto* component = dynamic_cast<UIComponentBase*>(item))
-            painted.append(component);
-    }
-    scene->setItemIndexMethod(QGraphicsScene::NoIndex);
-    QCOMPARE(painted, expected);
 }
 
 // Closes the program's modal dialogs that come up while trigger runs and
@@ -451,23 +347,11 @@ private slots:
             case 2: { // a list drag: the row goes elsewhere, at any depth
                 if (!picked)
                     break;
-                UltimateTreeItem* row = editor.scene->rowOfComponent(picked);
                 UIComponentBase* target = anyComponent();
-                UltimateTreeItem* targetRow = editor.scene->rowOfComponent(target);
-                bool inside = false;
-                for (UltimateTreeItem* up = targetRow; up && !inside; up = up->parentItem())
-                    inside = up == row;
-                if (inside)
-                    break;
                 const QPoint before = picked->absoluteXY();
-                tree->removeRow(row);
-                if (target->canHaveChildren() && random.bounded(2))
-                    targetRow->addChild(row);
-                else if (targetRow->parentItem())
-                    targetRow->parentItem()->insertChildAfter(row, targetRow);
-                else
-                    tree->insertRowAfter(row, targetRow);
-                emit tree->itemRelocated(row);
+                if (!moveRowInList(tree, editor.scene->rowOfComponent(picked), editor.scene->rowOfComponent(target),
+                                   target->canHaveChildren() && random.bounded(2)))
+                    break;
                 QCOMPARE(picked->absoluteXY(), before);
                 break;
             }

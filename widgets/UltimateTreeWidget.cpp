@@ -1,5 +1,6 @@
 #include "widgets/UltimateTreeWidget.h"
 
+#include "widgets/ClipboardIdentifiers.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeHeader.h"
 #include "widgets/UltimateTreeItem.h"
@@ -8,7 +9,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QJsonDocument>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -111,16 +111,7 @@ void UltimateTreeWidget::setupContextActions(QMenu* menu, const char* copyText, 
 
 bool UltimateTreeWidget::clipboardRecord(QJsonObject* record) const
 {
-    const QString text = QApplication::clipboard()->text();
-    if (clipboardId.isEmpty() || !text.startsWith(clipboardId))
-        return false;
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(text.mid(clipboardId.size()).toUtf8(), &error);
-    if (error.error != QJsonParseError::NoError || !document.isObject())
-        return false;
-    if (record)
-        *record = document.object();
-    return true;
+    return ClipboardIdentifiers::readObject(QApplication::clipboard()->text(), clipboardId, record);
 }
 
 void UltimateTreeWidget::updateContextActions(const QList<QAction*>& actions, UltimateTreeItem* row,
@@ -176,8 +167,7 @@ void UltimateTreeWidget::copyCurrentItem(UltimateTreeItem* row)
         row = treeView->currentRow();
     if (!row || !row->userData() || (copyCheck && !copyCheck(row)))
         return;
-    const QByteArray json = QJsonDocument(*row->userData()).toJson(QJsonDocument::Compact);
-    QApplication::clipboard()->setText(clipboardId + QString::fromUtf8(json));
+    QApplication::clipboard()->setText(ClipboardIdentifiers::compose(clipboardId, *row->userData()));
 }
 
 void UltimateTreeWidget::cutCurrentItem(UltimateTreeItem* row)

@@ -1,0 +1,877 @@
+#include "EditorFixture.h"
+#include "TestEnvironment.h"
+
+#include "app/SettingsStore.h"
+#include "app/VelmoMainWindow.h"
+#include "components/ComponentKinds.h"
+#include "widgets/ClipboardIdentifiers.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMenu>
+#include <QRandomGenerator>
+#include <QSet>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+// The Map HUD of the full test document (every kind, five levels of nesting,
+// a collapsed group, unknown keys and odd values) with the components of
+// unknown kinds from another HUD of it, renumbered so that ids stay unique.
+QJsonArray realisticHud()
+{
+    const QJsonObject document =
+        QJsonDocument::fromJson(TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json")))
+            .object();
+    const QJsonArray data = document.value("Data").toArray();
+    QJsonArray hud = data.at(document.value("Map").toInt()).toObject().value("HUD").toArray();
+    for (const QJsonValue& value : data.at(1).toObject().value("HUD").toArray()) {
+        QJsonObject object = value.toObject();
+        object.insert("ID", object.value("ID").toInt() + 1000);
+        hud.append(object);
+    }
+    return hud;
+}
+
+// Every id of a document array, depth first.
+void collectIds(const QJsonArray& array, QList<int>& ids)
+{
+    for (const QJsonValue& value : array) {
+        ids.append(value.toObject().value("ID").toInt());
+        collectIds(value.toObject().value("Children").toArray(), ids);
+    }
+}
+
+QJsonObject findById(const QJsonArray& array, int id)
+{
+    for (const QJsonValue& value : array) {
+        const QJsonObject object = value.toObject();
+        if (object.value("ID").toInt() == id)
+            return object;
+        const QJsonObject inside = findById(object.value("Children").toArray(), id);
+        if (!inside.isEmpty())
+            return inside;
+    }
+    return QJsonObject();
+}
+
+UIComponentBase* componentById(GameUIEditorScene* scene, int id)
+{
+    for (UIComponentBase* component : qAsConst(scene->components)) {
+        if (component->jsonData.value("ID").toInt() == id)
+            return component;
+    }
+    return nullptr;
+}
+
+void pressCtrl(QWidget* widget, Qt::Key key)
+{
+    QTest::keyClick(widget, key, Qt::ControlModifier);
+}
+
+// The component list's viewport point of a row, a little right of its text start.
+QPoint rowPoint(UltimateTree* tree, UltimateTreeItem* row, int dx = 0)
+{
+    return tree->mapFromScene(QPointF(row->depth() * row->rowHeight() + 30 + dx, row->y() + row->rowHeight() / 2.0));
+}
+
+}
+
+class TestUndo : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { QApplication::clipboard()->clear(); }
+
+    // Any mix of edits through the scene's own entry points unwinds to the
+    // loaded document exactly, and winds up again to the last state exactly,
+    // passing through every state on the way.
+    void seededEditsUnwindAndRewindExactly_data()
+    {
+        QTest::addColumn<quint32>("seed");
+        for (quint32 seed : {1u, 9u, 77u, 4242u, 31337u, 20261123u})
+            QTest::addRow("seed %u", seed) << seed;
+    }
+
+    void seededEditsUnwindAndRewindExactly()
+    {
+        QFETCH(quint32, seed);
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        UltimateTree* tree = editor.list->tree();
+        QRandomGenerator random(seed);
+        scene->loadFromJson(realisticHud());
+        const QJsonArray start = scene->toJson();
+        QVERIFY(scene->components.size() > 40);
+
+        // states[i] is the document with i steps on the undo stack; undone
+        // holds what redo brings back, the next one last.
+        QVector<QJsonArray> states{start};
+        QVector<QJsonArray> undone;
+        auto settle = [&]() {
+            const int depth = int(scene->undoStack.size());
+            const QJsonArray now = scene->toJson();
+            if (depth == states.size()) {
+                // One new step, and nothing left to redo.
+                states.append(now);
+                undone.clear();
+                QVERIFY(scene->redoStack.empty());
+            } else {
+                // No step, and then no change that undo would miss.
+                QCOMPARE(depth, states.size() - 1);
+                QVERIFY(now == states.last());
+            }
+        };
+        auto any = [&]() -> UIComponentBase* {
+            const QList<UIComponentBase*>& all = scene->components;
+            return all.isEmpty() ? nullptr : all.at(random.bounded(all.size()));
+        };
+        auto anyContainer = [&]() -> UIComponentBase* {
+            QList<UIComponentBase*> containers;
+            for (UIComponentBase* component : qAsConst(scene->components)) {
+                if (component->canHaveChildren())
+                    containers.append(component);
+            }
+            return containers.isEmpty() ? nullptr : containers.at(random.bounded(containers.size()));
+        };
+
+        int edits = 0;
+        int steps = 0;
+        int undos = 0;
+        while (edits < 300) {
+            const int action = random.bounded(14);
+            UIComponentBase* picked = any();
+            const bool edit = action < 12;
+            switch (action) {
+            case 0: // create at top level
+                editor.helper->nextType = random.bounded(14);
+                scene->pastePosition = QPointF(random.bounded(816), random.bounded(624));
+                editor.view->createAComponent();
+                break;
+            case 1: // create inside a container
+                if (UIComponentBase* container = anyContainer()) {
+                    editor.helper->nextType = random.bounded(3) ? random.bounded(14) : 6;
+                    scene->select(container);
+                    scene->pastePosition = QPointF(random.bounded(816), random.bounded(624));
+                    editor.view->createAComponentChild();
+                }
+                break;
+            case 2: // delete, from the list's Delete key or the menu's slot
+                if (!picked)
+                    break;
+                tree->setCurrentRow(scene->rowOfComponent(picked));
+                if (random.bounded(2)) {
+                    tree->setFocus();
+                    QTest::keyClick(tree, Qt::Key_Delete);
+                } else {
+                    editor.view->deleteAComponent();
+                }
+                break;
+            case 3: { // a move in the list, at the same level or into another parent
+                if (!picked)
+                    break;
+                UltimateTreeItem* row = scene->rowOfComponent(picked);
+                UIComponentBase* target = any();
+                // A list drag closes the row it picks up before the gesture
+                // starts; taking an open child row out here would close it
+                // outside of one. The real drag has a test of its own below.
+                if (row->parentItem() && row->isExpanded())
+                    break;
+                moveRowInList(tree, row, scene->rowOfComponent(target), target->canHaveChildren() && random.bounded(2));
+                break;
+            }
+            case 4: { // a drag on the canvas with the mouse, sometimes back to where it began
+                if (!picked || !picked->isVisible())
+                    break;
+                const QPointF centre = picked->sceneBoundingRect().center();
+                if (!scene->sceneRect().contains(centre))
+                    break;
+                QTest::mousePress(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, editor.at(centre));
+                if (UIComponentBase* dragged = scene->draggedComponent) {
+                    const QPoint before = dragged->absoluteXY();
+                    dragged->setAbsoluteXY(random.bounded(-50, 850), random.bounded(-50, 650));
+                    if (random.bounded(3) == 0)
+                        dragged->setAbsoluteXY(before.x(), before.y());
+                }
+                QTest::mouseRelease(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, editor.at(centre));
+                break;
+            }
+            case 5: // a drag through the bracket, as the drag code runs it
+                if (!picked)
+                    break;
+                picked->beginChange();
+                picked->setAbsoluteScenePosition(random.bounded(816), random.bounded(624));
+                picked->endChange();
+                break;
+            case 6: { // resize; the kinds that keep a free size write it into their data object
+                if (!picked)
+                    break;
+                const ComponentKinds::Kind* kind = ComponentKinds::find(picked->jsonData.value("Type").toInt(-1));
+                const QSize size(random.bounded(25, 400), random.bounded(25, 400));
+                picked->beginChange();
+                picked->setWidth(size.width());
+                picked->setHeight(size.height());
+                if (kind && kind->size == ComponentKinds::SizeStorage::Size)
+                    ComponentKinds::writeStoredSize(picked->jsonData, kind->dataKey, size);
+                picked->endChange();
+                break;
+            }
+            case 7: // rotate
+                if (!picked)
+                    break;
+                picked->beginChange();
+                picked->setRotationDegrees(random.bounded(-180, 360));
+                picked->endChange();
+                break;
+            case 8: // hide or show: a view aid, never a step
+                if (!picked)
+                    break;
+                tree->setCurrentRow(scene->rowOfComponent(picked));
+                editor.view->hideAComponent();
+                break;
+            case 9: // copy and paste, at top level or beside the current row
+                if (!picked || scene->components.size() > 300)
+                    break;
+                scene->select(picked);
+                editor.view->copyAComponent();
+                scene->pastePosition = QPointF(random.bounded(-100, 900), random.bounded(-100, 700));
+                if (UIComponentBase* beside = any())
+                    tree->setCurrentRow(scene->rowOfComponent(beside));
+                if (random.bounded(2))
+                    editor.view->pasteAComponent();
+                else
+                    editor.view->pasteAComponentFromList();
+                break;
+            case 10: // the property dialog, confirmed or cancelled
+                if (!picked)
+                    break;
+                scene->select(picked);
+                editor.helper->acceptEdit = random.bounded(4) != 0;
+                editor.helper->edit = [&](QJsonObject& json) {
+                    json.insert("Name", QStringLiteral("Edited %1").arg(edits));
+                    json.insert("UnknownKey", QJsonArray{edits, "x"});
+                };
+                editor.view->editAComponent();
+                break;
+            case 11: // select from the canvas or the list
+                if (random.bounded(2))
+                    tree->setCurrentRow(picked ? scene->rowOfComponent(picked) : nullptr);
+                else if (picked && picked->isVisible())
+                    editor.click(picked->sceneBoundingRect().center());
+                break;
+            case 12: // Ctrl+Z on the canvas
+                pressCtrl(editor.view, Qt::Key_Z);
+                if (states.size() > 1) {
+                    undone.append(states.takeLast());
+                    ++undos;
+                }
+                QVERIFY(scene->toJson() == states.last());
+                break;
+            default: // Ctrl+Y on the canvas
+                pressCtrl(editor.view, Qt::Key_Y);
+                if (!undone.isEmpty())
+                    states.append(undone.takeLast());
+                QVERIFY(scene->toJson() == states.last());
+                break;
+            }
+            if (edit) {
+                ++edits;
+                settle();
+            }
+            QCOMPARE(int(scene->redoStack.size()), undone.size());
+            checkConsistent(scene);
+            QCOMPARE(scene->order, scene->orderFromList());
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(QStringLiteral("after edit %1 (action %2)").arg(edits).arg(action)));
+            steps = states.size() - 1;
+        }
+        QVERIFY2(steps > 50 && undos > 5, "the sequence must leave a real history");
+
+        // Down to the loaded document, through every state.
+        const QVector<QJsonArray> chain = states + QVector<QJsonArray>(undone.crbegin(), undone.crend());
+        for (int i = states.size() - 1; i > 0; --i) {
+            scene->undo();
+            QVERIFY2(scene->toJson() == chain.at(i - 1), qPrintable(QStringLiteral("undo to %1").arg(i - 1)));
+            checkConsistent(scene);
+        }
+        QVERIFY(scene->undoStack.empty());
+        QVERIFY(scene->toJson() == start);
+        scene->undo();
+        QVERIFY(scene->toJson() == start);
+
+        // And up again to the top.
+        for (int i = 1; i < chain.size(); ++i) {
+            scene->redo();
+            QVERIFY2(scene->toJson() == chain.at(i), qPrintable(QStringLiteral("redo to %1").arg(i)));
+            checkConsistent(scene);
+        }
+        QVERIFY(scene->redoStack.empty());
+        QVERIFY(scene->toJson() == chain.last());
+        scene->redo();
+        QVERIFY(scene->toJson() == chain.last());
+        QCOMPARE(scene->order, scene->orderFromList());
+    }
+
+    void dragsAndArrowKeysLeaveOnlyRealSteps()
+    {
+        // What the scene reports, as the main window hears it; it outlives the
+        // editor, whose scene reports its clearing at the end.
+        QList<QPair<int, int>> reported;
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->setUndoCallback([&](int undo, int redo) { reported.append({undo, redo}); });
+        scene->loadFromJson(QJsonArray{shape(1, 200, 200, 60, 60)});
+        UIComponentBase* box = scene->components.first();
+        QWidget* viewport = editor.view->viewport();
+        reported.clear();
+
+        // A press and release without a move, and a drag that comes back to
+        // where it began, leave nothing to undo.
+        editor.click(QPointF(200, 200));
+        QVERIFY(scene->undoStack.empty());
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(200, 200)));
+        QCOMPARE(scene->draggedComponent, box);
+        box->setAbsoluteXY(300, 260);
+        box->setAbsoluteXY(200, 200);
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(200, 200)));
+        QVERIFY(scene->undoStack.empty());
+        QVERIFY(!reported.contains({1, 0}));
+
+        // A drag that ends elsewhere is one step.
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(200, 200)));
+        box->setAbsoluteXY(260, 220);
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(260, 220)));
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        QCOMPARE(reported.last(), qMakePair(1, 0));
+        QCOMPARE(scene->selectedComponent, box);
+
+        // Arrow-key moves are no steps, from the keyboard or the component.
+        editor.view->setFocus();
+        for (Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Down})
+            QTest::keyClick(editor.view, key);
+        box->moveX(5);
+        QCOMPARE(box->absoluteXY().x(), scene->toJson().at(0).toObject().value("X").toInt());
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        const QPoint beforeUndo = box->absoluteXY();
+
+        // Undo goes back to before the drag; redo to just before the undo.
+        pressCtrl(editor.view, Qt::Key_Z);
+        QCOMPARE(box->absoluteXY(), QPoint(200, 200));
+        QVERIFY(scene->undoStack.empty());
+        QCOMPARE(reported.mid(reported.size() - 2), (QList<QPair<int, int>>{{2, 0}, {0, 1}}));
+        pressCtrl(editor.view, Qt::Key_Y);
+        QCOMPARE(box->absoluteXY(), beforeUndo);
+        QVERIFY(scene->redoStack.empty());
+        QCOMPARE(reported.mid(reported.size() - 2), (QList<QPair<int, int>>{{0, 2}, {1, 0}}));
+    }
+
+    void undoWaitsForTheLeftButton()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->loadFromJson(QJsonArray{shape(1, 200, 200, 60, 60)});
+        UIComponentBase* box = scene->components.first();
+        box->beginChange();
+        box->setAbsoluteXY(400, 300);
+        box->endChange();
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        QWidget* viewport = editor.view->viewport();
+
+        // During a drag of the component Ctrl+Z is the drag's, and undo from
+        // the menu waits too.
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(400, 300)));
+        box->setAbsoluteXY(450, 320);
+        pressCtrl(editor.view, Qt::Key_Z);
+        scene->undo();
+        scene->redo();
+        QCOMPARE(box->absoluteXY(), QPoint(450, 320));
+        QVERIFY(scene->redoStack.empty());
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(450, 320)));
+        QCOMPARE(scene->undoStack.size(), std::size_t(2));
+
+        // With the button held on the empty canvas the key reaches undo, which waits.
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(700, 550)));
+        QVERIFY(!scene->draggedComponent);
+        pressCtrl(editor.view, Qt::Key_Z);
+        QCOMPARE(box->absoluteXY(), QPoint(450, 320));
+        QCOMPARE(scene->undoStack.size(), std::size_t(2));
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(700, 550)));
+        pressCtrl(editor.view, Qt::Key_Z);
+        QCOMPARE(box->absoluteXY(), QPoint(400, 300));
+        pressCtrl(editor.view, Qt::Key_Z);
+        QCOMPARE(box->absoluteXY(), QPoint(200, 200));
+    }
+
+    void dialogEditsAreStepsOnlyWhenTheyChangeSomething()
+    {
+        Editor editor;
+        GameUIEditorScene* scene = editor.scene;
+        scene->loadFromJson(QJsonArray{shape(1, 100, 100)});
+        UIComponentBase* box = scene->components.first();
+        UltimateTreeItem* row = scene->rowOfComponent(box);
+        scene->select(box);
+        editor.helper->edit = [](QJsonObject& json) { json.insert("Name", "Renamed"); };
+
+        editor.helper->acceptEdit = false;
+        editor.view->editAComponent();
+        QVERIFY(scene->undoStack.empty());
+        QCOMPARE(row->text(0), QStringLiteral("Shape 1"));
+
+        editor.helper->acceptEdit = true;
+        editor.helper->edit = nullptr;
+        editor.view->editAComponent();
+        QVERIFY(scene->undoStack.empty());
+        QVERIFY(!scene->pendingChange);
+
+        editor.helper->edit = [](QJsonObject& json) { json.insert("Name", "Renamed"); };
+        editor.view->editAComponent();
+        QCOMPARE(editor.helper->edited, 3);
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        QCOMPARE(row->text(0), QStringLiteral("Renamed"));
+        scene->undo();
+        QCOMPARE(row->text(0), QStringLiteral("Shape 1"));
+        QCOMPARE(box->jsonData.value("Name").toString(), QStringLiteral("Shape 1"));
+        QCOMPARE(scene->selectedComponent, box);
+        scene->redo();
+        QCOMPARE(row->text(0), QStringLiteral("Renamed"));
+
+        // A name taken away shows the kind's word, and comes back with undo.
+        editor.helper->edit = [](QJsonObject& json) { json.remove("Name"); };
+        editor.view->editAComponent();
+        QCOMPARE(row->text(0), QStringLiteral("Component"));
+        scene->undo();
+        QCOMPARE(row->text(0), QStringLiteral("Renamed"));
+
+        // Undo with nothing left and nothing selected leaves no current row.
+        scene->undo();
+        scene->select(nullptr);
+        editor.list->tree()->setCurrentRow(row);
+        scene->selectedComponent = nullptr;
+        scene->undo();
+        QVERIFY(!editor.list->tree()->currentRow());
+    }
+
+    void deletionsAndListDragsComeBackWhole()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        UltimateTree* tree = editor.list->tree();
+        QJsonObject closed = group(3, 20, 20, QJsonArray{shape(4, 5, 5, 30, 30)});
+        closed.insert("Expanded", false);
+        scene->loadFromJson(QJsonArray{group(1, 300, 200, QJsonArray{shape(2, -40, 0, 40, 40), closed}),
+                                       shape(5, 600, 400, 50, 50), group(6, 100, 500, QJsonArray{shape(7, 0, 0)})});
+        scene->rowOfComponent(componentById(scene, 6))->collapse(false);
+        const QJsonArray start = scene->toJson();
+        QCOMPARE(start.at(2).toObject().value("Expanded").toBool(), false);
+
+        // The list's Delete key takes the group and all below it; Ctrl+Z on the
+        // canvas brings every one back with its id, place and open state.
+        UIComponentBase* top = componentById(scene, 1);
+        tree->setCurrentRow(scene->rowOfComponent(top));
+        tree->setFocus();
+        QTest::keyClick(tree, Qt::Key_Delete);
+        QCOMPARE(scene->components.size(), 3);
+        QCOMPARE(scene->removedComponents.size(), 4);
+        pressCtrl(editor.view, Qt::Key_Z);
+        QVERIFY(scene->toJson() == start);
+        QVERIFY(scene->removedComponents.isEmpty());
+        QCOMPARE(scene->selectedComponent, top);
+        QCOMPARE(tree->currentRow(), scene->rowOfComponent(top));
+        QVERIFY(!scene->rowOfComponent(componentById(scene, 3))->isExpanded());
+        QCOMPARE(componentById(scene, 4)->absoluteXY(), QPoint(325, 225));
+        checkConsistent(scene);
+        pressCtrl(editor.view, Qt::Key_Y);
+        QCOMPARE(scene->toJson().size(), 2);
+        QCOMPARE(scene->selectedComponent, nullptr);
+        pressCtrl(editor.view, Qt::Key_Z);
+        QVERIFY(scene->toJson() == start);
+
+        // A right-button drag drops the shape into the closed group, which
+        // opens: one step, undone to the document as it was.
+        UltimateTreeItem* moved = scene->rowOfComponent(componentById(scene, 5));
+        UltimateTreeItem* closedRow = scene->rowOfComponent(componentById(scene, 6));
+        QWidget* viewport = tree->viewport();
+        const QPoint from = rowPoint(tree, moved);
+        QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, from);
+        const QPoint to = rowPoint(tree, closedRow, 50) + QPoint(0, 4);
+        for (int step = 1; step <= 6; ++step)
+            TestEnvironment::moveWithButtons(viewport, from + (to - from) * step / 6, Qt::RightButton);
+        QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, to);
+        QCOMPARE(scene->rowOfComponent(componentById(scene, 5))->parentItem(), closedRow);
+        QVERIFY(closedRow->isExpanded());
+        QCOMPARE(componentById(scene, 5)->absoluteXY(), QPoint(600, 400));
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        const QJsonArray dropped = scene->toJson();
+        pressCtrl(editor.view, Qt::Key_Z);
+        QVERIFY(scene->toJson() == start);
+        pressCtrl(editor.view, Qt::Key_Y);
+        QVERIFY(scene->toJson() == dropped);
+        pressCtrl(editor.view, Qt::Key_Z);
+
+        // Dragging the open group below the last row closes it on the way;
+        // undo opens it again.
+        UltimateTreeItem* openRow = scene->rowOfComponent(top);
+        QVERIFY(openRow->isExpanded());
+        const QPoint groupFrom = rowPoint(tree, openRow);
+        const QPoint groupTo = rowPoint(tree, closedRow) + QPoint(0, 8);
+        QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, groupFrom);
+        for (int step = 1; step <= 8; ++step)
+            TestEnvironment::moveWithButtons(viewport, groupFrom + (groupTo - groupFrom) * step / 8, Qt::RightButton);
+        QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, groupTo);
+        QVERIFY(scene->toJson() != start);
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        pressCtrl(editor.view, Qt::Key_Z);
+        QVERIFY(scene->toJson() == start);
+        QVERIFY(scene->rowOfComponent(top)->isExpanded());
+        checkConsistent(scene);
+    }
+
+    // A hand-made document may repeat an id or leave it out: undo must still
+    // give every component its row, though it can't tell such twins apart.
+    void repeatedIdsLoseNoRowOnUndo()
+    {
+        Editor editor;
+        GameUIEditorScene* scene = editor.scene;
+        QJsonObject twin = shape(1, 300, 300);
+        twin.insert("Name", "Twin");
+        QJsonObject anonymous = shape(0, 50, 50);
+        anonymous.remove("ID");
+        QJsonObject other = anonymous;
+        other.insert("Name", "Other");
+        scene->loadFromJson(QJsonArray{shape(1, 100, 100), twin, group(2, 400, 400, QJsonArray{anonymous, other})});
+        const QJsonArray start = scene->toJson();
+        auto names = [&]() {
+            QStringList all;
+            for (UIComponentBase* component : qAsConst(scene->components))
+                all.append(component->jsonData.value("Name").toString());
+            all.sort();
+            return all;
+        };
+        const QStringList before = names();
+
+        for (int round = 0; round < 2; ++round) {
+            scene->select(scene->components.at(round == 0 ? 1 : 3));
+            editor.view->deleteAComponent();
+            UltimateTreeItem* row = scene->rowOfComponent(scene->components.first());
+            UltimateTree* tree = editor.list->tree();
+            moveRowInList(tree, row, tree->row(tree->rowCount() - 1), false);
+            scene->undo();
+            scene->undo();
+            QCOMPARE(scene->components.size(), 5);
+            QCOMPARE(names(), before);
+            checkConsistent(scene);
+            QCOMPARE(scene->toJson().size(), start.size());
+            scene->redo();
+            scene->redo();
+            QCOMPARE(scene->components.size(), 4);
+            checkConsistent(scene);
+            scene->undo();
+            scene->undo();
+            QCOMPARE(scene->components.size(), 5);
+            checkConsistent(scene);
+        }
+    }
+
+    void pasteTakesOnlyItsOwnWellFormedText()
+    {
+        Editor editor;
+        GameUIEditorScene* scene = editor.scene;
+        UltimateTree* tree = editor.list->tree();
+        scene->loadFromJson(QJsonArray{shape(1, 100, 100), group(2, 300, 300, QJsonArray{shape(3, 0, 0)})});
+        tree->setCurrentRow(scene->rowOfComponent(componentById(scene, 3)));
+        const QJsonArray before = scene->toJson();
+        QAction* pasteAction = editor.view->contextMenu->actions().at(7);
+        const QString good = QStringLiteral("{\"Type\":1,\"Name\":\"Pasted\",\"X\":5,\"Y\":5}");
+        const QStringList refused{QString(),
+                                  QStringLiteral("VELMOCOMP"),
+                                  QStringLiteral("velmocomp") + good,
+                                  QStringLiteral(" VELMOCOMP") + good,
+                                  QStringLiteral("VELMORAHUD") + good,
+                                  QStringLiteral("UIPROPANIMATION") + good,
+                                  QStringLiteral("VELMOCOMP[") + good + QStringLiteral("]"),
+                                  QStringLiteral("VELMOCOMP{\"Type\":1,"),
+                                  QStringLiteral("VELMOCOMP\"Pasted\""),
+                                  QStringLiteral("VELMOCOMP") + good + QStringLiteral("trailing")};
+        for (const QString& text : refused) {
+            QApplication::clipboard()->setText(text);
+            scene->prepareMenu(editor.view->contextMenu);
+            QVERIFY2(!pasteAction->isVisible(), qPrintable(text));
+            tree->setFocus();
+            QTest::keyClick(tree, Qt::Key_V, Qt::ControlModifier);
+            editor.view->pasteAComponent();
+            QVERIFY2(scene->toJson() == before, qPrintable(text));
+            QCOMPARE(scene->idCounter, 3);
+            QVERIFY(scene->undoStack.empty());
+        }
+        // An empty object is offered, as any object is, but makes nothing.
+        QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP{}"));
+        scene->prepareMenu(editor.view->contextMenu);
+        QVERIFY(pasteAction->isVisible());
+        editor.view->pasteAComponent();
+        QVERIFY(scene->toJson() == before);
+        QVERIFY(scene->undoStack.empty());
+
+        // The component's own text is taken, from the list's Ctrl+V beside the
+        // current row, inside its parent.
+        QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP") + good);
+        scene->prepareMenu(editor.view->contextMenu);
+        QCOMPARE(pasteAction->text(), QStringLiteral("Paste \"Pasted\""));
+        tree->setCurrentRow(scene->rowOfComponent(componentById(scene, 3)));
+        tree->setFocus();
+        QTest::keyClick(tree, Qt::Key_V, Qt::ControlModifier);
+        const QJsonArray children = scene->toJson().at(1).toObject().value("Children").toArray();
+        QCOMPARE(children.size(), 2);
+        QCOMPARE(children.at(1).toObject().value("Name").toString(), QStringLiteral("Pasted"));
+        QCOMPARE(children.at(1).toObject().value("ID").toInt(), 4);
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+
+        // Copy puts the identifier right before indented JSON, children included.
+        tree->setCurrentRow(scene->rowOfComponent(componentById(scene, 2)));
+        editor.view->copyAComponent();
+        const QString copied = QApplication::clipboard()->text();
+        QVERIFY(copied.startsWith(QStringLiteral("VELMOCOMP{\n")));
+        const QJsonObject object = QJsonDocument::fromJson(copied.mid(9).toUtf8()).object();
+        QCOMPARE(object.value("ID").toInt(), 2);
+        QCOMPARE(object.value("Children").toArray().size(), 2);
+    }
+
+    void pasteStopsAtTheComponentLimit()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        QJsonArray many;
+        for (int id = 1; id <= 500; ++id)
+            many.append(shape(id, id, id));
+        scene->loadFromJson(many);
+        QApplication::clipboard()->setText(
+            ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(900, 10, 10)));
+        editor.view->pasteAComponent();
+        QCOMPARE(scene->components.size(), 501);
+
+        // At 501 a paste is refused, and the menu still offers it.
+        const QJsonArray full = scene->toJson();
+        const TestEnvironment::Seen seen =
+            TestEnvironment::answering([&]() { editor.view->pasteAComponent(); }, {TestEnvironment::closeByFrame()});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(scene->components.size(), 501);
+        QVERIFY(scene->toJson() == full);
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        scene->prepareMenu(editor.view->contextMenu);
+        QVERIFY(editor.view->contextMenu->actions().at(7)->isVisible());
+
+        // A group of two doesn't fit into one free place: refused whole.
+        scene->undo();
+        QApplication::clipboard()->setText(ClipboardIdentifiers::compose(
+            ClipboardIdentifiers::Component, group(901, 0, 0, QJsonArray{shape(902, 0, 0)})));
+        TestEnvironment::answering([&]() { editor.view->pasteAComponent(); }, {TestEnvironment::closeByFrame()});
+        QCOMPARE(scene->components.size(), 500);
+        scene->select(scene->components.first());
+        editor.view->deleteAComponent();
+        editor.view->pasteAComponent();
+        QCOMPARE(scene->components.size(), 501);
+    }
+
+    void pastedTreesGetFreshIdsAndComeBackWhole()
+    {
+        Editor editor;
+        GameUIEditorScene* scene = editor.scene;
+        UltimateTree* tree = editor.list->tree();
+        QJsonObject panel = group(10, 200, 200, QJsonArray{shape(11, 10, 10), group(12, -20, 0, QJsonArray{shape(13, 0, 5)})});
+        panel.insert("Name", "Panel");
+        scene->loadFromJson(QJsonArray{panel, shape(20, 50, 50)});
+        const QJsonArray start = scene->toJson();
+        QCOMPARE(scene->idCounter, 20);
+
+        // Copied, then deleted: its ids wait in removedComponents.
+        tree->setCurrentRow(scene->rowOfComponent(componentById(scene, 10)));
+        editor.view->copyAComponent();
+        editor.view->deleteAComponent();
+        QCOMPARE(scene->removedComponents.size(), 4);
+        QSet<int> used{20};
+        for (UIComponentBase* gone : qAsConst(scene->removedComponents))
+            used.insert(gone->jsonData.value("ID").toInt());
+
+        scene->pastePosition = QPointF(400, 300);
+        editor.view->pasteAComponent();
+        QList<int> ids;
+        collectIds(scene->toJson(), ids);
+        QCOMPARE(ids.size(), 5);
+        const QList<int> pastedIds = ids.mid(1);
+        for (int id : pastedIds) {
+            QVERIFY2(!used.contains(id), qPrintable(QString::number(id)));
+            QVERIFY(id > 20);
+            used.insert(id);
+        }
+        QCOMPARE(used.size(), 9);
+        const QJsonObject pasted = scene->toJson().at(1).toObject();
+        QCOMPARE(pasted.value("Name").toString(), QStringLiteral("Panel"));
+        QCOMPARE(componentById(scene, pastedIds.first())->absoluteXY(), QPoint(400, 300));
+        // Children keep their places relative to the pasted parent.
+        QCOMPARE(componentById(scene, pastedIds.at(3))->absoluteXY(), QPoint(380, 305));
+
+        // The whole pasted tree is one step; redo brings back the same objects.
+        QList<UIComponentBase*> objects;
+        for (int id : pastedIds)
+            objects.append(componentById(scene, id));
+        QCOMPARE(scene->undoStack.size(), std::size_t(2));
+        scene->undo();
+        QCOMPARE(scene->components.size(), 1);
+        scene->undo();
+        QVERIFY(scene->toJson() == start);
+        scene->redo();
+        scene->redo();
+        for (int i = 0; i < pastedIds.size(); ++i)
+            QCOMPARE(componentById(scene, pastedIds.at(i)), objects.at(i));
+        checkConsistent(scene);
+
+        // A second paste of the same text gets new ids again and a copy's name.
+        editor.view->pasteAComponent();
+        ids.clear();
+        collectIds(scene->toJson(), ids);
+        QCOMPARE(QSet<int>(ids.begin(), ids.end()).size(), ids.size());
+        QCOMPARE(scene->toJson().at(2).toObject().value("Name").toString(), QStringLiteral("Panel - Copy 1"));
+    }
+
+    void pastedNamesCountUpFromTheBaseName_data()
+    {
+        QTest::addColumn<QStringList>("present");
+        QTest::addColumn<QString>("copied");
+        QTest::addColumn<QString>("expected");
+        QTest::addRow("free name") << QStringList{"Other"} << "Panel" << "Panel";
+        QTest::addRow("taken name") << QStringList{"Panel"} << "Panel" << "Panel - Copy 1";
+        QTest::addRow("copy of a copy") << QStringList{"Panel - Copy 3"} << "Panel - Copy 3" << "Panel - Copy 1";
+        QTest::addRow("next free number") << QStringList{"Panel", "Panel - Copy 1", "Panel - Copy 2"} << "Panel"
+                                          << "Panel - Copy 3";
+        QTest::addRow("only the suffix") << QStringList{" - Copy 2"} << " - Copy 2" << " - Copy 2 - Copy 1";
+        QTest::addRow("no name") << QStringList{"", "Other"} << "" << "";
+        QTest::addRow("suffix with case") << QStringList{"Panel - copy 2"} << "Panel - copy 2"
+                                          << "Panel - copy 2 - Copy 1";
+    }
+
+    void pastedNamesCountUpFromTheBaseName()
+    {
+        QFETCH(QStringList, present);
+        QFETCH(QString, copied);
+        QFETCH(QString, expected);
+        Editor editor;
+        QJsonArray hud;
+        for (int i = 0; i < present.size(); ++i) {
+            QJsonObject object = shape(i + 1, 10 * i, 10 * i);
+            object.insert("Name", present.at(i));
+            hud.append(object);
+        }
+        editor.scene->loadFromJson(hud);
+        QJsonObject object = shape(99, 0, 0);
+        object.insert("Name", copied);
+        QApplication::clipboard()->setText(ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, object));
+        editor.view->pasteAComponent();
+        QCOMPARE(editor.scene->toJson().last().toObject().value("Name").toString(), expected);
+    }
+
+    void clipboardIdentifiersFormOneTable()
+    {
+        const QStringList table{"VELMOCOMP",    "RMCONDITION",     "VELMORAHUD",    "VELMORAADDON",
+                                "HUDCOMPPARAM", "UIPROPANIMATION", "CUSTOMPROPERTY"};
+        QCOMPARE(ClipboardIdentifiers::all(), table);
+        QCOMPARE(ClipboardIdentifiers::Component, table.at(0));
+        QCOMPARE(ClipboardIdentifiers::Condition, table.at(1));
+        QCOMPARE(ClipboardIdentifiers::Hud, table.at(2));
+        QCOMPARE(ClipboardIdentifiers::Addon, table.at(3));
+        QCOMPARE(ClipboardIdentifiers::HudComponentParameter, table.at(4));
+        QCOMPARE(ClipboardIdentifiers::PropertyAnimation, table.at(5));
+        QCOMPARE(ClipboardIdentifiers::CustomProperty, table.at(6));
+        // A list accepts text by its beginning: no word may begin another.
+        for (const QString& a : table) {
+            for (const QString& b : table)
+                QVERIFY2(a == b || !b.startsWith(a), qPrintable(a + " / " + b));
+        }
+        const QJsonObject record{{"Name", "x"}, {"List", QJsonArray{1, 2}}};
+        for (const QString& word : table) {
+            for (QJsonDocument::JsonFormat format : {QJsonDocument::Compact, QJsonDocument::Indented}) {
+                const QString text = ClipboardIdentifiers::compose(word, record, format);
+                QVERIFY(text.startsWith(word + "{"));
+                QJsonObject back;
+                QVERIFY(ClipboardIdentifiers::readObject(text, word, &back));
+                QCOMPARE(back, record);
+                for (const QString& other : table)
+                    QCOMPARE(ClipboardIdentifiers::readObject(text, other), other == word);
+            }
+        }
+    }
+
+    void switchingHudsEmptiesTheStacksAndTheActionsFollow()
+    {
+        SettingsStore().clear();
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("undo"));
+        std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
+        QVERIFY(window->projectIsOpen());
+        // The lists that stand today take their words from the table.
+        QCOMPARE(window->hudListWidget()->getClipboardId(), ClipboardIdentifiers::Hud);
+        QCOMPARE(window->componentListWidget()->getClipboardId(), ClipboardIdentifiers::Component);
+
+        QAction* undo = window->findChild<QAction*>(QStringLiteral("Action_Undo"));
+        QAction* redo = window->findChild<QAction*>(QStringLiteral("Action_Redo"));
+        QVERIFY(undo && redo);
+        QCOMPARE(undo->text(), QStringLiteral("Undo Action"));
+        QCOMPARE(redo->text(), QStringLiteral("Redo Action"));
+        QVERIFY(!undo->isEnabled());
+        QVERIFY(!redo->isEnabled());
+        QVERIFY(!window->projectIsChanged());
+
+        GameUIEditor* view = window->editorView();
+        GameUIEditorScene* scene = view->editorScene();
+        UltimateTree* huds = window->hudListWidget()->tree();
+        QCOMPARE(huds->rowCount(), 2);
+        huds->setCurrentRow(huds->row(0));
+        const int before = scene->components.size();
+        QApplication::clipboard()->setText(
+            ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(1, 40, 40)));
+        view->pasteAComponent();
+        view->pasteAComponent();
+        QCOMPARE(scene->components.size(), before + 2);
+        QVERIFY(undo->isEnabled());
+        QVERIFY(!redo->isEnabled());
+        QVERIFY(window->projectIsChanged());
+
+        undo->trigger();
+        QCOMPARE(scene->components.size(), before + 1);
+        QVERIFY(undo->isEnabled());
+        QVERIFY(redo->isEnabled());
+        redo->trigger();
+        QCOMPARE(scene->components.size(), before + 2);
+        QVERIFY(!redo->isEnabled());
+        undo->trigger();
+
+        // Another HUD: nothing to undo or redo there.
+        huds->setCurrentRow(huds->row(1));
+        QVERIFY(scene->undoStack.empty());
+        QVERIFY(scene->redoStack.empty());
+        QVERIFY(!undo->isEnabled());
+        QVERIFY(!redo->isEnabled());
+        QVERIFY(window->projectIsChanged());
+        view->setFocus();
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(!undo->isEnabled());
+
+        // Back again: the HUD keeps its one paste, but not its history.
+        huds->setCurrentRow(huds->row(0));
+        QCOMPARE(scene->components.size(), before + 1);
+        QVERIFY(scene->undoStack.empty() && scene->redoStack.empty());
+        QVERIFY(!undo->isEnabled());
+        QVERIFY(!redo->isEnabled());
+    }
+};
+
+VELMORA_TEST_MAIN(TestUndo, QApplication)
+#include "tst_undo.moc"
