@@ -49,6 +49,12 @@ public slots:
     void list_itemRelocated(UltimateTreeItem* item);
     void list_customContextMenuRequested(const QPoint& position);
 
+    // Zoom commands of the main window; their behaviour is filled in with the
+    // rest of the view.
+    void zoomIn();
+    void zoomOut();
+    void fitZoom();
+
 protected:
     void showEvent(QShowEvent* event) override;
 

@@ -956,3 +956,7 @@ void GameUIEditorScene::finishChange(UIComponentBase* component)
         }
     }
 }
+
+// Placeholders until undo and redo land with the undo work.
+void GameUIEditorScene::undo() {}
+void GameUIEditorScene::redo() {}

@@ -92,6 +92,9 @@ public:
     void pushSnapshot(UIComponentBase* component, bool toRedo, bool pending);
     void beginChange(UIComponentBase* component);
     void finishChange(UIComponentBase* component);
+    // Steps back and forth through the undo stacks; filled in with the undo work.
+    void undo();
+    void redo();
 
     GameUIEditorSceneHelperBase* helper = nullptr;
     QImage tile;
