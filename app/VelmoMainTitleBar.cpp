@@ -193,17 +193,13 @@ VelmoMainTitleBar::VelmoMainTitleBar(int windowStyle, bool nativeMenuBar, QWidge
     rows->addWidget(tools);
 
     if (windowStyle == 2) {
-        // The system's frame has its own buttons and caption; only the menus
-        // of the native variant stay, as a row of their own.
+        // The system's frame has its own buttons and caption. The menus stay
+        // as a row of their own: on Linux this is the usual style, and the
+        // Help commands live nowhere else.
         minimizeButton()->hide();
         maximizeButton()->hide();
         closeButton()->hide();
         systemMenuButton()->hide();
-        shadow->hide();
-        if (!nativeMenus)
-            topRow->hide();
-        else
-            top->setContentsMargins(0, 0, 0, 0);
         rows->setContentsMargins(6, 0, 0, 0);
     } else {
         topRow->setFixedHeight(TopRowHeight);

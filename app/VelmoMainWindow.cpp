@@ -62,6 +62,14 @@ VelmoMainWindow* theMainWindow = nullptr;
 // How often unsaved work goes to the recovery file.
 constexpr int AutosaveInterval = 2 * 60 * 1000;
 
+// One side of a scene hook's report: 0 leaves it as it is, 1 makes it
+// available, anything else not.
+void mirrorState(int state, bool& available)
+{
+    if (state != 0)
+        available = state == 1;
+}
+
 // A drop-down must not float where its field no longer is.
 void closeDropDown()
 {
@@ -400,11 +408,8 @@ void VelmoMainWindow::buildHudMenu()
 
 void VelmoMainWindow::whenUndoStateChanged(int undo, int redo)
 {
-    // 0 leaves a side as it is, 1 makes it available, anything else not.
-    if (undo != 0)
-        canUndo = undo == 1;
-    if (redo != 0)
-        canRedo = redo == 1;
+    mirrorState(undo, canUndo);
+    mirrorState(redo, canRedo);
     titleBar->Action_Undo->setEnabled(isProjectOpen && canUndo);
     titleBar->Action_Redo->setEnabled(isProjectOpen && canRedo);
     // Every step that can be undone or redone is an unsaved change.
@@ -414,10 +419,8 @@ void VelmoMainWindow::whenUndoStateChanged(int undo, int redo)
 
 void VelmoMainWindow::whenZoomStateChanged(int in, int out)
 {
-    if (in != 0)
-        canZoomIn = in == 1;
-    if (out != 0)
-        canZoomOut = out == 1;
+    mirrorState(in, canZoomIn);
+    mirrorState(out, canZoomOut);
     titleBar->Action_ZoomIn->setEnabled(isProjectOpen && canZoomIn);
     titleBar->Action_ZoomOut->setEnabled(isProjectOpen && canZoomOut);
 }
@@ -701,6 +704,8 @@ void VelmoMainWindow::openProjectAt(const QString& path)
             return openProjectAt(QString());
         isChanged = false;
         if (isProjectOpen) {
+            // A project opens with its screen fitted into the view.
+            editor->fitZoom();
             documentWatcher->watch(JsonFile::pluginPath(projectDirectory, HudDocument::FileName));
             // Asked once the window is up and the opening has told its own news.
             if (RecoveryFile::isNewerThanDocument(projectDirectory))

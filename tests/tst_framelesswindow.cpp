@@ -296,13 +296,14 @@ private slots:
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(!(window.windowFlags() & Qt::FramelessWindowHint));
-        // The system's frame has its own buttons and grip: the bar keeps only
-        // the tools, and the menus only in the native menu variant.
+        // The system's frame has its own buttons and grip: the bar keeps the
+        // menus and the tools.
         VelmoMainTitleBar* bar = window.findChild<VelmoMainTitleBar*>();
         for (QWidget* button : {static_cast<QWidget*>(bar->maximizeButton()), static_cast<QWidget*>(bar->minimizeButton()),
                                 static_cast<QWidget*>(bar->closeButton()), static_cast<QWidget*>(bar->systemMenuButton())})
             QVERIFY(!button->isVisible());
-        QVERIFY(!bar->menuBar()->isVisible());
+        QVERIFY(bar->menuBar()->isVisible());
+        QVERIFY(!bar->Action_SaveProject->isIconVisibleInMenu());
         QVERIFY(bar->findChild<QWidget*>(QStringLiteral("openProject"))->isVisible());
         QVERIFY(!window.findChild<BRResizerRenderer*>(QStringLiteral("bottomRightResizer"))->isVisible());
 
