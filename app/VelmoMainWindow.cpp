@@ -1112,7 +1112,8 @@ void VelmoMainWindow::OpenSettings()
 
 void VelmoMainWindow::About()
 {
-    AlertDialog::alert(QStringLiteral("<span style=\"font-size:20pt;\"><b>%1</b></span><br><i>%2</i><br><br><i>%3</i>")
+    AlertDialog::alert(QStringLiteral("<img src=\":/Icon.png\" width=\"96\" height=\"96\"><br>"
+                                      "<span style=\"font-size:20pt;\"><b>%1</b></span><br><i>%2</i><br><br><i>%3</i>")
                            .arg(tr("Velmora"), tr("by Ostrel"), tr("Version %1").arg(QStringLiteral("1.1.0"))),
                        tr("About Velmora"), this);
 }
@@ -1124,12 +1125,22 @@ void VelmoMainWindow::ShowHintForComponentList()
         {QT_TR_NOOP("Show/Hide Component"), "CTRL + Q"},         {nullptr, nullptr},
         {QT_TR_NOOP("Copy Component"), "CTRL + C"},              {QT_TR_NOOP("Cut Component"), "CTRL + X"},
         {QT_TR_NOOP("Paste Component"), "CTRL + V"},             {QT_TR_NOOP("Delete Component"), "DEL"}};
-    QStringList rows;
+    // Names padded with blanks so the keys stand in one column of the fixed font.
+    int width = 0;
     for (const auto& line : lines)
-        rows.append(line.first ? QStringLiteral("\u2022 %1: <b>%2</b>").arg(tr(line.first), QLatin1String(line.second))
+        width = qMax(width, line.first ? tr(line.first).size() : 0);
+    QStringList rows;
+    for (const auto& line : lines) {
+        const QString name = line.first ? tr(line.first) : QString();
+        rows.append(line.first ? QStringLiteral("\u2022 %1%2<b>%3</b>")
+                                     .arg(name.toHtmlEscaped(), QString(width - name.size() + 2, QLatin1Char(' ')),
+                                          QLatin1String(line.second))
                                : QString());
-    AlertDialog dialog(rows.join(QStringLiteral("<br>")), tr("Component List Help"), this);
-    dialog.setErrorText(true);
+    }
+    AlertDialog dialog(QStringLiteral("<pre style=\"font-family: monospace; font-weight: 600;\">%1</pre>")
+                           .arg(rows.join(QLatin1Char('\n'))),
+                       tr("Component List Help"), this);
+    dialog.label()->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     dialog.exec();
 }
 

@@ -933,9 +933,16 @@ private slots:
         QWidget* saveButton = window->findChild<QWidget*>(QStringLiteral("saveProject"));
         QHelpEvent help(QEvent::ToolTip, QPoint(4, 4), saveButton->mapToGlobal(QPoint(4, 4)));
         QApplication::sendEvent(saveButton, &help);
-        qApp->removeEventFilter(window.get());
         QVERIFY(UltimateToolTip::current());
         UltimateToolTip::current()->close();
+
+        // A blank cursor left over from a canvas drag comes back with the
+        // next cursor change.
+        QApplication::setOverrideCursor(Qt::BlankCursor);
+        QEvent change(QEvent::CursorChange);
+        QApplication::sendEvent(window->editorView()->viewport(), &change);
+        qApp->removeEventFilter(window.get());
+        QVERIFY(!QApplication::overrideCursor());
     }
 
     void offScreenGeometryComesBack()
