@@ -1112,9 +1112,10 @@ void VelmoMainWindow::OpenSettings()
 
 void VelmoMainWindow::About()
 {
-    AlertDialog::alert(QStringLiteral("<img src=\":/Icon.png\" width=\"96\" height=\"96\"><br>"
-                                      "<span style=\"font-size:20pt;\"><b>%1</b></span><br><i>%2</i><br><br><i>%3</i>")
-                           .arg(tr("Velmora"), tr("by Ostrel"), tr("Version %1").arg(QStringLiteral("1.1.0"))),
+    const QString logo = QStringLiteral(":/Icon.png");
+    AlertDialog::alert(QStringLiteral("<img src=\"%1\" width=\"96\" height=\"96\"><br>"
+                                      "<span style=\"font-size:20pt;\"><b>%2</b></span><br><i>%3</i><br><br><i>%4</i>")
+                           .arg(logo, tr("Velmora"), tr("by Ostrel"), tr("Version %1").arg(QStringLiteral("1.1.0"))),
                        tr("About Velmora"), this);
 }
 
