@@ -87,15 +87,21 @@ bool write(const QString& path, const QJsonObject& object, QString* reason)
 {
     setReason(reason, QString());
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Unbuffered, so a full disk fails the write itself with the system's reason.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         setReason(reason, systemReason(file.errorString()));
         return false;
     }
     const QByteArray bytes = QJsonDocument(object).toJson(QJsonDocument::Compact);
-    if (file.write(bytes) != bytes.size()) {
-        setReason(reason, systemReason(file.errorString()));
-        file.cancelWriting();
-        return false;
+    // A short write is retried: the next attempt reports why the disk took no more.
+    for (qint64 done = 0; done < bytes.size();) {
+        const qint64 written = file.write(bytes.constData() + done, bytes.size() - done);
+        if (written <= 0) {
+            setReason(reason, systemReason(file.errorString()));
+            file.cancelWriting();
+            return false;
+        }
+        done += written;
     }
     if (!file.commit()) {
         setReason(reason, systemReason(file.errorString()));

@@ -9,6 +9,8 @@
 #include "app/RecoveryFile.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
+#include "app/VelmoControls.h"
+#include "app/VelmoHUDDialog.h"
 #include "app/VelmoMainTitleBar.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
@@ -17,6 +19,7 @@
 #include "widgets/BRResizerRenderer.h"
 #include "widgets/ClipboardIdentifiers.h"
 #include "widgets/MyPopup.h"
+#include "widgets/MyTabSystem.h"
 #include "widgets/ConfirmationDialog.h"
 #include "widgets/TitleBarButtons.h"
 #include "widgets/UltimateTree.h"
@@ -28,6 +31,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDesktopServices>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -42,6 +46,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPainter>
 #include <QPushButton>
 #include <QStackedLayout>
 #include <QScreen>
@@ -58,6 +63,37 @@ VelmoMainWindow* theMainWindow = nullptr;
 // How often unsaved work goes to the recovery file.
 constexpr int AutosaveInterval = 2 * 60 * 1000;
 
+// One side of a scene hook's report: 0 leaves it as it is, 1 makes it
+// available, anything else not.
+void mirrorState(int state, bool& available)
+{
+    if (state != 0)
+        available = state == 1;
+}
+
+// A drop-down must not float where its field no longer is.
+void closeDropDown()
+{
+    if (MyPopup* popup = MyPopup::openPopup())
+        popup->close();
+}
+
+// The small round mark of the program's own entry in the window menu.
+QIcon systemMenuMark()
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient gradient(0, 6, 0, 10);
+    gradient.setColorAt(0, QColor(0x7d, 0x7d, 0x7d));
+    gradient.setColorAt(1, Qt::black);
+    painter.setBrush(gradient);
+    painter.setPen(QPen(QBrush(gradient), 1));
+    painter.drawEllipse(QRectF(6, 6, 4, 4));
+    return QIcon(pixmap);
+}
+
 }
 
 VelmoMainWindow* VelmoMainWindow::instance()
@@ -71,28 +107,39 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
       language(language), screenWidth(ProjectData::DefaultScreenWidth),
       screenHeight(ProjectData::DefaultScreenHeight)
 {
-    theMainWindow = this;
-    PathManager::setProjectDirectory(&projectDirectory);
-    PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
     buildForm();
     setWindowTitle(tr("Velmora"));
     setWindowIcon(QIcon(QStringLiteral(":/Icon.png")));
     setAcceptDrops(true);
+
+    theMainWindow = this;
+    PathManager::setProjectDirectory(&projectDirectory);
+    PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+
+    setupHudList();
+    setupComponentList();
+    editor->editorScene()->setScreenSize(screenWidth, screenHeight);
+    editor->editorScene()->loadTile();
+
     titleBar = new VelmoMainTitleBar(windowStyle, nativeMenuBar, this);
     setMenuWidget(titleBar);
     setTitleBar(titleBar);
-    addCaptionWidget(titleBar->captionStrip());
+    for (QWidget* caption : titleBar->captionWidgets())
+        addCaptionWidget(caption);
     if (windowStyle != Native) {
         connect(titleBar->minimizeButton(), &QPushButton::clicked, this, &VelmoMainWindow::minimizeWindow);
         connect(titleBar->maximizeButton(), &QPushButton::clicked, this, &VelmoMainWindow::maximizeWindow);
         connect(titleBar->closeButton(), &QPushButton::clicked, this, &VelmoMainWindow::closeWindow);
         connect(titleBar->systemMenuButton(), &QPushButton::clicked, this, &VelmoMainWindow::showSystemMenu);
     }
-    buildMenus();
-    setupHudList();
-    setupComponentList();
-    editor->editorScene()->setScreenSize(screenWidth, screenHeight);
-    editor->editorScene()->loadTile();
+    connectCommands();
+    titleBar->Action_Undo->setEnabled(false);
+    titleBar->Action_Redo->setEnabled(false);
+
+    GameUIEditorScene* scene = editor->editorScene();
+    scene->setUndoCallback([this](int undo, int redo) { whenUndoStateChanged(undo, redo); });
+    scene->zoomStateChanged = [this](int in, int out) { whenZoomStateChanged(in, out); };
+
     documentWatcher = new DocumentWatcher(this);
     connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &VelmoMainWindow::whenDocumentChangedOnDisk);
     autosaveTimer = new QTimer(this);
@@ -100,7 +147,11 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     connect(autosaveTimer, &QTimer::timeout, this, &VelmoMainWindow::writeRecovery);
     autosaveTimer->start();
     QMetaObject::connectSlotsByName(this);
+
     openStartProject();
+    buildHudMenu();
+    addSystemMenuEntry(9, QStringLiteral("OSV was here ;)"), systemMenuMark());
+    connect(this, &CFramelessWindow::systemActionCalled, this, &VelmoMainWindow::SystemCall);
 }
 
 VelmoMainWindow::~VelmoMainWindow()
@@ -159,96 +210,119 @@ void VelmoMainWindow::buildForm()
     noProjectLayout->addStretch();
     pages->addWidget(noProjectPage);
 
-    // The editor page: canvas on the left, HUD list on the right.
+    // The editor page: the canvas on the left, the lists in tabs on the right.
     mainWidget = new QWidget(widget);
     mainWidget->setObjectName(QStringLiteral("mainWidget"));
     QHBoxLayout* mainLayout = new QHBoxLayout(mainWidget);
-    mainLayout->setContentsMargins(6, 6, 6, 6);
+    mainLayout->setContentsMargins(6, 6, 6, 0);
+    mainLayout->setSpacing(6);
 
-    QGroupBox* groupBox = new QGroupBox(tr("HUD Editor"), mainWidget);
+    QWidget* hudEditor = new QWidget(mainWidget);
+    hudEditor->setObjectName(QStringLiteral("hudEditor"));
+    QVBoxLayout* hudEditorLayout = new QVBoxLayout(hudEditor);
+    hudEditorLayout->setContentsMargins(0, 0, 0, 0);
+    QGroupBox* groupBox = new QGroupBox(tr("HUD Editor"), hudEditor);
     groupBox->setObjectName(QStringLiteral("groupBox"));
     QVBoxLayout* groupLayout = new QVBoxLayout(groupBox);
     editor = new GameUIEditor(groupBox);
     editor->setObjectName(QStringLiteral("editor"));
     groupLayout->addWidget(editor);
-    mainLayout->addWidget(groupBox, 1);
+    hudEditorLayout->addWidget(groupBox);
+    mainLayout->addWidget(hudEditor, 1);
 
-    QWidget* hudContainer = new QWidget(mainWidget);
-    hudContainer->setObjectName(QStringLiteral("hudContainer"));
-    hudContainer->setMaximumWidth(300);
-    hudContainer->setMinimumWidth(220);
-    QVBoxLayout* hudLayout = new QVBoxLayout(hudContainer);
-    hudLayout->setContentsMargins(0, 0, 0, 0);
-    QWidget* header = new QWidget(hudContainer);
-    header->setObjectName(QStringLiteral("listHeader_3"));
-    QHBoxLayout* headerLayout = new QHBoxLayout(header);
-    headerLayout->setContentsMargins(4, 2, 2, 2);
-    QLabel* hudListHeader = new QLabel(QStringLiteral("<b>%1</b>").arg(tr("HUD List")), header);
-    hudListHeader->setObjectName(QStringLiteral("hudListHeader"));
-    removeHudButton = new QPushButton(header);
-    removeHudButton->setIcon(QIcon(QStringLiteral(":/resources/ButtonIcons/Remove.png")));
-    removeHudButton->setIconSize(QSize(12, 12));
-    removeHudButton->setFlat(true);
-    removeHudButton->setObjectName(QStringLiteral("removeHudButton"));
-    removeHudButton->setFixedSize(18, 18);
-    removeHudButton->setToolTip(tr("Delete HUD"));
-    removeHudButton->setEnabled(false);
-    headerLayout->addWidget(hudListHeader, 1);
-    headerLayout->addWidget(removeHudButton);
-    hudLayout->addWidget(header);
+    tabs = new MyTabSystem(mainWidget);
+    tabs->setObjectName(QStringLiteral("tabs"));
+    tabs->setMaximumWidth(300);
+    tabs->setMinimumWidth(230);
+    mainLayout->addWidget(tabs);
 
-    hudList = new UltimateTreeWidget(hudContainer);
-    hudList->setObjectName(QStringLiteral("hudList"));
-    hudLayout->addWidget(hudList, 1);
+    QWidget* ComponentListTab = new QWidget();
+    ComponentListTab->setObjectName(QStringLiteral("ComponentListTab"));
+    QVBoxLayout* tabLayout = new QVBoxLayout(ComponentListTab);
+    tabLayout->setContentsMargins(0, 4, 0, 0);
+    QWidget* listHolder = new QWidget(ComponentListTab);
+    listHolder->setObjectName(QStringLiteral("listHolder"));
+    QVBoxLayout* holderLayout = new QVBoxLayout(listHolder);
+    holderLayout->setContentsMargins(0, 0, 0, 0);
+    tabLayout->addWidget(listHolder);
 
-    QWidget* componentContainer = new QWidget(hudContainer);
-    componentContainer->setObjectName(QStringLiteral("componentContainer"));
-    QVBoxLayout* componentLayout = new QVBoxLayout(componentContainer);
-    componentLayout->setContentsMargins(0, 0, 0, 0);
-    QWidget* componentHeader = new QWidget(componentContainer);
-    componentHeader->setObjectName(QStringLiteral("listHeader_2"));
-    QHBoxLayout* componentHeaderLayout = new QHBoxLayout(componentHeader);
-    componentHeaderLayout->setContentsMargins(4, 2, 2, 2);
-    QLabel* componentListHeader =
-        new QLabel(QStringLiteral("<b>%1</b>").arg(tr("Component List")), componentHeader);
-    componentListHeader->setObjectName(QStringLiteral("componentListHeader"));
-    componentHeaderLayout->addWidget(componentListHeader, 1);
-    auto headerButton = [componentHeader, componentHeaderLayout](const char* name, const char* icon,
-                                                                 const QString& tip) {
-        QPushButton* button = new QPushButton(componentHeader);
+    // One header of a list: its title and its small buttons.
+    auto listHeader = [](QWidget* container, const char* name, const char* labelName, const QString& title) {
+        QWidget* header = new QWidget(container);
+        header->setObjectName(QLatin1String(name));
+        QHBoxLayout* layout = new QHBoxLayout(header);
+        layout->setContentsMargins(4, 2, 2, 2);
+        layout->setSpacing(2);
+        QLabel* label = new QLabel(QStringLiteral("<b>%1</b>").arg(title), header);
+        label->setObjectName(QLatin1String(labelName));
+        layout->addWidget(label, 1);
+        return header;
+    };
+    auto headerButton = [](QWidget* header, const char* name, const char* icon, const QString& tip) {
+        QPushButton* button = new QPushButton(header);
         button->setObjectName(QLatin1String(name));
         button->setIcon(QIcon(QStringLiteral(":/resources/ButtonIcons/%1.png").arg(QLatin1String(icon))));
         button->setIconSize(QSize(12, 12));
         button->setFlat(true);
         button->setFixedSize(18, 18);
+        button->setFocusPolicy(Qt::NoFocus);
         button->setToolTip(tip);
-        componentHeaderLayout->addWidget(button);
+        header->layout()->addWidget(button);
         return button;
     };
-    addComponentButton = headerButton("addComponentButton", "Add", tr("Add New Component"));
-    removeComponentButton = headerButton("removeComponentButton", "Remove", tr("Delete Component"));
+
+    QWidget* hudContainer = new QWidget(listHolder);
+    hudContainer->setObjectName(QStringLiteral("hudContainer"));
+    QVBoxLayout* hudLayout = new QVBoxLayout(hudContainer);
+    hudLayout->setContentsMargins(0, 0, 0, 0);
+    hudLayout->setSpacing(2);
+    QWidget* hudHeader = listHeader(hudContainer, "listHeader_3", "hudListHeader", tr("HUD List"));
+    addHudButton = headerButton(hudHeader, "addHudButton", "Add", tr("Add New HUD"));
+    removeHudButton = headerButton(hudHeader, "removeHudButton", "Remove", tr("Delete HUD"));
+    removeHudButton->setEnabled(false);
+    hudLayout->addWidget(hudHeader);
+    hudList = new UltimateTreeWidget(hudContainer);
+    hudList->setObjectName(QStringLiteral("hudList"));
+    hudLayout->addWidget(hudList, 1);
+    holderLayout->addWidget(hudContainer, 1);
+
+    QWidget* componentContainer = new QWidget(listHolder);
+    componentContainer->setObjectName(QStringLiteral("componentContainer"));
+    QVBoxLayout* componentLayout = new QVBoxLayout(componentContainer);
+    componentLayout->setContentsMargins(0, 0, 0, 0);
+    componentLayout->setSpacing(2);
+    QWidget* componentHeader =
+        listHeader(componentContainer, "listHeader_2", "componentListHeader", tr("Component List"));
+    addComponentButton = headerButton(componentHeader, "addComponentButton", "Add", tr("Add New Component"));
+    removeComponentButton = headerButton(componentHeader, "removeComponentButton", "Remove", tr("Delete Component"));
     removeComponentButton->setEnabled(false);
+    hintComponentButton = headerButton(componentHeader, "hintComponentButton", "Hint", tr("Component List Help"));
     componentLayout->addWidget(componentHeader);
     componentList = new UltimateTreeWidget(componentContainer);
     componentList->setObjectName(QStringLiteral("componentList"));
     componentLayout->addWidget(componentList, 1);
-    hudLayout->addWidget(componentContainer, 2);
-    mainLayout->addWidget(hudContainer);
+    holderLayout->addWidget(componentContainer, 2);
+
+    tabs->addTab(tr("Components"), ComponentListTab);
+    tabs->addTab(tr("Controls"), new VelmoControls());
+    tabs->setCurrentIndex(0, true, true);
     pages->addWidget(mainWidget);
 
     // The bottom strip.
     QWidget* widget_2 = new QWidget(centralwidget);
     widget_2->setObjectName(QStringLiteral("widget_2"));
     widget_2->setMaximumHeight(23);
+    widget_2->setMinimumHeight(23);
     QHBoxLayout* stripLayout = new QHBoxLayout(widget_2);
-    stripLayout->setContentsMargins(8, 0, 8, 0);
+    stripLayout->setContentsMargins(8, 0, 0, 0);
     statusLabel = new QLabel(widget_2);
     statusLabel->setObjectName(QStringLiteral("statusText"));
     // A long notice must never widen the window; the whole text is in its tool-tip.
     statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    stripLayout->addWidget(statusLabel);
-    BRResizerRenderer* bottomRightResizer = new BRResizerRenderer(widget_2);
+    stripLayout->addWidget(statusLabel, 1);
+    bottomRightResizer = new BRResizerRenderer(widget_2);
     bottomRightResizer->setObjectName(QStringLiteral("bottomRightResizer"));
+    bottomRightResizer->setFixedSize(21, 21);
     stripLayout->addWidget(bottomRightResizer, 0, Qt::AlignRight | Qt::AlignBottom);
 
     centralLayout->addWidget(widget, 1);
@@ -293,11 +367,6 @@ void VelmoMainWindow::setupHudList()
     });
     tree->startView();
 
-    hudMenu = new QMenu(this);
-    actionDeleteHud = hudMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete HUD"));
-    connect(actionDeleteHud, &QAction::triggered, this, &VelmoMainWindow::deleteHUD);
-    hudList->setupContextActions(hudMenu, QT_TR_NOOP("Copy HUD"), QT_TR_NOOP("Cut HUD"), QT_TR_NOOP("Paste"));
-
     // currentItemChanged and customContextMenuRequested reach their
     // on_hudList_ slots by name.
     connect(hudList, &UltimateTreeWidget::onDeleteKeyPress, this, [this]() {
@@ -323,23 +392,41 @@ void VelmoMainWindow::setupComponentList()
     editor->bindList(componentList, addComponentButton, removeComponentButton);
     connect(addComponentButton, &QPushButton::clicked, editor, &GameUIEditor::createACenteredComponent);
     connect(removeComponentButton, &QPushButton::clicked, editor, &GameUIEditor::deleteAComponent);
-    // Every step that can be undone is an unsaved change.
-    editor->editorScene()->setUndoCallback([this](int undo, int redo) {
-        if (undo != 0) {
-            canUndo = undo == 1;
-            if (actionUndo)
-                actionUndo->setEnabled(isProjectOpen && canUndo);
-        }
-        if (redo != 0) {
-            canRedo = redo == 1;
-            if (actionRedo)
-                actionRedo->setEnabled(isProjectOpen && canRedo);
-        }
-        if (undo == 1 || redo == 1)
-            markChanged();
-    });
     // Arrow-key moves leave no undo step, yet they are unsaved work.
     connect(editor->editorScene(), &GameUIEditorScene::changedWithoutUndo, this, &VelmoMainWindow::markChanged);
+    connect(hintComponentButton, &QPushButton::clicked, this, &VelmoMainWindow::ShowHintForComponentList);
+}
+
+void VelmoMainWindow::buildHudMenu()
+{
+    hudMenu = new QMenu(this);
+    hudMenu->setObjectName(QStringLiteral("hudMenu"));
+    QAction* add = hudMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")), tr("Add New HUD"));
+    connect(add, &QAction::triggered, this, &VelmoMainWindow::createHUD);
+    actionEditHud = hudMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit HUD"));
+    connect(actionEditHud, &QAction::triggered, this, &VelmoMainWindow::editHUD);
+    actionDeleteHud = hudMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete HUD"));
+    connect(actionDeleteHud, &QAction::triggered, this, &VelmoMainWindow::deleteHUD);
+    hudList->setupContextActions(hudMenu, QT_TR_NOOP("Copy HUD"), QT_TR_NOOP("Cut HUD"), QT_TR_NOOP("Paste"));
+}
+
+void VelmoMainWindow::whenUndoStateChanged(int undo, int redo)
+{
+    mirrorState(undo, canUndo);
+    mirrorState(redo, canRedo);
+    titleBar->Action_Undo->setEnabled(isProjectOpen && canUndo);
+    titleBar->Action_Redo->setEnabled(isProjectOpen && canRedo);
+    // Every step that can be undone or redone is an unsaved change.
+    if (undo == 1 || redo == 1)
+        markChanged();
+}
+
+void VelmoMainWindow::whenZoomStateChanged(int in, int out)
+{
+    mirrorState(in, canZoomIn);
+    mirrorState(out, canZoomOut);
+    titleBar->Action_ZoomIn->setEnabled(isProjectOpen && canZoomIn);
+    titleBar->Action_ZoomOut->setEnabled(isProjectOpen && canZoomOut);
 }
 
 void VelmoMainWindow::fillHudRow(UltimateTreeItem* row)
@@ -373,20 +460,96 @@ void VelmoMainWindow::on_hudList_customContextMenuRequested(const QPoint& pos)
 {
     UltimateTreeItem* current = hudList->tree()->currentRow();
     const bool custom = current && current->id() == HudEntry::Custom;
+    actionEditHud->setVisible(current != nullptr);
     actionDeleteHud->setVisible(custom);
+    // Add, edit, delete, separator, copy, cut, paste: the Map and Battle HUDs
+    // can't be copied or cut.
     const QList<QAction*> actions = hudMenu->actions();
-    // Delete, separator, copy, cut, paste.
     const QString name = current ? HudDocument::displayName(current->id(), *current->userData()) : QString();
-    hudList->updateContextActions(actions, current, name, 2, 3, 4);
-    actions.at(2)->setVisible(custom);
-    actions.at(3)->setVisible(custom);
-    bool anything = false;
-    for (QAction* action : actions)
-        anything = anything || (action->isVisible() && !action->isSeparator());
-    if (!anything)
-        return;
+    hudList->updateContextActions(actions, current, name, 4, 5, 6);
+    actions.at(4)->setVisible(custom);
+    actions.at(5)->setVisible(custom);
     hudList->tree()->setPopupOpen(true);
     hudMenu->popup(pos);
+}
+
+void VelmoMainWindow::createHUD()
+{
+    createOrEditHUD(nullptr);
+    // By design the context menu's commands count as a change whatever the
+    // dialog's outcome.
+    markChanged();
+}
+
+void VelmoMainWindow::editHUD()
+{
+    createOrEditHUD(currentHud());
+    markChanged();
+    refreshBackground();
+}
+
+void VelmoMainWindow::on_addHudButton_clicked()
+{
+    if (createOrEditHUD(nullptr))
+        markChanged();
+}
+
+void VelmoMainWindow::on_hudList_itemDoubleClicked(UltimateTreeItem* item, int)
+{
+    if (!item)
+        return;
+    if (createOrEditHUD(item))
+        markChanged();
+    refreshBackground();
+}
+
+bool VelmoMainWindow::createOrEditHUD(UltimateTreeItem* item)
+{
+    QJsonObject object;
+    if (item)
+        object = *item->userData();
+    else
+        object.insert(HudDocument::KeyId, HudDocument::newIdentifier(HudDocument::identifiers(hudEntries())));
+    if (item == currentHud())
+        storeSceneIntoCurrentHud();
+    if (item)
+        object.insert(HudDocument::KeyHud, item->userData()->value(HudDocument::KeyHud));
+    bool confirmed = false;
+    VelmoHUDDialog dialog(&object, &confirmed, item ? item->id() : HudEntry::Custom, this);
+    dialog.exec();
+    if (!confirmed)
+        return false;
+
+    if (item) {
+        *item->userData() = object;
+        if (item == currentHud())
+            applyHudSize(item);
+    } else {
+        item = new UltimateTreeItem();
+        item->setId(HudEntry::Custom);
+        item->setUserData(new QJsonObject(object));
+        UltimateTree* tree = hudList->tree();
+        UltimateTreeItem* current = currentHud();
+        if (current)
+            tree->insertRowAfter(item, current);
+        else
+            tree->addRow(item);
+        tree->setCurrentRow(item);
+        hudList->ensureRowVisible(item);
+    }
+    fillHudRow(item);
+    return true;
+}
+
+void VelmoMainWindow::applyHudSize(const UltimateTreeItem* item)
+{
+    const QJsonObject& object = *item->userData();
+    GameUIEditorScene* scene = editor->editorScene();
+    isSizedHUD = HudDocument::hasOwnSize(item->id(), object);
+    if (isSizedHUD)
+        scene->setScreenSize(HudDocument::ownWidth(object), HudDocument::ownHeight(object));
+    else
+        scene->setScreenSize(screenWidth, screenHeight);
 }
 
 void VelmoMainWindow::storeSceneIntoCurrentHud()
@@ -395,61 +558,25 @@ void VelmoMainWindow::storeSceneIntoCurrentHud()
         item->userData()->insert(HudDocument::KeyHud, editor->editorScene()->toJson());
 }
 
-void VelmoMainWindow::buildMenus()
+void VelmoMainWindow::connectCommands()
 {
-    QMenuBar* bar = titleBar->menuBar();
-    QMenu* file = bar->addMenu(tr("File"));
-    file->setObjectName(QStringLiteral("Menu_File"));
-
-    auto makeAction = [this](QMenu* menu, const char* name, const char* text, const char* iconText,
-                             const QKeySequence& shortcut) {
-        QAction* action = menu->addAction(tr(text));
-        action->setObjectName(QString::fromLatin1(name));
-        action->setIconText(tr(iconText));
-        action->setShortcut(shortcut);
-        return action;
-    };
-    actionOpen = makeAction(file, "Action_OpenProject", QT_TR_NOOP("Open Project"), QT_TR_NOOP("Open"),
-                            QKeySequence(QStringLiteral("Ctrl+O")));
-    actionReload = makeAction(file, "Action_ReloadProject", QT_TR_NOOP("Reload Project"), QT_TR_NOOP("Reload"),
-                              QKeySequence());
-    actionSave = makeAction(file, "Action_SaveProject", QT_TR_NOOP("Save Project"), QT_TR_NOOP("Save"),
-                            QKeySequence(QStringLiteral("Ctrl+S")));
-    actionClose = makeAction(file, "Action_CloseProject", QT_TR_NOOP("Close Project"), QT_TR_NOOP("Close"),
-                             QKeySequence());
-    connect(actionOpen, &QAction::triggered, this, &VelmoMainWindow::OpenProject);
-    connect(actionReload, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
-    connect(actionSave, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
-    connect(actionClose, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
-
-    QMenu* edit = bar->addMenu(tr("Edit"));
-    edit->setObjectName(QStringLiteral("Menu_Edit"));
-    actionUndo = makeAction(edit, "Action_Undo", QT_TR_NOOP("Undo Action"), QT_TR_NOOP("Undo"), QKeySequence());
-    actionRedo = makeAction(edit, "Action_Redo", QT_TR_NOOP("Redo Action"), QT_TR_NOOP("Redo"), QKeySequence());
-    connect(actionUndo, &QAction::triggered, this, &VelmoMainWindow::Undo);
-    connect(actionRedo, &QAction::triggered, this, &VelmoMainWindow::Redo);
-
-    QMenu* project = bar->addMenu(tr("Project"));
-    project->setObjectName(QStringLiteral("Menu_Project"));
-    actionRun = makeAction(project, "Action_Run", QT_TR_NOOP("Run Project"), QT_TR_NOOP("Run"),
-                           QKeySequence(QStringLiteral("Ctrl+R")));
-    actionStop = makeAction(project, "Action_Stop", QT_TR_NOOP("Stop Project"), QT_TR_NOOP("Stop"),
-                            QKeySequence(QStringLiteral("Ctrl+T")));
-    actionProjectExplorer = makeAction(project, "Action_ProjectExplorer", QT_TR_NOOP("Show Project in Explorer"),
-                                       QT_TR_NOOP("Show Project"), QKeySequence());
-    connect(actionRun, &QAction::triggered, this, &VelmoMainWindow::RunGame);
-    connect(actionStop, &QAction::triggered, this, &VelmoMainWindow::StopGame);
-    connect(actionProjectExplorer, &QAction::triggered, this, &VelmoMainWindow::OpenProjectDirectory);
-}
-
-void VelmoMainWindow::Undo()
-{
-    editor->editorScene()->undo();
-}
-
-void VelmoMainWindow::Redo()
-{
-    editor->editorScene()->redo();
+    const VelmoMainTitleBar* bar = titleBar;
+    connect(bar->Action_OpenProject, &QAction::triggered, this, &VelmoMainWindow::OpenProject);
+    connect(bar->Action_ReloadProject, &QAction::triggered, this, &VelmoMainWindow::ReloadProject);
+    connect(bar->Action_SaveProject, &QAction::triggered, this, &VelmoMainWindow::SaveProject);
+    connect(bar->Action_CloseProject, &QAction::triggered, this, &VelmoMainWindow::CloseProject);
+    connect(bar->Action_Undo, &QAction::triggered, this, &VelmoMainWindow::Undo);
+    connect(bar->Action_Redo, &QAction::triggered, this, &VelmoMainWindow::Redo);
+    connect(bar->Action_Run, &QAction::triggered, this, &VelmoMainWindow::RunGame);
+    connect(bar->Action_Stop, &QAction::triggered, this, &VelmoMainWindow::StopGame);
+    connect(bar->Action_ProjectExplorer, &QAction::triggered, this, &VelmoMainWindow::OpenProjectDirectory);
+    connect(bar->Action_Settings, &QAction::triggered, this, &VelmoMainWindow::OpenSettings);
+    connect(bar->Action_ZoomIn, &QAction::triggered, this, &VelmoMainWindow::ZoomIn);
+    connect(bar->Action_ZoomOut, &QAction::triggered, this, &VelmoMainWindow::ZoomOut);
+    connect(bar->Action_FitZoom, &QAction::triggered, this, &VelmoMainWindow::FitToView);
+    connect(bar->Action_About, &QAction::triggered, this, &VelmoMainWindow::About);
+    connect(bar->Action_Tutorial, &QAction::triggered, this, &VelmoMainWindow::OpenTutorials);
+    connect(bar->Action_Update, &QAction::triggered, this, &VelmoMainWindow::OpenDownloads);
 }
 
 void VelmoMainWindow::closeWindow()
@@ -460,6 +587,7 @@ void VelmoMainWindow::closeWindow()
 void VelmoMainWindow::maximizeWindow()
 {
     WindowFrameGrip::toggleMaximized(this);
+    QTimer::singleShot(1, this, &VelmoMainWindow::refreshScene);
 }
 
 void VelmoMainWindow::minimizeWindow()
@@ -580,6 +708,8 @@ void VelmoMainWindow::openProjectAt(const QString& path)
             return openProjectAt(QString());
         isChanged = false;
         if (isProjectOpen) {
+            // A project opens with its screen fitted into the view.
+            editor->fitZoom();
             documentWatcher->watch(JsonFile::pluginPath(projectDirectory, HudDocument::FileName));
             // Asked once the window is up and the opening has told its own news.
             if (RecoveryFile::isNewerThanDocument(projectDirectory))
@@ -841,16 +971,22 @@ void VelmoMainWindow::saveWindowState()
 
 void VelmoMainWindow::updateCommandStates()
 {
-    actionOpen->setEnabled(true);
-    actionReload->setEnabled(isProjectOpen);
-    actionSave->setEnabled(isProjectOpen);
-    actionClose->setEnabled(isProjectOpen);
-    actionUndo->setEnabled(isProjectOpen && canUndo);
-    actionRedo->setEnabled(isProjectOpen && canRedo);
+    // Each tool button follows its action.
+    VelmoMainTitleBar* bar = titleBar;
+    bar->Action_OpenProject->setEnabled(true);
+    bar->Action_ReloadProject->setEnabled(isProjectOpen);
+    bar->Action_SaveProject->setEnabled(isProjectOpen);
+    bar->Action_CloseProject->setEnabled(isProjectOpen);
+    bar->Action_Undo->setEnabled(isProjectOpen && canUndo);
+    bar->Action_Redo->setEnabled(isProjectOpen && canRedo);
     const bool canRun = isProjectOpen && !editorLocation.isEmpty();
-    actionRun->setEnabled(canRun && !gameProcess);
-    actionStop->setEnabled(canRun && gameProcess);
-    actionProjectExplorer->setEnabled(isProjectOpen);
+    bar->Action_Run->setEnabled(canRun && !gameProcess);
+    bar->Action_Stop->setEnabled(canRun && gameProcess);
+    bar->Action_ProjectExplorer->setEnabled(isProjectOpen);
+    bar->Action_Settings->setEnabled(isProjectOpen);
+    bar->Action_ZoomIn->setEnabled(isProjectOpen && canZoomIn);
+    bar->Action_ZoomOut->setEnabled(isProjectOpen && canZoomOut);
+    bar->Action_FitZoom->setEnabled(isProjectOpen);
 
     QString status;
     if (isProjectOpen) {
@@ -905,6 +1041,12 @@ bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
     if (UltimateToolTip::filterEvent(watched, event))
         return true;
     MyPopup::closeOnOutsidePress(event);
+    // A blank cursor of a canvas drag that never saw its release (a dialog
+    // came up in between) must not hide the pointer for good.
+    if (event->type() == QEvent::CursorChange && QApplication::overrideCursor()
+        && QApplication::overrideCursor()->shape() == Qt::BlankCursor
+        && !(QApplication::mouseButtons() & Qt::LeftButton))
+        QApplication::restoreOverrideCursor();
     QWidget* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget == this || widget->window() != this)
         return QMainWindow::eventFilter(watched, event);
@@ -933,6 +1075,137 @@ bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
 void VelmoMainWindow::InstallInMZ()
 {
     // Putting the plugin into a game project is the user's own step.
+}
+
+void VelmoMainWindow::Undo()
+{
+    editor->editorScene()->undo();
+}
+
+void VelmoMainWindow::Redo()
+{
+    editor->editorScene()->redo();
+}
+
+void VelmoMainWindow::ZoomIn()
+{
+    editor->zoomIn();
+}
+
+void VelmoMainWindow::ZoomOut()
+{
+    editor->zoomOut();
+}
+
+void VelmoMainWindow::FitToView()
+{
+    editor->fitZoom();
+}
+
+void VelmoMainWindow::OpenSettings()
+{
+    if (!isProjectOpen)
+        return;
+    AlertDialog::alert(tr("The settings of this version are kept in the settings file and "
+                          "take effect at the next start."),
+                       {QDir::toNativeSeparators(SettingsStore().fileName())}, tr("Change Settings"), this);
+}
+
+void VelmoMainWindow::About()
+{
+    const QString logo = QStringLiteral(":/Icon.png");
+    AlertDialog::alert(QStringLiteral("<img src=\"%1\" width=\"96\" height=\"96\"><br>"
+                                      "<span style=\"font-size:20pt;\"><b>%2</b></span><br><i>%3</i><br><br><i>%4</i>")
+                           .arg(logo, tr("Velmora"), tr("by Ostrel"), tr("Version %1").arg(QStringLiteral("1.1.0"))),
+                       tr("About Velmora"), this);
+}
+
+void VelmoMainWindow::ShowHintForComponentList()
+{
+    const QList<QPair<const char*, const char*>> lines{
+        {QT_TR_NOOP("Move Items in List"), "RIGHT-CLICK + DRAG"}, {QT_TR_NOOP("Refresh List"), "SHIFT + R"},
+        {QT_TR_NOOP("Show/Hide Component"), "CTRL + Q"},         {nullptr, nullptr},
+        {QT_TR_NOOP("Copy Component"), "CTRL + C"},              {QT_TR_NOOP("Cut Component"), "CTRL + X"},
+        {QT_TR_NOOP("Paste Component"), "CTRL + V"},             {QT_TR_NOOP("Delete Component"), "DEL"}};
+    // Names padded with blanks so the keys stand in one column of the fixed font.
+    int width = 0;
+    for (const auto& line : lines)
+        width = qMax(width, line.first ? tr(line.first).size() : 0);
+    QStringList rows;
+    for (const auto& line : lines) {
+        const QString name = line.first ? tr(line.first) : QString();
+        rows.append(line.first ? QStringLiteral("\u2022 %1%2<b>%3</b>")
+                                     .arg(name.toHtmlEscaped(), QString(width - name.size() + 2, QLatin1Char(' ')),
+                                          QLatin1String(line.second))
+                               : QString());
+    }
+    AlertDialog dialog(QStringLiteral("<pre style=\"font-family: monospace; font-weight: 600;\">%1</pre>")
+                           .arg(rows.join(QLatin1Char('\n'))),
+                       tr("Component List Help"), this);
+    dialog.label()->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    dialog.exec();
+}
+
+void VelmoMainWindow::OpenTutorials()
+{
+    QDesktopServices::openUrl(QUrl(QStringLiteral("https://github.com/ostrel-vane/velmora/wiki")));
+}
+
+void VelmoMainWindow::OpenDownloads()
+{
+    QDesktopServices::openUrl(QUrl(QStringLiteral("https://github.com/ostrel-vane/velmora/releases")));
+}
+
+void VelmoMainWindow::SystemCall(int)
+{
+    // The window menu's own entry; what it opens is a little game of its own.
+}
+
+void VelmoMainWindow::refreshScene()
+{
+    editor->editorScene()->update();
+    editor->viewport()->update();
+}
+
+void VelmoMainWindow::followWindowState()
+{
+    if (titleBar)
+        titleBar->setMaximizedState(isMaximized());
+    bottomRightResizer->setVisible(!isMaximized() && windowStyle != Native);
+    closeDropDown();
+}
+
+void VelmoMainWindow::resizeEvent(QResizeEvent* event)
+{
+    CFramelessWindow::resizeEvent(event);
+    closeDropDown();
+    refreshScene();
+}
+
+void VelmoMainWindow::moveEvent(QMoveEvent* event)
+{
+    CFramelessWindow::moveEvent(event);
+    followWindowState();
+}
+
+void VelmoMainWindow::changeEvent(QEvent* event)
+{
+    CFramelessWindow::changeEvent(event);
+    switch (event->type()) {
+    case QEvent::WindowStateChange:
+        followWindowState();
+        QTimer::singleShot(1, this, &VelmoMainWindow::refreshScene);
+        break;
+    case QEvent::ActivationChange:
+        if (!isActiveWindow())
+            lastDeactivation = QDateTime::currentSecsSinceEpoch();
+        // The frame's colour follows the activation.
+        update();
+        break;
+    default:
+        QTimer::singleShot(1, this, &VelmoMainWindow::refreshScene);
+        break;
+    }
 }
 
 void VelmoMainWindow::RunGame()

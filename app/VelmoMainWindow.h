@@ -16,6 +16,8 @@ class QPushButton;
 class QStackedLayout;
 class QMenu;
 class QTimer;
+class MyTabSystem;
+class BRResizerRenderer;
 class UltimateTreeItem;
 class UltimateTreeWidget;
 class VelmoMainTitleBar;
@@ -23,9 +25,10 @@ class VelmoMainTitleBar;
 // The program's one top-level window and the owner of the open project: its
 // folder, the cached RPG Maker data, the HUD list and the canvas.
 //
-// First shell: a menu bar with the project commands, the no-project page and
-// the editor page with the canvas, the HUD list and the component list. The
-// title bar tool buttons come with their own work.
+// The window holds the no-project page and the editor page: the canvas
+// beside a tab system with the HUD list and the component list, and the
+// controls help. Its title bar carries the menus and tool rows of every
+// command.
 class VelmoMainWindow : public CFramelessWindow
 {
     Q_OBJECT
@@ -56,6 +59,7 @@ public:
     // Marks unsaved changes, as every edit does.
     void markChanged();
 
+    VelmoMainTitleBar* mainTitleBar() const { return titleBar; }
     UltimateTreeWidget* hudListWidget() const { return hudList; }
     GameUIEditor* editorView() const { return editor; }
     UltimateTreeWidget* componentListWidget() const { return componentList; }
@@ -81,8 +85,12 @@ public slots:
     void maximizeWindow();
     void minimizeWindow();
     void showSystemMenu();
+    void createHUD();
+    void editHUD();
     void deleteHUD();
     void on_hudList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem* previous);
+    void on_hudList_itemDoubleClicked(UltimateTreeItem* item, int column);
+    void on_addHudButton_clicked();
     void on_removeHudButton_clicked();
     void on_hudList_customContextMenuRequested(const QPoint& pos);
     void on_openRMProject_clicked();
@@ -96,7 +104,16 @@ public slots:
     void RunGame();
     void StopGame();
     void OpenProjectDirectory();
+    void OpenSettings();
+    void ZoomIn();
+    void ZoomOut();
+    void FitToView();
+    void About();
+    void OpenTutorials();
+    void OpenDownloads();
+    void SystemCall(int id);
     void GameProcessEnd(int code, QProcess::ExitStatus status);
+    void ShowHintForComponentList();
 
 private slots:
     // The document was changed by another program.
@@ -111,10 +128,26 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void buildForm();
-    void buildMenus();
+    void connectCommands();
+    void buildHudMenu();
+    // Creating (item null) and editing a HUD in the HUD dialog; true when
+    // the dialog was confirmed.
+    bool createOrEditHUD(UltimateTreeItem* item);
+    // The scene takes the size the current HUD asks for.
+    void applyHudSize(const UltimateTreeItem* item);
+    // The maximise button and the corner grip follow the window's state;
+    // an open drop-down closes.
+    void followWindowState();
+    void refreshScene();
+    // Mirrors the scene's undo and zoom availability into the commands.
+    void whenUndoStateChanged(int undo, int redo);
+    void whenZoomStateChanged(int in, int out);
     void openStartProject();
     bool loadProjectData(QStringList* problems = nullptr);
     // Shows what the last opening has to tell, after the user asked for it.
@@ -174,30 +207,28 @@ private:
     // What the status bar says beside the project, until the next opening.
     QString statusNotice;
 
+    // When the window last lost the activation, in seconds since the epoch.
+    qint64 lastDeactivation = 0;
+
     VelmoMainTitleBar* titleBar = nullptr;
     QStackedLayout* pages = nullptr;
+    MyTabSystem* tabs = nullptr;
+    BRResizerRenderer* bottomRightResizer = nullptr;
     QWidget* noProjectPage = nullptr;
     QWidget* mainWidget = nullptr;
     QPushButton* openRMProject = nullptr;
     UltimateTreeWidget* hudList = nullptr;
     QMenu* hudMenu = nullptr;
+    QAction* actionEditHud = nullptr;
     QAction* actionDeleteHud = nullptr;
+    QPushButton* addHudButton = nullptr;
     QPushButton* removeHudButton = nullptr;
     GameUIEditor* editor = nullptr;
     UltimateTreeWidget* componentList = nullptr;
     QPushButton* addComponentButton = nullptr;
     QPushButton* removeComponentButton = nullptr;
+    QPushButton* hintComponentButton = nullptr;
     QLabel* statusLabel = nullptr;
-
-    QAction* actionOpen = nullptr;
-    QAction* actionReload = nullptr;
-    QAction* actionSave = nullptr;
-    QAction* actionClose = nullptr;
-    QAction* actionUndo = nullptr;
-    QAction* actionRedo = nullptr;
-    QAction* actionRun = nullptr;
-    QAction* actionStop = nullptr;
-    QAction* actionProjectExplorer = nullptr;
 
     DocumentWatcher* documentWatcher = nullptr;
     QTimer* autosaveTimer = nullptr;

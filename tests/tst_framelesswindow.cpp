@@ -296,13 +296,25 @@ private slots:
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QVERIFY(!(window.windowFlags() & Qt::FramelessWindowHint));
-        // The system's frame has its own buttons and grip: the bar keeps only the menus.
+        // The system's frame has its own buttons and grip: the bar keeps the
+        // menus and the tools.
         VelmoMainTitleBar* bar = window.findChild<VelmoMainTitleBar*>();
         for (QWidget* button : {static_cast<QWidget*>(bar->maximizeButton()), static_cast<QWidget*>(bar->minimizeButton()),
                                 static_cast<QWidget*>(bar->closeButton()), static_cast<QWidget*>(bar->systemMenuButton())})
             QVERIFY(!button->isVisible());
         QVERIFY(bar->menuBar()->isVisible());
+        QVERIFY(!bar->Action_SaveProject->isIconVisibleInMenu());
+        QVERIFY(bar->findChild<QWidget*>(QStringLiteral("openProject"))->isVisible());
         QVERIFY(!window.findChild<BRResizerRenderer*>(QStringLiteral("bottomRightResizer"))->isVisible());
+
+        VelmoMainWindow withMenus(CFramelessWindow::Native, true, QString(), QString());
+        withMenus.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&withMenus));
+        VelmoMainTitleBar* menuBar = withMenus.findChild<VelmoMainTitleBar*>();
+        QVERIFY(menuBar->usesNativeMenus());
+        QVERIFY(menuBar->menuBar()->isVisible());
+        QVERIFY(!menuBar->closeButton()->isVisible());
+        QVERIFY(menuBar->Action_SaveProject->isIconVisibleInMenu());
     }
 };
 

@@ -4,7 +4,12 @@
 #include "scene/GameUIEditorScene.h"
 #include "app/SettingsStore.h"
 #include "app/PathManager.h"
+#include "app/VelmoMainTitleBar.h"
 #include "app/VelmoMainWindow.h"
+#include "widgets/InflateButton.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/TitleBarButtons.h"
+#include "widgets/UltimateToolTip.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "widgets/TrovDialog.h"
 
@@ -14,6 +19,9 @@
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QSignalSpy>
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
@@ -87,17 +95,22 @@ private:
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
         QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
     }
+    // A file dropped on the HUD list, which the window sees as the
+    // application's event filter.
     void dropFile(const QString& path)
     {
         QMimeData mime;
         mime.setUrls({QUrl::fromLocalFile(path)});
-        const QPoint at(200, 200);
+        QWidget* target = list()->viewport();
+        const QPoint at(20, 20);
+        qApp->installEventFilter(window.get());
         QDragEnterEvent enter(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(window.get(), &enter);
-        if (!enter.isAccepted())
-            return;
-        QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(window.get(), &drop);
+        QApplication::sendEvent(target, &enter);
+        if (enter.isAccepted()) {
+            QDropEvent drop(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(target, &drop);
+        }
+        qApp->removeEventFilter(window.get());
     }
 
 private slots:
@@ -380,15 +393,119 @@ private slots:
             return texts;
         };
         QApplication::clipboard()->setText(QStringLiteral("nothing to paste"));
-        // Nothing to offer on the Map HUD: no empty menu shows.
-        QTest::mouseClick(list()->viewport(), Qt::RightButton, Qt::NoModifier, rowPoint(3));
-        QVERIFY(!QApplication::activePopupWidget());
+        // The Map HUD can be edited, never deleted, copied or cut.
+        openMenuOn(3);
+        QCOMPARE(visibleTexts(), QStringList({"Add New HUD", "Edit HUD"}));
         openMenuOn(1);
-        QCOMPARE(visibleTexts(), QStringList({"Delete HUD", "Copy \"Statusanzeige für Böse\"",
-                                              "Cut \"Statusanzeige für Böse\""}));
+        QCOMPARE(visibleTexts(), QStringList({"Add New HUD", "Edit HUD", "Delete HUD",
+                                              "Copy \"Statusanzeige für Böse\"", "Cut \"Statusanzeige für Böse\""}));
         QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"HUD\":[]}"));
         openMenuOn(0);
-        QCOMPARE(visibleTexts(), QStringList({"Paste \"New HUD\""}));
+        QCOMPARE(visibleTexts(), QStringList({"Add New HUD", "Edit HUD", "Paste \"New HUD\""}));
+
+        // "Edit HUD" counts as a change even when the dialog is cancelled.
+        QVERIFY(!window->projectIsChanged());
+        openMenuOn(3);
+        QAction* edit = menu->actions().at(1);
+        menu->close();
+        const Seen seen = answering([&] { edit->trigger(); }, {press("cancelButton")});
+        QCOMPARE(seen.title, QStringLiteral("HUD Dialog"));
+        QVERIFY(window->projectIsChanged());
+        QCOMPARE(list()->rowCount(), 5);
+    }
+
+    void creatingAndEditingHuds()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("create"), 1280, 720);
+        openWindow(project);
+        QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
+        QPushButton* add = window->findChild<QPushButton*>(QStringLiteral("addHudButton"));
+
+        // Cancelled: nothing is added and nothing changed.
+        Seen seen = answering([&] { QTest::mouseClick(add, Qt::LeftButton); }, {press("cancelButton")});
+        QCOMPARE(seen.title, QStringLiteral("HUD Dialog"));
+        QCOMPARE(list()->rowCount(), 2);
+        QVERIFY(!window->projectIsChanged());
+
+        // A name typed and confirmed: a new HUD behind the current one, which
+        // becomes current and gets the screen's size.
+        seen = answering([&] { QTest::mouseClick(add, Qt::LeftButton); },
+                         {[](TrovDialog* dialog) {
+                              MyLineEdit* name = dialog->findChild<MyLineEdit*>(QStringLiteral("Name"));
+                              QPushButton* confirm = dialog->findChild<QPushButton*>(QStringLiteral("confirmButton"));
+                              QVERIFY(name->isEnabled());
+                              QCOMPARE(name->text(), QString());
+                              // An empty name can't be confirmed.
+                              QVERIFY(!confirm->isEnabled());
+                              QTest::keyClicks(name, QStringLiteral("Boss Bar"));
+                              QVERIFY(!dialog->findChild<MyLineEdit*>(QStringLiteral("Width"))->isEnabled());
+                              QTest::mouseClick(confirm, Qt::LeftButton);
+                          }});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(rowNames(), QStringList({"Map HUD", "Boss Bar", "Battle HUD"}));
+        QCOMPARE(list()->currentRow(), list()->row(1));
+        QCOMPARE(list()->row(1)->id(), 0);
+        QCOMPARE(list()->row(1)->text(0), QStringLiteral("✦"));
+        const QString id = list()->row(1)->userData()->value(QStringLiteral("ID")).toString();
+        QVERIFY2(QRegularExpression(QStringLiteral("^[0-6]{5}$")).match(id).hasMatch(), qPrintable(id));
+        QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
+        QVERIFY(window->projectIsChanged());
+        pressSave();
+
+        // A double click edits: the HUD becomes a custom component of its own size.
+        seen = answering([&] { QTest::mouseDClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(1)); },
+                         {[](TrovDialog* dialog) {
+                              MyLineEdit* name = dialog->findChild<MyLineEdit*>(QStringLiteral("Name"));
+                              QCOMPARE(name->text(), QStringLiteral("Boss Bar"));
+                              QTest::mouseClick(dialog->findChild<QWidget*>(QStringLiteral("Type")), Qt::LeftButton);
+                              MyLineEdit* width = dialog->findChild<MyLineEdit*>(QStringLiteral("Width"));
+                              QVERIFY(width->isEnabled());
+                              QCOMPARE(width->text(), QStringLiteral("300"));
+                              width->selectAll();
+                              QTest::keyClicks(width, QStringLiteral("320"));
+                              MyLineEdit* height = dialog->findChild<MyLineEdit*>(QStringLiteral("Height"));
+                              height->selectAll();
+                              QTest::keyClicks(height, QStringLiteral("96"));
+                              QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("confirmButton")),
+                                                Qt::LeftButton);
+                          }});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(list()->row(1)->text(0), QStringLiteral(" •"));
+        QCOMPARE(sceneSize(window.get()), QSize(320, 96));
+        QVERIFY(window->projectIsChanged());
+        pressSave();
+        const QJsonObject entry = writtenDocument(project).value(QStringLiteral("Data")).toArray().at(1).toObject();
+        QCOMPARE(entry.value(QStringLiteral("Name")).toString(), QStringLiteral("Boss Bar"));
+        QCOMPARE(entry.value(QStringLiteral("IsHUD")).toBool(true), false);
+        QCOMPARE(entry.value(QStringLiteral("Width")).toInt(), 320);
+        QCOMPARE(entry.value(QStringLiteral("Height")).toInt(), 96);
+        QCOMPARE(entry.value(QStringLiteral("ID")).toString(), id);
+        QCOMPARE(writtenDocument(project).value(QStringLiteral("Battle")).toInt(), 2);
+
+        // The Map HUD's name and kind are fixed; cancelling its dialog changes nothing.
+        seen = answering([&] { QTest::mouseDClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(0)); },
+                         {[](TrovDialog* dialog) {
+                              MyLineEdit* name = dialog->findChild<MyLineEdit*>(QStringLiteral("Name"));
+                              QCOMPARE(name->text(), QStringLiteral("Map HUD"));
+                              QVERIFY(!name->isEnabled());
+                              QVERIFY(!dialog->findChild<QWidget*>(QStringLiteral("Type"))->isEnabled());
+                              press("cancelButton")(dialog);
+                          }});
+        QCOMPARE(seen.count, 1);
+        QVERIFY(!window->projectIsChanged());
+        QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
+
+        // The Map HUD can't be deleted: its button is off and the Delete key asks nothing.
+        QVERIFY(!window->findChild<QPushButton*>(QStringLiteral("removeHudButton"))->isEnabled());
+        seen = answering([&] { QTest::keyClick(list(), Qt::Key_Delete); }, {press("confirmButton")});
+        QCOMPARE(seen.count, 0);
+        QCOMPARE(list()->rowCount(), 3);
+
+        // Switching HUDs keeps an unsaved change unsaved.
+        window->markChanged();
+        clickRow(2);
+        clickRow(1);
+        QVERIFY(window->projectIsChanged());
     }
 
     void failedSaveStaysUnsaved()
@@ -509,7 +626,7 @@ private slots:
     void droppingAProject()
     {
         const QString first = TestEnvironment::copySampleProject(QStringLiteral("first"));
-        const QString second = TestEnvironment::makeProject(QStringLiteral("second"), 1920, 1080);
+        const QString second = TestEnvironment::makeProject(QStringLiteral("Zweites Projekt – Ärger mit Öl"), 1920, 1080);
         openWindow(first);
         QVERIFY(VelmoMainWindow::acceptsProjectDrop(nullptr) == false);
 
@@ -607,6 +724,225 @@ private slots:
         window.reset();
         openWindow(project);
         QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
+    }
+
+    void titleBarCommands()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("commands"));
+        SettingsStore().setValue(QStringLiteral("Project"), project);
+        window.reset(new VelmoMainWindow(CFramelessWindow::Frameless, false, QString(), QString()));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+
+        QMenuBar* menuBar = window->findChild<QMenuBar*>(QStringLiteral("menuBar"));
+        QVERIFY(menuBar && menuBar->isVisible());
+        QCOMPARE(menuBar->maximumWidth(), 224);
+        QCOMPARE(menuBar->focusPolicy(), Qt::NoFocus);
+        QVERIFY(menuBar->contextMenuPolicy() != Qt::DefaultContextMenu);
+        QStringList menus;
+        for (QAction* entry : menuBar->actions())
+            menus << entry->menu()->objectName() + QLatin1Char(' ') + entry->text();
+        QCOMPARE(menus, QStringList({"Menu_File File", "Menu_Edit Edit", "Menu_Project Project", "Menu_View View",
+                                     "Menu_Help Help"}));
+
+        using Slot = void (VelmoMainWindow::*)();
+        struct Row {
+            const char* name;
+            const char* menu;
+            const char* text;
+            const char* iconText;
+            const char* shortcut;
+            Slot slot;
+        };
+        const QList<Row> rows{
+            {"Action_OpenProject", "Menu_File", "Open Project", "Open", "Ctrl+O", &VelmoMainWindow::OpenProject},
+            {"Action_ReloadProject", "Menu_File", "Reload Project", "Reload", "", &VelmoMainWindow::ReloadProject},
+            {"Action_SaveProject", "Menu_File", "Save Project", "Save", "Ctrl+S", &VelmoMainWindow::SaveProject},
+            {"Action_CloseProject", "Menu_File", "Close Project", "Close", "", &VelmoMainWindow::CloseProject},
+            {"Action_Undo", "Menu_Edit", "Undo Action", "Undo", "", &VelmoMainWindow::Undo},
+            {"Action_Redo", "Menu_Edit", "Redo Action", "Redo", "", &VelmoMainWindow::Redo},
+            {"Action_Run", "Menu_Project", "Run Project", "Run", "Ctrl+R", &VelmoMainWindow::RunGame},
+            {"Action_Stop", "Menu_Project", "Stop Project", "Stop", "Ctrl+T", &VelmoMainWindow::StopGame},
+            {"Action_ProjectExplorer", "Menu_Project", "Show Project in Explorer", "Show Project", "",
+             &VelmoMainWindow::OpenProjectDirectory},
+            {"Action_Settings", "Menu_Project", "Change Settings", "Settings", "", &VelmoMainWindow::OpenSettings},
+            {"Action_ZoomIn", "Menu_View", "Zoom In", "Zoom In", "", &VelmoMainWindow::ZoomIn},
+            {"Action_ZoomOut", "Menu_View", "Zoom Out", "Zoom Out", "", &VelmoMainWindow::ZoomOut},
+            {"Action_FitZoom", "Menu_View", "Fit to View", "Fit to View", "", &VelmoMainWindow::FitToView},
+            {"Action_About", "Menu_Help", "About", "About", "F1", &VelmoMainWindow::About},
+            {"Action_Tutorial", "Menu_Help", "Watch Tutorials", "Tutorial", "", &VelmoMainWindow::OpenTutorials},
+            {"Action_Update", "Menu_Help", "Open Download Page", "Update", "", &VelmoMainWindow::OpenDownloads}};
+        QStringList inMenus;
+        for (QAction* entry : menuBar->actions()) {
+            for (QAction* action : entry->menu()->actions())
+                inMenus << (action->isSeparator() ? QStringLiteral("-") : action->objectName());
+        }
+        QStringList expected;
+        for (const Row& row : rows) {
+            if (qstrcmp(row.name, "Action_Tutorial") == 0)
+                expected << QStringLiteral("-");
+            expected << QLatin1String(row.name);
+        }
+        QCOMPARE(inMenus, expected);
+        for (const Row& row : rows) {
+            QAction* action = window->findChild<QAction*>(QLatin1String(row.name));
+            QVERIFY2(action, row.name);
+            QVERIFY2(window->findChild<QMenu*>(QLatin1String(row.menu))->actions().contains(action), row.name);
+            QCOMPARE(action->text(), QLatin1String(row.text));
+            QCOMPARE(action->iconText(), QLatin1String(row.iconText));
+            QCOMPARE(action->shortcut(), QKeySequence(QLatin1String(row.shortcut)));
+            // triggered reaches exactly this slot: only an existing connection can be taken away.
+            QVERIFY2(QObject::disconnect(action, &QAction::triggered, window.get(), row.slot), row.name);
+        }
+
+        // The tool rows: each button triggers its command, shows its name and
+        // description in its group's label and in its tool-tip.
+        struct Tool {
+            const char* button;
+            const char* label;
+            const char* name;
+            const char* description;
+            const char* icon;
+            const char* action;
+        };
+        const QList<Tool> tools{
+            {"openProject", "projectManagementLabel", "Open Project", "Opens an existing project.", "OpenProject.png",
+             "Action_OpenProject"},
+            {"reloadProject", "projectManagementLabel", "Reload Project", "Reloads RPG Maker project data.",
+             "ReloadProject.png", "Action_ReloadProject"},
+            {"saveProject", "projectManagementLabel", "Save Project", "Saves the current project.", "SaveProject.png",
+             "Action_SaveProject"},
+            {"closeProject", "projectManagementLabel", "Close Project", "Closes the current project.",
+             "CloseProject.png", "Action_CloseProject"},
+            {"undo", "doLabel", "Undo", "Undoes last change.", "Undo.png", "Action_Undo"},
+            {"redo", "doLabel", "Redo", "Redoes last change.", "Redo.png", "Action_Redo"},
+            {"run", "gameRunnerLabel", "Run Game", "Runs the game.", "RunGame.png", "Action_Run"},
+            {"stop", "gameRunnerLabel", "Stop Game", "Stops the currently running game.", "StopGame.png",
+             "Action_Stop"},
+            {"projectExplorer", "gameRunnerLabel", "Explore Project", "Opens the file explorer on the project.",
+             "OpenExplorer.png", "Action_ProjectExplorer"},
+            {"settings", "gameRunnerLabel", "Settings", "Opens the editor settings.", "Settings.png",
+             "Action_Settings"},
+            {"zoomIn", "viewLabel", "Zoom In", "Zooms the screen in.", "ZoomIn.png", "Action_ZoomIn"},
+            {"zoomOut", "viewLabel", "Zoom Out", "Zooms the screen out.", "ZoomOut.png", "Action_ZoomOut"},
+            {"fitZoom", "viewLabel", "Fit in View", "Fits the screen to the viewport.", "FitZoom.png",
+             "Action_FitZoom"}};
+        // Undo and redo start off; everything else is on with a project open.
+        window->editorView()->editorScene()->setUndoEnabled(true);
+        window->editorView()->editorScene()->setRedoEnabled(true);
+        for (const Tool& tool : tools) {
+            InflateButton* button = window->findChild<InflateButton*>(QLatin1String(tool.button));
+            QVERIFY2(button, tool.button);
+            QLabel* label = window->findChild<QLabel*>(QLatin1String(tool.label));
+            QVERIFY2(label && label->parentWidget() == button->parentWidget(), tool.label);
+            QCOMPARE(button->name(), QLatin1String(tool.name));
+            QCOMPARE(button->description(), QLatin1String(tool.description));
+            QCOMPARE(button->property("mtt_title").toString(), QLatin1String(tool.name));
+            QCOMPARE(button->property("mtt_desc").toString(), QLatin1String(tool.description));
+            QCOMPARE(button->styleSheet(), QStringLiteral("padding-top: 6px; padding-bottom: 6px;"));
+            const QImage icon = QIcon(QStringLiteral(":/resources/MenuBarIcons/") + QLatin1String(tool.icon))
+                                    .pixmap(48, 48).toImage();
+            QVERIFY2(!icon.isNull() && button->icon().pixmap(48, 48).toImage() == icon, tool.icon);
+
+            QAction* action = window->findChild<QAction*>(QLatin1String(tool.action));
+            QCOMPARE(button->isEnabled(), action->isEnabled());
+            // Without a runtime the game can neither run nor stop.
+            if (!action->isEnabled()) {
+                QVERIFY2(QByteArray(tool.button) == "run" || QByteArray(tool.button) == "stop", tool.button);
+                continue;
+            }
+            QEvent enter(QEvent::Enter);
+            QApplication::sendEvent(button, &enter);
+            QVERIFY2(label->text().contains(QLatin1String(tool.name)) && label->text().contains(QLatin1String(tool.description)),
+                     qPrintable(label->text()));
+            QEvent leave(QEvent::Leave);
+            QApplication::sendEvent(button, &leave);
+            QVERIFY(!label->text().contains(QLatin1String(tool.description)));
+
+            QSignalSpy triggered(action, &QAction::triggered);
+            QTest::mouseClick(button, Qt::LeftButton);
+            QCOMPARE(triggered.count(), 1);
+        }
+        // A command switched off takes its button along.
+        QAction* save = window->findChild<QAction*>(QStringLiteral("Action_SaveProject"));
+        save->setEnabled(false);
+        QVERIFY(!window->findChild<InflateButton*>(QStringLiteral("saveProject"))->isEnabled());
+
+        // The window buttons and the window menu with the program's own entry.
+        VelmoMainTitleBar* bar = window->mainTitleBar();
+        QCOMPARE(bar->minimizeButton()->toolTip(), QStringLiteral("Minimize"));
+        QCOMPARE(bar->maximizeButton()->toolTip(), QStringLiteral("Maximize"));
+        QCOMPARE(bar->closeButton()->toolTip(), QStringLiteral("Close"));
+        QCOMPARE(bar->systemMenuButton()->iconSize(), QSize(16, 16));
+        const QList<QAction*> entries = window->systemMenu()->actions();
+        QCOMPARE(entries.size(), 9);
+        QVERIFY(entries.at(7)->isSeparator());
+        QCOMPARE(entries.at(8)->text(), QStringLiteral("OSV was here ;)"));
+        QSignalSpy called(window.get(), &CFramelessWindow::systemActionCalled);
+        entries.at(8)->trigger();
+        QCOMPARE(called.count(), 1);
+        QCOMPARE(called.first().first().toInt(), 9);
+        // A menu that isn't the standard one gets nothing more.
+        QVERIFY(!window->addSystemMenuEntry(10, QStringLiteral("Again"), QIcon()));
+        QCOMPARE(window->systemMenu()->actions().size(), 9);
+    }
+
+    void shortcutsReachTheirCommands()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("shortcuts"));
+        openWindow(project);
+
+        // Ctrl+S saves.
+        window->markChanged();
+        pressSave();
+        QVERIFY(!window->projectIsChanged());
+        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
+
+        // F1 shows what the program is.
+        Seen seen = answering([&] { QTest::keyClick(window.get(), Qt::Key_F1); }, {press("okButton")});
+        QCOMPARE(seen.title, QStringLiteral("About Velmora"));
+        QVERIFY(seen.text.contains(QStringLiteral("1.1.0")));
+
+        // Ctrl+O asks for a project.
+        QString title;
+        QTimer chooser;
+        chooser.setInterval(5);
+        connect(&chooser, &QTimer::timeout, [&]() {
+            if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                title = dialog->windowTitle();
+                QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
+            }
+        });
+        chooser.start();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
+        chooser.stop();
+        QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
+        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(project).absolutePath());
+
+        // Ctrl+R and Ctrl+T reach the game commands (the game itself is the
+        // lifecycle's test): here without a runtime they are off and do nothing.
+        QSignalSpy run(window->findChild<QAction*>(QStringLiteral("Action_Run")), &QAction::triggered);
+        QTest::keyClick(window.get(), Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(run.count(), 0);
+        QVERIFY(!window->runningGame());
+
+        // The tool-tips of the tool buttons come through the application's filter.
+        qApp->installEventFilter(window.get());
+        QWidget* saveButton = window->findChild<QWidget*>(QStringLiteral("saveProject"));
+        QHelpEvent help(QEvent::ToolTip, QPoint(4, 4), saveButton->mapToGlobal(QPoint(4, 4)));
+        QApplication::sendEvent(saveButton, &help);
+        QVERIFY(UltimateToolTip::current());
+        UltimateToolTip::current()->close();
+
+        // A blank cursor left over from a canvas drag comes back with the
+        // next cursor change.
+        QApplication::setOverrideCursor(Qt::BlankCursor);
+        QEvent change(QEvent::CursorChange);
+        QApplication::sendEvent(window->editorView()->viewport(), &change);
+        qApp->removeEventFilter(window.get());
+        QVERIFY(!QApplication::overrideCursor());
     }
 
     void offScreenGeometryComesBack()

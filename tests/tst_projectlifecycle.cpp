@@ -2,7 +2,10 @@
 
 #include "app/GameRunner.h"
 #include "app/SettingsStore.h"
+#include "app/VelmoMainTitleBar.h"
 #include "app/VelmoMainWindow.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -134,16 +137,32 @@ private:
             qFatal("no action %s", name);
         return found;
     }
-    // The commands that are on, by object name.
+    static QStringList sorted(QStringList names)
+    {
+        names.sort();
+        return names;
+    }
+    // The commands that are on, by the object name of their action; each
+    // tool button must agree with its action.
     QStringList enabledCommands() const
     {
+        const QList<QPair<const char*, const char*>> commands{
+            {"Action_OpenProject", "openProject"}, {"Action_ReloadProject", "reloadProject"},
+            {"Action_SaveProject", "saveProject"}, {"Action_CloseProject", "closeProject"},
+            {"Action_Undo", "undo"},               {"Action_Redo", "redo"},
+            {"Action_Run", "run"},                 {"Action_Stop", "stop"},
+            {"Action_ProjectExplorer", "projectExplorer"}, {"Action_Settings", "settings"},
+            {"Action_ZoomIn", "zoomIn"},           {"Action_ZoomOut", "zoomOut"},
+            {"Action_FitZoom", "fitZoom"}};
         QStringList on;
-        for (const char* name : {"Action_OpenProject", "Action_ReloadProject", "Action_SaveProject",
-                                 "Action_CloseProject", "Action_Run", "Action_Stop", "Action_ProjectExplorer"}) {
-            if (action(name)->isEnabled())
-                on.append(QLatin1String(name));
+        for (const auto& command : commands) {
+            const QWidget* button = window->mainTitleBar()->findChild<QWidget*>(QLatin1String(command.second));
+            if (!button || button->isEnabled() != action(command.first)->isEnabled())
+                return {QStringLiteral("tool button %1 disagrees").arg(QLatin1String(command.second))};
+            if (action(command.first)->isEnabled())
+                on.append(QLatin1String(command.first));
         }
-        return on;
+        return sorted(on);
     }
     UltimateTree* list() const { return window->hudListWidget()->tree(); }
     QStringList rowNames() const
@@ -170,7 +189,9 @@ private:
     }
 
     const QStringList openCommands{"Action_OpenProject", "Action_ReloadProject", "Action_SaveProject",
-                                   "Action_CloseProject", "Action_Run", "Action_ProjectExplorer"};
+                                   "Action_CloseProject",  "Action_Run",          "Action_ProjectExplorer",
+                                   "Action_Settings",      "Action_ZoomIn",       "Action_ZoomOut",
+                                   "Action_FitZoom"};
 
 private slots:
     void init() { SettingsStore().clear(); }
@@ -202,7 +223,7 @@ private slots:
         QVERIFY(!window->runningGame());
         QTRY_VERIFY(!processAlive(runtimeFile(runtime, "pid")));
         QCOMPARE(TestEnvironment::readFile(runtimeFile(runtime, "starts")), QByteArray("start\n"));
-        QCOMPARE(enabledCommands(), openCommands);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
 
         // Closing the editor ends a game that still runs.
         QFile::remove(runtimeFile(runtime, "pid"));
@@ -220,7 +241,7 @@ private slots:
         key(Qt::Key_R);
         QTRY_VERIFY(!window->runningGame());
         QVERIFY(QFileInfo::exists(runtimeFile(quitting, "starts")));
-        QCOMPARE(enabledCommands(), openCommands);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
 
         // A runtime that can't be executed: Run comes back, the status bar
         // says why, and the editor goes on working.
@@ -232,7 +253,7 @@ private slots:
         QTRY_VERIFY(!window->runningGame());
         QVERIFY(!QFileInfo::exists(runtimeFile(broken, "starts")));
         QVERIFY2(status().contains(QStringLiteral("The game couldn't be started")), qPrintable(status()));
-        QCOMPARE(enabledCommands(), openCommands);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
         pasteHud(QStringLiteral("After the failure"));
         QVERIFY(window->projectIsChanged());
         key(Qt::Key_S);
@@ -306,10 +327,41 @@ private slots:
     {
         QString project;
         openWithRuntime(QStringLiteral("states"), true, &project);
-        QCOMPARE(enabledCommands(), openCommands);
-        pasteHud(QStringLiteral("Changed"));
-        QCOMPARE(enabledCommands(), openCommands);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
+
+        // Undo and redo follow the scene's undo state, and each step that
+        // becomes available is a change.
+        GameUIEditorScene* scene = window->editorView()->editorScene();
+        scene->setUndoEnabled(true);
+        QVERIFY(window->projectIsChanged());
+        QCOMPARE(enabledCommands(), sorted(QStringList(openCommands) << "Action_Undo"));
         key(Qt::Key_S);
+        QVERIFY(!window->projectIsChanged());
+        // Saving doesn't empty the undo stack.
+        QCOMPARE(enabledCommands(), sorted(QStringList(openCommands) << "Action_Undo"));
+        scene->setRedoEnabled(true);
+        QVERIFY(window->projectIsChanged());
+        scene->setUndoEnabled(false);
+        QCOMPARE(enabledCommands(), sorted(QStringList(openCommands) << "Action_Redo"));
+        scene->setRedoEnabled(false);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
+
+        // Zoom in and out follow the zoom state: 0 leaves a side alone.
+        scene->zoomStateChanged(2, 1);
+        QStringList zoomedIn = openCommands;
+        zoomedIn.removeOne(QStringLiteral("Action_ZoomIn"));
+        QCOMPARE(enabledCommands(), sorted(zoomedIn));
+        scene->zoomStateChanged(0, 2);
+        zoomedIn.removeOne(QStringLiteral("Action_ZoomOut"));
+        QCOMPARE(enabledCommands(), sorted(zoomedIn));
+        scene->zoomStateChanged(1, 1);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
+
+        // A change of the document, then a save.
+        pasteHud(QStringLiteral("Changed"));
+        QCOMPARE(enabledCommands(), sorted(openCommands));
+        key(Qt::Key_S);
+        QCOMPARE(enabledCommands(), sorted(openCommands));
 
         // The project folder goes to the desktop as a local-file address.
         UrlCatcher catcher;
@@ -322,8 +374,14 @@ private slots:
         // A game outlives its project, but Stop needs an open project.
         key(Qt::Key_R);
         QVERIFY(window->runningGame());
+        QStringList running = openCommands;
+        running.replace(running.indexOf(QStringLiteral("Action_Run")), QStringLiteral("Action_Stop"));
+        QCOMPARE(enabledCommands(), sorted(running));
         action("Action_CloseProject")->trigger();
-        QCOMPARE(enabledCommands(), QStringList{"Action_OpenProject"});
+        QCOMPARE(enabledCommands(), sorted(QStringList{"Action_OpenProject"}));
+        // A closed project offers no undo, whatever the scene still holds.
+        scene->setUndoEnabled(true);
+        QCOMPARE(enabledCommands(), sorted(QStringList{"Action_OpenProject"}));
         QVERIFY(window->runningGame());
         window->StopGame();
 
@@ -331,14 +389,57 @@ private slots:
         const QString broken = TestEnvironment::makeProject(QStringLiteral("broken"));
         QFile::remove(broken + QStringLiteral("/data/System.json"));
         window->openProjectAt(broken);
-        QCOMPARE(enabledCommands(), QStringList{"Action_OpenProject"});
+        QCOMPARE(enabledCommands(), sorted(QStringList{"Action_OpenProject"}));
 
         // Without an RPG Maker location the game commands stay off.
         window.reset();
         SettingsStore().remove(QStringLiteral("EditorLocation"));
         openWindow(project);
-        QCOMPARE(enabledCommands(), QStringList({"Action_OpenProject", "Action_ReloadProject", "Action_SaveProject",
-                                                 "Action_CloseProject", "Action_ProjectExplorer"}));
+        QStringList noRuntime = openCommands;
+        noRuntime.removeOne(QStringLiteral("Action_Run"));
+        QCOMPARE(enabledCommands(), sorted(noRuntime));
+    }
+
+    void saveOnAFullDiskKeepsTheDocument()
+    {
+        // A small file system of its own, where the machine lets the test mount one.
+        const QString mountPoint = TestEnvironment::newFolder(QStringLiteral("small-disk"));
+        QProcess mount;
+        mount.start(QStringLiteral("mount"), {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                                              QStringLiteral("size=512k"), QStringLiteral("tmpfs"), mountPoint});
+        if (!mount.waitForFinished(10000) || mount.exitStatus() != QProcess::NormalExit || mount.exitCode() != 0)
+            QSKIP("This machine doesn't let the test mount a small tmpfs (it needs root): "
+                  "the save onto a full disk isn't checked here.");
+        struct Unmount {
+            QString at;
+            ~Unmount() { QProcess::execute(QStringLiteral("umount"), {QStringLiteral("-l"), at}); }
+        } unmount{mountPoint};
+
+        const QString project = mountPoint + QStringLiteral("/Full Disk");
+        TestEnvironment::copyTree(TestEnvironment::makeProject(QStringLiteral("full-disk-source")), project);
+        const QByteArray previous("{\"Battle\":1,\"Data\":[{\"HUD\":[]},{\"HUD\":[]}],\"Map\":0}");
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), previous);
+        openWindow(project);
+        QVERIFY(window->projectIsOpen());
+
+        // A HUD larger than what the disk holds.
+        QApplication::clipboard()->setText(
+            QStringLiteral("VELMORAHUD{\"Name\":\"Huge\",\"IsHUD\":true,\"Params\":[\"%1\"],\"HUD\":[]}")
+                .arg(QString(700 * 1024, QLatin1Char('x'))));
+        list()->setFocus();
+        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(list()->rowCount(), 3);
+        QVERIFY(window->projectIsChanged());
+
+        const Seen seen = answering([&] { key(Qt::Key_S); }, {press("okButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Error"));
+        QVERIFY2(seen.text.contains(QStringLiteral("No space left on device"), Qt::CaseInsensitive), qPrintable(seen.text));
+        QVERIFY(window->projectIsChanged());
+        // The previous document is whole, and nothing half-written lies beside it.
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), previous);
+        QCOMPARE(QDir(project + QStringLiteral("/data/plugin")).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{QStringLiteral("VelmoraHUD.json")});
+        window.reset();
     }
 
     void documentChangedByAnotherProgram()

@@ -1,6 +1,7 @@
 #include "widgets/CFramelessWindow.h"
 
 #include <QMenu>
+#include <QWindow>
 #include <QMoveEvent>
 #include <QPainter>
 #include <QResizeEvent>
@@ -9,6 +10,24 @@
 
 CFramelessWindow::CFramelessWindow(int style, QWidget* parent) : QMainWindow(parent), style(style)
 {
+    // The entries of the system's window menu, in its order.
+    windowMenu = new QMenu(this);
+    windowMenu->setObjectName(QStringLiteral("systemMenu"));
+    restoreEntry = windowMenu->addAction(tr("Restore"), this, &QWidget::showNormal);
+    moveEntry = windowMenu->addAction(tr("Move"), this, [this]() {
+        if (windowHandle())
+            windowHandle()->startSystemMove();
+    });
+    sizeEntry = windowMenu->addAction(tr("Size"), this, [this]() {
+        if (windowHandle())
+            windowHandle()->startSystemResize(Qt::BottomEdge | Qt::RightEdge);
+    });
+    windowMenu->addAction(tr("Minimize"), this, &QWidget::showMinimized);
+    maximizeEntry = windowMenu->addAction(tr("Maximize"), this, &QWidget::showMaximized);
+    windowMenu->addSeparator();
+    QAction* close = windowMenu->addAction(tr("Close"), this, &QWidget::close);
+    close->setShortcut(QKeySequence(QStringLiteral("Alt+F4")));
+    close->setShortcutContext(Qt::WidgetShortcut);
     if (style == Native)
         return;
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint | Qt::WindowSystemMenuHint
@@ -199,19 +218,23 @@ void CFramelessWindow::moveEvent(QMoveEvent* event)
 
 void CFramelessWindow::showSystemMenu()
 {
-    QMenu menu(this);
     const bool maximized = isMaximized();
-    QAction* restore = menu.addAction(tr("Restore"), this, &QWidget::showNormal);
-    restore->setEnabled(maximized || isMinimized());
-    menu.addAction(tr("Minimize"), this, &QWidget::showMinimized);
-    QAction* maximize = menu.addAction(tr("Maximize"), this, &QWidget::showMaximized);
-    maximize->setEnabled(!maximized);
-    menu.addSeparator();
-    QAction* close = menu.addAction(tr("Close"), this, &QWidget::close);
-    close->setShortcut(QKeySequence(QStringLiteral("Alt+F4")));
+    restoreEntry->setEnabled(maximized || isMinimized());
+    moveEntry->setEnabled(!maximized);
+    sizeEntry->setEnabled(!maximized && minimumSize() != maximumSize());
+    maximizeEntry->setEnabled(!maximized);
     // Under the window's icon, or on the work area's corner when maximised.
     QPoint corner = frameGeometry().topLeft();
     if (maximized && screen())
         corner = screen()->availableGeometry().topLeft();
-    menu.exec(corner + QPoint(8, 30));
+    windowMenu->exec(corner + QPoint(8, 30));
+}
+
+bool CFramelessWindow::addSystemMenuEntry(int id, const QString& text, const QIcon& icon)
+{
+    if (windowMenu->actions().size() != 7)
+        return false;
+    windowMenu->addSeparator();
+    windowMenu->addAction(icon, text, this, [this, id]() { emit systemActionCalled(id); });
+    return true;
 }

@@ -7,6 +7,8 @@
 #include <QMargins>
 #include <QPointer>
 
+class QMenu;
+
 // The base of the main window. In the styles Frameless and Hybrid the system's
 // decorations give way to the program's own title bar, while moving, resizing
 // from every edge and corner, maximising by double click and the window
@@ -47,6 +49,16 @@ public:
     void showFullScreen();
     // The window menu under the title bar's icon.
     void showSystemMenu();
+    QMenu* systemMenu() const { return windowMenu; }
+    // Appends a separator and an entry of the program's own to the window
+    // menu, only while the menu holds exactly its seven standard entries;
+    // choosing it sends systemActionCalled(id).
+    bool addSystemMenuEntry(int id, const QString& text, const QIcon& icon);
+
+signals:
+    void systemActionCalled(int id);
+
+public:
 
     // What lies under a point of the window: frame coordinates and the point
     // in logical global pixels, ratio the screen's device pixel ratio. The
@@ -81,4 +93,9 @@ private:
     QMargins userMargins;
     QMargins addedMargins;
     bool maximizedState = false;
+    QMenu* windowMenu;
+    QAction* restoreEntry;
+    QAction* moveEntry;
+    QAction* sizeEntry;
+    QAction* maximizeEntry;
 };
