@@ -171,14 +171,28 @@ private slots:
         QVERIFY(form.confirm->isEnabled());
     }
 
-    void lineEditPasteAndEmpty()
+    void lineEditInvalidPasteAndEmpty()
     {
         Form form;
         MyLineEdit* edit = form.add(new MyLineEdit);
         edit->setNumberField(1, 500, 4, form.confirm);
-        edit->setValue(QStringLiteral("20"));
+        QList<bool> heard;
+        edit->setValidityListener([&heard](bool valid) { heard.append(valid); });
+        edit->setValue(QStringLiteral("50"));
         form.show();
         edit->setFocus();
+        edit->selectAll();
+        QTest::keyClicks(edit, QStringLiteral("501"));
+        QVERIFY(!heard.isEmpty());
+        QCOMPARE(heard.last(), false);
+        // The hint flashes in and the line turns red.
+        QTRY_COMPARE(edit->currState3(), 300);
+        QTRY_COMPARE(edit->currState2(), 300);
+        // A valid value again fades the hint out.
+        QTest::keyClick(edit, Qt::Key_Backspace);
+        QCOMPARE(edit->text(), QStringLiteral("50"));
+        QCOMPARE(heard.last(), true);
+        QTRY_COMPARE(edit->currState3(), 0);
 
         // Pasting "1,000" into a wide enough field gives the plain number.
         edit->setRange(1, 99999);
@@ -198,31 +212,6 @@ private slots:
         QTest::mouseClick(form.other, Qt::LeftButton);
         QCOMPARE(edit->text(), QStringLiteral("1"));
         QVERIFY(form.confirm->isEnabled());
-    }
-
-    void lineEditInvalidFlashesAndCallsBack()
-    {
-        Form form;
-        MyLineEdit* edit = form.add(new MyLineEdit);
-        edit->setNumberField(1, 500, 4, form.confirm);
-        QList<bool> heard;
-        edit->setValidityListener([&heard](bool valid) { heard.append(valid); });
-        edit->setValue(QStringLiteral("50"));
-        form.show();
-        edit->setFocus();
-        edit->selectAll();
-        QTest::keyClicks(edit, QStringLiteral("501"));
-        QVERIFY(!heard.isEmpty());
-        QCOMPARE(heard.last(), false);
-        // The hint flashes in and the line turns red.
-        QTRY_COMPARE(edit->currState3(), 300);
-        QTRY_COMPARE(edit->currState2(), 300);
-
-        // A valid value again fades the hint out.
-        QTest::keyClick(edit, Qt::Key_Backspace);
-        QCOMPARE(edit->text(), QStringLiteral("50"));
-        QCOMPARE(heard.last(), true);
-        QTRY_COMPARE(edit->currState3(), 0);
     }
 
     void lineEditProgrammaticValues()
@@ -329,7 +318,7 @@ private slots:
         QCOMPARE(edit.text(), QStringLiteral("abcabc#ff0000"));
     }
 
-    void lineEditContextMenu()
+    void lineEditClicksAndContextMenu()
     {
         MyLineEditExtensionHandler handler;
         handler.display = [](const QJsonObject&) { return QStringLiteral("Gold"); };
@@ -342,6 +331,12 @@ private slots:
         edit->setColorInsertion(true);
         edit->setValue(QStringLiteral("Hero"));
         form.show();
+        // The first click into the field selects all of it, the second places the cursor.
+        QTest::mouseClick(edit, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(edit->selectedText(), QStringLiteral("Hero"));
+        QTest::mouseClick(edit, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+        QVERIFY(edit->selectedText().isEmpty());
 
         auto menuEntries = [](MyLineEdit* field) {
             QContextMenuEvent request(QContextMenuEvent::Mouse, QPoint(10, 30), field->mapToGlobal(QPoint(10, 30)));
@@ -373,21 +368,6 @@ private slots:
         entries = menuEntries(edit);
         QVERIFY(entries.contains(QStringLiteral("Return Input to Normal")));
         QVERIFY(!entries.contains(QStringLiteral("Insert Color")));
-    }
-
-    void lineEditFocusSelectsAll()
-    {
-        Form form;
-        MyLineEdit* edit = form.add(new MyLineEdit);
-        edit->setInputType(MyLineEdit::Text);
-        edit->setValue(QStringLiteral("Health"));
-        form.show();
-        // The first click into the field selects all of it, the second places the cursor.
-        QTest::mouseClick(edit, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
-        QVERIFY(edit->hasFocus());
-        QCOMPARE(edit->selectedText(), QStringLiteral("Health"));
-        QTest::mouseClick(edit, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
-        QVERIFY(edit->selectedText().isEmpty());
     }
 
     // An interrupted look takes the share of its time that is left.
