@@ -273,12 +273,9 @@ private slots:
         // rectangle, 100 by 100 around their centre. One at the top level,
         // one inside a group centred at (100, 60), 150 right and 100 below it.
         const QJsonObject plain{{"ID", 2}, {"Type", 99}, {"X", 150}, {"Y", 100}};
-        const QJsonObject parent{{"ID", 1}, {"Type", 6}, {"X", 100}, {"Y", 60}, {"Children", QJsonArray{plain}}};
-        QJsonObject top = plain;
-        top.insert("ID", 3);
-        top.insert("X", 90);
-        top.insert("Y", 220);
-        editor.scene->loadFromJson(QJsonArray{parent, top});
+        const QJsonObject top{{"ID", 3}, {"Type", 99}, {"X", 90}, {"Y", 220}};
+        editor.scene->loadFromJson(
+            QJsonArray{QJsonObject{{"ID", 1}, {"Type", 6}, {"X", 100}, {"Y", 60}, {"Children", QJsonArray{plain}}}, top});
         editor.scene->setZoom(zoom);
 
         const QImage image = editor.scene->canvasImage(false);
