@@ -40,16 +40,11 @@ QPropertyAnimation* animationOf(QObject* object, const char* property)
     return nullptr;
 }
 
-void sendEnter(QWidget* widget)
+// The pointer entering or leaving a widget.
+void send(QWidget* widget, QEvent::Type type)
 {
-    QEvent enter(QEvent::Enter);
-    QApplication::sendEvent(widget, &enter);
-}
-
-void sendLeave(QWidget* widget)
-{
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(widget, &leave);
+    QEvent event(type);
+    QApplication::sendEvent(widget, &event);
 }
 
 // Stops an animation at a point of its way, as if the user interrupted it there.
@@ -376,13 +371,13 @@ private slots:
         Form form;
         MyLineEdit* edit = form.add(new MyLineEdit);
         form.show();
-        sendEnter(edit);
+        send(edit, QEvent::Enter);
         QPropertyAnimation* hover = animationOf(edit, "currState4");
         stopAt(hover, 50);
-        sendLeave(edit);
+        send(edit, QEvent::Leave);
         stopAt(hover, 25);
         QCOMPARE(edit->currState4(), 50);
-        sendEnter(edit);
+        send(edit, QEvent::Enter);
         // From 50 up to 300: five sixths of the 150 ms a whole hover takes.
         QCOMPARE(hover->duration(), 125);
     }
@@ -397,7 +392,7 @@ private slots:
         form.show();
         for (QWidget* widget : widgets) {
             widget->setEnabled(false);
-            sendEnter(widget);
+            send(widget, QEvent::Enter);
             for (QPropertyAnimation* animation : widget->findChildren<QPropertyAnimation*>())
                 QVERIFY2(animation->state() != QAbstractAnimation::Running, widget->metaObject()->className());
         }
@@ -686,7 +681,7 @@ private slots:
         QCOMPARE(UltimateToolTip::current(), tip.data());
         QTRY_COMPARE(tip->pos().y() + 6, at.y() + 21);
 
-        sendLeave(edit);
+        send(edit, QEvent::Leave);
         QVERIFY(!UltimateToolTip::current());
         QTRY_VERIFY(!tip);
 
