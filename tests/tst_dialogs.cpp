@@ -140,18 +140,15 @@ private slots:
         QWidget owner;
         owner.resize(800, 600);
         owner.show();
-        QString title;
-        QString text;
         bool shownModal = false;
-        whileModal([&] { AlertDialog::alert(QStringLiteral("Could not <b>save</b>!"), QStringLiteral("Save Error"), &owner); },
-                   [&](QDialog* dialog) {
-                       title = dialog->windowTitle();
-                       text = dialog->findChild<QLabel*>(QStringLiteral("label"))->text();
-                       shownModal = dialog->isModal() && dialog->parentWidget() == &owner;
-                       click(dialog, "okButton");
-                   });
-        QCOMPARE(title, QStringLiteral("Save Error"));
-        QCOMPARE(text, QStringLiteral("Could not <b>save</b>!"));
+        const TestEnvironment::Seen seen = TestEnvironment::answering(
+            [&] { AlertDialog::alert(QStringLiteral("Could not <b>save</b>!"), QStringLiteral("Save Error"), &owner); },
+            {[&](TrovDialog* dialog) {
+                shownModal = dialog->isModal() && dialog->parentWidget() == &owner;
+                click(dialog, "okButton");
+            }});
+        QCOMPARE(seen.title, QStringLiteral("Save Error"));
+        QCOMPARE(seen.text, QStringLiteral("Could not <b>save</b>!"));
         QVERIFY(shownModal);
         QVERIFY(!QApplication::activeModalWidget());
     }

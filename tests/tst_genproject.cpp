@@ -20,11 +20,7 @@ private:
     static constexpr int CustomComponents = 3;
     static constexpr int CustomComponentSize = 4;
 
-    struct Result {
-        int code = -1;
-        QString out;
-        QString err;
-    };
+    using Result = TestEnvironment::CliResult;
 
     static QString generator() { return QStringLiteral(VELMORA_SOURCE_ROOT "/tools/gen-project"); }
 
@@ -118,11 +114,12 @@ private:
             survey(it.value(), it.key(), census);
     }
 
-    static QStringList projectArguments(const QString& project, const QString& seed)
+    static QStringList projectArguments(const QString& project, int seed, int entries = 30, int huds = 2,
+                                        int components = 80, int depth = 4)
     {
-        return {QStringLiteral("--out"), project, QStringLiteral("--seed"), seed, QStringLiteral("--entries"),
-                QStringLiteral("30"), QStringLiteral("--huds"), QStringLiteral("2"), QStringLiteral("--components"),
-                QStringLiteral("80"), QStringLiteral("--depth"), QStringLiteral("4")};
+        return {"--out", project, "--seed", QString::number(seed), "--entries", QString::number(entries),
+                "--huds", QString::number(huds), "--components", QString::number(components),
+                "--depth", QString::number(depth)};
     }
 
 private slots:
@@ -143,10 +140,7 @@ private slots:
         QFETCH(int, components);
         QFETCH(int, depth);
         const QString project = TestEnvironment::newFolder(QStringLiteral("asked"));
-        const Result made = generate({QStringLiteral("--out"), project, QStringLiteral("--seed"), QStringLiteral("5"),
-                                      QStringLiteral("--entries"), QString::number(entries), QStringLiteral("--huds"),
-                                      QString::number(huds), QStringLiteral("--components"),
-                                      QString::number(components), QStringLiteral("--depth"), QString::number(depth)});
+        const Result made = generate(projectArguments(project, 5, entries, huds, components, depth));
         QVERIFY2(made.code == 0, qPrintable(made.err));
 
         // The editor's own reading: a valid project with every count as asked.
@@ -207,9 +201,8 @@ private slots:
     void largeProjectMixesResavesAndRepeats()
     {
         // Run by its own first line, as a user types it.
-        QVERIFY(QFileInfo(generator()).isExecutable());
         const QString project = TestEnvironment::newFolder(QStringLiteral("mix"));
-        const Result made = runProcess(generator(), projectArguments(project, QStringLiteral("11")));
+        const Result made = runProcess(generator(), projectArguments(project, 11));
         QVERIFY2(made.code == 0, qPrintable(made.err));
         const QString path = TestEnvironment::documentPath(project);
         const QByteArray original = TestEnvironment::readFile(path);
@@ -230,7 +223,7 @@ private slots:
         QCOMPARE(TestEnvironment::readFile(path), original);
 
         QStringList again;
-        for (const QString& seed : {QStringLiteral("11"), QStringLiteral("12")}) {
+        for (const int seed : {11, 12}) {
             again << TestEnvironment::newFolder(QStringLiteral("seed"));
             const Result repeated = generate(projectArguments(again.last(), seed));
             QVERIFY2(repeated.code == 0, qPrintable(repeated.err));

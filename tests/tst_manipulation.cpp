@@ -10,7 +10,6 @@
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
-#include <QHBoxLayout>
 #include <QJsonArray>
 #include <QScrollBar>
 #include <QWindow>
@@ -21,21 +20,9 @@ namespace {
 // The canvas and its component list side by side, as the main window has
 // them, driven by mouse events that pass through the window system as a
 // user's do (buttons and modifiers held across moves).
-struct Editor {
-    Editor()
+struct Editor : TestEnvironment::Canvas {
+    Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
     {
-        window.resize(1200, 800);
-        QHBoxLayout* layout = new QHBoxLayout(&window);
-        view = new GameUIEditor(&window);
-        list = new UltimateTreeWidget(&window);
-        layout->addWidget(view, 1);
-        layout->addWidget(list);
-        list->tree()->setRowHeight(20);
-        list->tree()->startView();
-        view->setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
-        view->bindList(list, nullptr, nullptr);
-        scene = view->editorScene();
-        scene->setScreenSize(816, 624);
         window.show();
         if (!QTest::qWaitForWindowExposed(&window))
             qFatal("the editor window never showed");
@@ -119,18 +106,14 @@ struct Editor {
         release(from + delta, mods);
     }
 
-    QWidget window;
-    GameUIEditor* view;
-    UltimateTreeWidget* list;
-    GameUIEditorScene* scene;
     Qt::MouseButtons held;
 };
 
 QJsonObject shape(int id, int x, int y, int w, int h, int rotation = 0)
 {
-    return QJsonObject{{"ID", id},       {"Type", 1},        {"Name", QStringLiteral("Shape %1").arg(id)},
-                       {"X", x},         {"Y", y},           {"Rotation", rotation},
-                       {"ShapeData", QJsonObject{{"Width", w}, {"Height", h}}}};
+    QJsonObject json = TestEnvironment::shape(id, x, y, w, h);
+    json.insert("Rotation", rotation);
+    return json;
 }
 
 QJsonObject withChildren(QJsonObject parent, const QJsonArray& children)
@@ -268,7 +251,6 @@ private slots:
         editor.release(to, mods);
         QCOMPARE(stored(moving), expected);
         QCOMPARE(moving->pos(), QPointF(expected) * factor);
-        QVERIFY(editor.scene->guideLines.isEmpty());
         checkIdle(editor.scene);
         // A finished drag leaves the item moving until the mouse hovers it again.
         QCOMPARE(moving->interactionState, 1);
@@ -322,11 +304,7 @@ private slots:
         UIComponentBase* moving = editor.component(1);
         editor.press(moving->absoluteItemPosition());
         editor.move(QPointF(412, 300));
-        QCOMPARE(editor.scene->guideLines.size(), 1);
-        const QLine guide = editor.scene->guideLines.first();
-        QCOMPARE(guide.x1(), 408);
-        QCOMPARE(guide.x2(), 408);
-        QCOMPARE(guide.y1(), 0);
+        QCOMPARE(editor.scene->guideLines, (QVector<QLine>{QLine(408, 0, 408, int(editor.scene->sceneRect().height()))}));
         const QColor orange(190, 120, 40);
         // Over shape 2, which lies below the guide.
         const QPoint pixel = editor.view->mapFromScene(QPointF(408, 520));
@@ -483,7 +461,6 @@ private slots:
         editor.load(QJsonArray{shape(1, 400, 300, 120, 80, rotation), shape(2, 440, 320, 100, 100)}, zoom);
         UIComponentBase* c = editor.component(1);
         editor.scene->select(c);
-        QCOMPARE(c->handles.size(), 9);
         const QPointF oppositeBefore = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
 
         const QPointF from = Editor::handlePoint(c->handleAt(handle));
@@ -504,11 +481,7 @@ private slots:
         QCOMPARE(storedSize(c), expected);
         const QPointF oppositeAfter = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
         QVERIFY2(QLineF(oppositeAfter, oppositeBefore).length() <= 1.0,
-                 qPrintable(QStringLiteral("opposite handle from (%1, %2) to (%3, %4)")
-                                .arg(oppositeBefore.x())
-                                .arg(oppositeBefore.y())
-                                .arg(oppositeAfter.x())
-                                .arg(oppositeAfter.y())));
+                 qPrintable(QStringLiteral("opposite handle moved by %1").arg(QLineF(oppositeAfter, oppositeBefore).length())));
         // The stored centre is where the item is, to the nearest unit.
         const QPoint centre = stored(c);
         QVERIFY(qAbs(centre.x() * factor - c->pos().x()) <= factor / 2 + 1e-9);
@@ -537,7 +510,6 @@ private slots:
 
         UIComponentBase* p = editor.component(2);
         editor.scene->select(p);
-        QCOMPARE(QSize(p->width, p->height), QSize(100, 100));
         editor.pull(p, 4, QPointF(900, 40));
         QCOMPARE(QSize(p->width, p->height), QSize(500, 140));
         QCOMPARE(p->data().value("ScaleX").toDouble(), 5.0);
@@ -702,10 +674,9 @@ private slots:
     void rotationFollowsTheMouseRound()
     {
         Editor editor;
-        editor.load(QJsonArray{shape(1, 400, 300, 100, 100, -370), shape(2, 700, 300, 50, 50, 370)}, 10);
+        editor.load(QJsonArray{shape(1, 400, 300, 100, 100, -370)}, 10);
         UIComponentBase* c = editor.component(1);
         QCOMPARE(c->data().value("Rotation").toInt(), -10);
-        QCOMPARE(editor.component(2)->data().value("Rotation").toInt(), 10);
         editor.scene->select(c);
         const QPointF centre(400, 300);
         const QPointF from = Editor::handlePoint(c->handleAt(ResizeComponentButtonSprite::rotationIndex));
@@ -748,31 +719,28 @@ private slots:
     }
 
     // A handle's cursor points along its direction at every rotation, also
-    // at negative ones; its octant is the rotation's eighth.
+    // at negative ones and past a whole turn.
     void handleCursorsFollowTheRotation_data()
     {
         QTest::addColumn<int>("rotation");
-        QTest::addColumn<int>("octant");
         QTest::addColumn<int>("topLeft");
-        QTest::newRow("0") << 0 << 0 << int(Qt::SizeFDiagCursor);
-        QTest::newRow("21") << 21 << 0 << int(Qt::SizeFDiagCursor);
-        QTest::newRow("22") << 22 << 0 << int(Qt::SizeVerCursor);
-        QTest::newRow("90") << 90 << 2 << int(Qt::SizeBDiagCursor);
-        QTest::newRow("-45") << -45 << 7 << int(Qt::SizeHorCursor);
-        QTest::newRow("-370") << -370 << 7 << int(Qt::SizeFDiagCursor);
-        QTest::newRow("400") << 400 << 0 << int(Qt::SizeVerCursor);
+        QTest::newRow("0") << 0 << int(Qt::SizeFDiagCursor);
+        QTest::newRow("21") << 21 << int(Qt::SizeFDiagCursor);
+        QTest::newRow("22") << 22 << int(Qt::SizeVerCursor);
+        QTest::newRow("90") << 90 << int(Qt::SizeBDiagCursor);
+        QTest::newRow("-45") << -45 << int(Qt::SizeHorCursor);
+        QTest::newRow("-370") << -370 << int(Qt::SizeFDiagCursor);
+        QTest::newRow("400") << 400 << int(Qt::SizeVerCursor);
     }
 
     void handleCursorsFollowTheRotation()
     {
         QFETCH(int, rotation);
-        QFETCH(int, octant);
         QFETCH(int, topLeft);
         Editor editor;
         editor.load(QJsonArray{shape(1, 400, 300, 100, 100, rotation)}, 10);
         UIComponentBase* c = editor.component(1);
         editor.scene->select(c);
-        QCOMPARE(c->handleAt(0)->rotationOctant, octant);
         QCOMPARE(int(c->handleAt(0)->cursor().shape()), topLeft);
         // The opposite corner shows the same diagonal, the next side handle the next shape.
         QCOMPARE(c->handleAt(4)->cursor().shape(), c->handleAt(0)->cursor().shape());

@@ -88,17 +88,21 @@ private:
         }
         QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, at);
     }
+    void logDeletes()
+    {
+        tree()->setRowDeleter([this](UltimateTreeItem* row) {
+            if (row->userData())
+                log.freed[row->userData()->value("Name").toString()] += 1;
+            delete row->userData();
+        });
+    }
     // Rows: A, B (children B1, B2, B3), C (can take children), D, E; 20 high.
     void buildList()
     {
         tree()->setRelocationEnabled(true);
         tree()->setRowHeight(20);
         tree()->setFiller(true, QString());
-        tree()->setRowDeleter([this](UltimateTreeItem* row) {
-            if (row->userData())
-                log.freed[row->userData()->value(QStringLiteral("Name")).toString()] += 1;
-            delete row->userData();
-        });
+        logDeletes();
         tree()->startView();
         tree()->addRow(makeRow(QStringLiteral("A")));
         UltimateTreeItem* b = makeRow(QStringLiteral("B"), true);
@@ -455,11 +459,8 @@ private slots:
         list->copyCurrentItem();
         QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("untouched"));
 
-        const QJsonObject nested{{QStringLiteral("Name"), QStringLiteral("Status")},
-                                 {QStringLiteral("ID"), QStringLiteral("01234")},
-                                 {QStringLiteral("HUD"), QJsonArray{QJsonObject{
-                                     {QStringLiteral("Type"), 5},
-                                     {QStringLiteral("Children"), QJsonArray{QJsonObject{{QStringLiteral("Type"), 0}}}}}}}};
+        const QJsonObject nested{{"Name", "Status"}, {"ID", "01234"},
+                                 {"HUD", QJsonArray{QJsonObject{{"Type", 5}, {"Children", QJsonArray{QJsonObject{{"Type", 0}}}}}}}};
         UltimateTreeItem* row = new UltimateTreeItem();
         row->setText(0, QStringLiteral("Status"));
         row->setUserData(new QJsonObject(nested));
@@ -507,10 +508,7 @@ private slots:
         UltimateTreeWidget::setupStandardDatabaseList(list.get());
         tree()->setFiller(true, QString());
         list->setClipboardId(QStringLiteral("VELMOCOMP"));
-        tree()->setRowDeleter([this](UltimateTreeItem* row) {
-            log.freed[row->userData()->value(QStringLiteral("Name")).toString()] += 1;
-            delete row->userData();
-        });
+        logDeletes();
         for (const char* name : {"One", "Two", "Three"})
             tree()->addRow(makeRow(QString::fromLatin1(name)));
         UltimateTreeItem* two = tree()->row(1);
