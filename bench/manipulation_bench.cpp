@@ -4,13 +4,9 @@
 // move is followed by a repaint of the whole view into an image, so a figure
 // is what one step costs the user. Prints the median time per move of
 // several runs, and the slowest move, in milliseconds.
-#include "components/GameUIEditorSceneHelper.h"
-#include "scene/GameUIEditor.h"
-#include "scene/GameUIEditorScene.h"
+#include "BenchHud.h"
 #include "scene/ResizeComponentButtonSprite.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -28,11 +24,7 @@ namespace {
 
 constexpr int moves = 200;
 
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
+using BenchHud::median;
 
 // 500 small shapes in a grid over the 816 by 624 canvas, and the one that
 // moves, 100 by 60, last.
@@ -66,17 +58,8 @@ class Bench
 public:
     Bench()
     {
-        list.resize(300, 600);
-        list.tree()->setRowHeight(20);
-        list.tree()->startView();
         editor.resize(1000, 720);
-        editor.setup(new GameUIEditorSceneHelper<VelmoUISelector>(), nullptr);
-        editor.bindList(&list, nullptr, nullptr);
-        list.show();
-        editor.show();
         QApplication::processEvents();
-        scene = editor.editorScene();
-        scene->setScreenSize(816, 624);
         image = QImage(editor.size(), QImage::Format_ARGB32_Premultiplied);
     }
 
@@ -119,9 +102,9 @@ public:
         return Result{total / moves, *std::max_element(times.begin(), times.end())};
     }
 
-    UltimateTreeWidget list;
-    GameUIEditor editor;
-    GameUIEditorScene* scene = nullptr;
+    BenchHud::Editor bench;
+    GameUIEditor& editor = bench.view;
+    GameUIEditorScene* scene = bench.scene();
     UIComponentBase* moving = nullptr;
     QImage image;
 };
