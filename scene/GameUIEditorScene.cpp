@@ -923,6 +923,9 @@ void GameUIEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
                     target->setSelected(true);
                     if (tree)
                         tree->setCurrentRow(componentToItem.value(target));
+                    // A press on the component already current changes no
+                    // row, so the list tells nobody: it stays the selection.
+                    selectedComponent = target;
                 } else if (tree) {
                     tree->setCurrentRow(nullptr);
                 }

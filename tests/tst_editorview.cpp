@@ -17,6 +17,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QMenu>
 #include <QWheelEvent>
 #include <QtTest>
 
@@ -576,6 +577,38 @@ private slots:
         scene->draggedComponent = nullptr;
         QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(scene->components.size(), 2);
+    }
+
+    // A right-click on the component that is already selected keeps it the
+    // selection, so the canvas menu's commands act on it.
+    void rightClickOnTheSelectionKeepsIt()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->loadFromJson(QJsonArray{shape(1, 200, 150, 60, 60)});
+        scene->setZoom(10);
+        QApplication::processEvents();
+        const QPoint at = editor.view->mapFromScene(QPointF(200, 150));
+        QWidget* viewport = editor.view->viewport();
+
+        QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, at);
+        UIComponentBase* shapeOne = scene->selectedComponent;
+        QVERIFY(shapeOne);
+        QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, at);
+        QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, at);
+        QCOMPARE(scene->selectedComponent, shapeOne);
+        QMenu* menu = editor.view->contextMenu;
+        QTRY_VERIFY(menu->isVisible());
+        QAction* remove = nullptr;
+        for (QAction* action : menu->actions()) {
+            if (action->text() == QStringLiteral("Delete \"Shape 1\""))
+                remove = action;
+        }
+        QVERIFY(remove && remove->isVisible());
+        menu->hide();
+        remove->trigger();
+        QVERIFY(scene->components.isEmpty());
     }
 
     void showsFitButResizesLeaveZoomAndCentre()
