@@ -36,8 +36,7 @@ inline QJsonObject leaf(int& id, int kind)
                        {"ShapeData", QJsonObject{{"Width", 40}, {"Height", 20}, {"Color", "#ffffff"}}}};
 }
 
-// 20 windows, each with 4 groups of 5 components, and 4 more components of
-// its own: 20 * (1 + 4 * 6 + 0) = 500.
+// 20 windows, each with 4 groups of 5 components: 20 * (1 + 4 * (1 + 5)) = 500.
 inline QJsonArray hud()
 {
     int id = 0;
