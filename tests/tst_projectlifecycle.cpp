@@ -291,7 +291,6 @@ private slots:
         TestEnvironment::writeFile(both + QStringLiteral("/nwjs-win/nw.exe"), "MZ");
         QVERIFY(GameRunner::isValidLocation(both));
         QCOMPARE(GameRunner::command(both).program, QDir(both).absoluteFilePath(QStringLiteral("nwjs-lin/nw")));
-        QCOMPARE(GameRunner::command(both).arguments, QStringList{QStringLiteral(".")});
 
         const QString windows = TestEnvironment::newFolder(QStringLiteral("windows"));
         const QString exe = windows + QStringLiteral("/nwjs-win/nw.exe");
