@@ -433,6 +433,8 @@ private slots:
 
         editor.helper->edit = [](QJsonObject& json) { json.insert("Name", "Renamed"); };
         editor.view->editAComponent();
+        // All three went through the dialog; only the last one changed something.
+        QCOMPARE(editor.helper->edited, 3);
         QCOMPARE(scene->undoStack.size(), std::size_t(1));
         QCOMPARE(row->text(0), QStringLiteral("Renamed"));
         scene->undo();
