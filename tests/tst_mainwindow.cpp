@@ -654,6 +654,7 @@ private slots:
 
         window->SaveProject();
         QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), damaged);
+        QCOMPARE(writtenDocument(project).value(QStringLiteral("Data")).toArray().size(), 2);
         QCOMPARE(writtenDocument(project).value(QStringLiteral("Battle")).toInt(), 1);
         const QStringList stored = SettingsStore().value(QStringLiteral("Backgrounds")).toMap()
                                        .value(QDir(project).absolutePath()).toStringList();
