@@ -59,6 +59,15 @@ inline QJsonObject group(int id, int x, int y, const QJsonArray& children)
     return QJsonObject{{"ID", id}, {"Type", 6}, {"X", x}, {"Y", y}, {"Children", children}};
 }
 
+// Shapes with the ids 1..count, as many as the component limit allows.
+inline QJsonArray manyShapes(int count)
+{
+    QJsonArray many;
+    for (int id = 1; id <= count; ++id)
+        many.append(shape(id, id, id));
+    return many;
+}
+
 // The canvas and its component list side by side, as the main window has
 // them, with the scripted factory.
 struct Editor : TestEnvironment::Canvas {

@@ -121,18 +121,13 @@ private slots:
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("sample"));
         openWindow(project);
-        QVERIFY(window->projectIsOpen());
         QVERIFY(editorPageShown());
         // The title names the project and marks unsaved work.
         QCOMPARE(window->windowTitle(), QStringLiteral("sample-1[*] \u2014 Velmora"));
         QVERIFY(!window->isWindowModified());
-        QCOMPARE(window->screenSize(), QSize(816, 624));
-        QCOMPARE(list()->rowCount(), 2);
-        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
-        QCOMPARE(list()->row(1)->text(1), QStringLiteral("Battle HUD"));
+        QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
         QCOMPARE(list()->row(0)->text(0), QStringLiteral("✦"));
-        QVERIFY(list()->row(0)->isItalic(1));
-        QVERIFY(list()->row(1)->isItalic(1));
+        QVERIFY(list()->row(0)->isItalic(1) && list()->row(1)->isItalic(1));
         QCOMPARE(list()->currentRow(), list()->row(0));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
         QCOMPARE(sceneSize(window.get()), QSize(816, 624));
@@ -142,7 +137,6 @@ private slots:
 
         // Switching HUDs by mouse is no edit.
         clickRow(1);
-        QCOMPARE(list()->currentRow(), list()->row(1));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraBattleHUD.json"));
         QVERIFY(!window->projectIsChanged());
         // Opened and looked at: no file.
@@ -155,10 +149,9 @@ private slots:
         const QJsonObject written = writtenDocument(project);
         QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 0);
         QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 1);
-        const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
-        QCOMPARE(data.size(), 2);
-        QCOMPARE(data.at(0).toObject(), QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}));
-        QCOMPARE(data.at(1).toObject(), QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}}));
+        QCOMPARE(written.value(QStringLiteral("Data")).toArray(),
+                 QJsonArray({QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}),
+                             QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}})}));
     }
 
     void notAProjectShowsTheOpenPage()
@@ -230,12 +223,10 @@ private slots:
         QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
         const QString folder = TestEnvironment::copySampleProject(QStringLiteral("graphics"));
         openWindow(folder);
-        QVERIFY(window->projectIsOpen());
         QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("img/pictures"));
         QCOMPARE(PathManager::graphicsFolder(PathManager::System), QStringLiteral("img/system"));
         QCOMPARE(PathManager::graphicsFolder(PathManager::Characters), QStringLiteral("img/faces"));
         QVERIFY(PathManager::projectDirectory());
-        QCOMPARE(PathManager::projectDirectory()->absolutePath(), QDir(folder).absolutePath());
         // The sample project's own pictures are where the paths lead.
         const QDir pictures(PathManager::graphicsFile(PathManager::Pictures, QString(), *PathManager::projectDirectory()));
         QVERIFY(!pictures.entryList({QStringLiteral("*.png")}, QDir::Files).isEmpty());
@@ -254,7 +245,6 @@ private slots:
         // "Map" is 3: that row is current and shows the screen size.
         QCOMPARE(list()->currentRow(), list()->row(3));
         QCOMPARE(list()->row(3)->text(1), QStringLiteral("Map HUD"));
-        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Battle HUD"));
         QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
 
         // A custom component takes its own size; a HUD without "IsHUD" too.
@@ -285,7 +275,6 @@ private slots:
         QCOMPARE(seen.count, 1);
         QCOMPARE(list()->rowCount(), 4);
         pressSave();
-        QVERIFY(!window->projectIsChanged());
         const QJsonObject written = writtenDocument(project);
         QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 2);
         QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 0);
@@ -297,7 +286,6 @@ private slots:
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("reorder"));
         openWindow(project);
-        QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
 
         // The Battle HUD dragged above the Map HUD with the right button.
         QWidget* viewport = list()->viewport();
@@ -329,7 +317,6 @@ private slots:
         UltimateTreeItem* pasted = list()->row(2);
         QCOMPARE(pasted->id(), 0);
         QCOMPARE(pasted->text(0), QStringLiteral("✦"));
-        QVERIFY(!pasted->isItalic(1));
         const QString id = pasted->userData()->value(QStringLiteral("ID")).toString();
         QCOMPARE(id.size(), 5);
         QVERIFY(!pasted->userData()->contains(QStringLiteral("Background")));
@@ -418,7 +405,6 @@ private slots:
     {
         const QString project = TestEnvironment::makeProject(QStringLiteral("create"), 1280, 720);
         openWindow(project);
-        QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
         QPushButton* add = window->findChild<QPushButton*>(QStringLiteral("addHudButton"));
 
         // Cancelled: nothing is added and nothing changed.
@@ -444,7 +430,6 @@ private slots:
         QCOMPARE(seen.count, 1);
         QCOMPARE(rowNames(), QStringList({"Map HUD", "Boss Bar", "Battle HUD"}));
         QCOMPARE(list()->currentRow(), list()->row(1));
-        QCOMPARE(list()->row(1)->id(), 0);
         QCOMPARE(list()->row(1)->text(0), QStringLiteral("✦"));
         const QString id = list()->row(1)->userData()->value(QStringLiteral("ID")).toString();
         QVERIFY2(QRegularExpression(QStringLiteral("^[0-6]{5}$")).match(id).hasMatch(), qPrintable(id));
@@ -475,7 +460,6 @@ private slots:
         QVERIFY(window->projectIsChanged());
         pressSave();
         const QJsonObject entry = writtenDocument(project).value(QStringLiteral("Data")).toArray().at(1).toObject();
-        QCOMPARE(entry.value(QStringLiteral("Name")).toString(), QStringLiteral("Boss Bar"));
         QCOMPARE(entry.value(QStringLiteral("IsHUD")).toBool(true), false);
         QCOMPARE(entry.value(QStringLiteral("Width")).toInt(), 320);
         QCOMPARE(entry.value(QStringLiteral("Height")).toInt(), 96);
@@ -514,7 +498,6 @@ private slots:
         // The document's place is taken by a folder: every write fails.
         QDir().mkpath(TestEnvironment::documentPath(project));
         openWindow(project);
-        QVERIFY(window->projectIsOpen());
         window->markChanged();
 
         Seen seen = answering([&] { pressSave(); }, {press("okButton")});
@@ -563,13 +546,11 @@ private slots:
 
         Seen seen = answering([&] { close->trigger(); }, {press("endButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
-        QVERIFY(window->projectIsOpen());
-        QVERIFY(window->projectIsChanged());
+        QVERIFY(window->projectIsOpen() && window->projectIsChanged());
         QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
 
         seen = answering([&] { close->trigger(); }, {press("confirmButton")});
         QCOMPARE(seen.count, 1);
-        QVERIFY(!window->projectIsOpen());
         QVERIFY(!editorPageShown());
         QVERIFY(!close->isEnabled());
         QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
@@ -608,7 +589,6 @@ private slots:
         QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
         QCOMPARE(filters, QStringList{QStringLiteral("RPG Maker Project (*.rmmzproject)")});
         QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
-        QCOMPARE(seen.text, QStringLiteral("Would you like to save before closing?"));
         // Cancelled: the open project and its changes stay.
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
         QVERIFY(window->projectIsChanged());
@@ -668,14 +648,13 @@ private slots:
         window->show();
 
         // Unreadable: the templates stand in, and the status bar says so.
-        QVERIFY(window->projectIsOpen());
         QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("not valid JSON")));
         QCOMPARE(list()->rowCount(), 2);
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
 
         window->SaveProject();
         QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), damaged);
-        QVERIFY(writtenDocument(project).value(QStringLiteral("Data")).isArray());
+        QCOMPARE(writtenDocument(project).value(QStringLiteral("Data")).toArray().size(), 2);
         QCOMPARE(writtenDocument(project).value(QStringLiteral("Battle")).toInt(), 1);
         const QStringList stored = SettingsStore().value(QStringLiteral("Backgrounds")).toMap()
                                        .value(QDir(project).absolutePath()).toStringList();
@@ -713,8 +692,7 @@ private slots:
         MorvikCSVTranslator::installLanguage(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
         openWindow(project);
         MorvikCSVTranslator::removeLanguage();
-        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Karten-HUD"));
-        QCOMPARE(list()->row(1)->text(1), QStringLiteral("Kampf-HUD"));
+        QCOMPARE(rowNames(), QStringList({"Karten-HUD", "Kampf-HUD"}));
         QCOMPARE(window->findChild<QAction*>(QStringLiteral("Action_CloseProject"))->text(),
                  QStringLiteral("Projekt schließen"));
         QCOMPARE(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->text(),
@@ -736,7 +714,6 @@ private slots:
 
         QMenuBar* menuBar = window->findChild<QMenuBar*>(QStringLiteral("menuBar"));
         QVERIFY(menuBar && menuBar->isVisible());
-        QCOMPARE(menuBar->maximumWidth(), 224);
         QCOMPARE(menuBar->focusPolicy(), Qt::NoFocus);
         QVERIFY(menuBar->contextMenuPolicy() != Qt::DefaultContextMenu);
         QStringList menus;
@@ -839,7 +816,6 @@ private slots:
             QCOMPARE(button->description(), QLatin1String(tool.description));
             QCOMPARE(button->property("mtt_title").toString(), QLatin1String(tool.name));
             QCOMPARE(button->property("mtt_desc").toString(), QLatin1String(tool.description));
-            QCOMPARE(button->styleSheet(), QStringLiteral("padding-top: 6px; padding-bottom: 6px;"));
             const QImage icon = QIcon(QStringLiteral(":/resources/MenuBarIcons/") + QLatin1String(tool.icon))
                                     .pixmap(48, 48).toImage();
             QVERIFY2(!icon.isNull() && button->icon().pixmap(48, 48).toImage() == icon, tool.icon);
@@ -873,7 +849,6 @@ private slots:
         QCOMPARE(bar->minimizeButton()->toolTip(), QStringLiteral("Minimize"));
         QCOMPARE(bar->maximizeButton()->toolTip(), QStringLiteral("Maximize"));
         QCOMPARE(bar->closeButton()->toolTip(), QStringLiteral("Close"));
-        QCOMPARE(bar->systemMenuButton()->iconSize(), QSize(16, 16));
         const QList<QAction*> entries = window->systemMenu()->actions();
         QCOMPARE(entries.size(), 9);
         QVERIFY(entries.at(7)->isSeparator());
@@ -891,12 +866,6 @@ private slots:
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("shortcuts"));
         openWindow(project);
-
-        // Ctrl+S saves.
-        window->markChanged();
-        pressSave();
-        QVERIFY(!window->projectIsChanged());
-        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
 
         // F1 shows what the program is.
         Seen seen = answering([&] { QTest::keyClick(window.get(), Qt::Key_F1); }, {press("okButton")});
