@@ -136,9 +136,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     titleBar->Action_Undo->setEnabled(false);
     titleBar->Action_Redo->setEnabled(false);
 
-    GameUIEditorScene* scene = editor->editorScene();
-    scene->setUndoCallback([this](int undo, int redo) { whenUndoStateChanged(undo, redo); });
-    scene->zoomStateChanged = [this](int in, int out) { whenZoomStateChanged(in, out); };
+    editor->editorScene()->setUndoCallback([this](int undo, int redo) { whenUndoStateChanged(undo, redo); });
+    editor->setZoomCallback([this](int in, int out) { whenZoomStateChanged(in, out); });
 
     documentWatcher = new DocumentWatcher(this);
     connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &VelmoMainWindow::whenDocumentChangedOnDisk);
