@@ -119,7 +119,6 @@ private slots:
         editor.click(QPointF(620, 320));
         QCOMPARE(editor.scene->selectedComponent, child);
         QVERIFY(!parent->selected);
-
     }
 
     void loadAndSaveKeepsTheDocument_data()
@@ -175,7 +174,7 @@ private slots:
         checkConsistent(editor.scene);
     }
 
-    void creatingDeletingAndMenusFromCanvasAndList()
+    void creatingPastingAndDeletingFromCanvasAndList()
     {
         Editor editor;
         editor.show();
