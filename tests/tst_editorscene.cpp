@@ -174,7 +174,7 @@ private slots:
         checkConsistent(editor.scene);
     }
 
-    void creatingPastingAndDeletingFromCanvasAndList()
+    void creatingAndDeletingFromCanvasAndList()
     {
         Editor editor;
         editor.show();
@@ -198,25 +198,11 @@ private slots:
         QCOMPARE(child->absoluteXY(), QPoint(320, 210));
         QVERIFY(editor.scene->rowOfComponent(created)->isExpanded());
 
-        // Copy and paste: a fresh id, a new name, the children along.
-        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
-        editor.view->copyAComponent();
-        editor.scene->pastePosition = QPointF(500, 400);
-        editor.view->pasteAComponent();
-        const QJsonArray afterPaste = editor.scene->toJson();
-        QCOMPARE(afterPaste.size(), 2);
-        QCOMPARE(afterPaste.at(1).toObject().value("Name").toString(), QStringLiteral("C1 - Copy 1"));
-        QCOMPARE(afterPaste.at(1).toObject().value("X").toInt(), 500);
-        QCOMPARE(afterPaste.at(1).toObject().value("ID").toInt(), 3);
-        const QJsonObject pastedChild = afterPaste.at(1).toObject().value("Children").toArray().at(0).toObject();
-        QCOMPARE(pastedChild.value("ID").toInt(), 4);
-        QCOMPARE(pastedChild.value("Name").toString(), QStringLiteral("C2 - Copy 1"));
-
         // Deleting from the list's Delete key takes the row and its children.
         editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
         editor.list->tree()->setFocus();
         QTest::keyClick(editor.list->tree(), Qt::Key_Delete);
-        QCOMPARE(editor.scene->components.size(), 2);
+        QVERIFY(editor.scene->components.isEmpty());
         QCOMPARE(editor.scene->removedComponents.size(), 2);
         QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
         checkConsistent(editor.scene);

@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -40,7 +39,6 @@ struct Editor : TestEnvironment::Canvas {
         list->tree()->setCurrentRow(list->tree()->row(row));
         return scene->selectedComponent;
     }
-    QPointF centre() const { return view->mapToScene(view->viewport()->rect().center()); }
     void wheel(int delta, Qt::KeyboardModifiers modifiers)
     {
         const QPoint at = view->viewport()->rect().center();
@@ -153,28 +151,6 @@ private slots:
         scene->setZoom(2);
         scene->zoomOut();
         QCOMPARE(bare.states.last(), qMakePair(1, 2));
-    }
-
-    void zoomKeepsTheSpotInTheMiddle()
-    {
-        Editor editor;
-        editor.show();
-        editor.scene->setZoom(20);
-        editor.view->centerOn(500, 300);
-        const QPointF before = editor.centre();
-        const QSizeF oldSize = editor.scene->sceneRect().size();
-        editor.scene->zoomIn();
-        QCOMPARE(editor.scene->zoom, 24);
-        // The middle keeps its place as a fraction of the scene rectangle.
-        const QSizeF newSize = editor.scene->sceneRect().size();
-        const QPointF expected((before.x() + 1) / oldSize.width() * newSize.width(),
-                               (before.y() + 1) / oldSize.height() * newSize.height());
-        const QPointF after = editor.centre();
-        // Within the rounding of the viewport's middle pixel, scaled by 1.2.
-        QVERIFY2(QLineF(after, expected).length() < 3,
-                 qPrintable(QStringLiteral("%1,%2 for %3,%4").arg(after.x()).arg(after.y()).arg(expected.x()).arg(expected.y())));
-        // The view itself is never scaled.
-        QVERIFY(editor.view->transform().isIdentity());
     }
 
     void fitPicksTheLargestZoomThatFits_data()
