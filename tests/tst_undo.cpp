@@ -300,7 +300,7 @@ private slots:
         QCOMPARE(scene->order, scene->orderFromList());
     }
 
-    void deletionsAndListDragsComeBackWhole()
+    void deletionsComeBackWhole()
     {
         Editor editor;
         editor.show();
