@@ -92,34 +92,6 @@ private slots:
         QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
     }
 
-    void entriesAndListColumns()
-    {
-        const HudDocument document = HudDocument::load(QDir(projectWith(fullDocument())));
-        const QJsonObject extra = document.entries.at(1).object;
-        const QJsonObject component = document.entries.at(2).object;
-        const QJsonObject noIsHud = document.entries.at(4).object;
-
-        QCOMPARE(HudDocument::displayName(HudEntry::Map, document.entries.at(3).object), QStringLiteral("Map HUD"));
-        QCOMPARE(HudDocument::displayName(HudEntry::Custom, extra), QStringLiteral("Statusanzeige für Böse"));
-        QCOMPARE(HudDocument::displayName(HudEntry::Custom, component), QStringLiteral("体力ゲージ"));
-
-        QCOMPARE(HudDocument::marker(extra), QStringLiteral("✦"));
-        QCOMPARE(HudDocument::marker(component), QStringLiteral(" •"));
-        // No "IsHUD": marked as a HUD, yet sized as a custom component.
-        QCOMPARE(HudDocument::marker(noIsHud), QStringLiteral("✦"));
-        QVERIFY(HudDocument::hasOwnSize(HudEntry::Custom, noIsHud));
-        QVERIFY(!HudDocument::hasOwnSize(HudEntry::Custom, extra));
-        QCOMPARE(HudDocument::ownWidth(component), 240);
-        QCOMPARE(HudDocument::ownHeight(component), 64);
-        // The Map HUD never takes a size of its own, even holding "IsHUD": false.
-        QVERIFY(!HudDocument::hasOwnSize(HudEntry::Map, QJsonObject{{"IsHUD", false}}));
-
-        int components = 0;
-        for (const HudEntry& entry : document.entries)
-            components += HudDocument::componentCount(entry.object.value("HUD").toArray());
-        QCOMPARE(components, 56);  // counted in the file: every object of every "HUD", children included
-    }
-
     void reorderedListRecomputesMapAndBattle()
     {
         const QJsonObject source{{"Map", 0}, {"Battle", 1}, {"Extra", "kept"},
