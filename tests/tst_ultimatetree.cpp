@@ -57,7 +57,6 @@ QStringList chain(UltimateTree* tree)
     return names;
 }
 
-
 }
 
 class TestUltimateTree : public QObject
