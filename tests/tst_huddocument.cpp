@@ -172,28 +172,6 @@ private slots:
         QCOMPARE(absent.entries.at(2).type, int(HudEntry::Custom));
     }
 
-    void freshProjectComesFromTemplates()
-    {
-        const QString project = TestEnvironment::makeProject(QStringLiteral("fresh"));
-        const HudDocument document = HudDocument::load(QDir(project), {QStringLiteral("/bg.png")});
-        QVERIFY(document.fromTemplates);
-        QVERIFY(!document.damagedFile);
-        QCOMPARE(document.entries.size(), 2);
-        const QJsonArray mapTemplate = TestEnvironment::templateArray("VelmoraMapHUD.json");
-        QVERIFY(!mapTemplate.isEmpty());
-        QCOMPARE(document.entries.at(0).type, int(HudEntry::Map));
-        QCOMPARE(document.entries.at(0).object.value("HUD").toArray(), mapTemplate);
-        QCOMPARE(document.entries.at(1).object.value("HUD").toArray(), TestEnvironment::templateArray("VelmoraBattleHUD.json"));
-        QCOMPARE(document.entries.at(0).object.value("Background").toString(), QStringLiteral("/bg.png"));
-        // Loading writes nothing: the file comes with the first save.
-        QVERIFY(!QFileInfo::exists(project + QStringLiteral("/data/plugin")));
-
-        QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), false));
-        const QJsonObject written = TestEnvironment::writtenDocument(project);
-        QCOMPARE(written.value("Battle").toInt(), 1);
-        QCOMPARE(written.value("Data").toArray().at(0).toObject().value("HUD").toArray(), mapTemplate);
-    }
-
     void badDocumentsFallBack_data()
     {
         QTest::addColumn<QByteArray>("content");
