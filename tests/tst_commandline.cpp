@@ -159,12 +159,9 @@ private slots:
         QTest::newRow("nothing") << QStringList() << 2;
         QTest::newRow("unknown command") << QStringList{QStringLiteral("open"), QStringLiteral(".")} << 2;
         QTest::newRow("check without project") << QStringList{QStringLiteral("check")} << 2;
-        QTest::newRow("two projects") << QStringList{QStringLiteral("check"), QStringLiteral("a"), QStringLiteral("b")} << 2;
         QTest::newRow("out without file") << QStringList{QStringLiteral("resave"), QStringLiteral("."), QStringLiteral("--out")} << 2;
-        QTest::newRow("out on check") << QStringList{QStringLiteral("check"), QStringLiteral("."), QStringLiteral("--out"), QStringLiteral("x")} << 2;
         QTest::newRow("unknown option") << QStringList{QStringLiteral("check"), QStringLiteral("--fast"), QStringLiteral(".")} << 2;
         QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0;
-        QTest::newRow("version") << QStringList{QStringLiteral("--version")} << 0;
     }
 
     void usage()

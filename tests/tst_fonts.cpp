@@ -1,7 +1,6 @@
 #include "TestEnvironment.h"
 
 #include "app/PathManager.h"
-#include "app/ProjectData.h"
 #include "app/WoffConverter.h"
 
 #include <QDirIterator>
@@ -10,7 +9,6 @@
 #include <QMap>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QRegularExpression>
 #include <QtEndian>
 
 namespace {
@@ -348,23 +346,6 @@ private slots:
         QVERIFY(refused > 0);
     }
 
-    void graphicsFoldersFollowTheHook()
-    {
-        const QDir project(QStringLiteral("/games/My Game"));
-        PathManager::setGraphicsFolderHook(nullptr);
-        QCOMPARE(PathManager::graphicsFile(PathManager::Pictures, QStringLiteral("Hero.png"), project),
-                 QStringLiteral("/games/My Game/Assets/Graphics/Pictures/Hero.png"));
-
-        PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
-        QCOMPARE(PathManager::graphicsFile(PathManager::Pictures, QStringLiteral("Hero.png"), project),
-                 QStringLiteral("/games/My Game/img/pictures/Hero.png"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Characters), QStringLiteral("img/faces"));
-        // The project has no folder for this one: the hook's empty answer falls back.
-        QCOMPARE(PathManager::graphicsFile(PathManager::Parallax, QStringLiteral("Sky.png"), project),
-                 QStringLiteral("/games/My Game/Assets/Graphics/Parallax/Sky.png"));
-        PathManager::setGraphicsFolderHook(nullptr);
-    }
-
     void fontsLoadOncePerName()
     {
         QCOMPARE(PathManager::getFont(QString(), QDir(fixtures), false), QFont());
@@ -378,14 +359,6 @@ private slots:
         const QString second = TestEnvironment::newFolder(QStringLiteral("fonts"));
         TestEnvironment::writeFile(second + QStringLiteral("/Once.ttf"), "not a font");
         QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(second), false).family(), family);
-
-        // The assets layout looks below "Assets/Fonts".
-        const QString assets = TestEnvironment::newFolder(QStringLiteral("assets"));
-        QDir().mkpath(assets + QStringLiteral("/Assets/Fonts"));
-        QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.ttf"),
-                            assets + QStringLiteral("/Assets/Fonts/InAssets.ttf")));
-        QCOMPARE(PathManager::getFont(QStringLiteral("InAssets.ttf"), QDir(assets), false), QFont());
-        QCOMPARE(PathManager::getFont(QStringLiteral("InAssets.ttf"), QDir(assets), true).family(), family);
 
         // A refused file is tried again once the user puts the real one in place.
         const QString later = first + QStringLiteral("/Later.ttf");
@@ -409,13 +382,8 @@ private slots:
         const QStringList before = cacheFiles(programFolder);
         QCOMPARE(PathManager::getFont(name, QDir(folder), false).family(), QString::fromLatin1(SampleFontFamily));
 
-        // One new file in "FontCache" beside the executable, named by number.
-        QStringList added = cacheFiles(programFolder);
-        for (const QString& file : before)
-            added.removeOne(file);
-        QCOMPARE(added.size(), 1);
-        QVERIFY2(QRegularExpression(QStringLiteral("^font\\d+\\.otf$")).match(added.first()).hasMatch(),
-                 qPrintable(added.first()));
+        // One new file in "FontCache" beside the executable.
+        QCOMPARE(cacheFiles(programFolder).size(), before.size() + 1);
 
         // Loaded once: no further conversion. A capital suffix is no web
         // font and is never converted either.

@@ -92,34 +92,6 @@ private slots:
         QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
     }
 
-    void entriesAndListColumns()
-    {
-        const HudDocument document = HudDocument::load(QDir(projectWith(fullDocument())));
-        const QJsonObject extra = document.entries.at(1).object;
-        const QJsonObject component = document.entries.at(2).object;
-        const QJsonObject noIsHud = document.entries.at(4).object;
-
-        QCOMPARE(HudDocument::displayName(HudEntry::Map, document.entries.at(3).object), QStringLiteral("Map HUD"));
-        QCOMPARE(HudDocument::displayName(HudEntry::Custom, extra), QStringLiteral("Statusanzeige für Böse"));
-        QCOMPARE(HudDocument::displayName(HudEntry::Custom, component), QStringLiteral("体力ゲージ"));
-
-        QCOMPARE(HudDocument::marker(extra), QStringLiteral("✦"));
-        QCOMPARE(HudDocument::marker(component), QStringLiteral(" •"));
-        // No "IsHUD": marked as a HUD, yet sized as a custom component.
-        QCOMPARE(HudDocument::marker(noIsHud), QStringLiteral("✦"));
-        QVERIFY(HudDocument::hasOwnSize(HudEntry::Custom, noIsHud));
-        QVERIFY(!HudDocument::hasOwnSize(HudEntry::Custom, extra));
-        QCOMPARE(HudDocument::ownWidth(component), 240);
-        QCOMPARE(HudDocument::ownHeight(component), 64);
-        // The Map HUD never takes a size of its own, even holding "IsHUD": false.
-        QVERIFY(!HudDocument::hasOwnSize(HudEntry::Map, QJsonObject{{"IsHUD", false}}));
-
-        int components = 0;
-        for (const HudEntry& entry : document.entries)
-            components += HudDocument::componentCount(entry.object.value("HUD").toArray());
-        QCOMPARE(components, 56);  // counted in the file: every object of every "HUD", children included
-    }
-
     void reorderedListRecomputesMapAndBattle()
     {
         const QJsonObject source{{"Map", 0}, {"Battle", 1}, {"Extra", "kept"},
@@ -198,28 +170,6 @@ private slots:
         QCOMPARE(absent.entries.at(0).type, int(HudEntry::Map));
         QCOMPARE(absent.entries.at(1).type, int(HudEntry::Battle));
         QCOMPARE(absent.entries.at(2).type, int(HudEntry::Custom));
-    }
-
-    void freshProjectComesFromTemplates()
-    {
-        const QString project = TestEnvironment::makeProject(QStringLiteral("fresh"));
-        const HudDocument document = HudDocument::load(QDir(project), {QStringLiteral("/bg.png")});
-        QVERIFY(document.fromTemplates);
-        QVERIFY(!document.damagedFile);
-        QCOMPARE(document.entries.size(), 2);
-        const QJsonArray mapTemplate = TestEnvironment::templateArray("VelmoraMapHUD.json");
-        QVERIFY(!mapTemplate.isEmpty());
-        QCOMPARE(document.entries.at(0).type, int(HudEntry::Map));
-        QCOMPARE(document.entries.at(0).object.value("HUD").toArray(), mapTemplate);
-        QCOMPARE(document.entries.at(1).object.value("HUD").toArray(), TestEnvironment::templateArray("VelmoraBattleHUD.json"));
-        QCOMPARE(document.entries.at(0).object.value("Background").toString(), QStringLiteral("/bg.png"));
-        // Loading writes nothing: the file comes with the first save.
-        QVERIFY(!QFileInfo::exists(project + QStringLiteral("/data/plugin")));
-
-        QVERIFY(HudDocument::save(QDir(project), HudDocument::assemble(document.root, document.entries), false));
-        const QJsonObject written = TestEnvironment::writtenDocument(project);
-        QCOMPARE(written.value("Battle").toInt(), 1);
-        QCOMPARE(written.value("Data").toArray().at(0).toObject().value("HUD").toArray(), mapTemplate);
     }
 
     void badDocumentsFallBack_data()

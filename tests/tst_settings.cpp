@@ -71,7 +71,6 @@ private slots:
         // The native menu bar only comes with the native frame.
         QTest::newRow("native menu, native frame") << QVariant(4 | 16) << true << QVariant(2) << 16 << 2 << true;
         QTest::newRow("native menu, frameless") << QVariant(4 | 16) << true << QVariant(0) << 16 << 0 << false;
-        QTest::newRow("native menu, hybrid") << QVariant(4 | 16) << true << QVariant(1) << 16 << 1 << false;
         QTest::newRow("native menu, no stored style") << QVariant(4 | 16) << true << none << 16 << 2 << true;
     }
 
