@@ -633,7 +633,6 @@ private slots:
         QAction* save = window->findChild<QAction*>(QStringLiteral("Action_SaveProject"));
         save->setEnabled(false);
         QVERIFY(!window->findChild<InflateButton*>(QStringLiteral("saveProject"))->isEnabled());
-
     }
 
     void aLeftOverBlankCursorComesBack()
