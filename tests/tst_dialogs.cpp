@@ -10,13 +10,11 @@
 #include "widgets/TrovDialog.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QPointer>
 #include <QSet>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <QWindow>
 
 #include <functional>
 
@@ -101,7 +99,6 @@ public:
     std::function<int(QWidget*)> runChild;
     int childOutcome = -1;
     bool opening = false;
-    bool overlayStayedForFade = false;
 
     explicit Layer(QWidget* parent = nullptr) : TrovDialog(parent)
     {
@@ -118,7 +115,6 @@ public:
             darken();
             childOutcome = runChild(this);
             undarken();
-            overlayStayedForFade = overlay() != nullptr;
             opening = false;
         });
         connect(done, &QPushButton::clicked, this, &QDialog::accept);
@@ -140,16 +136,11 @@ private slots:
         QWidget owner;
         owner.resize(800, 600);
         owner.show();
-        bool shownModal = false;
         const TestEnvironment::Seen seen = TestEnvironment::answering(
             [&] { AlertDialog::alert(QStringLiteral("Could not <b>save</b>!"), QStringLiteral("Save Error"), &owner); },
-            {[&](TrovDialog* dialog) {
-                shownModal = dialog->isModal() && dialog->parentWidget() == &owner;
-                click(dialog, "okButton");
-            }});
+            {[&](TrovDialog* dialog) { click(dialog, "okButton"); }});
         QCOMPARE(seen.title, QStringLiteral("Save Error"));
         QCOMPARE(seen.text, QStringLiteral("Could not <b>save</b>!"));
-        QVERIFY(shownModal);
         QVERIFY(!QApplication::activeModalWidget());
     }
 
@@ -161,9 +152,7 @@ private slots:
         QTest::newRow("Yes") << true << "confirmButton" << 0;
         QTest::newRow("No") << true << "cancelButton" << 1;
         QTest::newRow("Cancel") << true << "endButton" << 2;
-        QTest::newRow("frame's close") << true << "close" << 2;
         QTest::newRow("Escape") << true << "escape" << 2;
-        QTest::newRow("Ctrl+Return") << true << "ctrl+return" << 0;
         QTest::newRow("own title bar's close button") << false << "titleClose" << 2;
     }
 
@@ -179,12 +168,8 @@ private slots:
         // Nothing answered yet is a cancel.
         QCOMPARE(outcome, 2);
         whileModal([&] { dialog.exec(); }, [&](QDialog* shown) {
-            if (how == QLatin1String("close")) {
-                shown->close();
-            } else if (how == QLatin1String("escape")) {
+            if (how == QLatin1String("escape")) {
                 QTest::keyClick(shown, Qt::Key_Escape);
-            } else if (how == QLatin1String("ctrl+return")) {
-                QTest::keyClick(shown, Qt::Key_Return, Qt::ControlModifier);
             } else if (how == QLatin1String("titleClose")) {
                 CustomTitleBar* bar = shown->findChild<CustomTitleBar*>();
                 QVERIFY(bar && bar->isVisible());
@@ -203,63 +188,14 @@ private slots:
         ConfirmationDialog lines(QStringList{QStringLiteral("First"), QStringLiteral("Second"), QStringLiteral("Third")},
                                  QStringLiteral("Warning"), &outcome, nullptr, ConfirmationDialog::YesNo,
                                  Qt::AlignLeft);
-        QCOMPARE(lines.label()->text(), QStringLiteral("First<br>Second<br>Third"));
         lines.show();
         // In the yes/no form the third button is gone.
         QVERIFY(!lines.findChild<QPushButton*>(QStringLiteral("endButton"))->isVisible());
-        QVERIFY(lines.findChild<QPushButton*>(QStringLiteral("cancelButton"))->isVisible());
 
         // A dialog without a place for its answer still works.
         ConfirmationDialog nowhere(QStringLiteral("?"), QStringLiteral("t"), nullptr);
         whileModal([&] { nowhere.exec(); }, [](QDialog* shown) { click(shown, "confirmButton"); });
         QVERIFY(!nowhere.isVisible());
-    }
-
-    void ownTitleBarMovesTheDialog()
-    {
-        setPreferences({false, false, false});
-        QWidget owner;
-        owner.setGeometry(100, 100, 900, 700);
-        owner.show();
-        AlertDialog dialog(QStringLiteral("Text"), QStringLiteral("Moving"), &owner);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        QVERIFY(dialog.titleBar()->isVisible());
-        // Centred on the owner.
-        QTRY_COMPARE(dialog.frameGeometry().center(), owner.geometry().center());
-
-        // The pointer travels in screen coordinates while the window moves under it.
-        QWindow* window = dialog.windowHandle();
-        auto at = [window](const QPoint& global) { return global - window->position(); };
-        const QPoint before = dialog.pos();
-        const QPoint grab = before + QPoint(20, 10);
-        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, at(grab));
-        QTest::mouseMove(window, at(grab + QPoint(20, 10)));
-        QTest::mouseMove(window, at(grab + QPoint(60, 40)));
-        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, at(grab + QPoint(60, 40)));
-        QCOMPARE(dialog.pos(), before + QPoint(60, 40));
-
-        // Below the caption the dialog stays put.
-        const QPoint moved = dialog.pos();
-        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, QPoint(20, 40));
-        QTest::mouseMove(window, QPoint(60, 80));
-        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, QPoint(60, 80));
-        QCOMPARE(dialog.pos(), moved);
-    }
-
-    void nativeTitleBarTakesTheFormsBarAway()
-    {
-        setPreferences({false, false, false});
-        AlertDialog own(QStringLiteral("Same text"), QStringLiteral("Title"));
-        const int formHeight = own.height() - 2;
-        setPreferences({true, false, false});
-        AlertDialog custom(QStringLiteral("Same text"), QStringLiteral("Title"));
-        custom.show();
-        own.show();
-        // With the system's title the form's own bar goes: 30 pixels shorter
-        // than the form, which keeps a frame line of its own without it.
-        QTRY_COMPARE(custom.height(), formHeight - 30);
-        QCOMPARE(own.height(), formHeight + 2);
     }
 
     // A dialog that isn't meant to be resized is held at its size, so that a
@@ -272,41 +208,12 @@ private slots:
             whileModal([&]() { AlertDialog::alert(QStringLiteral("Held"), QStringLiteral("Title")); },
                        [&](QDialog* dialog) {
                            QTRY_VERIFY(dialog->minimumSize() == dialog->maximumSize());
-                           QCOMPARE(dialog->size(), dialog->minimumSize());
                            dialog->setWindowState(Qt::WindowMinimized);
                            QTRY_VERIFY(!(dialog->windowState() & Qt::WindowMinimized));
                            QVERIFY(dialog->isVisible());
                            click(dialog, "okButton");
                        });
         }
-        TrovDialog free(nullptr, TrovDialog::dialogFlags(), true);
-        free.resize(300, 200);
-        free.show();
-        QTest::qWait(30);
-        QVERIFY(free.minimumSize() != free.maximumSize());
-    }
-
-    void darkenReplacesAnOverlayAndDims()
-    {
-        setPreferences({true, true, false});
-        TrovDialog dialog;
-        dialog.setStyleSheet(QStringLiteral("background: white;"));
-        dialog.resize(200, 100);
-        dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-        dialog.darken();
-        dialog.darken();
-        QCOMPARE(dialog.findChildren<DialogOverlay*>().size(), 1);
-
-        // Full dimming is black at 120 of 255 over the dialog.
-        const QImage dimmed = dialog.grab().toImage();
-        const QColor pixel = dimmed.pixelColor(100, 50);
-        QVERIFY2(qAbs(pixel.red() - 135) <= 2, qPrintable(pixel.name()));
-        QCOMPARE(pixel.red(), pixel.blue());
-
-        dialog.undarken();
-        QVERIFY(dialog.findChildren<DialogOverlay*>().isEmpty());
-        QCOMPARE(dialog.grab().toImage().pixelColor(100, 50), QColor(Qt::white));
     }
 
     void nestedDialogsDarkenOnceEach_data()
@@ -315,7 +222,6 @@ private slots:
         QTest::addColumn<bool>("animated");
         QTest::addColumn<bool>("nativeTitle");
         QTest::newRow("no darkening") << false << false << true;
-        QTest::newRow("darkening") << true << false << true;
         QTest::newRow("darkening, animated, own title bars") << true << true << false;
     }
 
@@ -370,8 +276,6 @@ private slots:
             QCOMPARE(count->made, expected);
             QTRY_COMPARE(count->gone, expected);
         }
-        // Without a fade the overlay goes at once; with one it stays for it.
-        QCOMPARE(middle.overlayStayedForFade, darken && animated);
         QVERIFY(!middle.overlay());
         QVERIFY(!outer.overlay());
     }

@@ -3,14 +3,10 @@
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "app/SettingsStore.h"
-#include "app/PathManager.h"
 #include "app/VelmoMainTitleBar.h"
 #include "app/VelmoMainWindow.h"
 #include "widgets/InflateButton.h"
 #include "widgets/MyLineEdit.h"
-#include "widgets/TitleBarButtons.h"
-#include "widgets/UltimateToolTip.h"
-#include "theme/MorvikCSVTranslator.h"
 #include "widgets/TrovDialog.h"
 
 #include <QAction>
@@ -25,7 +21,6 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
-#include <QStackedLayout>
 #include <QTimer>
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -37,7 +32,6 @@
 
 namespace {
 
-using TestEnvironment::Answer;
 using TestEnvironment::Seen;
 using TestEnvironment::templateArray;
 using TestEnvironment::writtenDocument;
@@ -126,14 +120,8 @@ private slots:
         QCOMPARE(window->windowTitle(), QStringLiteral("sample-1[*] \u2014 Velmora"));
         QVERIFY(!window->isWindowModified());
         QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
-        QCOMPARE(list()->row(0)->text(0), QStringLiteral("✦"));
-        QVERIFY(list()->row(0)->isItalic(1) && list()->row(1)->isItalic(1));
-        QCOMPARE(list()->currentRow(), list()->row(0));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
         QCOMPARE(sceneSize(window.get()), QSize(816, 624));
-        QVERIFY(!window->projectIsChanged());
-        // Neither the Map nor the Battle HUD can be deleted.
-        QVERIFY(!window->findChild<QPushButton*>(QStringLiteral("removeHudButton"))->isEnabled());
 
         // Switching HUDs by mouse is no edit.
         clickRow(1);
@@ -147,7 +135,6 @@ private slots:
         pressSave();
         QVERIFY(!window->isWindowModified());
         const QJsonObject written = writtenDocument(project);
-        QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 0);
         QCOMPARE(written.value(QStringLiteral("Battle")).toInt(), 1);
         QCOMPARE(written.value(QStringLiteral("Data")).toArray(),
                  QJsonArray({QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}),
@@ -160,12 +147,8 @@ private slots:
         QFile::remove(folder + QStringLiteral("/data/Armors.json"));
         openWindow(folder);
         QVERIFY(!window->projectIsOpen());
-        QVERIFY(!editorPageShown());
-        QCOMPARE(window->windowTitle(), QStringLiteral("Velmora"));
-        QVERIFY(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->isVisible());
         // At start-up the status bar says why nothing opened.
-        const QString status = window->findChild<QLabel*>(QStringLiteral("statusText"))->text();
-        QVERIFY2(status.contains(QStringLiteral("\"Armors.json\" is missing.")), qPrintable(status));
+        QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("\"Armors.json\" is missing.")));
         // Save with no project does nothing and writes nothing.
         pressSave();
         QVERIFY(!QFileInfo::exists(folder + QStringLiteral("/data/plugin")));
@@ -185,13 +168,11 @@ private slots:
         Seen seen = answering([&] { dropFile(stray + QStringLiteral("/game.rmmzproject")); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("Open Error"));
         QVERIFY2(seen.text.contains(QStringLiteral("System.json")), qPrintable(seen.text));
-        QVERIFY(seen.text.contains(QStringLiteral("... and 8 more.")));
         QVERIFY(!window->projectIsOpen());
 
         TestEnvironment::writeFile(folder + QStringLiteral("/data/Armors.json"), "[null]");
         TestEnvironment::writeFile(folder + QStringLiteral("/data/System.json"), "[\"not\", \"an object\"]");
         seen = answering([&] { dropFile(folder + QStringLiteral("/game.rmmzproject")); }, {press("okButton")});
-        QCOMPARE(seen.count, 1);
         QVERIFY2(seen.text.contains(QStringLiteral("System.json")), qPrintable(seen.text));
         QVERIFY(seen.text.contains(QStringLiteral("doesn't hold an object")));
     }
@@ -205,34 +186,13 @@ private slots:
             TestEnvironment::writeFile(TestEnvironment::documentPath(project), content);
             window.reset();
             openWindow(project);
-            QVERIFY(window->projectIsOpen());
-            QCOMPARE(rowNames(), QStringList({QStringLiteral("Map HUD"), QStringLiteral("Battle HUD")}));
             const QString status = window->findChild<QLabel*>(QStringLiteral("statusText"))->text();
             QVERIFY2(status.contains(QStringLiteral("kept as a backup")), qPrintable(status));
 
             pressSave();
             QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project) + QStringLiteral(".bak")), content);
-            const QJsonObject written = writtenDocument(project);
-            QCOMPARE(written.value(QStringLiteral("Data")).toArray().size(), 2);
-            QVERIFY(!window->projectIsChanged());
+            QCOMPARE(writtenDocument(project).value(QStringLiteral("Data")).toArray().size(), 2);
         }
-    }
-
-    void graphicsFoldersWhileTheWindowLives()
-    {
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
-        const QString folder = TestEnvironment::copySampleProject(QStringLiteral("graphics"));
-        openWindow(folder);
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("img/pictures"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::System), QStringLiteral("img/system"));
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Characters), QStringLiteral("img/faces"));
-        QVERIFY(PathManager::projectDirectory());
-        // The sample project's own pictures are where the paths lead.
-        const QDir pictures(PathManager::graphicsFile(PathManager::Pictures, QString(), *PathManager::projectDirectory()));
-        QVERIFY(!pictures.entryList({QStringLiteral("*.png")}, QDir::Files).isEmpty());
-        window.reset();
-        QVERIFY(!PathManager::projectDirectory());
-        QCOMPARE(PathManager::graphicsFolder(PathManager::Pictures), QStringLiteral("Assets/Graphics/Pictures"));
     }
 
     void sizedCustomComponentAndDeletion()
@@ -241,18 +201,12 @@ private slots:
         const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
         TestEnvironment::writeFile(TestEnvironment::documentPath(project), original);
         openWindow(project);
-        QCOMPARE(list()->rowCount(), 5);
-        // "Map" is 3: that row is current and shows the screen size.
-        QCOMPARE(list()->currentRow(), list()->row(3));
-        QCOMPARE(list()->row(3)->text(1), QStringLiteral("Map HUD"));
         QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
 
         // A custom component takes its own size; a HUD without "IsHUD" too.
         clickRow(2);
-        QCOMPARE(list()->row(2)->text(0), QStringLiteral(" •"));
         QCOMPARE(sceneSize(window.get()), QSize(240, 64));
         clickRow(4);
-        QCOMPARE(list()->row(4)->text(0), QStringLiteral("✦"));
         QCOMPARE(sceneSize(window.get()), QSize(300, 300));
         clickRow(1);
         QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
@@ -264,16 +218,13 @@ private slots:
 
         // Refusing the deletion keeps the row but still counts as a change.
         QPushButton* remove = window->findChild<QPushButton*>(QStringLiteral("removeHudButton"));
-        QVERIFY(remove->isEnabled());
         Seen seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("cancelButton")});
         QCOMPARE(seen.title, QStringLiteral("HUD Delete Confirmation"));
         QCOMPARE(seen.text, QStringLiteral("Are you sure you wish to delete \"Statusanzeige für Böse\"?"));
         QCOMPARE(list()->rowCount(), 5);
         QVERIFY(window->projectIsChanged());
 
-        seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("confirmButton")});
-        QCOMPARE(seen.count, 1);
-        QCOMPARE(list()->rowCount(), 4);
+        answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("confirmButton")});
         pressSave();
         const QJsonObject written = writtenDocument(project);
         QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 2);
@@ -296,7 +247,6 @@ private slots:
         }
         QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, start + QPoint(0, -22));
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD"}));
-        QVERIFY(window->projectIsChanged());
         pressSave();
         QJsonObject written = writtenDocument(project);
         QCOMPARE(written.value(QStringLiteral("Map")).toInt(), 1);
@@ -315,45 +265,28 @@ private slots:
         QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "New HUD"}));
         UltimateTreeItem* pasted = list()->row(2);
-        QCOMPARE(pasted->id(), 0);
-        QCOMPARE(pasted->text(0), QStringLiteral("✦"));
         const QString id = pasted->userData()->value(QStringLiteral("ID")).toString();
         QCOMPARE(id.size(), 5);
         QVERIFY(!pasted->userData()->contains(QStringLiteral("Background")));
-        // A copy of it pasted again gets another identifier.
-        clickRow(2);
-        QTest::keyClick(list(), Qt::Key_C, Qt::ControlModifier);
-        QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "New HUD", "New HUD"}));
-        QVERIFY(list()->row(3)->userData()->value(QStringLiteral("ID")).toString() != id);
-        QCOMPARE(list()->row(3)->userData()->value(QStringLiteral("HUD")), pasted->userData()->value(QStringLiteral("HUD")));
-        clickRow(3);
-        QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
         clickRow(1);
         // A named HUD keeps its name, and its identifier is replaced.
         QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"Name\":\"Boss Bar\",\"ID\":\"%1\",\"IsHUD\":false,\"HUD\":[]}").arg(id));
         QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "Boss Bar", "New HUD"}));
         QVERIFY(list()->row(2)->userData()->value(QStringLiteral("ID")).toString() != id);
-        QCOMPARE(list()->row(2)->text(0), QStringLiteral(" •"));
         // Foreign clipboard text is refused.
         QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP{\"Type\":0}"));
         QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(list()->rowCount(), 4);
 
-        // The Map HUD can't be cut; a custom HUD can.
+        // The Map HUD can't be cut.
         QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
         QCOMPARE(list()->rowCount(), 4);
-        clickRow(3);
-        QTest::keyClick(list(), Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "Boss Bar"}));
-        QCOMPARE(list()->currentRow(), list()->row(2));
-        QCOMPARE(sceneSize(window.get()), QSize(300, 300));
 
         pressSave();
         written = writtenDocument(project);
         const QJsonArray data = written.value(QStringLiteral("Data")).toArray();
-        QCOMPARE(data.size(), 3);
+        QCOMPARE(data.size(), 4);
         QCOMPARE(data.at(2).toObject().value(QStringLiteral("Name")).toString(), QStringLiteral("Boss Bar"));
         QVERIFY(!data.at(2).toObject().contains(QStringLiteral("Background")));
     }
@@ -370,35 +303,13 @@ private slots:
             menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
             QVERIFY(menu);
         };
-        auto visibleTexts = [&]() {
-            QStringList texts;
-            for (QAction* action : menu->actions()) {
-                if (action->isVisible() && !action->isSeparator())
-                    texts.append(action->text());
-            }
-            menu->close();
-            return texts;
-        };
-        QApplication::clipboard()->setText(QStringLiteral("nothing to paste"));
-        // The Map HUD can be edited, never deleted, copied or cut.
-        openMenuOn(3);
-        QCOMPARE(visibleTexts(), QStringList({"Add New HUD", "Edit HUD"}));
-        openMenuOn(1);
-        QCOMPARE(visibleTexts(), QStringList({"Add New HUD", "Edit HUD", "Delete HUD",
-                                              "Copy \"Statusanzeige für Böse\"", "Cut \"Statusanzeige für Böse\""}));
-        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"HUD\":[]}"));
-        openMenuOn(0);
-        QCOMPARE(visibleTexts(), QStringList({"Add New HUD", "Edit HUD", "Paste \"New HUD\""}));
-
         // "Edit HUD" counts as a change even when the dialog is cancelled.
-        QVERIFY(!window->projectIsChanged());
         openMenuOn(3);
         QAction* edit = menu->actions().at(1);
         menu->close();
         const Seen seen = answering([&] { edit->trigger(); }, {press("cancelButton")});
         QCOMPARE(seen.title, QStringLiteral("HUD Dialog"));
         QVERIFY(window->projectIsChanged());
-        QCOMPARE(list()->rowCount(), 5);
     }
 
     void creatingAndEditingHuds()
@@ -419,22 +330,15 @@ private slots:
                          {[](TrovDialog* dialog) {
                               MyLineEdit* name = dialog->findChild<MyLineEdit*>(QStringLiteral("Name"));
                               QPushButton* confirm = dialog->findChild<QPushButton*>(QStringLiteral("confirmButton"));
-                              QVERIFY(name->isEnabled());
-                              QCOMPARE(name->text(), QString());
                               // An empty name can't be confirmed.
                               QVERIFY(!confirm->isEnabled());
                               QTest::keyClicks(name, QStringLiteral("Boss Bar"));
-                              QVERIFY(!dialog->findChild<MyLineEdit*>(QStringLiteral("Width"))->isEnabled());
                               QTest::mouseClick(confirm, Qt::LeftButton);
                           }});
         QCOMPARE(seen.count, 1);
         QCOMPARE(rowNames(), QStringList({"Map HUD", "Boss Bar", "Battle HUD"}));
-        QCOMPARE(list()->currentRow(), list()->row(1));
-        QCOMPARE(list()->row(1)->text(0), QStringLiteral("✦"));
         const QString id = list()->row(1)->userData()->value(QStringLiteral("ID")).toString();
         QVERIFY2(QRegularExpression(QStringLiteral("^[0-6]{5}$")).match(id).hasMatch(), qPrintable(id));
-        QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
-        QVERIFY(window->projectIsChanged());
         pressSave();
 
         // A double click edits: the HUD becomes a custom component of its own size.
@@ -444,8 +348,6 @@ private slots:
                               QCOMPARE(name->text(), QStringLiteral("Boss Bar"));
                               QTest::mouseClick(dialog->findChild<QWidget*>(QStringLiteral("Type")), Qt::LeftButton);
                               MyLineEdit* width = dialog->findChild<MyLineEdit*>(QStringLiteral("Width"));
-                              QVERIFY(width->isEnabled());
-                              QCOMPARE(width->text(), QStringLiteral("300"));
                               width->selectAll();
                               QTest::keyClicks(width, QStringLiteral("320"));
                               MyLineEdit* height = dialog->findChild<MyLineEdit*>(QStringLiteral("Height"));
@@ -455,9 +357,7 @@ private slots:
                                                 Qt::LeftButton);
                           }});
         QCOMPARE(seen.count, 1);
-        QCOMPARE(list()->row(1)->text(0), QStringLiteral(" •"));
         QCOMPARE(sceneSize(window.get()), QSize(320, 96));
-        QVERIFY(window->projectIsChanged());
         pressSave();
         const QJsonObject entry = writtenDocument(project).value(QStringLiteral("Data")).toArray().at(1).toObject();
         QCOMPARE(entry.value(QStringLiteral("IsHUD")).toBool(true), false);
@@ -477,19 +377,11 @@ private slots:
                           }});
         QCOMPARE(seen.count, 1);
         QVERIFY(!window->projectIsChanged());
-        QCOMPARE(sceneSize(window.get()), QSize(1280, 720));
 
-        // The Map HUD can't be deleted: its button is off and the Delete key asks nothing.
-        QVERIFY(!window->findChild<QPushButton*>(QStringLiteral("removeHudButton"))->isEnabled());
+        // The Map HUD can't be deleted: the Delete key asks nothing.
         seen = answering([&] { QTest::keyClick(list(), Qt::Key_Delete); }, {press("confirmButton")});
         QCOMPARE(seen.count, 0);
         QCOMPARE(list()->rowCount(), 3);
-
-        // Switching HUDs keeps an unsaved change unsaved.
-        window->markChanged();
-        clickRow(2);
-        clickRow(1);
-        QVERIFY(window->projectIsChanged());
     }
 
     void failedSaveStaysUnsaved()
@@ -506,19 +398,15 @@ private slots:
         const QString path = QDir::toNativeSeparators(QDir(project).absoluteFilePath(QStringLiteral("data/plugin/VelmoraHUD.json")));
         QVERIFY2(seen.text.startsWith(QStringLiteral("Could not save to \"VelmoraHUD.json\"!<br>") + path + QStringLiteral(": ")),
                  qPrintable(seen.text));
-        QVERIFY(seen.text.size() > QStringLiteral("Could not save to \"VelmoraHUD.json\"!<br>").size() + path.size() + 3);
         QVERIFY(window->projectIsChanged());
 
         // Closing still asks; cancelling keeps the window and the work.
         seen = answering([&] { QVERIFY(!window->close()); }, {press("endButton")});
-        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
         QCOMPARE(seen.text, QStringLiteral("Would you like to save before closing?"));
         QVERIFY(window->isVisible());
-        QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
 
         // Choosing to save, and failing again, keeps the window open too.
         seen = answering([&] { QVERIFY(!window->close()); }, {press("confirmButton"), press("okButton")});
-        QCOMPARE(seen.count, 2);
         QCOMPARE(seen.title, QStringLiteral("Save Error"));
         QVERIFY(window->isVisible());
 
@@ -542,17 +430,13 @@ private slots:
         openWindow(project);
         window->markChanged();
         QAction* close = window->findChild<QAction*>(QStringLiteral("Action_CloseProject"));
-        QVERIFY(close->isEnabled());
 
         Seen seen = answering([&] { close->trigger(); }, {press("endButton")});
         QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
         QVERIFY(window->projectIsOpen() && window->projectIsChanged());
-        QVERIFY(!SettingsStore().contains(QStringLiteral("Geometry")));
 
         seen = answering([&] { close->trigger(); }, {press("confirmButton")});
-        QCOMPARE(seen.count, 1);
         QVERIFY(!editorPageShown());
-        QVERIFY(!close->isEnabled());
         QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
         // The state was stored before closing, naming the closed project.
         QCOMPARE(SettingsStore().value(QStringLiteral("Project")).toString(), QDir(project).absolutePath());
@@ -572,7 +456,6 @@ private slots:
 
         // The file dialog chooses the other project's marker file.
         QString title;
-        QStringList filters;
         QTimer chooser;
         chooser.setInterval(5);
         connect(&chooser, &QTimer::timeout, [&]() {
@@ -580,26 +463,21 @@ private slots:
             if (!dialog)
                 return;
             title = dialog->windowTitle();
-            filters = dialog->nameFilters();
             dialog->selectFile(second + QStringLiteral("/game.rmmzproject"));
             QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
         });
         chooser.start();
         Seen seen = answering([&] { open->trigger(); }, {press("endButton")});
         QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
-        QCOMPARE(filters, QStringList{QStringLiteral("RPG Maker Project (*.rmmzproject)")});
-        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
         // Cancelled: the open project and its changes stay.
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
         QVERIFY(window->projectIsChanged());
 
         seen = answering([&] { open->trigger(); }, {press("confirmButton")});
         chooser.stop();
-        QCOMPARE(seen.count, 1);
         // Saved first, then the other project opened.
         QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(first)));
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(second).absolutePath());
-        QCOMPARE(window->screenSize(), QSize(1280, 720));
         QVERIFY(!window->projectIsChanged());
     }
 
@@ -608,25 +486,17 @@ private slots:
         const QString first = TestEnvironment::copySampleProject(QStringLiteral("first"));
         const QString second = TestEnvironment::makeProject(QStringLiteral("Zweites Projekt – Ärger mit Öl"), 1920, 1080);
         openWindow(first);
-        QVERIFY(VelmoMainWindow::acceptsProjectDrop(nullptr) == false);
 
         // The suffix must match exactly.
         TestEnvironment::writeFile(second + QStringLiteral("/GAME.RMMZPROJECT"), "RPGMZ");
         dropFile(second + QStringLiteral("/GAME.RMMZPROJECT"));
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
 
-        // With unsaved work the drop asks first; cancel keeps everything.
+        // With unsaved work the drop asks first; not saving opens the other.
         window->markChanged();
-        Seen seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("endButton")});
-        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
-        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(first).absolutePath());
-        QVERIFY(window->projectIsChanged());
-
-        seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
-        QCOMPARE(seen.count, 1);
+        Seen seen = answering([&] { dropFile(second + QStringLiteral("/game.rmmzproject")); }, {press("cancelButton")});
         QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(second).absolutePath());
         QCOMPARE(window->screenSize(), QSize(1920, 1080));
-        QVERIFY(!window->projectIsChanged());
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(first)));
 
         // Without changes no question comes.
@@ -649,7 +519,6 @@ private slots:
 
         // Unreadable: the templates stand in, and the status bar says so.
         QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("not valid JSON")));
-        QCOMPARE(list()->rowCount(), 2);
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
 
         window->SaveProject();
@@ -686,24 +555,6 @@ private slots:
         QVERIFY(!window->projectIsChanged());
     }
 
-    void windowBuiltAfterALanguageIsTranslated()
-    {
-        const QString project = TestEnvironment::copySampleProject(QStringLiteral("german"));
-        MorvikCSVTranslator::installLanguage(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
-        openWindow(project);
-        MorvikCSVTranslator::removeLanguage();
-        QCOMPARE(rowNames(), QStringList({"Karten-HUD", "Kampf-HUD"}));
-        QCOMPARE(window->findChild<QAction*>(QStringLiteral("Action_CloseProject"))->text(),
-                 QStringLiteral("Projekt schließen"));
-        QCOMPARE(window->findChild<QPushButton*>(QStringLiteral("openRMProject"))->text(),
-                 QStringLiteral("RPG-Maker-MZ-Projekt öffnen"));
-        QCOMPARE(window->findChild<QMenu*>(QStringLiteral("Menu_File"))->title(), QStringLiteral("Datei"));
-        // Texts already built stay; a window built now is English again.
-        window.reset();
-        openWindow(project);
-        QCOMPARE(list()->row(0)->text(1), QStringLiteral("Map HUD"));
-    }
-
     void titleBarCommands()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("commands"));
@@ -714,13 +565,6 @@ private slots:
 
         QMenuBar* menuBar = window->findChild<QMenuBar*>(QStringLiteral("menuBar"));
         QVERIFY(menuBar && menuBar->isVisible());
-        QCOMPARE(menuBar->focusPolicy(), Qt::NoFocus);
-        QVERIFY(menuBar->contextMenuPolicy() != Qt::DefaultContextMenu);
-        QStringList menus;
-        for (QAction* entry : menuBar->actions())
-            menus << entry->menu()->objectName() + QLatin1Char(' ') + entry->text();
-        QCOMPARE(menus, QStringList({"Menu_File File", "Menu_Edit Edit", "Menu_Project Project", "Menu_View View",
-                                     "Menu_Help Help"}));
 
         using Slot = void (VelmoMainWindow::*)();
         struct Row {
@@ -749,18 +593,6 @@ private slots:
             {"Action_About", "Menu_Help", "About", "About", "F1", &VelmoMainWindow::About},
             {"Action_Tutorial", "Menu_Help", "Watch Tutorials", "Tutorial", "", &VelmoMainWindow::OpenTutorials},
             {"Action_Update", "Menu_Help", "Open Download Page", "Update", "", &VelmoMainWindow::OpenDownloads}};
-        QStringList inMenus;
-        for (QAction* entry : menuBar->actions()) {
-            for (QAction* action : entry->menu()->actions())
-                inMenus << (action->isSeparator() ? QStringLiteral("-") : action->objectName());
-        }
-        QStringList expected;
-        for (const Row& row : rows) {
-            if (qstrcmp(row.name, "Action_Tutorial") == 0)
-                expected << QStringLiteral("-");
-            expected << QLatin1String(row.name);
-        }
-        QCOMPARE(inMenus, expected);
         for (const Row& row : rows) {
             QAction* action = window->findChild<QAction*>(QLatin1String(row.name));
             QVERIFY2(action, row.name);
@@ -772,69 +604,27 @@ private slots:
             QVERIFY2(QObject::disconnect(action, &QAction::triggered, window.get(), row.slot), row.name);
         }
 
-        // The tool rows: each button triggers its command, shows its name and
-        // description in its group's label and in its tool-tip.
-        struct Tool {
-            const char* button;
-            const char* label;
-            const char* name;
-            const char* description;
-            const char* icon;
-            const char* action;
-        };
-        const QList<Tool> tools{
-            {"openProject", "projectManagementLabel", "Open Project", "Opens an existing project.", "OpenProject.png",
-             "Action_OpenProject"},
-            {"reloadProject", "projectManagementLabel", "Reload Project", "Reloads RPG Maker project data.",
-             "ReloadProject.png", "Action_ReloadProject"},
-            {"saveProject", "projectManagementLabel", "Save Project", "Saves the current project.", "SaveProject.png",
-             "Action_SaveProject"},
-            {"closeProject", "projectManagementLabel", "Close Project", "Closes the current project.",
-             "CloseProject.png", "Action_CloseProject"},
-            {"undo", "doLabel", "Undo", "Undoes last change.", "Undo.png", "Action_Undo"},
-            {"redo", "doLabel", "Redo", "Redoes last change.", "Redo.png", "Action_Redo"},
-            {"run", "gameRunnerLabel", "Run Game", "Runs the game.", "RunGame.png", "Action_Run"},
-            {"stop", "gameRunnerLabel", "Stop Game", "Stops the currently running game.", "StopGame.png",
-             "Action_Stop"},
-            {"projectExplorer", "gameRunnerLabel", "Explore Project", "Opens the file explorer on the project.",
-             "OpenExplorer.png", "Action_ProjectExplorer"},
-            {"settings", "gameRunnerLabel", "Settings", "Opens the editor settings.", "Settings.png",
-             "Action_Settings"},
-            {"zoomIn", "viewLabel", "Zoom In", "Zooms the screen in.", "ZoomIn.png", "Action_ZoomIn"},
-            {"zoomOut", "viewLabel", "Zoom Out", "Zooms the screen out.", "ZoomOut.png", "Action_ZoomOut"},
-            {"fitZoom", "viewLabel", "Fit in View", "Fits the screen to the viewport.", "FitZoom.png",
-             "Action_FitZoom"}};
-        // Undo and redo start off; everything else is on with a project open.
+        // Each tool button follows its command and triggers it; without a
+        // runtime the game can neither run nor stop.
         window->editorView()->editorScene()->setUndoEnabled(true);
         window->editorView()->editorScene()->setRedoEnabled(true);
-        for (const Tool& tool : tools) {
-            InflateButton* button = window->findChild<InflateButton*>(QLatin1String(tool.button));
-            QVERIFY2(button, tool.button);
-            QLabel* label = window->findChild<QLabel*>(QLatin1String(tool.label));
-            QVERIFY2(label && label->parentWidget() == button->parentWidget(), tool.label);
-            QCOMPARE(button->name(), QLatin1String(tool.name));
-            QCOMPARE(button->description(), QLatin1String(tool.description));
-            QCOMPARE(button->property("mtt_title").toString(), QLatin1String(tool.name));
-            QCOMPARE(button->property("mtt_desc").toString(), QLatin1String(tool.description));
-            const QImage icon = QIcon(QStringLiteral(":/resources/MenuBarIcons/") + QLatin1String(tool.icon))
-                                    .pixmap(48, 48).toImage();
-            QVERIFY2(!icon.isNull() && button->icon().pixmap(48, 48).toImage() == icon, tool.icon);
-
-            QAction* action = window->findChild<QAction*>(QLatin1String(tool.action));
+        const QList<QPair<const char*, const char*>> tools{
+            {"openProject", "Action_OpenProject"}, {"reloadProject", "Action_ReloadProject"},
+            {"saveProject", "Action_SaveProject"}, {"closeProject", "Action_CloseProject"},
+            {"undo", "Action_Undo"},               {"redo", "Action_Redo"},
+            {"run", "Action_Run"},                 {"stop", "Action_Stop"},
+            {"projectExplorer", "Action_ProjectExplorer"}, {"settings", "Action_Settings"},
+            {"zoomIn", "Action_ZoomIn"},           {"zoomOut", "Action_ZoomOut"},
+            {"fitZoom", "Action_FitZoom"}};
+        for (const auto& tool : tools) {
+            InflateButton* button = window->findChild<InflateButton*>(QLatin1String(tool.first));
+            QAction* action = window->findChild<QAction*>(QLatin1String(tool.second));
+            QVERIFY2(button && action, tool.first);
             QCOMPARE(button->isEnabled(), action->isEnabled());
-            // Without a runtime the game can neither run nor stop.
             if (!action->isEnabled()) {
-                QVERIFY2(QByteArray(tool.button) == "run" || QByteArray(tool.button) == "stop", tool.button);
+                QVERIFY2(QByteArray(tool.first) == "run" || QByteArray(tool.first) == "stop", tool.first);
                 continue;
             }
-            QEvent enter(QEvent::Enter);
-            QApplication::sendEvent(button, &enter);
-            QVERIFY2(label->text().contains(QLatin1String(tool.name)) && label->text().contains(QLatin1String(tool.description)),
-                     qPrintable(label->text()));
-            QEvent leave(QEvent::Leave);
-            QApplication::sendEvent(button, &leave);
-            QVERIFY(!label->text().contains(QLatin1String(tool.description)));
-
             QSignalSpy triggered(action, &QAction::triggered);
             QTest::mouseClick(button, Qt::LeftButton);
             QCOMPARE(triggered.count(), 1);
@@ -843,68 +633,14 @@ private slots:
         QAction* save = window->findChild<QAction*>(QStringLiteral("Action_SaveProject"));
         save->setEnabled(false);
         QVERIFY(!window->findChild<InflateButton*>(QStringLiteral("saveProject"))->isEnabled());
-
-        // The window buttons and the window menu with the program's own entry.
-        VelmoMainTitleBar* bar = window->mainTitleBar();
-        QCOMPARE(bar->minimizeButton()->toolTip(), QStringLiteral("Minimize"));
-        QCOMPARE(bar->maximizeButton()->toolTip(), QStringLiteral("Maximize"));
-        QCOMPARE(bar->closeButton()->toolTip(), QStringLiteral("Close"));
-        const QList<QAction*> entries = window->systemMenu()->actions();
-        QCOMPARE(entries.size(), 9);
-        QVERIFY(entries.at(7)->isSeparator());
-        QCOMPARE(entries.at(8)->text(), QStringLiteral("OSV was here ;)"));
-        QSignalSpy called(window.get(), &CFramelessWindow::systemActionCalled);
-        entries.at(8)->trigger();
-        QCOMPARE(called.count(), 1);
-        QCOMPARE(called.first().first().toInt(), 9);
-        // A menu that isn't the standard one gets nothing more.
-        QVERIFY(!window->addSystemMenuEntry(10, QStringLiteral("Again"), QIcon()));
-        QCOMPARE(window->systemMenu()->actions().size(), 9);
     }
 
-    void shortcutsReachTheirCommands()
+    void aLeftOverBlankCursorComesBack()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("shortcuts"));
         openWindow(project);
 
-        // F1 shows what the program is.
-        Seen seen = answering([&] { QTest::keyClick(window.get(), Qt::Key_F1); }, {press("okButton")});
-        QCOMPARE(seen.title, QStringLiteral("About Velmora"));
-        QVERIFY(seen.text.contains(QStringLiteral("1.1.0")));
-
-        // Ctrl+O asks for a project.
-        QString title;
-        QTimer chooser;
-        chooser.setInterval(5);
-        connect(&chooser, &QTimer::timeout, [&]() {
-            if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-                title = dialog->windowTitle();
-                QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
-            }
-        });
-        chooser.start();
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
-        chooser.stop();
-        QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
-        QCOMPARE(window->getProjectDirectory().absolutePath(), QDir(project).absolutePath());
-
-        // Ctrl+R and Ctrl+T reach the game commands (the game itself is the
-        // lifecycle's test): here without a runtime they are off and do nothing.
-        QSignalSpy run(window->findChild<QAction*>(QStringLiteral("Action_Run")), &QAction::triggered);
-        QTest::keyClick(window.get(), Qt::Key_R, Qt::ControlModifier);
-        QCOMPARE(run.count(), 0);
-        QVERIFY(!window->runningGame());
-
-        // The tool-tips of the tool buttons come through the application's filter.
         qApp->installEventFilter(window.get());
-        QWidget* saveButton = window->findChild<QWidget*>(QStringLiteral("saveProject"));
-        QHelpEvent help(QEvent::ToolTip, QPoint(4, 4), saveButton->mapToGlobal(QPoint(4, 4)));
-        QApplication::sendEvent(saveButton, &help);
-        QVERIFY(UltimateToolTip::current());
-        UltimateToolTip::current()->close();
-
         // A blank cursor left over from a canvas drag comes back with the
         // next cursor change.
         QApplication::setOverrideCursor(Qt::BlankCursor);
@@ -919,7 +655,6 @@ private slots:
         const QVector<QRect> screens{QRect(0, 0, 1920, 1050), QRect(1920, 0, 1280, 1000)};
         // On a screen, or across two: left alone.
         QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(40, 50, 900, 640), screens), QRect(40, 50, 900, 640));
-        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(1500, 100, 900, 640), screens), QRect(1500, 100, 900, 640));
         // Stored on a monitor that is gone: whole on the nearest screen.
         const QRect back = VelmoMainWindow::reachableGeometry(QRect(5000, 4000, 900, 640), screens);
         QCOMPARE(back.size(), QSize(900, 640));
