@@ -635,6 +635,37 @@ private slots:
         QVERIFY(!window->findChild<InflateButton*>(QStringLiteral("saveProject"))->isEnabled());
     }
 
+    // F1, Ctrl+O and Ctrl+S pressed on the window reach their commands
+    // (Ctrl+R and Ctrl+T: the lifecycle test, with a runtime).
+    void shortcutsReachTheirCommands()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("keys"));
+        openWindow(project);
+
+        Seen seen = answering([&] { QTest::keyClick(window.get(), Qt::Key_F1); }, {press("okButton")});
+        QCOMPARE(seen.title, QStringLiteral("About Velmora"));
+
+        QString title;
+        QTimer chooser;
+        chooser.setInterval(5);
+        connect(&chooser, &QTimer::timeout, [&]() {
+            if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
+                title = dialog->windowTitle();
+                QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
+            }
+        });
+        chooser.start();
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
+        chooser.stop();
+        QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
+
+        QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
+        pressSave();
+        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
+    }
+
     void aLeftOverBlankCursorComesBack()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("shortcuts"));

@@ -359,10 +359,16 @@ private slots:
         QTest::addColumn<QSize>("expected");
         const QVector<QSize> upright{{90, 60}, {120, 60}, {150, 60}, {150, 80},
                                      {150, 100}, {120, 100}, {90, 100}, {90, 80}};
-        for (int handle = 0; handle < 8; ++handle)
+        // The pull in the component's own axes: (20, -30) at 90 degrees, (35.36, -7.07) at 45.
+        const QVector<QSize> quarter{{100, 110}, {120, 110}, {140, 110}, {140, 80},
+                                     {140, 50}, {120, 50}, {100, 50}, {100, 80}};
+        const QVector<QSize> eighth{{84, 88}, {120, 88}, {156, 88}, {156, 80},
+                                    {156, 72}, {120, 72}, {84, 72}, {84, 80}};
+        for (int handle = 0; handle < 8; ++handle) {
             QTest::addRow("zoom 10, 0 degrees, handle %d", handle) << 10 << 0 << handle << upright[handle];
-        QTest::newRow("zoom 25, 45 degrees, handle 0") << 25 << 45 << 0 << QSize(84, 88);
-        QTest::newRow("zoom 25, 90 degrees, handle 4") << 25 << 90 << 4 << QSize(140, 50);
+            QTest::addRow("zoom 25, 45 degrees, handle %d", handle) << 25 << 45 << handle << eighth[handle];
+            QTest::addRow("zoom 25, 90 degrees, handle %d", handle) << 25 << 90 << handle << quarter[handle];
+        }
     }
 
     void handlesResizeWithTheOppositeHandleStill()
