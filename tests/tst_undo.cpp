@@ -300,6 +300,35 @@ private slots:
         QCOMPARE(scene->order, scene->orderFromList());
     }
 
+    // A click, a drag that comes back to where it began and arrow-key moves
+    // leave nothing to undo; a drag that ends elsewhere is one step.
+    void onlyRealMovesAreSteps()
+    {
+        Editor editor;
+        editor.show();
+        GameUIEditorScene* scene = editor.scene;
+        scene->loadFromJson(QJsonArray{shape(1, 200, 200, 60, 60)});
+        UIComponentBase* box = scene->components.first();
+        QWidget* viewport = editor.view->viewport();
+
+        editor.list->tree()->setCurrentRow(editor.list->tree()->row(0));
+        editor.view->setFocus();
+        for (Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_Down})
+            QTest::keyClick(editor.view, key);
+        QCOMPARE(box->absoluteXY(), QPoint(202, 201));
+        editor.click(QPointF(202, 201));
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(202, 201)));
+        box->setAbsoluteXY(300, 260);
+        box->setAbsoluteXY(202, 201);
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(202, 201)));
+        QVERIFY(scene->undoStack.empty());
+
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(202, 201)));
+        box->setAbsoluteXY(260, 220);
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(260, 220)));
+        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+    }
+
     void deletionsComeBackWhole()
     {
         Editor editor;
