@@ -1,32 +1,22 @@
 #include "app/PathManager.h"
 
-#include "app/SettingsStore.h"
 #include "app/WoffConverter.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QHash>
 #include <QSet>
-#include <QStandardPaths>
 
 namespace PathManager {
 
 namespace {
 
-QString& executableFolderOverride()
-{
-    static QString folder;
-    return folder;
-}
-
 // Process-wide state, GUI thread only.
 struct State {
     const QDir* projectDirectory = nullptr;
     GraphicsFolderHook graphicsFolderHook;
-    QString resourceOverrideFolder;
     QHash<QString, QString> fontFamilies;   // font file name -> family
     QSet<QString> convertedFiles;           // full path of each converted web font
     unsigned conversionCounter = 0;
@@ -36,15 +26,6 @@ State& state()
 {
     static State theState;
     return theState;
-}
-
-const QString& settingsStoreFolder()
-{
-    // The settings store's organisation and application, so that the editor,
-    // velmora-cli and the tests agree whatever the application object says.
-    static const QString folder =
-        QLatin1Char('/') + SettingsStore::organization() + QLatin1Char('/') + SettingsStore::application();
-    return folder;
 }
 
 // Suffixes the font database can't load; they go through the converter.
@@ -98,33 +79,6 @@ QString graphicsFile(GraphicsType type, const QString& fileName, const QDir& bas
     return base.absoluteFilePath(QStringLiteral("%1/%2").arg(graphicsFolder(type), fileName));
 }
 
-QDir applicationFolder()
-{
-    return QDir(executableFolder());
-}
-
-QString resourcePath(const char* relativePath)
-{
-    const QString path = QString::fromUtf8(relativePath);
-    const QString& overrideFolder = state().resourceOverrideFolder;
-    if (!overrideFolder.isEmpty()) {
-        const QString overridden = besideExecutable(QStringLiteral("%1/%2").arg(overrideFolder, path));
-        if (QFileInfo(overridden).isFile())
-            return overridden;
-    }
-    return QStringLiteral(":/") + path;
-}
-
-void setResourceOverrideFolder(const QString& relativeFolder)
-{
-    state().resourceOverrideFolder = relativeFolder;
-}
-
-QString userCacheFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + settingsStoreFolder();
-}
-
 QString fontCacheFile(unsigned number)
 {
     const QString relative = QStringLiteral("FontCache/font%1.otf").arg(number);
@@ -169,62 +123,6 @@ QFont getFont(const QString& fileName, const QDir& fontsFolder, bool inAssetsFol
 QString loadedFontFamily(const QString& fileName)
 {
     return state().fontFamilies.value(fileName);
-}
-
-QString inUserFolder(const QString& relativePath)
-{
-    return QDir(userDataFolder()).absoluteFilePath(relativePath);
-}
-
-QString executableFolder()
-{
-    const QString& override = executableFolderOverride();
-    return override.isEmpty() ? QCoreApplication::applicationDirPath() : override;
-}
-
-void setExecutableFolder(const QString& folder)
-{
-    executableFolderOverride() = folder;
-}
-
-QString besideExecutable(const QString& relativePath)
-{
-    return QDir(executableFolder()).absoluteFilePath(relativePath);
-}
-
-QString userDataFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + settingsStoreFolder();
-}
-
-QString writablePath(const QString& relativePath)
-{
-    // A file the user already has in their own folder is updated there, where
-    // it is read from.
-    const QString user = inUserFolder(relativePath);
-    if (QFileInfo::exists(user))
-        return user;
-    if (QFileInfo(executableFolder()).isWritable())
-        return besideExecutable(relativePath);
-    return inUserFolder(relativePath);
-}
-
-QString readablePath(const QString& relativePath)
-{
-    const QString user = inUserFolder(relativePath);
-    if (QFileInfo::exists(user))
-        return user;
-    return besideExecutable(relativePath);
-}
-
-QStringList readableFolders(const QString& relativePath)
-{
-    QStringList folders;
-    for (const QString& folder : {inUserFolder(relativePath), besideExecutable(relativePath)}) {
-        if (QFileInfo(folder).isDir() && !folders.contains(folder))
-            folders.append(folder);
-    }
-    return folders;
 }
 
 }

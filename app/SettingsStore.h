@@ -1,5 +1,7 @@
 #pragma once
 
+#include "theme/ProgramFolders.h"
+
 #include <QSettings>
 
 // The one settings store of the program. It is opened on the spot wherever a
@@ -8,8 +10,8 @@ class SettingsStore : public QSettings
 {
 public:
     // The store's names; the user's data and cache folders are named after them too.
-    static QString organization() { return QStringLiteral("Ostrel Vane"); }
-    static QString application() { return QStringLiteral("Velmora 2"); }
+    static QString organization() { return PathManager::organizationName(); }
+    static QString application() { return PathManager::applicationName(); }
 
     SettingsStore() : QSettings(organization(), application()) {}
 };

@@ -1,7 +1,7 @@
 #include "theme/ThemeManager.h"
 
-#include "app/PathManager.h"
 #include "theme/CachedColors.h"
+#include "theme/ProgramFolders.h"
 #include "theme/ThemeKey.h"
 
 #include <QApplication>

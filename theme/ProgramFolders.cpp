@@ -1,0 +1,126 @@
+#include "theme/ProgramFolders.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace PathManager {
+
+namespace {
+
+// Process-wide state, GUI thread only.
+struct Folders {
+    QString executableOverride;
+    QString resourceOverride;
+};
+
+Folders& folders()
+{
+    static Folders theFolders;
+    return theFolders;
+}
+
+const QString& programSubfolder()
+{
+    // Named like the settings store, so that the editor, velmora-cli and the
+    // tests agree whatever the application object says.
+    static const QString folder = QLatin1Char('/') + organizationName() + QLatin1Char('/') + applicationName();
+    return folder;
+}
+
+}
+
+QString organizationName()
+{
+    return QStringLiteral("Ostrel Vane");
+}
+
+QString applicationName()
+{
+    return QStringLiteral("Velmora 2");
+}
+
+QDir applicationFolder()
+{
+    return QDir(executableFolder());
+}
+
+QString resourcePath(const char* relativePath)
+{
+    const QString path = QString::fromUtf8(relativePath);
+    const QString& overrideFolder = folders().resourceOverride;
+    if (!overrideFolder.isEmpty()) {
+        const QString overridden = besideExecutable(QStringLiteral("%1/%2").arg(overrideFolder, path));
+        if (QFileInfo(overridden).isFile())
+            return overridden;
+    }
+    return QStringLiteral(":/") + path;
+}
+
+void setResourceOverrideFolder(const QString& relativeFolder)
+{
+    folders().resourceOverride = relativeFolder;
+}
+
+QString executableFolder()
+{
+    const QString& override = folders().executableOverride;
+    return override.isEmpty() ? QCoreApplication::applicationDirPath() : override;
+}
+
+void setExecutableFolder(const QString& folder)
+{
+    folders().executableOverride = folder;
+}
+
+QString besideExecutable(const QString& relativePath)
+{
+    return QDir(executableFolder()).absoluteFilePath(relativePath);
+}
+
+QString userDataFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + programSubfolder();
+}
+
+QString userCacheFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + programSubfolder();
+}
+
+QString inUserFolder(const QString& relativePath)
+{
+    return QDir(userDataFolder()).absoluteFilePath(relativePath);
+}
+
+QString writablePath(const QString& relativePath)
+{
+    // A file the user already has in their own folder is updated there, where
+    // it is read from.
+    const QString user = inUserFolder(relativePath);
+    if (QFileInfo::exists(user))
+        return user;
+    if (QFileInfo(executableFolder()).isWritable())
+        return besideExecutable(relativePath);
+    return inUserFolder(relativePath);
+}
+
+QString readablePath(const QString& relativePath)
+{
+    const QString user = inUserFolder(relativePath);
+    if (QFileInfo::exists(user))
+        return user;
+    return besideExecutable(relativePath);
+}
+
+QStringList readableFolders(const QString& relativePath)
+{
+    QStringList found;
+    for (const QString& folder : {inUserFolder(relativePath), besideExecutable(relativePath)}) {
+        if (QFileInfo(folder).isDir() && !found.contains(folder))
+            found.append(folder);
+    }
+    return found;
+}
+
+}
