@@ -4,30 +4,24 @@
 
 #include <QPushButton>
 
-class QPropertyAnimation;
+class AnimatedLook;
 
 // The clickable 45-pixel fields, the combo box and the dialog opener: a
 // press look (currState) and a hover look (currState2), both 0 to 300.
 class FieldButton : public QPushButton
 {
     Q_OBJECT
-    Q_PROPERTY(int currState READ currState WRITE setCurrState)
-    Q_PROPERTY(int currState2 READ currState2 WRITE setCurrState2)
 public:
-    explicit FieldButton(QWidget* parent = nullptr);
+    // pressOnMs and pressOffMs: the times of the whole press look, in and out.
+    FieldButton(int pressOnMs, int pressOffMs, QWidget* parent = nullptr);
 
-    int currState() const { return state; }
-    void setCurrState(int value);
-    int currState2() const { return state2; }
-    void setCurrState2(int value);
+    AnimatedLook* pressLook() const { return press; }
+    AnimatedLook* hoverLook() const { return hover; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:
-    bool event(QEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    void hoverTo(bool inside);
     // Paints the frame, the underline of the press and the caption, which
     // stands at full strength while the field is fully pressed; returns w.
     int paintField(QPainter& painter, const FormFieldPainter::Colors& colors, const QColor& primary,
@@ -35,8 +29,6 @@ protected:
     // While true the hover look stays when the pointer leaves.
     virtual bool holdsHover() const { return false; }
 
-    int state = 0;
-    int state2 = 0;
-    QPropertyAnimation* pressAnimation;
-    QPropertyAnimation* hoverAnimation;
+    AnimatedLook* press;
+    AnimatedLook* hover;
 };

@@ -2,19 +2,14 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
-#include "widgets/LookAnimation.h"
 
-#include <QEvent>
 #include <QAbstractButton>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPropertyAnimation>
 
-MyCheckBox::MyCheckBox(QWidget* parent)
-    : QCheckBox(parent),
-      checkAnimation(new QPropertyAnimation(this, "currState", this)),
-      hoverAnimation(new QPropertyAnimation(this, "currState2", this))
+MyCheckBox::MyCheckBox(QWidget* parent) : QCheckBox(parent), check(makeCheckLook(this)), hover(makeHoverLook(this))
 {
     setCursor(Qt::PointingHandCursor);
     connect(this, &QCheckBox::stateChanged, this, &MyCheckBox::stateHasChanged);
@@ -25,39 +20,25 @@ MyCheckBox::MyCheckBox(const QString& text, QWidget* parent) : MyCheckBox(parent
     setText(text);
 }
 
-void MyCheckBox::setCurrState(int value)
-{
-    state = value;
-    update();
-}
-
-void MyCheckBox::setCurrState2(int value)
-{
-    state2 = value;
-    update();
-}
-
 void MyCheckBox::stateHasChanged(int checkState)
 {
-    const int target = checkState == Qt::Unchecked ? 0 : 100;
-    if (noAnimation) {
-        checkAnimation->stop();
-        setCurrState(target);
-        return;
-    }
-    LookAnimation::run(checkAnimation, state, target, 100, 150, QEasingCurve::Linear);
+    const bool checked = checkState != Qt::Unchecked;
+    if (noAnimation)
+        check->jumpTo(checked ? check->fullValue() : 0);
+    else
+        check->run(checked);
 }
 
-void MyCheckBox::runHover(QPropertyAnimation* animation, int current, bool inside)
+AnimatedLook* MyCheckBox::makeCheckLook(QAbstractButton* button)
 {
-    LookAnimation::run(animation, current, inside ? 100 : 0, 100, 150, QEasingCurve::Linear);
+    return new AnimatedLook(button, "currState", 100, 150, 150);
 }
 
-bool MyCheckBox::event(QEvent* event)
+AnimatedLook* MyCheckBox::makeHoverLook(QAbstractButton* button)
 {
-    if (const int change = LookAnimation::hoverChange(this, event))
-        runHover(hoverAnimation, state2, change > 0);
-    return QCheckBox::event(event);
+    AnimatedLook* look = new AnimatedLook(button, "currState2", 100, 150, 150);
+    look->followPointer();
+    return look;
 }
 
 bool MyCheckBox::hitButton(const QPoint& pos) const
@@ -82,7 +63,7 @@ QSize MyCheckBox::minimumSizeHint() const
     return QSize(18, 18);
 }
 
-void MyCheckBox::paintToggle(QPainter& painter, QAbstractButton* button, int checkedState, int hoverState, bool round)
+void MyCheckBox::paintToggle(QPainter& painter, QAbstractButton* button, double checkedState, double hoverState, bool round)
 {
     const bool enabled = button->isEnabled();
     painter.translate(0, (button->height() - 18) / 2);
@@ -154,5 +135,5 @@ void MyCheckBox::paintToggle(QPainter& painter, QAbstractButton* button, int che
 void MyCheckBox::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    paintToggle(painter, this, state, state2, false);
+    paintToggle(painter, this, check->value(), hover->value(), false);
 }

@@ -2,20 +2,18 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
-#include "widgets/LookAnimation.h"
 #include "widgets/MyPopup.h"
 
-#include <QEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPropertyAnimation>
 #include <QSet>
 
 #include <stdexcept>
 
-MyComboBox::MyComboBox(QWidget* parent) : FieldButton(parent)
+MyComboBox::MyComboBox(QWidget* parent) : FieldButton(250, 300, parent)
 {
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -130,7 +128,7 @@ void MyComboBox::showPopup()
     connect(openList, &MyPopup::itemSelected, this, &MyComboBox::popupClosed);
     const int fieldBottom = (height() - 46) / 2 + 46;
     openList->popUp(mapToGlobal(QPoint(0, fieldBottom)), width());
-    LookAnimation::run(pressAnimation, state, 300, 300, 250, QEasingCurve::OutCubic);
+    press->run(true);
 }
 
 void MyComboBox::popupClosed(int index)
@@ -139,9 +137,9 @@ void MyComboBox::popupClosed(int index)
     if (MyPopup::openPopup() == openList)
         MyPopup::setOpenPopup(nullptr, nullptr);
     openList = nullptr;
-    LookAnimation::run(pressAnimation, state, 0, 300, 300, QEasingCurve::OutCubic);
+    press->run(false);
     if (!rect().contains(mapFromGlobal(QCursor::pos())))
-        hoverTo(false);
+        hover->run(false);
     if (index >= 0)
         setCurrentIndex(index, true);
 }
@@ -192,7 +190,7 @@ void MyComboBox::paintEvent(QPaintEvent*)
                              {themeColor(ThemeKey::DropDownUIHover), themeColor(ThemeKey::DropDownUIBase),
                               themeColor(ThemeKey::DropDownUIBackground)},
                              themeColor(ThemeKey::DropDownUIPrimary), captionText, 44);
-    const int press = isEnabled() ? state : 0;
+    const double pressed = isEnabled() ? press->value() : 0.0;
 
     painter.save();
     painter.translate(5, -3);
@@ -205,7 +203,7 @@ void MyComboBox::paintEvent(QPaintEvent*)
     painter.restore();
 
     // The arrow points left at rest and turns down while the list is open.
-    const double t = press / 300.0;
+    const double t = pressed / 300.0;
     const QPointF arrow[] = {{w - 3 - 6 * t, 25 + 3 * t}, {w - 3 + 2 * t, 33 - 5 * t}, {w - 7 + 2 * t, 29 + 3 * t}};
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

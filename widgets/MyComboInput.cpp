@@ -2,6 +2,7 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/MyPopup.h"
 
 #include <QKeyEvent>
@@ -52,7 +53,7 @@ void MyComboInput::popupClosed(int index)
         MyPopup::setOpenPopup(nullptr, nullptr);
     openList = nullptr;
     if (!rect().contains(mapFromGlobal(QCursor::pos())))
-        hoverTo(false);
+        hoverLook()->run(false);
     if (index < 0 || index >= rows.size())
         return;
     setText(rows.at(index));

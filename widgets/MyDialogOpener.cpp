@@ -2,15 +2,14 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
-#include "widgets/LookAnimation.h"
 
-#include <QEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPropertyAnimation>
 
-MyDialogOpener::MyDialogOpener(QWidget* parent) : FieldButton(parent)
+// The press eases out in a fixed 500 ms (confirm), whatever is left of it.
+MyDialogOpener::MyDialogOpener(QWidget* parent) : FieldButton(240, 500, parent)
 {
 }
 
@@ -34,13 +33,13 @@ void MyDialogOpener::setItalic(bool italic)
 
 void MyDialogOpener::confirm()
 {
-    LookAnimation::runFor(pressAnimation, state, 0, 500, QEasingCurve::OutCubic);
+    press->runFor(press->value(), 0, 500);
 }
 
 void MyDialogOpener::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
-        LookAnimation::run(pressAnimation, state, 300, 300, 240, QEasingCurve::OutCubic);
+        press->run(true);
     QPushButton::mousePressEvent(event);
 }
 
@@ -60,8 +59,8 @@ void MyDialogOpener::paintEvent(QPaintEvent*)
                               themeColor(ThemeKey::DialogOpenerUIBackground)},
                              themeColor(ThemeKey::DialogOpenerUIPrimary), titleText, 44);
     const bool enabled = isEnabled();
-    const int hover = enabled ? state2 : 0;
-    const int press = enabled ? state : 0;
+    const double hovered = enabled ? hover->value() : 0.0;
+    const double pressed = enabled ? press->value() : 0.0;
 
     painter.save();
     painter.translate(5, -3);
@@ -75,10 +74,10 @@ void MyDialogOpener::paintEvent(QPaintEvent*)
     painter.save();
     painter.translate(-4, 1);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(painter.opacity() * (enabled ? (hover + 400) / 700.0 : 0.2));
+    painter.setOpacity(painter.opacity() * (enabled ? (hovered + 400) / 700.0 : 0.2));
     painter.setPen(Qt::NoPen);
     painter.setBrush(themeColor(ThemeKey::DialogOpenerUIDots));
-    const double spread = press > 0 ? qMax(5.0 * hover / 300.0, 5.0 * press / 300.0) : 5.0 * hover / 300.0;
+    const double spread = pressed > 0 ? qMax(5.0 * hovered / 300.0, 5.0 * pressed / 300.0) : 5.0 * hovered / 300.0;
     for (int i = -1; i <= 1; ++i)
         painter.drawEllipse(QPointF(w - 5, 26 + i * spread), 1.5, 1.5);
     painter.restore();

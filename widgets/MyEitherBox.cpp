@@ -2,20 +2,19 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
-#include "widgets/LookAnimation.h"
 
-#include <QEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPropertyAnimation>
 
 MyEitherBox::MyEitherBox(QWidget* parent)
     : QPushButton(parent),
-      selectionAnimation(new QPropertyAnimation(this, "selection", this)),
-      hoverAnimation(new QPropertyAnimation(this, "hover", this))
+      selection(new AnimatedLook(this, "selection", 1000, 250, 250, QEasingCurve::OutCubic)),
+      hover(new AnimatedLook(this, "hover", 1000, 150, 150))
 {
+    hover->followPointer();
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumHeight(46);
@@ -38,17 +37,10 @@ void MyEitherBox::setChoices(const QString& firstLabel, const QString& secondLab
 void MyEitherBox::setChoice(bool choice, bool skipAnimation)
 {
     chosen = choice;
-    if (skipAnimation) {
-        selectionAnimation->stop();
-        setSelection(chosen ? 0.0 : 1000.0);
-        return;
-    }
-    runSelection();
-}
-
-void MyEitherBox::runSelection()
-{
-    LookAnimation::run(selectionAnimation, position, chosen ? 0.0 : 1000.0, 1000, 250, QEasingCurve::OutCubic);
+    if (skipAnimation)
+        selection->jumpTo(chosen ? 0.0 : selection->fullValue());
+    else
+        selection->run(!chosen);
 }
 
 void MyEitherBox::toggle()
@@ -56,19 +48,7 @@ void MyEitherBox::toggle()
     chosen = !chosen;
     emit whenChoiceChanges();
     update();
-    runSelection();
-}
-
-void MyEitherBox::setSelection(double value)
-{
-    position = value;
-    update();
-}
-
-void MyEitherBox::setHover(double value)
-{
-    hoverLook = value;
-    update();
+    selection->run(!chosen);
 }
 
 QSize MyEitherBox::sizeHint() const
@@ -79,13 +59,6 @@ QSize MyEitherBox::sizeHint() const
 QSize MyEitherBox::minimumSizeHint() const
 {
     return QSize(60, 46);
-}
-
-bool MyEitherBox::event(QEvent* event)
-{
-    if (const int change = LookAnimation::hoverChange(this, event))
-        LookAnimation::run(hoverAnimation, hoverLook, change > 0 ? 1000.0 : 0.0, 1000, 150, QEasingCurve::Linear);
-    return QPushButton::event(event);
 }
 
 void MyEitherBox::keyPressEvent(QKeyEvent* event)
@@ -102,14 +75,14 @@ void MyEitherBox::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const int w = FormFieldPainter::begin(painter, this);
     const bool enabled = isEnabled();
-    const double hover = enabled ? hoverLook : 0.0;
+    const double hovered = enabled ? hover->value() : 0.0;
     FormFieldPainter::frame(painter, w,
                             {themeColor(ThemeKey::EitherUIBase), themeColor(ThemeKey::EitherUIHover),
                              themeColor(ThemeKey::EitherUIBackground)},
-                            hover / 1000.0);
-    FormFieldPainter::caption(painter, w, captionText, (hover + 1333) / 2333.0);
+                            hovered / 1000.0);
+    FormFieldPainter::caption(painter, w, captionText, (hovered + 1333) / 2333.0);
 
-    const double p = qBound(0.0, position / 1000.0, 1.0);
+    const double p = qBound(0.0, selection->value() / 1000.0, 1.0);
     FormFieldPainter::setValueFont(painter, this);
     const int h = painter.fontMetrics().height();
     const double base = painter.opacity();
@@ -134,7 +107,7 @@ void MyEitherBox::paintEvent(QPaintEvent*)
     painter.save();
     painter.translate(-4, 1);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(base * (hover + 1333) / 2333.0 * (enabled ? 1.0 : 0.2));
+    painter.setOpacity(base * (hovered + 1333) / 2333.0 * (enabled ? 1.0 : 0.2));
     const QColor mark = themeColor(ThemeKey::EitherUIDecorator);
     auto dot = [&](double y, double radius) {
         const QPointF centre(w - 5, y);

@@ -2,7 +2,7 @@
 
 #include <QPushButton>
 
-class QPropertyAnimation;
+class AnimatedLook;
 
 // A choice between two values in the 45-pixel field: a click swaps them,
 // the labels cross-fade and slide, and two marks at the right show which
@@ -10,8 +10,6 @@ class QPropertyAnimation;
 class MyEitherBox : public QPushButton
 {
     Q_OBJECT
-    Q_PROPERTY(double selection READ selection WRITE setSelection)
-    Q_PROPERTY(double hover READ hover WRITE setHover)
 public:
     explicit MyEitherBox(QWidget* parent = nullptr);
 
@@ -25,10 +23,10 @@ public:
     void setChoice(bool choice, bool skipAnimation = false);
     bool choice() const { return chosen; }
 
-    double selection() const { return position; }
-    void setSelection(double value);
-    double hover() const { return hoverLook; }
-    void setHover(double value);
+    // The selection runs from 0 (the first label) to 1000 (the second); the
+    // hover from 0 to 1000.
+    AnimatedLook* selectionLook() const { return selection; }
+    AnimatedLook* hoverLook() const { return hover; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -37,20 +35,16 @@ signals:
     void whenChoiceChanges();
 
 protected:
-    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void toggle();
-    void runSelection();
 
     QString captionText;
     QString first;
     QString second;
     bool chosen = true;
-    double position = 0.0;
-    double hoverLook = 0.0;
-    QPropertyAnimation* selectionAnimation;
-    QPropertyAnimation* hoverAnimation;
+    AnimatedLook* selection;
+    AnimatedLook* hover;
 };

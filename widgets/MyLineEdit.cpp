@@ -2,10 +2,9 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
-#include "widgets/LookAnimation.h"
 
-#include <QEvent>
 #include <QAbstractButton>
 #include <QAction>
 #include <QColorDialog>
@@ -14,7 +13,6 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPropertyAnimation>
 #include <QRegularExpressionValidator>
 #include <QtMath>
 
@@ -37,11 +35,12 @@ QString wholeNumber(double value)
 
 MyLineEdit::MyLineEdit(QWidget* parent)
     : QLineEdit(parent),
-      focusAnimation(new QPropertyAnimation(this, "currState", this)),
-      validAnimation(new QPropertyAnimation(this, "currState2", this)),
-      flashAnimation(new QPropertyAnimation(this, "currState3", this)),
-      hoverAnimation(new QPropertyAnimation(this, "currState4", this))
+      focus(new AnimatedLook(this, "currState", 300, 250, 300, QEasingCurve::OutCubic)),
+      invalid(new AnimatedLook(this, "currState2", 300, 150, 150)),
+      hint(new AnimatedLook(this, "currState3", 300, 150, 150)),
+      hover(new AnimatedLook(this, "currState4", 300, 150, 150))
 {
+    hover->followPointer();
     QFont valueFont = font();
     valueFont.setPixelSize(15);
     setFont(valueFont);
@@ -211,15 +210,15 @@ QString MyLineEdit::hintText() const
 
 void MyLineEdit::flashHint()
 {
-    const bool running = flashAnimation->state() == QAbstractAnimation::Running;
-    LookAnimation::runFor(flashAnimation, running ? 300 - state3 : 0, 300, 150, QEasingCurve::Linear);
+    // A flash in motion starts over from its mirror, so it keeps blinking.
+    hint->runFor(hint->isRunning() ? 300 - hint->value() : 0, 300, 150);
 }
 
 void MyLineEdit::fadeHint()
 {
     if (!warning.isEmpty())
         return;
-    LookAnimation::run(flashAnimation, state3, 0, 300, 150, QEasingCurve::Linear);
+    hint->run(false);
 }
 
 void MyLineEdit::setValid(bool value)
@@ -229,7 +228,7 @@ void MyLineEdit::setValid(bool value)
         follower->setEnabled(valid);
     if (validityListener)
         validityListener(valid);
-    LookAnimation::run(validAnimation, state2, valid ? 0 : 300, 300, 150, QEasingCurve::Linear);
+    invalid->run(!valid);
 }
 
 void MyLineEdit::textHasChanged(const QString& typed)
@@ -415,7 +414,7 @@ void MyLineEdit::clearExtend()
     selectAll();
     normalise();
     if (hasFocus())
-        runFocus(true);
+        focus->run(true);
     update();
 }
 
@@ -429,43 +428,6 @@ void MyLineEdit::openColorPicker()
     insert(text() + color.name());
 }
 
-void MyLineEdit::setCurrState(int value)
-{
-    state = value;
-    update();
-}
-
-void MyLineEdit::setCurrState2(int value)
-{
-    state2 = value;
-    update();
-}
-
-void MyLineEdit::setCurrState3(int value)
-{
-    state3 = value;
-    update();
-}
-
-void MyLineEdit::setCurrState4(int value)
-{
-    state4 = value;
-    update();
-}
-
-void MyLineEdit::runFocus(bool in)
-{
-    if (in)
-        LookAnimation::run(focusAnimation, state, 300, 300, 250, QEasingCurve::OutCubic);
-    else
-        LookAnimation::run(focusAnimation, state, 0, 300, 300, QEasingCurve::OutCubic);
-}
-
-void MyLineEdit::hoverTo(bool inside)
-{
-    LookAnimation::run(hoverAnimation, state4, inside ? 300 : 0, 300, 150, QEasingCurve::Linear);
-}
-
 QSize MyLineEdit::sizeHint() const
 {
     return QSize(160, 46);
@@ -474,22 +436,6 @@ QSize MyLineEdit::sizeHint() const
 QSize MyLineEdit::minimumSizeHint() const
 {
     return QSize(60, 46);
-}
-
-bool MyLineEdit::event(QEvent* event)
-{
-    if (const int change = LookAnimation::hoverChange(this, event))
-        hoverTo(change > 0);
-    return QLineEdit::event(event);
-}
-
-void MyLineEdit::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::EnabledChange && !isEnabled()) {
-        hoverAnimation->stop();
-        state4 = 0;
-    }
-    QLineEdit::changeEvent(event);
 }
 
 void MyLineEdit::resizeEvent(QResizeEvent* event)
@@ -508,7 +454,7 @@ void MyLineEdit::focusInEvent(QFocusEvent* event)
         return;
     selectAll();
     selectOnNextClick = true;
-    runFocus(true);
+    focus->run(true);
 }
 
 void MyLineEdit::focusOutEvent(QFocusEvent* event)
@@ -519,7 +465,7 @@ void MyLineEdit::focusOutEvent(QFocusEvent* event)
         return;
     if (!skipNormalising)
         normalise();
-    runFocus(false);
+    focus->run(false);
 }
 
 void MyLineEdit::mousePressEvent(QMouseEvent* event)
@@ -527,7 +473,7 @@ void MyLineEdit::mousePressEvent(QMouseEvent* event)
     if (isExtended()) {
         if (event->button() == Qt::LeftButton) {
             extensionPressed = true;
-            runFocus(true);
+            focus->run(true);
         }
         QLineEdit::mousePressEvent(event);
         return;
@@ -548,7 +494,7 @@ void MyLineEdit::mouseReleaseEvent(QMouseEvent* event)
     if (rect().contains(event->pos()))
         openExtendDialog();
     if (!hasFocus() || isExtended())
-        runFocus(false);
+        focus->run(false);
 }
 
 void MyLineEdit::contextMenuEvent(QContextMenuEvent* event)
@@ -578,20 +524,20 @@ void MyLineEdit::paintEvent(QPaintEvent* event)
         QPainter painter(this);
         const int w = FormFieldPainter::begin(painter, this);
         const bool enabled = isEnabled();
-        const int hover = enabled ? state4 : 0;
-        const int focus = enabled ? state : 0;
+        const double hovered = enabled ? hover->value() : 0.0;
+        const double focused = enabled ? focus->value() : 0.0;
         FormFieldPainter::frame(painter, w,
                                 {themeColor(ThemeKey::InputUIBase), themeColor(ThemeKey::InputUIHover),
                                  themeColor(ThemeKey::InputUIBackground)},
-                                hover / 300.0);
-        FormFieldPainter::underline(painter, w, focus,
+                                hovered / 300.0);
+        FormFieldPainter::underline(painter, w, focused,
                                     mix(themeColor(ThemeKey::InputUIPrimary), themeColor(ThemeKey::InputUINegative),
-                                        state2 / 300.0));
-        FormFieldPainter::caption(painter, w, captionText, (hover + 400) / 700.0);
+                                        invalid->value() / 300.0));
+        FormFieldPainter::caption(painter, w, captionText, (hovered + 400) / 700.0);
 
-        const int hintState = enabled ? state3 : 0;
-        const QString hint = warning.isEmpty() ? shownHint : warning;
-        if (hintState > 0 && !hint.isEmpty()) {
+        const double hintState = enabled ? hint->value() : 0.0;
+        const QString hintShown = warning.isEmpty() ? shownHint : warning;
+        if (hintState > 0 && !hintShown.isEmpty()) {
             painter.save();
             QFont hintFont = painter.font();
             hintFont.setPointSize(10);
@@ -599,7 +545,7 @@ void MyLineEdit::paintEvent(QPaintEvent* event)
             painter.setOpacity(painter.opacity() * hintState / 600.0);
             painter.setPen(themeColor(ThemeKey::InputUINegative));
             const double slide = (300 - hintState) / 20.0;
-            painter.drawText(QRectF(8, 3, w - 16 + slide, 20), Qt::AlignRight | Qt::AlignTop, hint);
+            painter.drawText(QRectF(8, 3, w - 16 + slide, 20), Qt::AlignRight | Qt::AlignTop, hintShown);
             painter.restore();
         }
 

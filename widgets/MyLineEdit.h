@@ -8,10 +8,10 @@
 
 #include <functional>
 
+class AnimatedLook;
 class MyLineEdit;
 class QAbstractButton;
 class QMenu;
-class QPropertyAnimation;
 class QValidator;
 
 // What stands in place of a literal in an extendable field: the object that
@@ -43,10 +43,6 @@ struct MyLineEditExtensionHandler {
 class MyLineEdit : public QLineEdit
 {
     Q_OBJECT
-    Q_PROPERTY(int currState READ currState WRITE setCurrState)
-    Q_PROPERTY(int currState2 READ currState2 WRITE setCurrState2)
-    Q_PROPERTY(int currState3 READ currState3 WRITE setCurrState3)
-    Q_PROPERTY(int currState4 READ currState4 WRITE setCurrState4)
 public:
     enum InputType { Text = 0, Integer = 1, Decimal = 2 };
     enum ErrorKind { NoError = 0, BelowMinimum = 1, AboveMaximum = 2 };
@@ -105,14 +101,12 @@ public:
     void fromJson(const QJsonValue& value, int defaultInt = 0, double defaultDouble = 0.0,
                   const QString& defaultString = QString());
 
-    int currState() const { return state; }
-    void setCurrState(int value);
-    int currState2() const { return state2; }
-    void setCurrState2(int value);
-    int currState3() const { return state3; }
-    void setCurrState3(int value);
-    int currState4() const { return state4; }
-    void setCurrState4(int value);
+    // The looks, each 0 to 300: focus (currState), invalid value
+    // (currState2), the hint's flash (currState3) and hover (currState4).
+    AnimatedLook* focusLook() const { return focus; }
+    AnimatedLook* invalidLook() const { return invalid; }
+    AnimatedLook* hintLook() const { return hint; }
+    AnimatedLook* hoverLook() const { return hover; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -124,22 +118,16 @@ public slots:
     void textHasChanged(const QString& text);
 
 protected:
-    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-
-    // The hover look, shared with the combo input.
-    void hoverTo(bool inside);
 
 private:
     void setValid(bool value);
-    void runFocus(bool in);
     void showExtensionText();
     void buildValidator();
     QString hintFor(int kind) const;
@@ -169,12 +157,8 @@ private:
     QValidator* builtValidator = nullptr;
     MyLineEditExtension* record = nullptr;
 
-    int state = 0;
-    int state2 = 0;
-    int state3 = 0;
-    int state4 = 0;
-    QPropertyAnimation* focusAnimation;
-    QPropertyAnimation* validAnimation;
-    QPropertyAnimation* flashAnimation;
-    QPropertyAnimation* hoverAnimation;
+    AnimatedLook* focus;
+    AnimatedLook* invalid;
+    AnimatedLook* hint;
+    AnimatedLook* hover;
 };

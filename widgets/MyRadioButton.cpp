@@ -1,45 +1,20 @@
 #include "widgets/MyRadioButton.h"
 
-#include "widgets/LookAnimation.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/MyCheckBox.h"
 
-#include <QEvent>
 #include <QPainter>
-#include <QPropertyAnimation>
 
 MyRadioButton::MyRadioButton(QWidget* parent)
-    : QRadioButton(parent),
-      checkAnimation(new QPropertyAnimation(this, "currState", this)),
-      hoverAnimation(new QPropertyAnimation(this, "currState2", this))
+    : QRadioButton(parent), check(MyCheckBox::makeCheckLook(this)), hover(MyCheckBox::makeHoverLook(this))
 {
     setCursor(Qt::PointingHandCursor);
-    connect(this, &QAbstractButton::toggled, this, [this](bool checked) {
-        LookAnimation::run(checkAnimation, state, checked ? 100 : 0, 100, 150, QEasingCurve::Linear);
-    });
+    connect(this, &QAbstractButton::toggled, check, &AnimatedLook::run);
 }
 
 MyRadioButton::MyRadioButton(const QString& text, QWidget* parent) : MyRadioButton(parent)
 {
     setText(text);
-}
-
-void MyRadioButton::setCurrState(int value)
-{
-    state = value;
-    update();
-}
-
-void MyRadioButton::setCurrState2(int value)
-{
-    state2 = value;
-    update();
-}
-
-bool MyRadioButton::event(QEvent* event)
-{
-    if (const int change = LookAnimation::hoverChange(this, event))
-        MyCheckBox::runHover(hoverAnimation, state2, change > 0);
-    return QRadioButton::event(event);
 }
 
 bool MyRadioButton::hitButton(const QPoint& pos) const
@@ -60,5 +35,5 @@ QSize MyRadioButton::minimumSizeHint() const
 void MyRadioButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    MyCheckBox::paintToggle(painter, this, state, state2, true);
+    MyCheckBox::paintToggle(painter, this, check->value(), hover->value(), true);
 }

@@ -6,6 +6,7 @@
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
+#include "widgets/AnimatedLook.h"
 #include "widgets/InflateButton.h"
 #include "widgets/InflateLabel.h"
 #include "widgets/MicroButton.h"
@@ -73,15 +74,15 @@ public:
             edit->setNumberField(1, 500, 4);
             edit->setValue(QStringLiteral("42"));
             if (state == Hover)
-                edit->setCurrState4(300);
+                edit->hoverLook()->jumpTo(300);
             if (state == Pressed) {
                 // An invalid value: the red line and the range hint.
                 edit->setText(QStringLiteral("501"));
                 edit->textHasChanged(edit->text());
-                edit->setCurrState(300);
+                edit->focusLook()->jumpTo(300);
             }
             if (state == Focused)
-                edit->setCurrState(300);
+                edit->focusLook()->jumpTo(300);
             edit->setEnabled(state != Disabled);
             return edit;
         });
@@ -92,13 +93,13 @@ public:
             edit->setValue(t("Open a project, or drop its \".rmmzproject\" file here."));
             edit->setCursorPosition(0);
             if (state == Hover)
-                edit->setCurrState4(300);
+                edit->hoverLook()->jumpTo(300);
             if (state == Pressed) {
                 edit->setWarningText(QStringLiteral("Name already in use!"));
-                edit->setCurrState3(300);
+                edit->hintLook()->jumpTo(300);
             }
             if (state == Focused)
-                edit->setCurrState(300);
+                edit->focusLook()->jumpTo(300);
             edit->setEnabled(state != Disabled);
             return edit;
         });
@@ -110,9 +111,9 @@ public:
             combo->addItem(QStringLiteral("(None)"), MyComboBox::ItalicData);
             combo->setCurrentIndex(state == Focused ? 2 : (state == Hover ? 1 : 0), false);
             if (state == Hover)
-                combo->setCurrState2(300);
+                combo->hoverLook()->jumpTo(300);
             if (state == Pressed)
-                combo->setCurrState(300);
+                combo->pressLook()->jumpTo(300);
             combo->setEnabled(state != Disabled);
             return combo;
         });
@@ -122,9 +123,9 @@ public:
             input->setSuggestions({t("Map HUD"), t("Battle HUD")});
             input->setValue(t("Map HUD"));
             if (state == Hover)
-                input->setCurrState4(300);
+                input->hoverLook()->jumpTo(300);
             if (state == Focused || state == Pressed)
-                input->setCurrState(300);
+                input->focusLook()->jumpTo(300);
             input->setEnabled(state != Disabled);
             return input;
         });
@@ -134,9 +135,9 @@ public:
             either->setChoices(QStringLiteral("ON"), QStringLiteral("OFF"));
             either->setChoice(state != Focused, true);
             if (state == Hover)
-                either->setHover(1000);
+                either->hoverLook()->jumpTo(1000);
             if (state == Pressed)
-                either->setSelection(450);
+                either->selectionLook()->jumpTo(450);
             either->setEnabled(state != Disabled);
             return either;
         });
@@ -150,10 +151,10 @@ public:
                 opener->setValue(QStringLiteral("[0001] ") + t("Open a project, or drop its \".rmmzproject\" file here."));
             }
             if (state == Hover)
-                opener->setCurrState2(300);
+                opener->hoverLook()->jumpTo(300);
             if (state == Pressed) {
-                opener->setCurrState(300);
-                opener->setCurrState2(300);
+                opener->pressLook()->jumpTo(300);
+                opener->hoverLook()->jumpTo(300);
             }
             opener->setEnabled(state != Disabled);
             return opener;
@@ -189,15 +190,15 @@ public:
             if (state == Focused || state == Disabled || state == Pressed) {
                 check->setChecked(true);
                 radio->setChecked(true);
-                radio->setCurrState(100);
+                radio->checkLook()->jumpTo(100);
             }
             if (state == Pressed) {
-                check->setCurrState(55);
-                radio->setCurrState(55);
+                check->checkLook()->jumpTo(55);
+                radio->checkLook()->jumpTo(55);
             }
             if (state == Hover || state == Pressed) {
-                check->setCurrState2(100);
-                radio->setCurrState2(100);
+                check->hoverLook()->jumpTo(100);
+                radio->hoverLook()->jumpTo(100);
             }
             layout->addWidget(check);
             layout->addWidget(radio);
