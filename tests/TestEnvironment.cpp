@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -10,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QTextStream>
 #include <QLabel>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QPushButton>
@@ -245,6 +247,40 @@ Answer press(const char* objectName)
 Answer closeByFrame()
 {
     return [](TrovDialog* dialog) { dialog->close(); };
+}
+
+bool answeringMenu(const std::function<void()>& trigger, const std::function<void(QMenu*)>& act, int deadlineMs)
+{
+    bool shown = false;
+    QElapsedTimer clock;
+    clock.start();
+    QTimer timer;
+    timer.setInterval(5);
+    QObject::connect(&timer, &QTimer::timeout, [&]() {
+        QMenu* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (menu && menu->isVisible()) {
+            if (!shown) {
+                shown = true;
+                act(menu);
+            }
+            // A menu that act left open (a failed check, a click beside the
+            // entries) would block the test for ever.
+            if (menu->isVisible())
+                menu->close();
+            return;
+        }
+        if (!shown && clock.elapsed() > deadlineMs) {
+            timer.stop();
+            if (QWidget* popup = QApplication::activePopupWidget())
+                popup->close();
+            if (QWidget* modal = QApplication::activeModalWidget())
+                modal->close();
+        }
+    });
+    timer.start();
+    trigger();
+    timer.stop();
+    return shown;
 }
 
 }

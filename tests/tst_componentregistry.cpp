@@ -13,7 +13,6 @@
 #include <QJsonDocument>
 #include <QMenu>
 #include <QSet>
-#include <QTimer>
 
 #include <memory>
 
@@ -150,23 +149,22 @@ private slots:
         Helper helper;
         QJsonObject json{{"X", 10}, {"Y", 20}};
         bool accepted = false;
-        QTimer::singleShot(0, [] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            QVERIFY(menu);
+        const auto choose = [&] { helper.chooseNewComponent(json, &accepted, 41, true, nullptr, nullptr); };
+        bool shown = TestEnvironment::answeringMenu(choose, [](QMenu* menu) {
             QCOMPARE(menu->actions().size(), 14);
             QAction* gauge = menu->actions().at(4);
             QCOMPARE(gauge->text(), QString("Gauge"));
             QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(gauge).center());
         });
-        helper.chooseNewComponent(json, &accepted, 41, true, nullptr, nullptr);
+        QVERIFY2(shown, "no menu of kinds showed");
         QVERIFY(accepted);
         QCOMPARE(json, (QJsonObject{{"X", 10}, {"Y", 20}, {"ID", 42}, {"Type", 4}}));
 
         // Dismissed: nothing chosen, nothing changed.
         json = QJsonObject{{"X", 1}};
         accepted = false;
-        QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape); });
-        helper.chooseNewComponent(json, &accepted, 41, true, nullptr, nullptr);
+        shown = TestEnvironment::answeringMenu(choose, [](QMenu* menu) { QTest::keyClick(menu, Qt::Key_Escape); });
+        QVERIFY2(shown, "no menu of kinds showed");
         QVERIFY(!accepted);
         QCOMPARE(json, (QJsonObject{{"X", 1}}));
     }
