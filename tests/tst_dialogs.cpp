@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <functional>
 
@@ -196,6 +197,34 @@ private slots:
         ConfirmationDialog nowhere(QStringLiteral("?"), QStringLiteral("t"), nullptr);
         whileModal([&] { nowhere.exec(); }, [](QDialog* shown) { click(shown, "confirmButton"); });
         QVERIFY(!nowhere.isVisible());
+    }
+
+    // With the system's title bar, alerts, confirmations and every other
+    // dialog ask the window manager for a title and a close button only:
+    // Qt turns these flags into the Motif hints by which window managers
+    // leave out minimise and maximise.
+    void dialogsAskForACloseButtonOnly()
+    {
+        setPreferences({true, false, false});
+        int outcome = -1;
+        AlertDialog alert(QStringLiteral("Could not save."), QStringLiteral("Save Error"));
+        ConfirmationDialog confirmation(QStringLiteral("Would you like to save before closing?"),
+                                        QStringLiteral("Save Confirmation"), &outcome);
+        Layer plain;
+        for (QDialog* dialog : {static_cast<QDialog*>(&alert), static_cast<QDialog*>(&confirmation),
+                                static_cast<QDialog*>(&plain)}) {
+            dialog->show();
+            QVERIFY(QTest::qWaitForWindowExposed(dialog));
+            // What reaches the window system, not only what the widget holds.
+            const Qt::WindowFlags flags = dialog->windowHandle()->flags();
+            QCOMPARE(flags & Qt::WindowType_Mask, Qt::Dialog);
+            for (const Qt::WindowType wanted : {Qt::CustomizeWindowHint, Qt::WindowTitleHint, Qt::WindowCloseButtonHint})
+                QVERIFY2(flags.testFlag(wanted), dialog->metaObject()->className());
+            for (const Qt::WindowType unwanted : {Qt::WindowMinimizeButtonHint, Qt::WindowMaximizeButtonHint,
+                                                  Qt::FramelessWindowHint})
+                QVERIFY2(!flags.testFlag(unwanted), dialog->metaObject()->className());
+            dialog->hide();
+        }
     }
 
     // A dialog that isn't meant to be resized is held at its size, so that a

@@ -222,9 +222,9 @@ void TrovDialog::settleSize(const QSize& target)
         resize(target);
         return;
     }
-    setMinimumSize(0, 0);
-    setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
-    resize(target);
+    // One step from one fixed size to the next: a window that was resizable
+    // for a moment would keep the maximise button some window managers gave
+    // it meanwhile.
     setFixedSize(target);
 }
 

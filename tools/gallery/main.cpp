@@ -1,11 +1,12 @@
 // The widget gallery: every form widget of the program in each of its looks,
 // side by side, so that a theme or a language can be checked at a glance.
-// Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png]
+// Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
 #include "app/Startup.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
+#include "widgets/AlertDialog.h"
 #include "widgets/AnimatedLook.h"
 #include "widgets/InflateButton.h"
 #include "widgets/InflateLabel.h"
@@ -413,6 +414,8 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("language"), QStringLiteral("Translation CSV file."), QStringLiteral("file")});
     parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write a picture of the gallery and quit."),
                       QStringLiteral("file")});
+    parser.addOption({QStringLiteral("alert"),
+                      QStringLiteral("Show an alert over the gallery, to see the dialog frame the window manager gives.")});
     parser.process(application);
 
     Theme::installDefault();
@@ -436,6 +439,11 @@ int main(int argc, char** argv)
     scroll.setFocus();
 
     QTimer::singleShot(100, gallery, [gallery]() { gallery->picturePopups(); });
+    if (parser.isSet(QStringLiteral("alert"))) {
+        QTimer::singleShot(400, gallery, [&scroll]() {
+            AlertDialog::alert(t("Would you like to save before closing?"), t("Save Confirmation"), &scroll);
+        });
+    }
     const QString shot = parser.value(QStringLiteral("screenshot"));
     if (!shot.isEmpty()) {
         QTimer::singleShot(900, gallery, [gallery, shot]() {
