@@ -1,36 +1,13 @@
 #include "TestEnvironment.h"
 
-#include "app/PathManager.h"
-#include "app/VelmoMainTitleBar.h"
-#include "widgets/TitleBarButtons.h"
 #include "theme/CachedColors.h"
+#include "theme/ProgramFolders.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
 
 #include <QApplication>
 #include <QLabel>
-#include <QPushButton>
-
-namespace {
-
-double luminance(const QColor& color)
-{
-    auto channel = [](int value) {
-        const double c = value / 255.0;
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * channel(color.red()) + 0.7152 * channel(color.green()) + 0.0722 * channel(color.blue());
-}
-
-double contrast(const QColor& a, const QColor& b)
-{
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-}
 
 class TestTheme : public QObject
 {
@@ -153,30 +130,6 @@ private slots:
         Theme::installDefault();
         QVERIFY(Theme::load(QStringLiteral("Portable")));
         QCOMPARE(themeColor(0), QColor(0x01, 0x02, 0x03));
-    }
-
-    void lightThemeWindowButtonsStandOut()
-    {
-        // The window buttons' symbols stand out from the title bar (they were
-        // once white on the light theme's pale grey).
-        QVERIFY(Theme::load(QStringLiteral("Light")));
-        Theme::apply();
-        VelmoMainTitleBar bar(0, false);
-        bar.resize(700, 29);
-        bar.show();
-        bar.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&bar));
-        const QImage image = bar.grab().toImage();
-        for (QPushButton* button : {bar.minimizeButton(), bar.maximizeButton(), bar.closeButton()}) {
-            // The symbol sits in the middle of the button.
-            const QRect area(button->geometry().center() - QPoint(7, 7), QSize(15, 15));
-            const QColor background = image.pixelColor(button->geometry().left() + 2, button->geometry().center().y());
-            double best = 1;
-            for (int y = area.top(); y <= area.bottom(); ++y)
-                for (int x = area.left(); x <= area.right(); ++x)
-                    best = qMax(best, contrast(image.pixelColor(x, y), background));
-            QVERIFY2(best >= 3, qPrintable(QStringLiteral("%1: %2").arg(button->objectName()).arg(best)));
-        }
     }
 
     void applyingReachesEveryWidget()

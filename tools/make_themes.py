@@ -32,6 +32,19 @@ def hexed(r, g, b):
     return "#%02x%02x%02x" % tuple(max(0, min(255, round(v * 255))) for v in (r, g, b))
 
 
+def luminance(colour):
+    """The relative luminance of WCAG 2, which the contrast rule of the themes uses."""
+    def linear(c):
+        return c / 12.92 if c <= 0.03928 else ((c + 0.055) / 1.055) ** 2.4
+    r, g, b = rgb(colour)
+    return 0.2126 * linear(r) + 0.7152 * linear(g) + 0.0722 * linear(b)
+
+
+# Colours that white text stands on: the selection, the coloured buttons,
+# the selected list row and menu entry.
+TEXT_GROUNDS = {2004, 16000, 16001, 16002, 16003, 16004, 16005, 16006, 16007, 17009, 17010, 22002, 22003}
+
+
 def red_tint(key, colour):
     r, g, b = rgb(colour)
     h, l, s = colorsys.rgb_to_hls(r, g, b)
@@ -39,8 +52,16 @@ def red_tint(key, colour):
         # Greys lean towards a dark wine red.
         return hexed(r * 1.22 + 0.02, g * 0.86, b * 0.86)
     if 0.45 < h < 0.75:
-        # Blue accents become crimson; other accents keep their hue.
-        return hexed(*colorsys.hls_to_rgb((h + 0.42) % 1.0, l, s))
+        # Blue accents become crimson; other accents keep their hue. A red is
+        # brighter to the eye than a blue of the same lightness, so a red that
+        # text stands on is darkened to the blue's luminance: the text keeps
+        # its contrast.
+        hue = (h + 0.42) % 1.0
+        tinted = hexed(*colorsys.hls_to_rgb(hue, l, s))
+        while key in TEXT_GROUNDS and l > 0 and luminance(tinted) > luminance(colour):
+            l = max(0.0, l - 0.005)
+            tinted = hexed(*colorsys.hls_to_rgb(hue, l, s))
+        return tinted
     return colour
 
 
@@ -48,9 +69,11 @@ LIGHT = {
     0: "#eef0f4", 1: "#d5d9e3", 2: "#e2e5ec", 3: "#1a1c22", 4: "#7c808a",
     1000: "#ffffff", 1001: "#f1f3f7", 1002: "#fdfdf0", 1003: "#1a1c22", 1004: "#16181d",
     1005: "#80848e", 1006: "#c3c7d0", 1007: "#9a9ea8", 1008: "#e1e4ea",
-    2000: "#16181d", 2001: "#80848e", 2002: "#c00000", 2003: "#1a5fb4", 2004: "#2f6fd0",
+    # Disabled button text stands on the pale, faded buttons: darker than the
+    # other disabled texts.
+    2000: "#16181d", 2001: "#676b74", 2002: "#c00000", 2003: "#1a5fb4", 2004: "#2f6fd0",
     2005: "#b8bcc6", 2006: "#ffffff", 2007: "#5c606a",
-    17007: "#30343c", 17008: "#0a7fa8", 17009: "#3d8fe0", 17010: "#2266c4",
+    17007: "#30343c", 17008: "#0a7fa8", 17009: "#7db3ee", 17010: "#4f93e3",
     18002: "#000000", 18003: "#ffffff", 18004: "#ffffff", 18005: "#000000",
 }
 
@@ -79,6 +102,9 @@ def main():
     base[1] = "#3c3c4b"
     red = {key: red_tint(key, colour) for key, colour in base.items()}
     red[1] = "#4b3c3c"
+    # Text on the coloured buttons and on the selection stays white: the
+    # tinted white is too dark for the lighter reds under it.
+    red[2000] = red[2006] = "#ffffff"
     write("Red Tint", red)
     write("Light", {key: light(key, colour) for key, colour in base.items()})
 

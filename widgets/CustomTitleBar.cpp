@@ -1,5 +1,6 @@
 #include "widgets/CustomTitleBar.h"
 
+#include "theme/Contrast.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "widgets/TitleBarButtons.h"
@@ -75,7 +76,11 @@ QString CustomTitleBar::title() const
 void CustomTitleBar::setActive(bool value)
 {
     active = value;
-    titleLabel->setStyleSheet(active ? QString() : QStringLiteral("#title { color: rgba(255, 255, 255, 125); }"));
+    // An inactive title fades towards the bar, as far as it stays readable.
+    const QColor bar = titleColor();
+    const QColor faded = Contrast::readable(Contrast::over(palette().color(QPalette::WindowText), bar, 0.49), bar,
+                                            Contrast::Text);
+    titleLabel->setStyleSheet(active ? QString() : QStringLiteral("#title { color: %1; }").arg(faded.name()));
     closeButtonWidget->update();
     update();
 }

@@ -33,6 +33,7 @@ int FieldButton::paintField(QPainter& painter, const FormFieldPainter::Colors& c
     const double pressed = enabled ? press->value() : 0.0;
     FormFieldPainter::frame(painter, w, colors, pressed > 300 ? 0.0 : hovered / 300.0, backgroundHeight);
     FormFieldPainter::underline(painter, w, pressed, primary);
-    FormFieldPainter::caption(painter, w, caption, pressed >= 300 ? 1.0 : (hovered + 400) / 700.0);
+    FormFieldPainter::caption(painter, this, w, caption, colors.background,
+                              pressed >= 300 ? 1.0 : (hovered + 400) / 700.0);
     return w;
 }

@@ -1,5 +1,6 @@
 #include "widgets/FormFieldPainter.h"
 
+#include "theme/Contrast.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 
@@ -12,6 +13,16 @@ QColor textColor()
 {
     const QColor color = themeColor(ThemeKey::Text);
     return color.isValid() ? color : QColor(Qt::white);
+}
+
+QColor ink(const QWidget* widget, const QColor& background, double strength)
+{
+    const QColor text = Contrast::over(textColor(), background, strength);
+    if (widget->isEnabled())
+        return Contrast::readable(text, background, Contrast::Text);
+    const QColor window = widget->palette().color(QPalette::Window);
+    return Contrast::readable(Contrast::over(text, window, 0.5), Contrast::over(background, window, 0.5),
+                              Contrast::DisabledText);
 }
 
 int begin(QPainter& painter, const QWidget* widget)
@@ -73,7 +84,8 @@ void underline(QPainter& painter, int w, double state, const QColor& color)
     painter.restore();
 }
 
-void caption(QPainter& painter, int w, const QString& text, double opacity)
+void caption(QPainter& painter, const QWidget* widget, int w, const QString& text, const QColor& background,
+             double strength)
 {
     if (text.isEmpty())
         return;
@@ -83,21 +95,23 @@ void caption(QPainter& painter, int w, const QString& text, double opacity)
     font.setPointSize(10);
     font.setItalic(false);
     painter.setFont(font);
-    painter.setOpacity(painter.opacity() * qBound(0.0, opacity, 1.0));
-    painter.setPen(textColor());
+    // The ink already holds the fading and the dimming of a disabled field.
+    painter.setOpacity(1.0);
+    painter.setPen(ink(widget, background, strength));
     const QRect area(8, 0, w - 8, 45);
     painter.drawText(area, Qt::AlignLeft | Qt::AlignTop,
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, area.width() - 14));
     painter.restore();
 }
 
-void setValueFont(QPainter& painter, const QWidget* widget, bool italic)
+void setValueFont(QPainter& painter, const QWidget* widget, const QColor& background, bool italic)
 {
     QFont font = widget->font();
     font.setPixelSize(15);
     font.setItalic(italic);
     painter.setFont(font);
-    painter.setPen(textColor());
+    painter.setOpacity(1.0);
+    painter.setPen(ink(widget, background, 1.0));
 }
 
 }

@@ -20,6 +20,11 @@ struct Colors {
 
 // The colour of the field's texts.
 QColor textColor();
+// The texts' colour as it shows at strength (0 to 1) over the field's
+// background, a disabled field being seen at half strength over the window.
+// It is kept readable, 4.5:1 against the background, 3:1 while disabled,
+// however the look fades it.
+QColor ink(const QWidget* widget, const QColor& background, double strength);
 
 // Centres the field in a taller widget, dims a disabled one and returns w,
 // the widget's width minus 1.
@@ -29,9 +34,10 @@ int begin(QPainter& painter, const QWidget* widget);
 void frame(QPainter& painter, int w, const Colors& colors, double hover, int backgroundHeight = 44);
 // The underline grown to state (0 to 300) out of the middle.
 void underline(QPainter& painter, int w, double state, const QColor& color);
-// The small caption at the top, left aligned.
-void caption(QPainter& painter, int w, const QString& text, double opacity);
-// The value font: pixel size 15.
-void setValueFont(QPainter& painter, const QWidget* widget, bool italic = false);
+// The small caption at the top, left aligned, at strength (0 to 1).
+void caption(QPainter& painter, const QWidget* widget, int w, const QString& text, const QColor& background,
+             double strength);
+// The value font, pixel size 15, and the value's ink at full strength.
+void setValueFont(QPainter& painter, const QWidget* widget, const QColor& background, bool italic = false);
 
 }

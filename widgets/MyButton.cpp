@@ -1,13 +1,24 @@
 #include "widgets/MyButton.h"
 
 #include "theme/ThemeKey.h"
+#include "theme/Contrast.h"
 #include "theme/ThemeManager.h"
+#include "widgets/ButtonColors.h"
 #include "widgets/LookAnimation.h"
 
 #include <QEvent>
 #include <QGraphicsDropShadowEffect>
-#include <QPainter>
+#include <QPainterPath>
 #include <QPropertyAnimation>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+namespace {
+
+// How far the hover brightens the button's colour.
+const double HoverLight = 0.12;
+
+}
 
 MyButton::MyButton(QWidget* parent) : QPushButton(parent), animation(new QPropertyAnimation(this, "fade", this))
 {
@@ -34,7 +45,9 @@ void MyButton::setButtonColor(const QColor& newColor)
     color = newColor;
     if (objectName().isEmpty())
         setObjectName(QStringLiteral("myButton"));
-    setStyleSheet(QStringLiteral("#%1 { background-color: %2; }").arg(objectName(), color.name()));
+    // The button brightens itself under the pointer; its text is chosen for
+    // the brightest the hover gets.
+    setStyleSheet(ButtonColors::styleSheet(objectName(), color, Contrast::over(Qt::white, color, HoverLight), false));
 }
 
 void MyButton::setFade(int value)
@@ -50,13 +63,21 @@ bool MyButton::event(QEvent* event)
     return QPushButton::event(event);
 }
 
-void MyButton::paintEvent(QPaintEvent* event)
+void MyButton::paintEvent(QPaintEvent*)
 {
-    QPushButton::paintEvent(event);
-    if (hover <= 0 || !isEnabled())
-        return;
-    // The hover brightens the button's own colour.
-    QPainter painter(this);
-    painter.setOpacity(hover / 100.0 * 0.12);
-    painter.fillRect(rect(), Qt::white);
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    painter.drawControl(QStyle::CE_PushButtonBevel, option);
+    if (hover > 0 && isEnabled() && !isDown()) {
+        // The hover brightens the button's own colour, under its text.
+        QPainterPath face;
+        face.addRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 2, 2);
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setOpacity(hover / 100.0 * HoverLight);
+        painter.fillPath(face, Qt::white);
+        painter.restore();
+    }
+    painter.drawControl(QStyle::CE_PushButtonLabel, option);
 }

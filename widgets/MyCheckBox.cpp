@@ -84,12 +84,12 @@ void MyCheckBox::paintToggle(QPainter& painter, QAbstractButton* button, double 
 
     // A disabled box still shows its value, dimmed with the rest.
     if (checkedState > 0) {
-        // The fill wipes in from the left, and the mark comes with it.
-        const QRectF wipe(QPointF(2, 2), QPointF(checkedState / 100.0 * 14 + 1, 15));
+        // The fill and the mark fade in together over the whole box, so that
+        // the box is never seen half drawn while it changes.
         painter.save();
         painter.setClipPath(shape);
-        painter.setClipRect(wipe, Qt::IntersectClip);
-        painter.fillRect(wipe, themeColor(ThemeKey::CheckBoxPrimary));
+        painter.setOpacity(painter.opacity() * qMin(1.0, checkedState / 100.0));
+        painter.fillRect(box, themeColor(ThemeKey::CheckBoxPrimary));
         if (round) {
             painter.setBrush(QColor(0, 0, 0, 150));
             painter.drawEllipse(QRectF(6, 6, 6, 6));

@@ -196,7 +196,7 @@ void MyComboBox::paintEvent(QPaintEvent*)
     painter.translate(5, -3);
     const bool italic = selected >= 0 && items.at(selected).data.isValid()
         && items.at(selected).data.toInt() == ItalicData;
-    FormFieldPainter::setValueFont(painter, this, italic);
+    FormFieldPainter::setValueFont(painter, this, themeColor(ThemeKey::DropDownUIBackground), italic);
     const QRect valueArea(3, 24, w - 24, 19);
     painter.drawText(valueArea, Qt::AlignLeft | Qt::AlignVCenter,
                      painter.fontMetrics().elidedText(currentText(), Qt::ElideRight, valueArea.width()));

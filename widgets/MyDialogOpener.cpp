@@ -64,7 +64,7 @@ void MyDialogOpener::paintEvent(QPaintEvent*)
 
     painter.save();
     painter.translate(5, -3);
-    FormFieldPainter::setValueFont(painter, this, italicValue);
+    FormFieldPainter::setValueFont(painter, this, themeColor(ThemeKey::DialogOpenerUIBackground), italicValue);
     const QRect valueArea(2, 24, w - 24, 19);
     painter.drawText(valueArea, Qt::AlignLeft | Qt::AlignVCenter,
                      painter.fontMetrics().elidedText(valueText, Qt::ElideRight, valueArea.width()));

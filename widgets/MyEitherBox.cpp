@@ -74,40 +74,46 @@ void MyEitherBox::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const int w = FormFieldPainter::begin(painter, this);
+    const double fieldOpacity = painter.opacity();
     const bool enabled = isEnabled();
     const double hovered = enabled ? hover->value() : 0.0;
-    FormFieldPainter::frame(painter, w,
-                            {themeColor(ThemeKey::EitherUIBase), themeColor(ThemeKey::EitherUIHover),
-                             themeColor(ThemeKey::EitherUIBackground)},
+    const QColor background = themeColor(ThemeKey::EitherUIBackground);
+    FormFieldPainter::frame(painter, w, {themeColor(ThemeKey::EitherUIBase), themeColor(ThemeKey::EitherUIHover), background},
                             hovered / 1000.0);
-    FormFieldPainter::caption(painter, w, captionText, (hovered + 1333) / 2333.0);
+    FormFieldPainter::caption(painter, this, w, captionText, background, (hovered + 1333) / 2333.0);
 
     const double p = qBound(0.0, selection->value() / 1000.0, 1.0);
-    FormFieldPainter::setValueFont(painter, this);
+    painter.save();
+    FormFieldPainter::setValueFont(painter, this, background);
     const int h = painter.fontMetrics().height();
-    const double base = painter.opacity();
     const int labelWidth = w - 11 - 9 - 8;
     auto label = [&](const QString& text, double y, double opacity) {
         if (opacity <= 0)
             return;
-        painter.setOpacity(base * opacity);
+        painter.setOpacity(opacity);
         painter.drawText(QRectF(9, y, labelWidth, 19), Qt::AlignLeft | Qt::AlignVCenter,
                          painter.fontMetrics().elidedText(text, Qt::ElideRight, labelWidth));
     };
     const bool moving = p > 0.0 && p < 1.0;
     if (moving) {
-        label(first, 38 - h + 30 * p, 1 - p);
-        label(second, 38 - h + 30 * (1 - p), p);
+        // The labels turn like a drum: the one that goes leaves downwards and
+        // the other follows from above, a band's height apart, so that they
+        // never stand over each other. The band between the caption and the
+        // underline shows them.
+        const QRect band(1, 38 - h, w - 1, 6 + h);
+        painter.setClipRect(band);
+        label(first, 38 - h + band.height() * p, 1 - p);
+        label(second, 38 - h - band.height() * (1 - p), p);
     } else {
         label(chosen ? first : second, 38 - h, 1.0);
     }
-    painter.setOpacity(base);
+    painter.restore();
 
     // Two marks: the larger ring stands for the label that is shown.
     painter.save();
     painter.translate(-4, 1);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(base * (hovered + 1333) / 2333.0 * (enabled ? 1.0 : 0.2));
+    painter.setOpacity(fieldOpacity * (hovered + 1333) / 2333.0 * (enabled ? 1.0 : 0.2));
     const QColor mark = themeColor(ThemeKey::EitherUIDecorator);
     auto dot = [&](double y, double radius) {
         const QPointF centre(w - 5, y);

@@ -1,5 +1,6 @@
 #include "widgets/MyLineEdit.h"
 
+#include "theme/Contrast.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "widgets/AnimatedLook.h"
@@ -17,14 +18,6 @@
 #include <QtMath>
 
 namespace {
-
-QColor mix(const QColor& from, const QColor& to, double t)
-{
-    t = qBound(0.0, t, 1.0);
-    return QColor::fromRgbF(from.redF() + (to.redF() - from.redF()) * t,
-                            from.greenF() + (to.greenF() - from.greenF()) * t,
-                            from.blueF() + (to.blueF() - from.blueF()) * t);
-}
 
 QString wholeNumber(double value)
 {
@@ -526,31 +519,35 @@ void MyLineEdit::paintEvent(QPaintEvent* event)
         const bool enabled = isEnabled();
         const double hovered = enabled ? hover->value() : 0.0;
         const double focused = enabled ? focus->value() : 0.0;
-        FormFieldPainter::frame(painter, w,
-                                {themeColor(ThemeKey::InputUIBase), themeColor(ThemeKey::InputUIHover),
-                                 themeColor(ThemeKey::InputUIBackground)},
+        const QColor background = themeColor(ThemeKey::InputUIBackground);
+        const QColor negative = themeColor(ThemeKey::InputUINegative);
+        FormFieldPainter::frame(painter, w, {themeColor(ThemeKey::InputUIBase), themeColor(ThemeKey::InputUIHover), background},
                                 hovered / 300.0);
         FormFieldPainter::underline(painter, w, focused,
-                                    mix(themeColor(ThemeKey::InputUIPrimary), themeColor(ThemeKey::InputUINegative),
-                                        invalid->value() / 300.0));
-        FormFieldPainter::caption(painter, w, captionText, (hovered + 400) / 700.0);
-
+                                    Contrast::over(negative, themeColor(ThemeKey::InputUIPrimary), invalid->value() / 300.0));
         const double hintState = enabled ? hint->value() : 0.0;
         const QString hintShown = warning.isEmpty() ? shownHint : warning;
-        if (hintState > 0 && !hintShown.isEmpty()) {
+        const bool hintVisible = hintState > 0 && !hintShown.isEmpty();
+        QFont hintFont = painter.font();
+        hintFont.setPointSize(10);
+        // A caption beside a hint ends short of it.
+        const int captionWidth = hintVisible ? qMax(22, w - QFontMetrics(hintFont).horizontalAdvance(hintShown) - 2) : w;
+        FormFieldPainter::caption(painter, this, captionWidth, captionText, background, (hovered + 400) / 700.0);
+
+        if (hintVisible) {
             painter.save();
-            QFont hintFont = painter.font();
-            hintFont.setPointSize(10);
             painter.setFont(hintFont);
-            painter.setOpacity(painter.opacity() * hintState / 600.0);
-            painter.setPen(themeColor(ThemeKey::InputUINegative));
+            // The hint is text the user must read: at full strength once it
+            // stands, in a red that keeps 4.5:1 on the field.
+            painter.setOpacity(painter.opacity() * hintState / 300.0);
+            painter.setPen(Contrast::readable(negative, background, Contrast::Text));
             const double slide = (300 - hintState) / 20.0;
             painter.drawText(QRectF(8, 3, w - 16 + slide, 20), Qt::AlignRight | Qt::AlignTop, hintShown);
             painter.restore();
         }
 
         if (ownText) {
-            FormFieldPainter::setValueFont(painter, this);
+            FormFieldPainter::setValueFont(painter, this, background);
             const int h = painter.fontMetrics().height();
             const QString shown = isExtended()
                 ? painter.fontMetrics().elidedText(extensionText, Qt::ElideRight, w - 23)

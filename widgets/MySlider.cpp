@@ -150,11 +150,10 @@ void MySlider::paintEvent(QPaintEvent*)
     int trackY;
     if (framed) {
         w = FormFieldPainter::begin(painter, this);
-        FormFieldPainter::frame(painter, w,
-                                {themeColor(ThemeKey::SliderBase), themeColor(ThemeKey::SliderHover),
-                                 themeColor(ThemeKey::SliderBackgroundAlt)},
+        const QColor background = themeColor(ThemeKey::SliderBackgroundAlt);
+        FormFieldPainter::frame(painter, w, {themeColor(ThemeKey::SliderBase), themeColor(ThemeKey::SliderHover), background},
                                 s / 8.0);
-        FormFieldPainter::caption(painter, w, captionText, (s + 11) / 19.0);
+        FormFieldPainter::caption(painter, this, w, captionText, background, (s + 11) / 19.0);
         trackY = 3 + 20 + 10;
     } else {
         if (!isEnabled())

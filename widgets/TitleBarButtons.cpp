@@ -1,5 +1,9 @@
 #include "widgets/TitleBarButtons.h"
 
+#include "theme/Contrast.h"
+#include "theme/ThemeKey.h"
+#include "theme/ThemeManager.h"
+
 #include <QCursor>
 #include <QMouseEvent>
 #include <QPainter>
@@ -74,22 +78,45 @@ void TitleBarButtons::mouseReleaseEvent(QMouseEvent* event)
     }
 }
 
+QColor TitleBarButtons::hoverFill(const QColor& symbol) const
+{
+    if (buttonKind >= Maximize) {
+        // A grey as far from the symbol as 0x50 is from white: dark under a
+        // light symbol, light under a dark one.
+        const bool lightSymbol = Contrast::ratio(symbol, Qt::black) > Contrast::ratio(symbol, Qt::white);
+        const int grey = lightSymbol ? 0x50 : 0xFF - 0x50;
+        return QColor(grey, grey, grey);
+    }
+    QColor red(0xE8, 0x11, 0x23);
+    if (isDown())
+        return red;
+    // The half-strength red until pressed, unless the white cross would
+    // fade into it on a light title bar; the bars run between the window's
+    // top and bottom colours.
+    const double half = 0x7D / 255.0;
+    for (const int key : {ThemeKey::WindowTop, ThemeKey::WindowBottom}) {
+        const QColor bar = themeColor(key);
+        if (bar.isValid() && Contrast::ratio(Qt::white, Contrast::over(red, bar, half)) < Contrast::Symbol)
+            return red;
+    }
+    red.setAlpha(0x7D);
+    return red;
+}
+
 void TitleBarButtons::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (hover > 0) {
-        QColor fill = buttonKind < Maximize ? QColor(0xE8, 0x11, 0x23) : QColor(0x50, 0x50, 0x50);
-        if (buttonKind < Maximize && !isDown())
-            fill.setAlpha(0x7D);
-        painter.setOpacity(hover / 10.0);
-        painter.fillRect(rect(), fill);
-    }
-    painter.setOpacity(window()->isActiveWindow() ? 1.0 : 0.5);
     // The symbols take the window's text colour, so they read on a light
     // theme as on a dark one; over the red of a hovered close button they
     // turn white.
-    const QColor symbol = buttonKind < Maximize && hover > 5 ? QColor(Qt::white) : palette().color(QPalette::WindowText);
+    const QColor text = palette().color(QPalette::WindowText);
+    if (hover > 0) {
+        painter.setOpacity(hover / 10.0);
+        painter.fillRect(rect(), hoverFill(text));
+    }
+    painter.setOpacity(window()->isActiveWindow() ? 1.0 : 0.5);
+    const QColor symbol = buttonKind < Maximize && hover > 5 ? QColor(Qt::white) : text;
     painter.setPen(QPen(symbol, 2));
     painter.setBrush(Qt::NoBrush);
 

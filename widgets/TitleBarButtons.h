@@ -31,6 +31,8 @@ protected:
 
 private:
     void hoverTo(bool inside);
+    // What the hover fades in under a symbol of that colour.
+    QColor hoverFill(const QColor& symbol) const;
 
     int buttonKind;
     int hover = 0;

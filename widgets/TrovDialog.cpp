@@ -1,6 +1,7 @@
 #include "widgets/TrovDialog.h"
 
 #include "theme/ThemeManager.h"
+#include "widgets/ButtonColors.h"
 #include "widgets/CustomTitleBar.h"
 #include "widgets/DialogFlags.h"
 #include "widgets/DialogOverlay.h"
@@ -183,12 +184,7 @@ void TrovDialog::colorButton(QPushButton* button, int themeKey)
     const QColor color = themeColor(themeKey);
     if (!color.isValid())
         return;
-    button->setStyleSheet(QStringLiteral("#%1 { background-color: %2; border: 1px solid %3; border-radius: 3px;"
-                                         " padding: 5px 18px; }"
-                                         " #%1:hover { background-color: %4; }"
-                                         " #%1:pressed { background-color: %3; }")
-                              .arg(button->objectName(), color.name(), color.darker(150).name(),
-                                   color.lighter(125).name()));
+    button->setStyleSheet(ButtonColors::styleSheet(button->objectName(), color, color.lighter(125)));
 }
 
 void TrovDialog::showEvent(QShowEvent* event)

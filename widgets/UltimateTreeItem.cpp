@@ -1,6 +1,7 @@
 #include "widgets/UltimateTreeItem.h"
 
 #include "theme/CachedColors.h"
+#include "theme/Contrast.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItemButton.h"
 #include "widgets/UltimateTreeScene.h"
@@ -533,6 +534,12 @@ void UltimateTreeItem::paintRow(QPainter* painter)
 
     const int columns = tree ? tree->getColumnCount() : 1;
     const QFont baseFont = painter->font();
+    QColor ink = textColor != -1 ? QColor(QRgb(textColor)) : tree ? tree->palette().color(QPalette::Text) : QColor();
+    if (selected && ink.isValid()) {
+        // On the selection's gradient the text holds against both its ends.
+        ink = Contrast::readable(Contrast::readable(ink, CachedColor::ListItemTop, Contrast::Text),
+                                 CachedColor::ListItemBottom, Contrast::Text);
+    }
     for (int column = 0; column < columns; ++column) {
         int w = tree ? tree->columnWidth(column) : width;
         if (column == columns - 1)
@@ -549,10 +556,8 @@ void UltimateTreeItem::paintRow(QPainter* painter)
         if ((boldColumns >> column) & 1)
             font.setWeight(75);
         painter->setFont(font);
-        if (textColor != -1)
-            painter->setPen(QColor(QRgb(textColor)));
-        else if (tree)
-            painter->setPen(tree->palette().color(QPalette::Text));
+        if (ink.isValid())
+            painter->setPen(ink);
         if ((halfOpacityColumns >> column) & 1)
             opacity *= 0.5;
         painter->setOpacity(opacity);

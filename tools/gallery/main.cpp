@@ -32,6 +32,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollArea>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -53,7 +54,7 @@ enum State { Normal, Hover, Pressed, Focused, Disabled };
 class Gallery : public QWidget
 {
 public:
-    static const int CellWidth = 270;
+    static const int CellWidth = 256;
 
     Gallery()
     {
@@ -137,8 +138,10 @@ public:
             either->setChoice(state != Focused, true);
             if (state == Hover)
                 either->hoverLook()->jumpTo(1000);
-            if (state == Pressed)
-                either->selectionLook()->jumpTo(450);
+            if (state == Pressed) {
+                either->hoverLook()->jumpTo(1000);
+                either->setDown(true);
+            }
             either->setEnabled(state != Disabled);
             return either;
         });
@@ -194,8 +197,8 @@ public:
                 radio->checkLook()->jumpTo(100);
             }
             if (state == Pressed) {
-                check->checkLook()->jumpTo(55);
-                radio->checkLook()->jumpTo(55);
+                check->setDown(true);
+                radio->setDown(true);
             }
             if (state == Hover || state == Pressed) {
                 check->hoverLook()->jumpTo(100);
@@ -433,7 +436,12 @@ int main(int argc, char** argv)
     scroll.setWidget(gallery);
     scroll.setWidgetResizable(true);
     scroll.setWindowTitle(QStringLiteral("Velmora widget gallery"));
-    scroll.resize(gallery->sizeHint() + QSize(24, 24));
+    // The window fits the screen, a frame of the window manager included;
+    // the gallery scrolls within it.
+    QSize size = gallery->sizeHint() + QSize(24, 24);
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        size = size.boundedTo(screen->availableGeometry().size() - QSize(16, 48));
+    scroll.resize(size);
     scroll.show();
     // No field starts focused: the focused look has a column of its own.
     scroll.setFocus();
