@@ -4,7 +4,9 @@
 #include "scene/GameUIEditorScene.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainTitleBar.h"
+#include "MainWindowFixture.h"
 #include "app/VelmoMainWindow.h"
+#include "app/WindowPlacement.h"
 #include "widgets/InflateButton.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/TrovDialog.h"
@@ -48,19 +50,11 @@ QSize sceneSize(VelmoMainWindow* window)
 
 }
 
-class TestMainWindow : public QObject
+class TestMainWindow : public QObject, private MainWindowFixture
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<VelmoMainWindow> window;
-
-    VelmoMainWindow* openWindow(const QString& project)
-    {
-        window.reset(TestEnvironment::showMainWindow(project));
-        return window.get();
-    }
-    UltimateTree* list() const { return window->hudListWidget()->tree(); }
     bool editorPageShown() const
     {
         return window->findChild<QWidget*>(QStringLiteral("mainWidget"))->isVisible()
@@ -75,20 +69,7 @@ private:
     {
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(row));
     }
-    QStringList rowNames() const
-    {
-        QStringList names;
-        for (int i = 0; i < list()->rowCount(); ++i)
-            names.append(list()->row(i)->text(1));
-        return names;
-    }
-    void pressSave()
-    {
-        // A message box that just closed may have taken the activation along.
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
-    }
+    void pressSave() { key(Qt::Key_S); }
     // A file dropped on the HUD list, which the window sees as the
     // application's event filter.
     void dropFile(const QString& path)
@@ -644,6 +625,14 @@ private slots:
 
         Seen seen = answering([&] { QTest::keyClick(window.get(), Qt::Key_F1); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("About Velmora"));
+        // The About box and the command line name one and the same version.
+        QProcess cli;
+        cli.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"), {QStringLiteral("--version")});
+        QVERIFY(cli.waitForFinished(10000));
+        const QString printed = QString::fromUtf8(cli.readAllStandardOutput()).trimmed();
+        const QString version = printed.section(QLatin1Char(' '), -1);
+        QVERIFY2(version.count(QLatin1Char('.')) == 2, qPrintable(printed));
+        QVERIFY2(seen.text.contains(QStringLiteral("Version %1").arg(version)), qPrintable(seen.text));
 
         QString title;
         QTimer chooser;
@@ -685,19 +674,19 @@ private slots:
     {
         const QVector<QRect> screens{QRect(0, 0, 1920, 1050), QRect(1920, 0, 1280, 1000)};
         // On a screen, or across two: left alone.
-        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(40, 50, 900, 640), screens), QRect(40, 50, 900, 640));
+        QCOMPARE(WindowPlacement::reachableGeometry(QRect(40, 50, 900, 640), screens), QRect(40, 50, 900, 640));
         // Stored on a monitor that is gone: whole on the nearest screen.
-        const QRect back = VelmoMainWindow::reachableGeometry(QRect(5000, 4000, 900, 640), screens);
+        const QRect back = WindowPlacement::reachableGeometry(QRect(5000, 4000, 900, 640), screens);
         QCOMPARE(back.size(), QSize(900, 640));
         QVERIFY(screens.at(1).contains(back));
         // Only a corner showing, as the window came back before.
-        const QRect corner = VelmoMainWindow::reachableGeometry(QRect(1840, 990, 900, 640), {QRect(0, 0, 1920, 1050)});
+        const QRect corner = WindowPlacement::reachableGeometry(QRect(1840, 990, 900, 640), {QRect(0, 0, 1920, 1050)});
         QVERIFY(QRect(0, 0, 1920, 1050).contains(corner));
         // Larger than the screen: shrunk to it.
-        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(-3000, 0, 2500, 1400), {QRect(0, 0, 1920, 1050)}),
+        QCOMPARE(WindowPlacement::reachableGeometry(QRect(-3000, 0, 2500, 1400), {QRect(0, 0, 1920, 1050)}),
                  QRect(0, 0, 1920, 1050));
         // Above the screen, title bar out of reach.
-        QVERIFY(VelmoMainWindow::reachableGeometry(QRect(100, -600, 900, 640), {QRect(0, 0, 1920, 1050)}).top() >= 0);
+        QVERIFY(WindowPlacement::reachableGeometry(QRect(100, -600, 900, 640), {QRect(0, 0, 1920, 1050)}).top() >= 0);
     }
 
     void startUpRestoresWindowState()

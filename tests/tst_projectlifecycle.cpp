@@ -2,6 +2,7 @@
 
 #include "app/GameRunner.h"
 #include "app/SettingsStore.h"
+#include "MainWindowFixture.h"
 #include "app/VelmoMainWindow.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -98,18 +99,11 @@ public slots:
 
 }
 
-class TestProjectLifecycle : public QObject
+class TestProjectLifecycle : public QObject, private MainWindowFixture
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<VelmoMainWindow> window;
-
-    VelmoMainWindow* openWindow(const QString& project)
-    {
-        window.reset(TestEnvironment::showMainWindow(project));
-        return window.get();
-    }
     // A copy of the sample project opened with the stand-in runtime as the
     // RPG Maker location; returns the runtime's location.
     QString openWithRuntime(const QString& name, bool waits, QString* project = nullptr)
@@ -121,13 +115,6 @@ private:
         if (project)
             *project = copy;
         return runtime;
-    }
-    QAction* action(const char* name) const
-    {
-        QAction* found = window->findChild<QAction*>(QLatin1String(name));
-        if (!found)
-            qFatal("no action %s", name);
-        return found;
     }
     static QStringList sorted(QStringList names)
     {
@@ -146,21 +133,6 @@ private:
                 on.append(QLatin1String(name));
         }
         return sorted(on);
-    }
-    UltimateTree* list() const { return window->hudListWidget()->tree(); }
-    QStringList rowNames() const
-    {
-        QStringList names;
-        for (int i = 0; i < list()->rowCount(); ++i)
-            names.append(list()->row(i)->text(1));
-        return names;
-    }
-    QString status() const { return window->findChild<QLabel*>(QStringLiteral("statusText"))->text(); }
-    void key(int keyCode, Qt::KeyboardModifiers modifiers = Qt::ControlModifier)
-    {
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        QTest::keyClick(window.get(), Qt::Key(keyCode), modifiers);
     }
     // A HUD pasted into the list, as a user does with Ctrl+V.
     void pasteHud(const QString& name)
