@@ -36,7 +36,8 @@ const char* const Usage =
     "Commands:\n"
     "  check PROJECT               Opens the project as the editor does and reports\n"
     "                              whether it is valid, its screen size and what its\n"
-    "                              HUD document holds. Exit 0 when valid, 1 when not.\n"
+    "                              HUD document holds. Exit 0 when valid, 1 when the\n"
+    "                              project is not, or its HUD document is damaged.\n"
     "  resave PROJECT [--visit-all] [--out FILE]\n"
     "                              Loads the HUD document and writes it back through\n"
     "                              the editor's save path; with --out the result goes\n"
@@ -102,7 +103,10 @@ int check(const QDir& folder, QTextStream& out)
     else if (!document.damagedFile)
         out << "HUD document: none yet, the project starts from the templates\n";
     else
-        out << "HUD document: " << documentPath << ": " << document.damageNotice() << "\n";
+        out << "HUD document: " << documentPath << " is damaged: " << document.damage << "\n";
+    // What the templates hold says nothing about the project's own document.
+    if (document.damagedFile && document.fromTemplates)
+        return Failure;
 
     int extraHuds = 0;
     int customComponents = 0;
@@ -125,7 +129,7 @@ int check(const QDir& folder, QTextStream& out)
     out << "Custom HUD objects: " << extraHuds + customComponents << " (" << extraHuds << " extra HUDs, "
         << customComponents << " custom components)\n";
     out << "Components: " << components << "\n";
-    return Success;
+    return document.damagedFile ? Failure : Success;
 }
 
 // The editor's canvas with its component list, as the main window builds

@@ -132,6 +132,13 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
 
 VelmoMainWindow::~VelmoMainWindow()
 {
+    // The canvas outlives this body (the widgets go with the base class) and
+    // reports its undo and zoom state as it empties: nothing of that may
+    // reach a window that is no longer whole.
+    form.editor->editorScene()->setUndoCallback(nullptr);
+    form.editor->setZoomCallback(nullptr);
+    lifecycle->disconnect(this);
+    huds->disconnect();
     // Rows own their HUD objects; free them before the widgets go.
     form.hudList->blockSignals(true);
     form.hudList->tree()->clear();

@@ -48,6 +48,9 @@ QString makeRuntime(bool waits, bool executable = true)
                             "printf '%s\\n' \"$@\" > \"$here/arguments\"\n"
                             "if [ -f data/plugin/VelmoraHUD.json ]; then echo yes > \"$here/document\"; fi\n"
                             "echo $$ > \"$here/pid\"\n"
+                            // A helper of the runtime's own, as NW.js and wine start them.
+                            "sleep 600 &\n"
+                            "echo $! > \"$here/helper\"\n"
                             + QByteArray(waits ? "exec sleep 600\n" : "exit 3\n");
     TestEnvironment::writeFile(script, body);
     QFile::setPermissions(script, executable ? QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner
@@ -63,8 +66,26 @@ QString runtimeFile(const QString& location, const char* name)
 bool processAlive(const QString& pidFile)
 {
     const qint64 pid = TestEnvironment::readFile(pidFile).trimmed().toLongLong();
-    return pid > 0 && ::kill(pid_t(pid), 0) == 0;
+    if (pid <= 0 || ::kill(pid_t(pid), 0) != 0)
+        return false;
+    // A process that ended but wasn't reaped yet (its parent is gone) is no game.
+    const QByteArray stat = TestEnvironment::readFile(QStringLiteral("/proc/%1/stat").arg(pid));
+    const int close = stat.lastIndexOf(')');
+    return close < 0 || stat.mid(close + 2, 1) != "Z";
 }
+
+// Records the messages Qt prints while it lives.
+struct MessageLog {
+    MessageLog() { previous = qInstallMessageHandler(&MessageLog::record); }
+    ~MessageLog() { qInstallMessageHandler(previous); }
+    static void record(QtMsgType, const QMessageLogContext&, const QString& message) { lines().append(message); }
+    static QStringList& lines()
+    {
+        static QStringList all;
+        return all;
+    }
+    QtMessageHandler previous;
+};
 
 // The recovery files in the cache folder of an isolated home.
 QStringList recoveryFiles(const QString& home = TestEnvironment::home())
@@ -167,17 +188,29 @@ private slots:
                  QFileInfo(project).canonicalFilePath().toUtf8());
         QCOMPARE(TestEnvironment::readFile(runtimeFile(runtime, "arguments")), QByteArray(".\n"));
 
+        // Stop ends the runtime and what it started, without a word on the
+        // message output.
+        MessageLog::lines().clear();
+        MessageLog log;
+        QTRY_VERIFY(processAlive(runtimeFile(runtime, "helper")));
         key(Qt::Key_T);
         QVERIFY(!window->runningGame());
         QTRY_VERIFY(!processAlive(runtimeFile(runtime, "pid")));
+        QTRY_VERIFY(!processAlive(runtimeFile(runtime, "helper")));
 
-        // Closing the editor ends a game that still runs.
+        // Closing the editor ends a game that still runs, helpers included.
         QFile::remove(runtimeFile(runtime, "pid"));
+        QFile::remove(runtimeFile(runtime, "helper"));
         key(Qt::Key_R);
         QTRY_VERIFY(processAlive(runtimeFile(runtime, "pid")));
+        QTRY_VERIFY(processAlive(runtimeFile(runtime, "helper")));
         QVERIFY(window->close());
         window.reset();
         QVERIFY(!processAlive(runtimeFile(runtime, "pid")));
+        QTRY_VERIFY(!processAlive(runtimeFile(runtime, "helper")));
+        QCoreApplication::processEvents();
+        QVERIFY2(MessageLog::lines().filter(QStringLiteral("QProcess")).isEmpty(),
+                 qPrintable(MessageLog::lines().join(QLatin1Char('\n'))));
     }
 
     void gameEndingByItselfOrNotStartingFreesRun()
