@@ -7,6 +7,7 @@
 #include "app/JsonFile.h"
 #include "app/ProjectData.h"
 #include "app/RecoveryFile.h"
+#include "app/RecoveryWriter.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
 #include "scene/GameUIEditor.h"
@@ -26,22 +27,21 @@
 #include <QTimer>
 #include <QWidget>
 
-namespace {
-
-// How often unsaved work goes to the recovery file.
-constexpr int AutosaveInterval = 2 * 60 * 1000;
-
-}
-
 ProjectLifecycle::ProjectLifecycle(QWidget* window, HudListController* huds, GameUIEditor* editor)
     : QObject(window), window(window), huds(huds), editor(editor)
 {
     documentWatcher = new DocumentWatcher(this);
     connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &ProjectLifecycle::whenDocumentChangedOnDisk);
-    autosaveTimer = new QTimer(this);
-    autosaveTimer->setInterval(AutosaveInterval);
-    connect(autosaveTimer, &QTimer::timeout, this, &ProjectLifecycle::writeRecovery);
-    autosaveTimer->start();
+    recovery = new RecoveryWriter(
+        [this](QDir& project, QJsonObject& document, QStringList& backgrounds) {
+            if (!isProjectOpen || !changed)
+                return false;
+            this->huds->storeSceneIntoCurrent();
+            project = projectDirectory;
+            document = HudDocument::assemble(documentRoot, this->huds->entries(), &backgrounds);
+            return true;
+        },
+        this);
 }
 
 QSize ProjectLifecycle::screenSize() const
@@ -58,6 +58,7 @@ void ProjectLifecycle::setNotice(const QString& text)
 void ProjectLifecycle::markChanged()
 {
     changed = true;
+    recovery->schedule();
     emit stateChanged();
 }
 
@@ -65,7 +66,8 @@ void ProjectLifecycle::keepChangedState(bool value)
 {
     changed = value;
     emit stateChanged();
-    writeRecovery();
+    // What the canvas held is now in the list: a good moment to keep it.
+    recovery->writeNow();
 }
 
 void ProjectLifecycle::openStartProject()
@@ -98,7 +100,7 @@ void ProjectLifecycle::openAt(const QString& path)
     statusNotice.clear();
     // The open project is left on purpose: its unsaved work was settled.
     if (isProjectOpen)
-        RecoveryFile::remove(projectDirectory);
+        recovery->remove(projectDirectory);
     documentWatcher->stop();
     if (path.isEmpty() || !QFileInfo::exists(path)) {
         projectData = QJsonObject();
@@ -235,12 +237,12 @@ void ProjectLifecycle::save()
                                 JsonFile::pluginPath(projectDirectory, HudDocument::FileName)), reason)},
                            tr("Save Error"), window);
         changed = true;
-        writeRecovery();
+        recovery->writeNow();
     } else {
         documentRoot = document;
         documentRoot.remove(HudDocument::KeyData);
         changed = false;
-        RecoveryFile::remove(projectDirectory);
+        recovery->remove(projectDirectory);
         documentWatcher->acknowledge();
     }
     emit stateChanged();
@@ -294,7 +296,7 @@ bool ProjectLifecycle::closeApplication()
     if (!saveIfAsked(outcome))
         return false;
     if (isProjectOpen)
-        RecoveryFile::remove(projectDirectory);
+        recovery->remove(projectDirectory);
     return true;
 }
 
@@ -308,26 +310,16 @@ void ProjectLifecycle::saveWindowState()
     store.setValue(QStringLiteral("BackgroundDarken"), editor->editorScene()->darkness);
 }
 
-void ProjectLifecycle::writeRecovery()
-{
-    if (!isProjectOpen || !changed)
-        return;
-    huds->storeSceneIntoCurrent();
-    QStringList backgrounds;
-    const QJsonObject document = HudDocument::assemble(documentRoot, huds->entries(), &backgrounds);
-    RecoveryFile::write(projectDirectory, document, backgrounds);
-}
-
 void ProjectLifecycle::offerRecovery()
 {
-    RecoveryFile::Content recovery;
+    RecoveryFile::Content kept;
     if (!isProjectOpen || changed || !RecoveryFile::isNewerThanDocument(projectDirectory)
-        || !RecoveryFile::read(projectDirectory, &recovery))
+        || !RecoveryFile::read(projectDirectory, &kept))
         return;
     int answer = 1;
     ConfirmationDialog dialog(
         QStringList{tr("Velmora was closed with unsaved changes to this project."),
-                    tr("They were kept on %1.").arg(QLocale().toString(recovery.written, QLocale::ShortFormat)),
+                    tr("They were kept on %1.").arg(QLocale().toString(kept.written, QLocale::ShortFormat)),
                     tr("Restore them?")},
         tr("Recover Unsaved Changes"), &answer, window, ConfirmationDialog::YesNo);
     dialog.exec();
@@ -337,7 +329,7 @@ void ProjectLifecycle::offerRecovery()
         return;
     }
     HudDocument document;
-    document.setDocument(recovery.document, recovery.backgrounds);
+    document.setDocument(kept.document, kept.backgrounds);
     documentRoot = document.root;
     huds->show(document);
     // Restored work is unsaved work until the user saves it.
@@ -389,6 +381,6 @@ void ProjectLifecycle::whenDocumentChangedOnDisk(bool removed)
     // The same place in the list, when the list still has it.
     if (currentIndex >= 0 && currentIndex < tree->rowCount())
         huds->widget()->tree()->setCurrentRow(tree->row(currentIndex));
-    RecoveryFile::remove(projectDirectory);
+    recovery->remove(projectDirectory);
     setNotice(tr("\"VelmoraHUD.json\" was changed by another program and has been reloaded."));
 }

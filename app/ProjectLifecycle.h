@@ -12,6 +12,7 @@ class GameUIEditor;
 class HudDocument;
 class HudListController;
 class QTimer;
+class RecoveryWriter;
 class QWidget;
 
 // The life of the open project inside the main window: choosing and opening
@@ -79,8 +80,6 @@ signals:
 private slots:
     // The document was changed by another program.
     void whenDocumentChangedOnDisk(bool removed);
-    // Keeps the unsaved document in the recovery file.
-    void writeRecovery();
     // Offers the recovery file of the open project when it is newer than the document.
     void offerRecovery();
 
@@ -112,7 +111,7 @@ private:
     QString statusNotice;
 
     DocumentWatcher* documentWatcher = nullptr;
-    QTimer* autosaveTimer = nullptr;
+    RecoveryWriter* recovery = nullptr;
     // A question about the document on disk is up; another change waits for it.
     bool askingAboutDisk = false;
 };
