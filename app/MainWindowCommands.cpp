@@ -3,7 +3,11 @@
 #include "app/VelmoMainTitleBar.h"
 #include "app/VelmoMainWindow.h"
 
+#include "widgets/InflateButton.h"
+
 #include <QAction>
+#include <QMenu>
+#include <QShortcut>
 
 MainWindowCommands::MainWindowCommands(VelmoMainWindow* window, VelmoMainTitleBar* bar)
     : QObject(window), bar(bar)
@@ -30,6 +34,25 @@ MainWindowCommands::MainWindowCommands(VelmoMainWindow* window, VelmoMainTitleBa
         connect(entry.first, &QAction::triggered, window, entry.second);
     bar->Action_Undo->setEnabled(false);
     bar->Action_Redo->setEnabled(false);
+
+    // A disabled action takes no shortcut; this one stands in for Run's
+    // while Run is off and says why in the status line.
+    runShortcut = new QShortcut(bar->Action_Run->shortcut(), window);
+    runShortcut->setEnabled(false);
+    connect(runShortcut, &QShortcut::activated, this, [this]() { emit unavailableCommand(runReason); });
+    runDescription = bar->run->property("mtt_desc").toString();
+    bar->Menu_Project->setToolTipsVisible(true);
+}
+
+QString MainWindowCommands::whyNoRun(const State& state)
+{
+    if (!state.projectOpen)
+        return tr("Open a project to run its game.");
+    if (!state.runBlocker.isEmpty())
+        return state.runBlocker;
+    if (state.gameRunning)
+        return tr("The game is running already; Stop ends it.");
+    return QString();
 }
 
 void MainWindowCommands::apply(const State& state)
@@ -41,6 +64,11 @@ void MainWindowCommands::apply(const State& state)
     bar->Action_CloseProject->setEnabled(open);
     const bool canRun = open && state.runBlocker.isEmpty();
     bar->Action_Run->setEnabled(canRun && !state.gameRunning);
+    // A Run that is off says what is missing, in its tool-tip and on its key.
+    runReason = whyNoRun(state);
+    bar->Action_Run->setToolTip(runReason.isEmpty() ? bar->Action_Run->text() : runReason);
+    bar->run->setProperty("mtt_desc", runReason.isEmpty() ? runDescription : runReason);
+    runShortcut->setEnabled(!runReason.isEmpty());
     bar->Action_Stop->setEnabled(canRun && state.gameRunning);
     bar->Action_ProjectExplorer->setEnabled(open);
     bar->Action_Settings->setEnabled(open);

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 
+class QShortcut;
 class VelmoMainTitleBar;
 class VelmoMainWindow;
 
@@ -32,6 +33,16 @@ public:
     void applyUndo(const State& state);
     void applyZoom(const State& state);
 
+signals:
+    // The shortcut of a command that can't run now was pressed; why it can't.
+    void unavailableCommand(const QString& reason);
+
 private:
+    // Why Run can't run now; empty when it can.
+    static QString whyNoRun(const State& state);
+
     VelmoMainTitleBar* bar;
+    QShortcut* runShortcut;
+    QString runDescription;
+    QString runReason;
 };

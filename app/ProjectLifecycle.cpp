@@ -70,12 +70,25 @@ void ProjectLifecycle::keepChangedState(bool value)
     recovery->writeNow();
 }
 
+QString ProjectLifecycle::locationProblem() const
+{
+    if (!location.isEmpty())
+        return QString();
+    if (!rejectedLocation.isEmpty())
+        return tr("No game runtime (\"nwjs-win\" or \"nwjs-lin\") was found in the RPG Maker MZ location \"%1\".")
+            .arg(QDir::toNativeSeparators(rejectedLocation));
+    return tr("No RPG Maker MZ location is set: \"EditorLocation\" in the settings file names the folder of "
+              "RPG Maker MZ, the one that holds \"nwjs-win\" or \"nwjs-lin\".");
+}
+
 void ProjectLifecycle::openStartProject()
 {
     SettingsStore store;
     location = store.value(QStringLiteral("EditorLocation")).toString();
-    if (!GameRunner::isValidLocation(location))
+    if (!GameRunner::isValidLocation(location)) {
+        rejectedLocation = location;
         location.clear();
+    }
     if (store.contains(QStringLiteral("BackgroundDarken")))
         editor->editorScene()->setDarkness(store.value(QStringLiteral("BackgroundDarken")).toDouble());
 
@@ -179,7 +192,11 @@ bool ProjectLifecycle::loadHUDs()
 
 void ProjectLifecycle::chooseAndOpen()
 {
-    const QString start = QStandardPaths::displayName(QStandardPaths::DesktopLocation);
+    // Where the user worked last, or home: never a made-up file name.
+    QString start = isProjectOpen ? projectDirectory.absolutePath()
+                                  : SettingsStore().value(QStringLiteral("Project")).toString();
+    if (start.isEmpty() || !QFileInfo(start).isDir())
+        start = QDir::homePath();
     const QString chosen = QFileDialog::getOpenFileName(window, tr("RPG Maker MZ Project"), start,
                                                         QStringLiteral("RPG Maker Project (*.rmmzproject)"));
     if (chosen.isEmpty())

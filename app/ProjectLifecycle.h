@@ -41,6 +41,9 @@ public:
     const QJsonObject* data() const { return &projectData; }
     QSize screenSize() const;
     QString editorLocation() const { return location; }
+    // What keeps the game from running for want of a runtime, in a sentence;
+    // empty when the RPG Maker location holds one.
+    QString locationProblem() const;
     const OpenReport& lastOpenReport() const { return openReport; }
     // What the status bar says beside the project, until the next opening.
     QString notice() const { return statusNotice; }
@@ -100,6 +103,8 @@ private:
     QDir projectDirectory;
     QJsonObject projectData;
     QString location;
+    // A stored location that holds no runtime, kept to say so.
+    QString rejectedLocation;
     bool isProjectOpen = false;
     bool changed = false;
 

@@ -103,6 +103,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     huds->setup();
     connect(huds, &HudListController::changed, lifecycle, &ProjectLifecycle::markChanged);
     setupComponentList();
+    form.statusLabel->installEventFilter(this);
     huds->setScreenSize(QSize(ProjectData::DefaultScreenWidth, ProjectData::DefaultScreenHeight));
     form.editor->editorScene()->loadTile();
 
@@ -118,6 +119,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
         connect(titleBar->systemMenuButton(), &QPushButton::clicked, this, &VelmoMainWindow::showSystemMenu);
     }
     commands = new MainWindowCommands(this, titleBar);
+    connect(commands, &MainWindowCommands::unavailableCommand, lifecycle, &ProjectLifecycle::setNotice);
 
     form.editor->editorScene()->setUndoCallback([this](int undo, int redo) { whenUndoStateChanged(undo, redo); });
     form.editor->setZoomCallback([this](int in, int out) { whenZoomStateChanged(in, out); });
@@ -302,8 +304,7 @@ MainWindowCommands::State VelmoMainWindow::commandState() const
     state.canZoomIn = canZoomIn;
     state.canZoomOut = canZoomOut;
     state.gameRunning = gameProcess != nullptr;
-    if (lifecycle->editorLocation().isEmpty())
-        state.runBlocker = tr("No RPG Maker MZ location is set.");
+    state.runBlocker = lifecycle->locationProblem();
     return state;
 }
 
@@ -329,10 +330,16 @@ void VelmoMainWindow::updateCommandStates()
     if (!notice.isEmpty())
         status = status.isEmpty() ? notice : notice + QStringLiteral("  \u2014  ") + status;
     form.statusLabel->setText(status);
+    // The strip holds one line: a long notice is read whole on hover and on a click.
     form.statusLabel->setToolTip(notice);
+    form.statusLabel->setCursor(notice.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
 
-    setWindowTitle(open ? QStringLiteral("%1[*] \u2014 %2").arg(lifecycle->directory().dirName(), tr("Velmora"))
-                        : tr("Velmora"));
+    // RPG Maker names a project by its game's title.
+    QString name = lifecycle->data()->value(QStringLiteral("System.json")).toObject()
+                       .value(QStringLiteral("gameTitle")).toString().trimmed();
+    if (name.isEmpty())
+        name = lifecycle->directory().dirName();
+    setWindowTitle(open ? QStringLiteral("%1[*] \u2014 %2").arg(name, tr("Velmora")) : tr("Velmora"));
     setWindowModified(open && changed);
     titleBar->update();
 }
@@ -371,6 +378,10 @@ bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
         && QApplication::overrideCursor()->shape() == Qt::BlankCursor
         && !(QApplication::mouseButtons() & Qt::LeftButton))
         QApplication::restoreOverrideCursor();
+    if (watched == form.statusLabel && event->type() == QEvent::MouseButtonRelease) {
+        showWholeNotice();
+        return true;
+    }
     QWidget* widget = qobject_cast<QWidget*>(watched);
     if (!widget || widget == this || widget->window() != this)
         return QMainWindow::eventFilter(watched, event);
@@ -394,6 +405,16 @@ bool VelmoMainWindow::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+void VelmoMainWindow::showWholeNotice()
+{
+    const QString notice = lifecycle->notice();
+    if (notice.isEmpty())
+        return;
+    AlertDialog dialog(notice.toHtmlEscaped(), tr("Status"), this);
+    dialog.label()->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    dialog.exec();
 }
 
 void VelmoMainWindow::InstallInMZ()
@@ -571,6 +592,16 @@ void VelmoMainWindow::whenGameFailed(QProcess::ProcessError error)
 
 void VelmoMainWindow::OpenProjectDirectory()
 {
-    if (lifecycle->isOpen())
-        QDesktopServices::openUrl(QUrl::fromLocalFile(lifecycle->directory().absolutePath()));
+    if (!lifecycle->isOpen())
+        return;
+    const QString folder = lifecycle->directory().absolutePath();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
+        AlertDialog dialog(tr("No file manager could be started to show the project folder. "
+                              "Its path, to copy:"),
+                           tr("Show Project in Explorer"), this);
+        dialog.label()->setText(dialog.label()->text() + QStringLiteral("<br><br>")
+                                + QDir::toNativeSeparators(folder).toHtmlEscaped());
+        dialog.label()->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+        dialog.exec();
+    }
 }

@@ -121,6 +121,8 @@ private:
     void whenUndoStateChanged(int undo, int redo);
     void whenZoomStateChanged(int in, int out);
     void setupComponentList();
+    // The whole notice of the status line, which may run past its end.
+    void showWholeNotice();
     // The game couldn't be started: the editor says why and forgets it.
     void whenGameFailed(QProcess::ProcessError error);
     // The page, the commands, the status line and the title follow the project.

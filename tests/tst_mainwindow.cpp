@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QJsonArray>
+#include <QLineEdit>
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QMenu>
@@ -92,13 +93,25 @@ private slots:
     void init() { SettingsStore().clear(); }
     void cleanup() { window.reset(); }
 
+    // A game without a title (or with one of blanks) is named by its folder.
+    void titleFallsBackToTheFolderName()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("untitled"));
+        const QString system = project + QStringLiteral("/data/System.json");
+        QJsonObject data = QJsonDocument::fromJson(TestEnvironment::readFile(system)).object();
+        data.insert(QStringLiteral("gameTitle"), QStringLiteral("  "));
+        TestEnvironment::writeFile(system, QJsonDocument(data).toJson());
+        openWindow(project);
+        QCOMPARE(window->windowTitle(), QStringLiteral("%1[*] \u2014 Velmora").arg(QDir(project).dirName()));
+    }
+
     void freshProjectOpensFromTemplates()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("sample"));
         openWindow(project);
         QVERIFY(editorPageShown());
-        // The title names the project and marks unsaved work.
-        QCOMPARE(window->windowTitle(), QStringLiteral("sample-1[*] \u2014 Velmora"));
+        // The title names the project by its game title and marks unsaved work.
+        QCOMPARE(window->windowTitle(), QStringLiteral("Velmora Sample[*] \u2014 Velmora"));
         QVERIFY(!window->isWindowModified());
         QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
@@ -498,8 +511,18 @@ private slots:
         window.reset(new VelmoMainWindow(2, false, QString(), QString()));
         window->show();
 
-        // Unreadable: the templates stand in, and the status bar says so.
-        QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("not valid JSON")));
+        // Unreadable: the templates stand in, and the status bar says so. The
+        // notice runs past the end of a 1280-pixel window's strip; a click on
+        // it shows all of it.
+        window->resize(1280, 800);
+        QLabel* status = window->findChild<QLabel*>(QStringLiteral("statusText"));
+        QVERIFY(status->text().contains(QStringLiteral("not valid JSON")));
+        const QString notice = window->lastOpenReport().message;
+        QVERIFY(status->toolTip().contains(notice));
+        Seen seen = answering([&] { QTest::mouseClick(status, Qt::LeftButton, Qt::NoModifier, QPoint(10, 8)); },
+                              {press("okButton")});
+        QVERIFY2(seen.text.contains(notice.toHtmlEscaped()), qPrintable(seen.text));
+        QVERIFY(seen.text.contains(QStringLiteral("kept as a backup before the first save")));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
 
         window->SaveProject();
@@ -634,12 +657,19 @@ private slots:
         QVERIFY2(version.count(QLatin1Char('.')) == 2, qPrintable(printed));
         QVERIFY2(seen.text.contains(QStringLiteral("Version %1").arg(version)), qPrintable(seen.text));
 
+        // The file dialog opens in the open project's folder with no file
+        // name filled in.
         QString title;
+        QString folder;
+        QString fileName = QStringLiteral("unseen");
         QTimer chooser;
         chooser.setInterval(5);
         connect(&chooser, &QTimer::timeout, [&]() {
             if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
                 title = dialog->windowTitle();
+                folder = dialog->directory().absolutePath();
+                if (QLineEdit* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+                    fileName = name->text();
                 QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
             }
         });
@@ -649,6 +679,8 @@ private slots:
         QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
         chooser.stop();
         QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
+        QCOMPARE(folder, QDir(project).absolutePath());
+        QCOMPARE(fileName, QString());
 
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
         pressSave();

@@ -302,6 +302,18 @@ private slots:
         QCOMPARE(catcher.urls.size(), 1);
         QCOMPARE(catcher.urls.first().toLocalFile(), QDir(project).absolutePath());
 
+        // With no program to show folders the user is told, with the path.
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", TestEnvironment::newFolder(QStringLiteral("no-programs")).toUtf8());
+        const QByteArray browser = qgetenv("BROWSER");
+        qunsetenv("BROWSER");
+        Seen seen = answering([&] { action("Action_ProjectExplorer")->trigger(); }, {press("okButton")});
+        qputenv("PATH", path);
+        if (!browser.isEmpty())
+            qputenv("BROWSER", browser);
+        QCOMPARE(seen.title, QStringLiteral("Show Project in Explorer"));
+        QVERIFY2(seen.text.contains(QDir::toNativeSeparators(QDir(project).absolutePath())), qPrintable(seen.text));
+
         // A game outlives its project, but Stop needs an open project.
         key(Qt::Key_R);
         QVERIFY(window->runningGame());
@@ -320,6 +332,23 @@ private slots:
         QStringList noRuntime = openCommands;
         noRuntime.removeOne(QStringLiteral("Action_Run"));
         QCOMPARE(enabledCommands(), sorted(noRuntime));
+        // Run says what it lacks, in its tool-tip and when its key is pressed.
+        QVERIFY2(action("Action_Run")->toolTip().contains(QStringLiteral("No RPG Maker MZ location is set")),
+                 qPrintable(action("Action_Run")->toolTip()));
+        QVERIFY(window->findChild<QWidget*>(QStringLiteral("run"))->property("mtt_desc").toString().contains(
+            QStringLiteral("EditorLocation")));
+        key(Qt::Key_R);
+        QVERIFY2(status().contains(QStringLiteral("No RPG Maker MZ location is set")), qPrintable(status()));
+        QVERIFY(!window->runningGame());
+
+        // A location that holds no runtime is named.
+        window.reset();
+        const QString empty = TestEnvironment::newFolder(QStringLiteral("not-mz"));
+        SettingsStore().setValue(QStringLiteral("EditorLocation"), empty);
+        openWindow(project);
+        key(Qt::Key_R);
+        QVERIFY2(status().contains(QStringLiteral("No game runtime")) && status().contains(empty), qPrintable(status()));
+        QVERIFY(action("Action_Run")->toolTip().contains(empty));
     }
 
     void saveOnAFullDiskKeepsTheDocument()

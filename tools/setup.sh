@@ -11,7 +11,7 @@ VELMORA_PACKAGES=(
     qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev libwoff-dev
     woff-tools woff2
     fontconfig fonts-dejavu-core python3
-    xvfb xauth x11-utils imagemagick openbox
+    xvfb xauth x11-utils imagemagick openbox xdg-utils
 )
 
 velmora_missing_packages() {
