@@ -119,7 +119,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     setupHudList();
     setupComponentList();
     editor->editorScene()->setScreenSize(screenWidth, screenHeight);
-    editor->editorScene()->loadTile();
+    editor->editorScene()->setTile(QImage(PathManager::resourcePath("resources/Editor/Tile.png")));
 
     titleBar = new VelmoMainTitleBar(windowStyle, nativeMenuBar, this);
     setMenuWidget(titleBar);
@@ -965,7 +965,7 @@ void VelmoMainWindow::saveWindowState()
     store.setValue(QStringLiteral("Geometry"), normalGeometry());
     store.setValue(QStringLiteral("IsMaximized"), isMaximized());
     store.setValue(QStringLiteral("EditorLocation"), editorLocation);
-    store.setValue(QStringLiteral("BackgroundDarken"), editor->editorScene()->darkness);
+    store.setValue(QStringLiteral("BackgroundDarken"), editor->editorScene()->darkness());
 }
 
 void VelmoMainWindow::updateCommandStates()

@@ -4,6 +4,7 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
@@ -86,36 +87,36 @@ private slots:
                                  {"Children", QJsonArray{shape(6, 40, 40)}}};
         editor.scene->loadFromJson(QJsonArray{shape(1, 200, 200), shape(2, 220, 200), shape(3, 240, 200), window});
         editor.show();
-        UIComponentBase* low = editor.scene->components.at(0);
-        UIComponentBase* middle = editor.scene->components.at(1);
-        UIComponentBase* top = editor.scene->components.at(2);
+        UIComponentBase* low = editor.scene->components().at(0);
+        UIComponentBase* middle = editor.scene->components().at(1);
+        UIComponentBase* top = editor.scene->components().at(2);
 
         // An unselected overlap: the topmost one.
         editor.click(QPointF(225, 200));
-        QCOMPARE(editor.scene->selectedComponent, top);
+        QCOMPARE(editor.scene->selectedComponent(), top);
         QCOMPARE(editor.list->tree()->currentRow(), editor.scene->rowOfComponent(top));
 
         // The lowest selected from the list; a click where all three overlap keeps it.
         editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(low));
-        QCOMPARE(editor.scene->selectedComponent, low);
+        QCOMPARE(editor.scene->selectedComponent(), low);
         editor.click(QPointF(225, 200));
-        QCOMPARE(editor.scene->selectedComponent, low);
+        QCOMPARE(editor.scene->selectedComponent(), low);
         QVERIFY(low->selected && !top->selected && !middle->selected);
 
         // Empty canvas: nothing selected.
         editor.click(QPointF(50, 550));
-        QVERIFY(!editor.scene->selectedComponent);
+        QVERIFY(!editor.scene->selectedComponent());
 
         // The parent selected, a click on its child goes down into the child,
         // and the next click on the same point keeps the child.
-        UIComponentBase* parent = editor.scene->components.at(3);
-        UIComponentBase* child = editor.scene->components.at(4);
+        UIComponentBase* parent = editor.scene->components().at(3);
+        UIComponentBase* child = editor.scene->components().at(4);
         editor.click(QPointF(560, 260));
-        QCOMPARE(editor.scene->selectedComponent, parent);
+        QCOMPARE(editor.scene->selectedComponent(), parent);
         editor.click(QPointF(620, 320));
-        QCOMPARE(editor.scene->selectedComponent, child);
+        QCOMPARE(editor.scene->selectedComponent(), child);
         editor.click(QPointF(620, 320));
-        QCOMPARE(editor.scene->selectedComponent, child);
+        QCOMPARE(editor.scene->selectedComponent(), child);
     }
 
     void loadAndSaveKeepsTheDocument_data()
@@ -165,8 +166,8 @@ private slots:
         editor.scene->loadFromJson(hud);
         QCOMPARE(editor.scene->toJson(), expectedBack(hud));
         // A load has nothing to undo, selects nothing and leaves no current row.
-        QVERIFY(editor.scene->undoStack.empty());
-        QVERIFY(!editor.scene->selectedComponent);
+        QVERIFY(editor.scene->undoRecorder().undoStack().empty());
+        QVERIFY(!editor.scene->selectedComponent());
         QVERIFY(!editor.list->tree()->currentRow());
         checkConsistent(editor.scene);
     }
@@ -178,19 +179,19 @@ private slots:
         editor.helper->nextType = 6;
         // A double-click on the empty canvas creates where it was clicked.
         QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(300, 200)));
-        QCOMPARE(editor.scene->components.size(), 1);
-        UIComponentBase* created = editor.scene->components.first();
+        QCOMPARE(editor.scene->components().size(), 1);
+        UIComponentBase* created = editor.scene->components().first();
         QCOMPARE(created->absoluteXY(), QPoint(300, 200));
-        QCOMPARE(editor.scene->selectedComponent, created);
+        QCOMPARE(editor.scene->selectedComponent(), created);
         QCOMPARE(editor.list->tree()->currentRow()->text(0), QStringLiteral("C1"));
-        QCOMPARE(editor.scene->undoStack.size(), size_t(1));
-        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Created));
+        QCOMPARE(editor.scene->undoRecorder().undoStack().size(), size_t(1));
+        QCOMPARE(editor.scene->undoRecorder().undoStack().back().kind, int(UndoRecord::Created));
 
         // A child of the group lands in the group's row, opened.
         editor.helper->nextType = 1;
-        editor.scene->pastePosition = QPointF(320, 210);
+        editor.scene->setPastePosition(QPointF(320, 210));
         editor.view->createAComponentChild();
-        UIComponentBase* child = editor.scene->components.at(1);
+        UIComponentBase* child = editor.scene->components().at(1);
         QCOMPARE(child->parentComponent, created);
         QCOMPARE(child->absoluteXY(), QPoint(320, 210));
         QVERIFY(editor.scene->rowOfComponent(created)->isExpanded());
@@ -199,9 +200,9 @@ private slots:
         editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
         editor.list->tree()->setFocus();
         QTest::keyClick(editor.list->tree(), Qt::Key_Delete);
-        QVERIFY(editor.scene->components.isEmpty());
-        QCOMPARE(editor.scene->removedComponents.size(), 2);
-        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
+        QVERIFY(editor.scene->components().isEmpty());
+        QCOMPARE(editor.scene->removedComponents().size(), 2);
+        QCOMPARE(editor.scene->undoRecorder().undoStack().back().kind, int(UndoRecord::Deleted));
         checkConsistent(editor.scene);
 
         // Double-clicking a list row with children never opens the dialog.
@@ -215,7 +216,7 @@ private slots:
         editor.scene->loadFromJson(QJsonArray{shape(1, 100, 100), group(2, 200, 200, QJsonArray{shape(3, 0, 0)})});
         UltimateTree* tree = editor.list->tree();
         auto anyComponent = [&]() -> UIComponentBase* {
-            const QList<UIComponentBase*>& all = editor.scene->components;
+            const QList<UIComponentBase*>& all = editor.scene->components();
             return all.isEmpty() ? nullptr : all.at(random.bounded(all.size()));
         };
         for (int step = 0; step < 200; ++step) {
@@ -224,7 +225,7 @@ private slots:
             switch (action) {
             case 0: // create, top-level or as a child of a container
                 editor.helper->nextType = random.bounded(3) == 0 ? 6 : random.bounded(14);
-                editor.scene->pastePosition = QPointF(random.bounded(800), random.bounded(600));
+                editor.scene->setPastePosition(QPointF(random.bounded(800), random.bounded(600)));
                 if (picked && picked->canHaveChildren() && random.bounded(2)) {
                     editor.scene->select(picked);
                     editor.view->createAComponentChild();
@@ -257,7 +258,7 @@ private slots:
                 break;
             case 4: // select from the list
                 tree->setCurrentRow(picked ? editor.scene->rowOfComponent(picked) : nullptr);
-                QCOMPARE(editor.scene->selectedComponent, picked);
+                QCOMPARE(editor.scene->selectedComponent(), picked);
                 break;
             default: // open or close a row
                 if (picked)
@@ -267,7 +268,7 @@ private slots:
             checkConsistent(editor.scene);
             if (QTest::currentTestFailed())
                 QFAIL(qPrintable(QStringLiteral("after step %1 (action %2)").arg(step).arg(action)));
-            QCOMPARE(editor.scene->order, editor.scene->orderFromList());
+            QCOMPARE(editor.scene->order(), editor.scene->orderFromList());
         }
         // What the list shows is what is saved: the same tree of ids.
         std::function<QJsonValue(const QJsonObject&)> ids = [&](const QJsonObject& object) -> QJsonValue {
@@ -282,7 +283,7 @@ private slots:
         QJsonArray saved;
         for (const QJsonValue& value : editor.scene->toJson())
             saved.append(ids(value.toObject()));
-        QCOMPARE(saved, editor.scene->order);
+        QCOMPARE(saved, editor.scene->order());
     }
 
     void theComponentLimitRefusesWholeAndSays()
@@ -292,15 +293,15 @@ private slots:
         QJsonArray many = manyShapes(500);
         many.append(group(501, 0, 0, QJsonArray()));
         editor.scene->loadFromJson(many);
-        editor.scene->select(editor.scene->components.last());
+        editor.scene->select(editor.scene->components().last());
         const QJsonArray before = editor.scene->toJson();
         const QStringList titles = dialogsDuring([&]() { editor.view->createACenteredComponent(); });
         QCOMPARE(titles, QStringList{QStringLiteral("Component Limit")});
         // The selector never ran, and nothing was made, numbered or recorded.
         QCOMPARE(editor.helper->asked, 0);
         QCOMPARE(rowCount(nullptr, editor.list->tree()), 501);
-        QCOMPARE(editor.scene->idCounter, 501);
-        QVERIFY(editor.scene->undoStack.empty());
+        QCOMPARE(editor.scene->idCounter(), 501);
+        QVERIFY(editor.scene->undoRecorder().undoStack().empty());
         QCOMPARE(editor.scene->toJson(), before);
 
         // A paste is refused the same way, also into a container.
@@ -311,7 +312,7 @@ private slots:
         // One fewer, and a new one fits again.
         editor.view->deleteAComponent();
         editor.scene->createAComponent(nullptr);
-        QCOMPARE(editor.scene->components.size(), 501);
+        QCOMPARE(editor.scene->components().size(), 501);
         QCOMPARE(editor.helper->asked, 1);
     }
 

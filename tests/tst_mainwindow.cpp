@@ -43,7 +43,7 @@ using TestEnvironment::press;
 QSize sceneSize(VelmoMainWindow* window)
 {
     const GameUIEditorScene* scene = window->editorView()->editorScene();
-    return QSize(scene->screenWidth, scene->screenHeight);
+    return QSize(scene->screenWidth(), scene->screenHeight());
 }
 
 }
