@@ -8,6 +8,7 @@
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
+#include <QSignalBlocker>
 #include <QVector>
 
 namespace {
