@@ -290,7 +290,7 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     {
         OffscreenEditor offscreen(&projectData);
         GameUIEditorScene* scene = offscreen.scene();
-        scene->loadTile();
+        scene->setTile(QImage(PathManager::resourcePath("resources/Editor/Tile.png")));
         if (options.background)
             scene->setDarkness(SettingsStore().value(QStringLiteral("BackgroundDarken"), 0.0).toDouble());
         loadProjectFonts(folder, projectData.value(QStringLiteral("System.json")).toObject(), scene, out);
@@ -310,8 +310,8 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
                         << " can't be read; the canvas tile stands in\n";
             }
             scene->setBackgroundImage(background);
-            const int width = int(scene->canvasRect.width());
-            const int height = int(scene->canvasRect.height());
+            const int width = int(scene->canvasRect().width());
+            const int height = int(scene->canvasRect().height());
             // Beyond this a picture is no use as a preview and may not fit in memory.
             const bool drawable = width > 0 && height > 0 && width <= 32768 && height <= 32768;
             const QImage image = drawable ? scene->canvasImage(options.background) : QImage();

@@ -324,7 +324,7 @@ void ProjectLifecycle::saveWindowState()
     store.setValue(QStringLiteral("Geometry"), window->normalGeometry());
     store.setValue(QStringLiteral("IsMaximized"), window->isMaximized());
     store.setValue(QStringLiteral("EditorLocation"), location);
-    store.setValue(QStringLiteral("BackgroundDarken"), editor->editorScene()->darkness);
+    store.setValue(QStringLiteral("BackgroundDarken"), editor->editorScene()->darkness());
 }
 
 void ProjectLifecycle::offerRecovery()

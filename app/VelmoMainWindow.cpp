@@ -105,7 +105,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     setupComponentList();
     form.statusLabel->installEventFilter(this);
     huds->setScreenSize(QSize(ProjectData::DefaultScreenWidth, ProjectData::DefaultScreenHeight));
-    form.editor->editorScene()->loadTile();
+    form.editor->editorScene()->setTile(QImage(PathManager::resourcePath("resources/Editor/Tile.png")));
 
     titleBar = new VelmoMainTitleBar(windowStyle, nativeMenuBar, this);
     setMenuWidget(titleBar);

@@ -2,6 +2,7 @@
 
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainTitleBar.h"
 #include "MainWindowFixture.h"
@@ -23,6 +24,7 @@
 #include <QSignalSpy>
 #include <QLabel>
 #include <QMimeData>
+#include <QPainter>
 #include <QPushButton>
 #include <QTimer>
 #include "widgets/UltimateTree.h"
@@ -46,7 +48,7 @@ using TestEnvironment::press;
 QSize sceneSize(VelmoMainWindow* window)
 {
     const GameUIEditorScene* scene = window->editorView()->editorScene();
-    return QSize(scene->screenWidth, scene->screenHeight);
+    return QSize(scene->screenWidth(), scene->screenHeight());
 }
 
 }
@@ -133,6 +135,26 @@ private slots:
         QCOMPARE(written.value(QStringLiteral("Data")).toArray(),
                  QJsonArray({QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}),
                              QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}})}));
+    }
+
+    // A canvas without a background picture shows the editor's tile, which
+    // the window hands to the scene it builds.
+    void theCanvasIsTiledWithTheEditorTile()
+    {
+        openWindow(TestEnvironment::makeProject(QStringLiteral("tiled")));
+        GameUIEditorScene* scene = window->editorView()->editorScene();
+        for (UIComponentBase* component : scene->components())
+            component->setVisible(false);
+        const QImage tile = QImage(QStringLiteral(":/resources/Editor/Tile.png")).convertToFormat(QImage::Format_ARGB32);
+        QVERIFY(!tile.isNull());
+        QImage shot(40, 40, QImage::Format_ARGB32);
+        shot.fill(Qt::magenta);
+        {
+            QPainter painter(&shot);
+            scene->render(&painter, QRectF(0, 0, 40, 40), QRectF(0, 0, 40, 40));
+        }
+        for (const QPoint& at : {QPoint(0, 0), QPoint(5, 11), QPoint(17, 3), QPoint(39, 39)})
+            QCOMPARE(QColor(shot.pixel(at)), QColor(tile.pixel(at.x() % tile.width(), at.y() % tile.height())));
     }
 
     void notAProjectShowsTheOpenPage()
