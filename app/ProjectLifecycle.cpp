@@ -57,14 +57,32 @@ void ProjectLifecycle::setNotice(const QString& text)
 
 void ProjectLifecycle::markChanged()
 {
+    changedOutsideUndo = true;
     changed = true;
     recovery->schedule();
     emit stateChanged();
 }
 
+void ProjectLifecycle::undoPositionChanged()
+{
+    changed = changedOutsideUndo || editor->editorScene()->undoPosition() != savedUndoPosition;
+    if (changed)
+        recovery->schedule();
+    emit stateChanged();
+}
+
+void ProjectLifecycle::takeUndoPositionAsSaved(bool otherChanges)
+{
+    changedOutsideUndo = otherChanges;
+    changed = otherChanges;
+    savedUndoPosition = editor->editorScene()->undoPosition();
+}
+
 void ProjectLifecycle::keepChangedState(bool value)
 {
-    changed = value;
+    // The HUD's history starts afresh; the edits of the HUD left behind can
+    // no longer be undone, so they count as other changes.
+    takeUndoPositionAsSaved(value);
     emit stateChanged();
     // What the canvas held is now in the list: a good moment to keep it.
     recovery->writeNow();
@@ -140,10 +158,10 @@ void ProjectLifecycle::openAt(const QString& path)
                 openReport.details.append(tr("... and %1 more.").arg(problems.size() - shown));
         }
         // Nothing of the project left behind is unsaved work of this one.
-        changed = false;
+        takeUndoPositionAsSaved(false);
         if (!loadHUDs())
             return openAt(QString());
-        changed = false;
+        takeUndoPositionAsSaved(false);
         if (isProjectOpen) {
             // A project opens with its screen fitted into the view.
             editor->fitZoom();
@@ -227,7 +245,7 @@ void ProjectLifecycle::reload()
 void ProjectLifecycle::save()
 {
     if (!isProjectOpen) {
-        changed = false;
+        takeUndoPositionAsSaved(false);
         return;
     }
     huds->storeSceneIntoCurrent();
@@ -258,7 +276,7 @@ void ProjectLifecycle::save()
     } else {
         documentRoot = document;
         documentRoot.remove(HudDocument::KeyData);
-        changed = false;
+        takeUndoPositionAsSaved(false);
         recovery->remove(projectDirectory);
         documentWatcher->acknowledge();
     }
@@ -350,7 +368,7 @@ void ProjectLifecycle::offerRecovery()
     documentRoot = document.root;
     huds->show(document);
     // Restored work is unsaved work until the user saves it.
-    changed = true;
+    takeUndoPositionAsSaved(true);
     setNotice(tr("The unsaved changes were restored; save to keep them."));
 }
 
@@ -393,7 +411,7 @@ void ProjectLifecycle::whenDocumentChangedOnDisk(bool removed)
     const int currentIndex = tree->currentRow() ? tree->indexOfRow(tree->currentRow()) : -1;
     documentRoot = document.root;
     damagedHudFile = false;
-    changed = false;
+    takeUndoPositionAsSaved(false);
     huds->show(document);
     // The same place in the list, when the list still has it.
     if (currentIndex >= 0 && currentIndex < tree->rowCount())

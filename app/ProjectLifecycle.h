@@ -70,8 +70,11 @@ public:
     // Saves on outcome 0; false when that save failed.
     bool saveIfAsked(int outcome);
 
-    // Marks unsaved changes, as every edit does.
+    // Marks unsaved changes, as every edit outside the canvas's undo history does.
     void markChanged();
+    // The canvas moved along its undo history: the project is unsaved unless
+    // it stands where it was saved and nothing else changed since.
+    void undoPositionChanged();
     // Loading another HUD into the canvas is no edit: the state from before
     // comes back once the HUD is there.
     void keepChangedState(bool value);
@@ -107,6 +110,15 @@ private:
     QString rejectedLocation;
     bool isProjectOpen = false;
     bool changed = false;
+    // Unsaved work that the canvas's undo history can't take back: edits of
+    // the HUD list, arrow-key moves, edits of another HUD.
+    bool changedOutsideUndo = false;
+    // Where the canvas's undo history stood when the project was last saved
+    // (or the HUD loaded).
+    quint64 savedUndoPosition = 0;
+
+    // From here on the canvas's present state counts as the saved one.
+    void takeUndoPositionAsSaved(bool otherChanges);
 
     // Root keys of the document other than "Data", written back on saving.
     QJsonObject documentRoot;

@@ -181,9 +181,9 @@ void VelmoMainWindow::whenUndoStateChanged(int undo, int redo)
     mirrorState(undo, canUndo);
     mirrorState(redo, canRedo);
     commands->applyUndo(commandState());
-    // Every step that can be undone or redone is an unsaved change.
-    if (undo == 1 || redo == 1)
-        lifecycle->markChanged();
+    // A step done, undone or redone: unsaved unless back where it was saved.
+    if (undo == 1 || redo == 1 || undo == 2 || redo == 2)
+        lifecycle->undoPositionChanged();
 }
 
 void VelmoMainWindow::whenZoomStateChanged(int in, int out)

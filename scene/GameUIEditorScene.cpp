@@ -217,6 +217,11 @@ void GameUIEditorScene::revive(UIComponentBase* component)
     allComponents.append(component);
 }
 
+quint64 GameUIEditorScene::undoPosition() const
+{
+    return recorder->position();
+}
+
 void GameUIEditorScene::clear()
 {
     listSync->clear();

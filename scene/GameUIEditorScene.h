@@ -144,6 +144,8 @@ public:
     // False during a drag.
     bool wheelZoomAllowed() const { return wheelZoomOn; }
     const SceneUndoRecorder& undoRecorder() const { return *recorder; }
+    // The state the HUD is in along its undo history (see SceneUndoRecorder::position).
+    quint64 undoPosition() const;
     const ComponentListSync& componentListSync() const { return *listSync; }
 
 public slots:

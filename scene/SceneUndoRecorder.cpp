@@ -32,14 +32,14 @@ void SceneUndoRecorder::setRedoEnabled(bool on)
         stateChanged(0, on ? 1 : 2);
 }
 
-void SceneUndoRecorder::pushSnapshot(UIComponentBase* component, bool toRedo, bool pending)
+void SceneUndoRecorder::pushSnapshot(UIComponentBase* component, bool toRedo, bool pending, quint64 step)
 {
     pendingChange = pending;
     const QJsonObject snapshot = component->data();
     std::vector<UndoRecord>& stack = toRedo ? redoRecords : undoRecords;
     if (!stack.empty() && stack.back().component == component && stack.back().json == snapshot)
         return;
-    stack.push_back(UndoRecord{UndoRecord::Snapshot, snapshot, component});
+    stack.push_back(UndoRecord{UndoRecord::Snapshot, snapshot, component, step ? step : nextStep++});
 }
 
 void SceneUndoRecorder::beginChange(UIComponentBase* component)
@@ -80,6 +80,7 @@ void SceneUndoRecorder::pushStructure(int kind, UIComponentBase* component, cons
     record.json = extra;
     record.json.insert(KeyOrder, before);
     record.component = component;
+    record.step = nextStep++;
     undoRecords.push_back(record);
     setUndoEnabled(true);
 }
@@ -108,7 +109,7 @@ void SceneUndoRecorder::replay(bool forward)
     const QJsonArray recordedOrder = record.json.value(KeyOrder).toArray();
     switch (record.kind) {
     case UndoRecord::Snapshot: {
-        pushSnapshot(component, !forward, false);
+        pushSnapshot(component, !forward, false, record.step);
         component->setData(record.json);
         if (UltimateTreeItem* row = rows.rowOf(component)) {
             row->setText(0, GameUIEditorScene::rowText(record.json));
@@ -118,7 +119,8 @@ void SceneUndoRecorder::replay(bool forward)
         break;
     }
     case UndoRecord::Deleted: {
-        inverse.push_back(UndoRecord{UndoRecord::Created, QJsonObject{{KeyOrder, rows.order()}}, component});
+        inverse.push_back(
+            UndoRecord{UndoRecord::Created, QJsonObject{{KeyOrder, rows.order()}}, component, record.step});
         component->clearHover();
         ComponentListSync::RowHash restored;
         rows.restoreRows(component, restored);
@@ -127,7 +129,8 @@ void SceneUndoRecorder::replay(bool forward)
         break;
     }
     case UndoRecord::Created:
-        inverse.push_back(UndoRecord{UndoRecord::Deleted, QJsonObject{{KeyOrder, rows.order()}}, component});
+        inverse.push_back(
+            UndoRecord{UndoRecord::Deleted, QJsonObject{{KeyOrder, rows.order()}}, component, record.step});
         replayCreated(component, recordedOrder);
         break;
     case UndoRecord::Moved: {
@@ -137,7 +140,7 @@ void SceneUndoRecorder::replay(bool forward)
         // a move in the list keeps the canvas place.
         inverse.push_back(UndoRecord{UndoRecord::Moved,
                                      QJsonObject{{KeyOrder, rows.order()}, {KeyPosX, posX}, {KeyPosY, posY}},
-                                     component});
+                                     component, record.step});
         rows.restoreOrder(recordedOrder);
         rows.clearSelection();
         component->setAbsoluteXY(posX, posY);

@@ -29,12 +29,17 @@ public:
     const std::vector<UndoRecord>& redoStack() const { return redoRecords; }
     // A bracket is open.
     bool isChangePending() const { return pendingChange; }
+    // Names the state the HUD is in among those its steps lead through: the
+    // same after an undo and its redo, another after any new edit. Zero with
+    // nothing to undo.
+    quint64 position() const { return undoRecords.empty() ? 0 : undoRecords.back().step; }
 
     // Disabling also empties the stack.
     void setUndoEnabled(bool on);
     void setRedoEnabled(bool on);
-    // Records the component's object unless the chosen stack's top holds it already.
-    void pushSnapshot(UIComponentBase* component, bool toRedo, bool pending);
+    // Records the component's object unless the chosen stack's top holds it
+    // already; step 0 starts a new edit.
+    void pushSnapshot(UIComponentBase* component, bool toRedo, bool pending, quint64 step = 0);
     // The bracket around a change of one component; a change that ends
     // where it began leaves no step.
     void beginChange(UIComponentBase* component);
@@ -58,4 +63,5 @@ private:
     std::vector<UndoRecord> undoRecords;
     std::vector<UndoRecord> redoRecords;
     bool pendingChange = false;
+    quint64 nextStep = 1;
 };

@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLabel>
 #include <QMenu>
 #include <QRandomGenerator>
 #include <QSet>
@@ -575,6 +576,69 @@ private slots:
         QCOMPARE(scene->components().size(), before + 1);
         QVERIFY(scene->undoRecorder().undoStack().empty() && scene->undoRecorder().redoStack().empty());
         QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    }
+
+    // The unsaved mark tells the truth: undoing back to what was saved
+    // clears it, redoing sets it again, and a change the history can't take
+    // back (an arrow-key move) keeps it.
+    void undoBackToTheSavedStateIsNoChange()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("saved-point"));
+        SettingsStore().clear();
+        std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
+        GameUIEditor* view = window->editorView();
+        QLabel* status = window->findChild<QLabel*>(QStringLiteral("statusText"));
+        auto unsaved = [&]() {
+            const bool marked = window->isWindowModified();
+            if (marked != status->text().contains(QStringLiteral("Unsaved changes")))
+                qWarning("title and status line disagree");
+            return window->projectIsChanged() && marked;
+        };
+        auto saved = [&]() { return !window->projectIsChanged() && !window->isWindowModified(); };
+        QApplication::clipboard()->setText(
+            ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(1, 40, 40)));
+        view->setFocus();
+        pressCtrl(view, Qt::Key_V);
+        QVERIFY(unsaved());
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(saved());
+
+        pressCtrl(view, Qt::Key_V);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(saved());
+        pressCtrl(view, Qt::Key_Y);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(saved());
+        // Past the saved state and back again.
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Y);
+        QVERIFY(saved());
+        // A new edit after an undo is another state, even when it looks alike.
+        pressCtrl(view, Qt::Key_Z);
+        pressCtrl(view, Qt::Key_V);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Y);
+        QVERIFY(unsaved());
+
+        // Saved again; an arrow-key move leaves no step, so undo can't clear it.
+        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(saved());
+        view->setFocus();
+        QVERIFY(view->editorScene()->selectedComponent());
+        QTest::keyClick(view, Qt::Key_Right);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(unsaved());
+        window->SaveProject();
+        QVERIFY(saved());
+        QVERIFY(window->close());
     }
 };
 
