@@ -330,8 +330,10 @@ void VelmoMainWindow::updateCommandStates()
     if (!notice.isEmpty())
         status = status.isEmpty() ? notice : notice + QStringLiteral("  \u2014  ") + status;
     form.statusLabel->setText(status);
-    // The strip holds one line: a long notice is read whole on hover and on a click.
-    form.statusLabel->setToolTip(notice);
+    // The strip holds one line: a long notice is read whole on hover (the
+    // program's own tool-tip) and on a click.
+    form.statusLabel->setProperty("mtt_title", notice.isEmpty() ? QVariant() : QVariant(tr("Status")));
+    form.statusLabel->setProperty("mtt_desc", notice);
     form.statusLabel->setCursor(notice.isEmpty() ? Qt::ArrowCursor : Qt::PointingHandCursor);
 
     // RPG Maker names a project by its game's title.

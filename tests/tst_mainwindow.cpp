@@ -540,7 +540,7 @@ private slots:
         QLabel* status = window->findChild<QLabel*>(QStringLiteral("statusText"));
         QVERIFY(status->text().contains(QStringLiteral("not valid JSON")));
         const QString notice = window->lastOpenReport().message;
-        QVERIFY(status->toolTip().contains(notice));
+        QVERIFY(status->property("mtt_desc").toString().contains(notice));
         Seen seen = answering([&] { QTest::mouseClick(status, Qt::LeftButton, Qt::NoModifier, QPoint(10, 8)); },
                               {press("okButton")});
         QVERIFY2(seen.text.contains(notice.toHtmlEscaped()), qPrintable(seen.text));
