@@ -4,6 +4,7 @@
 #include "app/SettingsStore.h"
 #include "MainWindowFixture.h"
 #include "app/VelmoMainWindow.h"
+#include "widgets/UltimateToolTip.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "widgets/TrovDialog.h"
@@ -335,8 +336,17 @@ private slots:
         // Run says what it lacks, in its tool-tip and when its key is pressed.
         QVERIFY2(action("Action_Run")->toolTip().contains(QStringLiteral("No RPG Maker MZ location is set")),
                  qPrintable(action("Action_Run")->toolTip()));
-        QVERIFY(window->findChild<QWidget*>(QStringLiteral("run"))->property("mtt_desc").toString().contains(
-            QStringLiteral("EditorLocation")));
+        // Hovering the disabled tool shows the program's tip with the reason.
+        QWidget* runButton = window->findChild<QWidget*>(QStringLiteral("run"));
+        QVERIFY(!runButton->isEnabled());
+        qApp->installEventFilter(window.get());
+        QHelpEvent hover(QEvent::ToolTip, QPoint(4, 4), runButton->mapToGlobal(QPoint(4, 4)));
+        QApplication::sendEvent(runButton, &hover);
+        qApp->removeEventFilter(window.get());
+        QVERIFY(UltimateToolTip::current());
+        QVERIFY2(UltimateToolTip::current()->description().contains(QStringLiteral("EditorLocation")),
+                 qPrintable(UltimateToolTip::current()->description()));
+        UltimateToolTip::current()->end();
         key(Qt::Key_R);
         QVERIFY2(status().contains(QStringLiteral("No RPG Maker MZ location is set")), qPrintable(status()));
         QVERIFY(!window->runningGame());
