@@ -36,7 +36,8 @@ const char* const Usage =
     "Commands:\n"
     "  check PROJECT               Opens the project as the editor does and reports\n"
     "                              whether it is valid, its screen size and what its\n"
-    "                              HUD document holds. Exit 0 when valid, 1 when not.\n"
+    "                              HUD document holds. Exit 0 when valid, 1 when the\n"
+    "                              project is not, or its HUD document is damaged.\n"
     "  resave PROJECT [--visit-all] [--out FILE]\n"
     "                              Loads the HUD document and writes it back through\n"
     "                              the editor's save path; with --out the result goes\n"
@@ -102,7 +103,10 @@ int check(const QDir& folder, QTextStream& out)
     else if (!document.damagedFile)
         out << "HUD document: none yet, the project starts from the templates\n";
     else
-        out << "HUD document: " << documentPath << ": " << document.damageNotice() << "\n";
+        out << "HUD document: " << documentPath << " is damaged: " << document.damage << "\n";
+    // What the templates hold says nothing about the project's own document.
+    if (document.damagedFile && document.fromTemplates)
+        return Failure;
 
     int extraHuds = 0;
     int customComponents = 0;
@@ -125,7 +129,7 @@ int check(const QDir& folder, QTextStream& out)
     out << "Custom HUD objects: " << extraHuds + customComponents << " (" << extraHuds << " extra HUDs, "
         << customComponents << " custom components)\n";
     out << "Components: " << components << "\n";
-    return Success;
+    return document.damagedFile ? Failure : Success;
 }
 
 // The editor's canvas with its component list, as the main window builds
@@ -286,7 +290,7 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     {
         OffscreenEditor offscreen(&projectData);
         GameUIEditorScene* scene = offscreen.scene();
-        scene->loadTile();
+        scene->setTile(QImage(PathManager::resourcePath("resources/Editor/Tile.png")));
         if (options.background)
             scene->setDarkness(SettingsStore().value(QStringLiteral("BackgroundDarken"), 0.0).toDouble());
         loadProjectFonts(folder, projectData.value(QStringLiteral("System.json")).toObject(), scene, out);
@@ -306,8 +310,8 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
                         << " can't be read; the canvas tile stands in\n";
             }
             scene->setBackgroundImage(background);
-            const int width = int(scene->canvasRect.width());
-            const int height = int(scene->canvasRect.height());
+            const int width = int(scene->canvasRect().width());
+            const int height = int(scene->canvasRect().height());
             // Beyond this a picture is no use as a preview and may not fit in memory.
             const bool drawable = width > 0 && height > 0 && width <= 32768 && height <= 32768;
             const QImage image = drawable ? scene->canvasImage(options.background) : QImage();

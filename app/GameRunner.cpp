@@ -1,7 +1,6 @@
 #include "app/GameRunner.h"
 
 #include <QFileInfo>
-#include <QProcess>
 #include <QStandardPaths>
 
 namespace GameRunner {
@@ -37,16 +36,5 @@ Command command(const QString& location)
     return Command{windowsProgram, gameArguments};
 }
 
-void start(QProcess* process, const QString& location, const QDir& project)
-{
-    const Command run = command(location);
-    process->setProgram(run.program);
-    process->setArguments(run.arguments);
-    process->setWorkingDirectory(project.absolutePath());
-    // Nothing is read from the game; its output goes nowhere.
-    process->setStandardOutputFile(QProcess::nullDevice());
-    process->setStandardErrorFile(QProcess::nullDevice());
-    process->start(QIODevice::ReadWrite);
-}
 
 }

@@ -4,8 +4,6 @@
 #include <QString>
 #include <QStringList>
 
-class QProcess;
-
 // How the game runtime of an RPG Maker MZ installation is found and started.
 // RPG Maker ships "nwjs-win/nw.exe"; a Linux runtime in "nwjs-lin/nw" is taken
 // first, and the Windows one runs through wine where that is installed.
@@ -22,8 +20,5 @@ struct Command {
 // The command that runs the game of the working folder with the runtime of a
 // location: the runtime gets the single argument ".".
 Command command(const QString& location);
-
-// Sets a process up for the game of a project and starts it.
-void start(QProcess* process, const QString& location, const QDir& project);
 
 }

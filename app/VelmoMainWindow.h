@@ -1,23 +1,21 @@
 #pragma once
 
-#include "app/HudDocument.h"
+#include "app/MainWindowCommands.h"
+#include "app/MainWindowForm.h"
+#include "app/ProjectLifecycle.h"
 #include "widgets/CFramelessWindow.h"
 
 #include <QDir>
 #include <QJsonObject>
 #include <QProcess>
 
-class DocumentWatcher;
+
+class GameProcess;
 class GameUIEditor;
-class QAction;
+class HudListController;
+class MainWindowCommands;
 class QLabel;
 class QMimeData;
-class QPushButton;
-class QStackedLayout;
-class QMenu;
-class QTimer;
-class MyTabSystem;
-class BRResizerRenderer;
 class UltimateTreeItem;
 class UltimateTreeWidget;
 class VelmoMainTitleBar;
@@ -45,40 +43,30 @@ public:
     QString getTheme() const { return theme; }
     QString getLanguage() const { return language; }
 
-    bool projectIsOpen() const { return isProjectOpen; }
-    bool projectIsChanged() const { return isChanged; }
-    QDir getProjectDirectory() const { return projectDirectory; }
-    const QJsonObject* getProjectData() const { return &projectData; }
-    QSize screenSize() const { return QSize(screenWidth, screenHeight); }
-    QString getEditorLocation() const { return editorLocation; }
+    bool projectIsOpen() const { return lifecycle->isOpen(); }
+    bool projectIsChanged() const { return lifecycle->isChanged(); }
+    QDir getProjectDirectory() const { return lifecycle->directory(); }
+    const QJsonObject* getProjectData() const { return lifecycle->data(); }
+    QSize screenSize() const { return lifecycle->screenSize(); }
+    QString getEditorLocation() const { return lifecycle->editorLocation(); }
     // The running game, or null.
-    const QProcess* runningGame() const { return gameProcess; }
+    const QProcess* runningGame() const;
 
     // The one entry for every opening; an empty or missing path closes.
-    void openProjectAt(const QString& path);
+    void openProjectAt(const QString& path) { lifecycle->openAt(path); }
     // Marks unsaved changes, as every edit does.
-    void markChanged();
+    void markChanged() { lifecycle->markChanged(); }
 
     VelmoMainTitleBar* mainTitleBar() const { return titleBar; }
-    UltimateTreeWidget* hudListWidget() const { return hudList; }
-    GameUIEditor* editorView() const { return editor; }
-    UltimateTreeWidget* componentListWidget() const { return componentList; }
+    UltimateTreeWidget* hudListWidget() const { return form.hudList; }
+    GameUIEditor* editorView() const { return form.editor; }
+    UltimateTreeWidget* componentListWidget() const { return form.componentList; }
 
     // Whether a drag carries a project file this window accepts.
     static bool acceptsProjectDrop(const QMimeData* mime);
 
-    // A stored window rectangle moved whole onto the nearest screen when too
-    // little of its top strip lies on any of the screens (a monitor that is gone).
-    static QRect reachableGeometry(const QRect& stored, const QVector<QRect>& screens);
-
-    // What the last opening has to tell the user, in plain text; empty when
-    // all went well.
-    struct OpenReport {
-        QString title;
-        QString message;
-        QStringList details;
-    };
-    const OpenReport& lastOpenReport() const { return openReport; }
+    using OpenReport = ProjectLifecycle::OpenReport;
+    const OpenReport& lastOpenReport() const { return lifecycle->lastOpenReport(); }
 
 public slots:
     void closeWindow();
@@ -115,14 +103,6 @@ public slots:
     void GameProcessEnd(int code, QProcess::ExitStatus status);
     void ShowHintForComponentList();
 
-private slots:
-    // The document was changed by another program.
-    void whenDocumentChangedOnDisk(bool removed);
-    // Keeps the unsaved document in the recovery file.
-    void writeRecovery();
-    // Offers the recovery file of the open project when it is newer than the document.
-    void offerRecovery();
-
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -133,14 +113,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void buildForm();
-    void connectCommands();
-    void buildHudMenu();
-    // Creating (item null) and editing a HUD in the HUD dialog; true when
-    // the dialog was confirmed.
-    bool createOrEditHUD(UltimateTreeItem* item);
-    // The scene takes the size the current HUD asks for.
-    void applyHudSize(const UltimateTreeItem* item);
     // The maximise button and the corner grip follow the window's state;
     // an open drop-down closes.
     void followWindowState();
@@ -148,90 +120,31 @@ private:
     // Mirrors the scene's undo and zoom availability into the commands.
     void whenUndoStateChanged(int undo, int redo);
     void whenZoomStateChanged(int in, int out);
-    void openStartProject();
-    bool loadProjectData(QStringList* problems = nullptr);
-    // Shows what the last opening has to tell, after the user asked for it.
-    void reportOpening();
-    HudDocument readDocument() const;
-    bool loadHUDs();
-    // Fills the HUD list with a document's entries and loads the current one.
-    void showHUDs(const HudDocument& document);
+    void setupComponentList();
+    // The whole notice of the status line, which may run past its end.
+    void showWholeNotice();
     // The game couldn't be started: the editor says why and forgets it.
     void whenGameFailed(QProcess::ProcessError error);
-    // The unsaved-changes prompt: 0 save, 1 don't save, 2 cancel; 1 without
-    // asking when nothing is unsaved.
-    int askToSave(const QString& question);
-    // Saves on outcome 0; false when that save failed.
-    bool saveIfAsked(int outcome);
-    // Asks before the open project is replaced; false when cancelled.
-    bool settleUnsavedChanges();
-    void saveWindowState();
+    // The page, the commands, the status line and the title follow the project.
     void updateCommandStates();
-    void refreshBackground();
-    void setupHudList();
-    // The HUD list as document entries, in list order.
-    QVector<HudEntry> hudEntries() const;
-    UltimateTreeItem* currentHud() const;
-    void setupComponentList();
-    // Stores the canvas's components into the current HUD's object.
-    void storeSceneIntoCurrentHud();
-    // A pasted HUD object becomes a new custom HUD: a fresh "ID" always, a name
-    // and "IsHUD" when it has none.
-    void preparePastedHud(QJsonObject* object);
-    static void fillHudRow(UltimateTreeItem* row);
+    MainWindowCommands::State commandState() const;
 
     int windowStyle;
     bool nativeMenuBar;
     QString theme;
     QString language;
 
-    QDir projectDirectory;
-    QJsonObject projectData;
-    QString editorLocation;
-    QProcess* gameProcess = nullptr;
-    int screenWidth;
-    int screenHeight;
-    bool isProjectOpen = false;
+    MainWindowForm form;
+    VelmoMainTitleBar* titleBar = nullptr;
+    MainWindowCommands* commands = nullptr;
+    HudListController* huds = nullptr;
+    ProjectLifecycle* lifecycle = nullptr;
+    GameProcess* gameProcess = nullptr;
     bool canUndo = false;
     bool canRedo = false;
     bool canZoomIn = true;
     bool canZoomOut = true;
-    bool isChanged = false;
-    bool isSizedHUD = false;
-
-    // Root keys of the document other than "Data", written back on saving.
-    QJsonObject documentRoot;
-    // The project's document couldn't be taken as it stood; keep a copy on saving.
-    bool damagedHudFile = false;
-    OpenReport openReport;
-    // What the status bar says beside the project, until the next opening.
-    QString statusNotice;
 
     // When the window last lost the activation, in seconds since the epoch.
     qint64 lastDeactivation = 0;
-
-    VelmoMainTitleBar* titleBar = nullptr;
-    QStackedLayout* pages = nullptr;
-    MyTabSystem* tabs = nullptr;
-    BRResizerRenderer* bottomRightResizer = nullptr;
-    QWidget* noProjectPage = nullptr;
-    QWidget* mainWidget = nullptr;
-    QPushButton* openRMProject = nullptr;
-    UltimateTreeWidget* hudList = nullptr;
-    QMenu* hudMenu = nullptr;
-    QAction* actionEditHud = nullptr;
-    QAction* actionDeleteHud = nullptr;
-    QPushButton* addHudButton = nullptr;
-    QPushButton* removeHudButton = nullptr;
-    GameUIEditor* editor = nullptr;
-    UltimateTreeWidget* componentList = nullptr;
-    QPushButton* addComponentButton = nullptr;
-    QPushButton* removeComponentButton = nullptr;
-    QPushButton* hintComponentButton = nullptr;
-    QLabel* statusLabel = nullptr;
-
-    DocumentWatcher* documentWatcher = nullptr;
-    QTimer* autosaveTimer = nullptr;
-    // A question about the document on disk is up; another change waits for it.
-    bool askingAboutDisk = false;
 };

@@ -67,7 +67,7 @@ public:
     {
         scene->clear();
         scene->loadFromJson(hud());
-        moving = scene->components.last();
+        moving = scene->components().last();
         scene->select(moving);
         QApplication::processEvents();
     }
@@ -150,7 +150,7 @@ int main(int argc, char** argv)
     }
 
     QTextStream out(stdout);
-    out << "manipulation: " << bench.scene->components.size() << " components, " << moves
+    out << "manipulation: " << bench.scene->components().size() << " components, " << moves
         << " moves each with a repaint of the view, median of " << runs << " runs (ms per move)\n";
     out << "drag " << median(drag) << " (slowest " << median(dragWorst) << ")  resize " << median(resize)
         << " (slowest " << median(resizeWorst) << ")  rotate " << median(rotate) << " (slowest "

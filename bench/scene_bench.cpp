@@ -34,7 +34,7 @@ int main(int argc, char** argv)
         timer.start();
         scene->loadFromJson(first);
         load.push_back(timer.nsecsElapsed() / 1e6);
-        components = scene->components.size();
+        components = scene->components().size();
         timer.start();
         QJsonArray saved = scene->toJson();
         toJson.push_back(timer.nsecsElapsed() / 1e6);
@@ -61,19 +61,19 @@ int main(int argc, char** argv)
     // Each step's time is its median over the runs, so that a run disturbed
     // by another process doesn't decide the slowest step.
     scene->loadFromJson(first);
-    scene->select(scene->components.at(components / 2));
+    scene->select(scene->components().at(components / 2));
     std::map<std::pair<int, int>, std::vector<double>> steps;
     auto walk = [&](int direction) {
-        for (int previous = 0; previous != scene->zoom;) {
-            previous = scene->zoom;
+        for (int previous = 0; previous != scene->zoom();) {
+            previous = scene->zoom();
             timer.start();
             if (direction > 0)
                 scene->zoomIn();
             else
                 scene->zoomOut();
             bench.view.viewport()->repaint();
-            if (scene->zoom != previous)
-                steps[{direction, scene->zoom}].push_back(timer.nsecsElapsed() / 1e6);
+            if (scene->zoom() != previous)
+                steps[{direction, scene->zoom()}].push_back(timer.nsecsElapsed() / 1e6);
         }
     };
     for (int run = 0; run < runs; ++run) {

@@ -6,6 +6,7 @@
 // of the process around the stacks.
 #include "BenchHud.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "tests/ListMove.h"
 #include "widgets/UltimateTree.h"
@@ -93,7 +94,7 @@ void report(QTextStream& out, const char* what, const Timing& timing)
 // would between two key presses.
 void timeStep(GameUIEditorScene* scene, bool forward, Timing& timing)
 {
-    const std::vector<UndoRecord>& stack = forward ? scene->redoStack : scene->undoStack;
+    const std::vector<UndoRecord>& stack = forward ? scene->undoRecorder().redoStack() : scene->undoRecorder().undoStack();
     const int kind = stack.back().kind;
     QElapsedTimer timer;
     timer.start();
@@ -122,12 +123,12 @@ int main(int argc, char** argv)
     scene->loadFromJson(BenchHud::hud());
     QApplication::processEvents();
     const double baseline = residentMiB();
-    const int loaded = scene->components.size();
+    const int loaded = scene->components().size();
 
     UltimateTree* tree = bench.list.tree();
     QRandomGenerator random(seed);
-    auto any = [&]() { return scene->components.at(random.bounded(scene->components.size())); };
-    while (scene->undoStack.size() < std::size_t(steps)) {
+    auto any = [&]() { return scene->components().at(random.bounded(scene->components().size())); };
+    while (scene->undoRecorder().undoStack().size() < std::size_t(steps)) {
         const int action = random.bounded(10);
         UIComponentBase* picked = any();
         if (action < 4) {
@@ -139,12 +140,12 @@ int main(int argc, char** argv)
             UIComponentBase* target = any();
             moveRowInList(tree, scene->rowOfComponent(picked), scene->rowOfComponent(target),
                           target->canHaveChildren() && random.bounded(2));
-        } else if (action < 8 && scene->components.size() > 450) {
+        } else if (action < 8 && scene->components().size() > 450) {
             if (picked->canHaveChildren())
                 continue;
             scene->select(picked);
             scene->deleteAComponent();
-        } else if (scene->components.size() < 500 && !picked->canHaveChildren()) {
+        } else if (scene->components().size() < 500 && !picked->canHaveChildren()) {
             UIComponentBase* container = any();
             if (!container->canHaveChildren())
                 continue;
@@ -155,17 +156,17 @@ int main(int argc, char** argv)
         QApplication::processEvents();
     }
     const double afterEdits = residentMiB();
-    const double undoKiB = recordsKiB(scene->undoStack);
-    const int removedAfterEdits = scene->removedComponents.size();
+    const double undoKiB = recordsKiB(scene->undoRecorder().undoStack());
+    const int removedAfterEdits = scene->removedComponents().size();
     const QJsonArray top = scene->toJson();
 
     Timing undoTiming;
-    while (!scene->undoStack.empty())
+    while (!scene->undoRecorder().undoStack().empty())
         timeStep(scene, false, undoTiming);
     const double afterUndo = residentMiB();
-    const double redoKiB = recordsKiB(scene->redoStack);
+    const double redoKiB = recordsKiB(scene->undoRecorder().redoStack());
     Timing redoTiming;
-    while (!scene->redoStack.empty())
+    while (!scene->undoRecorder().redoStack().empty())
         timeStep(scene, true, redoTiming);
     const double afterRedo = residentMiB();
     const bool sameTop = scene->toJson() == top;

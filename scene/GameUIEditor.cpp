@@ -44,8 +44,8 @@ GameUIEditor::GameUIEditor(QWidget* parent) : QGraphicsView(parent), scene(new G
     add("Hide", QT_TR_NOOP("Hide ..."), &GameUIEditor::hideAComponent);
     // The list keeps its current row only while the menu is up.
     connect(contextMenu, &QMenu::aboutToHide, this, [this]() {
-        if (scene->list)
-            scene->list->tree()->setPopupOpen(false);
+        if (scene->list())
+            scene->list()->tree()->setPopupOpen(false);
     });
 }
 
@@ -79,7 +79,7 @@ bool GameUIEditor::eventFilter(QObject* watched, QEvent* event)
 {
     // The arrow keys belong to the selected component, never to a scroll bar.
     if ((watched == horizontalScrollBar() || watched == verticalScrollBar()) && event->type() == QEvent::KeyPress
-        && scene->selectedComponent)
+        && scene->selectedComponent())
         return true;
     return QGraphicsView::eventFilter(watched, event);
 }
@@ -107,14 +107,14 @@ void GameUIEditor::fitZoom()
 void GameUIEditor::setup(GameUIEditorSceneHelperBase* helper, QJsonObject* projectData)
 {
     scene->setHelper(helper);
-    scene->projectData = projectData;
+    scene->setProjectData(projectData);
 }
 
 void GameUIEditor::bindList(UltimateTreeWidget* list, QPushButton* add, QPushButton* remove)
 {
-    scene->list = list;
+    scene->setList(list);
     // A list that goes first leaves the scene without one, not with a dangling one.
-    connect(list, &QObject::destroyed, this, [this]() { scene->list = nullptr; });
+    connect(list, &QObject::destroyed, this, [this]() { scene->setList(nullptr); });
     addButton = add;
     removeButton = remove;
     connect(list, &UltimateTreeWidget::currentItemChanged, this, &GameUIEditor::list_currentItemChanged);
@@ -144,8 +144,8 @@ void GameUIEditor::createAComponent()
 
 void GameUIEditor::createAComponentChild()
 {
-    if (scene->selectedComponent)
-        scene->createAComponent(scene->selectedComponent);
+    if (UIComponentBase* selected = scene->selectedComponent())
+        scene->createAComponent(selected);
 }
 
 void GameUIEditor::editAComponent()
@@ -175,7 +175,7 @@ void GameUIEditor::pasteAComponent()
 
 void GameUIEditor::pasteAComponentFromList()
 {
-    UltimateTreeItem* current = scene->list ? scene->list->tree()->currentRow() : nullptr;
+    UltimateTreeItem* current = scene->list() ? scene->list()->tree()->currentRow() : nullptr;
     UltimateTreeItem* parentRow = current ? current->parentItem() : nullptr;
     scene->paste(parentRow ? scene->componentOfRow(parentRow) : nullptr);
 }
@@ -217,9 +217,9 @@ void GameUIEditor::list_itemRelocated(UltimateTreeItem* item)
 
 void GameUIEditor::list_customContextMenuRequested(const QPoint& position)
 {
-    scene->pastePosition = scene->sceneRect().center();
+    scene->setPastePosition(scene->sceneRect().center());
     scene->prepareMenu(contextMenu);
-    if (scene->list)
-        scene->list->tree()->setPopupOpen(true);
+    if (scene->list())
+        scene->list()->tree()->setPopupOpen(true);
     contextMenu->popup(position);
 }

@@ -15,6 +15,8 @@ class GameUIEditorSceneHelperBase
 public:
     virtual ~GameUIEditorSceneHelperBase();
 
+    // The component of the object's "Type" with the object applied; the scene
+    // doesn't apply it again.
     virtual UIComponentBase* createComponent(const QJsonObject& json, GameUIEditorScene* scene,
                                              QJsonObject* projectData, bool flag);
     virtual void chooseNewComponent(QJsonObject& json, bool* accepted, int id, bool flag, QJsonObject* projectData,

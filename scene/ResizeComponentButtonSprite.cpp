@@ -1,6 +1,7 @@
 #include "scene/ResizeComponentButtonSprite.h"
 
 #include "scene/GameUIEditorScene.h"
+#include "scene/SnapTargets.h"
 #include "scene/UIComponentBase.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -127,9 +128,7 @@ void ResizeComponentButtonSprite::mousePressEvent(QGraphicsSceneMouseEvent* even
         return;
     }
     // The press is the handle's: the scene keeps its selection.
-    scene->selectionPending = false;
-    if (scene->hoveredComponent && scene->hoveredComponent != component)
-        scene->hoveredComponent->clearHover();
+    scene->handlePressed(component);
     event->accept();
     if (event->buttons() != Qt::LeftButton || pressed)
         return;
@@ -142,7 +141,7 @@ void ResizeComponentButtonSprite::mousePressEvent(QGraphicsSceneMouseEvent* even
     component->refreshResizeStartRect();
     // Ctrl held from the start of a resize already turns edge snapping on.
     component->snapFlag = !(event->modifiers() & Qt::ControlModifier);
-    component->collectSnapTargets();
+    SnapTargets::collectSnapTargets(component);
     pressCursor = lastCursor = event->screenPos();
     lastScenePos = event->scenePos();
     if (index < rotationIndex) {
@@ -157,8 +156,7 @@ void ResizeComponentButtonSprite::mousePressEvent(QGraphicsSceneMouseEvent* even
     // The handle's cursor stays while the mouse wanders off the handle.
     QApplication::setOverrideCursor(cursor());
     cursorOverridden = true;
-    scene->wheelZoomAllowed = false;
-    scene->wheelAllowed = false;
+    scene->setWheelAllowed(false);
     component->beginChange();
 }
 
@@ -194,32 +192,30 @@ void ResizeComponentButtonSprite::applyHandle(bool shift, bool fromMouse)
     const int mask = snapMask(index, component->rotation());
     const double w = startRect.width();
     const double h = startRect.height();
-    constexpr int widthFixed = 0x10;
-    constexpr int heightFixed = 0x20;
     switch (index) {
     case 0:
         component->resizeTo(w - dx, h - dy, shift, mask);
         break;
     case 1:
-        component->resizeTo(w, h - dy, false, mask | widthFixed);
+        component->resizeTo(w, h - dy, false, mask | SnapTargets::WidthFixed);
         break;
     case 2:
         component->resizeTo(w + dx, h - dy, shift, mask);
         break;
     case 3:
-        component->resizeTo(w + dx, h, false, mask | heightFixed);
+        component->resizeTo(w + dx, h, false, mask | SnapTargets::HeightFixed);
         break;
     case 4:
         component->resizeTo(w + dx, h + dy, shift, mask);
         break;
     case 5:
-        component->resizeTo(w, h + dy, false, mask | widthFixed);
+        component->resizeTo(w, h + dy, false, mask | SnapTargets::WidthFixed);
         break;
     case 6:
         component->resizeTo(w - dx, h + dy, shift, mask);
         break;
     case 7:
-        component->resizeTo(w - dx, h, false, mask | heightFixed);
+        component->resizeTo(w - dx, h, false, mask | SnapTargets::HeightFixed);
         break;
     default:
         return;
@@ -261,17 +257,16 @@ void ResizeComponentButtonSprite::release()
         const QPointF at = component->absoluteItemPosition();
         component->setAbsoluteScenePosition(at.x(), at.y());
     }
-    UIComponentBase::clearSnapTargets();
+    SnapTargets::clear();
     if (index < rotationIndex)
         keepOppositeStill();
     restoreCursor();
     if (index == rotationIndex)
         component->updateHandleCursors();
     if (GameUIEditorScene* scene = component->editorScene) {
-        scene->wheelZoomAllowed = true;
-        scene->wheelAllowed = true;
-        if (!scene->guideLines.isEmpty()) {
-            scene->guideLines.clear();
+        scene->setWheelAllowed(true);
+        if (!scene->guideLines().isEmpty()) {
+            scene->clearGuideLines();
             scene->update();
         }
     }

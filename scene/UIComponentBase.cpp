@@ -1,16 +1,14 @@
 #include "scene/UIComponentBase.h"
 
+#include "scene/ComponentFrame.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/ResizeComponentButtonSprite.h"
-#include "theme/ThemeKey.h"
-#include "theme/ThemeManager.h"
+#include "scene/SnapTargets.h"
 
 #include <QCursor>
-#include <QGraphicsView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPropertyAnimation>
-#include <QScrollBar>
 #include <QTransform>
 #include <QtMath>
 
@@ -27,28 +25,6 @@ constexpr int rotationHandleDistance = 5 * UIComponentBase::handleSize;
 // One loop of the clock: 120 ticks in 2000 ms.
 constexpr int clockTicks = 120;
 constexpr int clockDuration = 2000;
-
-// One horizontal or vertical run of the marching ants: four pixels of the
-// first colour and four of the second, shifted forward by the offset.
-void paintAntRun(QPainter* painter, int originX, int originY, int length, bool vertical, int offset,
-                 const QColor& first, const QColor& second)
-{
-    if (length <= 0)
-        return;
-    const int phase = offset % 8;
-    int i = 0;
-    while (i < length) {
-        const int position = ((i - phase) % 8 + 8) % 8;
-        const bool firstColour = position < 4;
-        const int span = qMin(length - i, (firstColour ? 4 : 8) - position);
-        const QColor& colour = firstColour ? first : second;
-        if (vertical)
-            painter->fillRect(QRect(originX, originY + i, 1, span), colour);
-        else
-            painter->fillRect(QRect(originX + i, originY, span, 1), colour);
-        i += span;
-    }
-}
 
 // Whole and fractional numbers alike, so that a hand-edited document with
 // "X": 10.5 doesn't jump to the origin; out-of-range values are clamped.
@@ -105,21 +81,7 @@ void UIComponentBase::paint(QPainter* painter, const QStyleOptionGraphicsItem*, 
     drawContents(painter);
     painter->restore();
 
-    // Components that only display inside another one never show a frame.
-    if (frameVisible && !passive) {
-        const QRectF drawn = drawnRect();
-        // Frames sit on whole pixels: the drawn rectangle's edges rounded as
-        // the bounds round them.
-        const int left = qRound(drawn.left());
-        const int top = qRound(drawn.top());
-        const QRect frame(left, top, qRound(drawn.right()) - left, qRound(drawn.bottom()) - top);
-        if (selected) {
-            if (drawn.width() > 8.0 && drawn.height() > 8.0)
-                paintSelectionFrame(painter, frame);
-        } else if (hovered) {
-            paintHoverFrame(painter, frame);
-        }
-    }
+    ComponentFrame::paint(painter, *this);
 
     if (width != lastWidth) {
         lastWidth = width;
@@ -129,55 +91,6 @@ void UIComponentBase::paint(QPainter* painter, const QStyleOptionGraphicsItem*, 
         lastHeight = height;
         recomputeBounds(false);
     }
-}
-
-void UIComponentBase::paintSelectionFrame(QPainter* painter, const QRect& frame) const
-{
-    const QColor first = themeColor(ThemeKey::ComponentSelectColor1);
-    const QColor second = themeColor(ThemeKey::ComponentSelectColor2);
-    const int offset = aniTimeValue / 3;
-    const int left = frame.x();
-    const int top = frame.y();
-    const int right = frame.x() + frame.width();
-    const int bottom = frame.y() + frame.height();
-    if (!canResize()) {
-        paintAntRun(painter, left, top, frame.width(), false, offset, first, second);
-        paintAntRun(painter, left, bottom - 1, frame.width(), false, offset, first, second);
-        paintAntRun(painter, left, top, frame.height(), true, offset, first, second);
-        paintAntRun(painter, right - 1, top, frame.height(), true, offset, first, second);
-        return;
-    }
-    // Each edge in two runs that leave the corner and middle handles free.
-    const int gap = handleSize / 2;
-    const int halfW = int(drawnRect().width() / 2);
-    const int halfH = int(drawnRect().height() / 2);
-    const int runW = halfW - handleSize;
-    const int runH = halfH - handleSize;
-    for (int row : {top, bottom - 1}) {
-        paintAntRun(painter, left + gap, row, runW, false, offset, first, second);
-        paintAntRun(painter, left + halfW + gap, row, runW, false, offset, first, second);
-    }
-    for (int column : {left, right - 1}) {
-        paintAntRun(painter, column, top + gap, runH, true, offset, first, second);
-        paintAntRun(painter, column, top + halfH + gap, runH, true, offset, first, second);
-    }
-}
-
-void UIComponentBase::paintHoverFrame(QPainter* painter, const QRect& frame) const
-{
-    const QColor outline = themeColor(ThemeKey::ComponentHoverColorOutline);
-    const int left = frame.x();
-    const int top = frame.y();
-    const int right = frame.x() + frame.width();
-    const int bottom = frame.y() + frame.height();
-    painter->save();
-    painter->fillRect(QRect(left, top, frame.width(), 1), outline);
-    painter->fillRect(QRect(left, bottom, frame.width() + 1, 1), outline);
-    painter->fillRect(QRect(left, top, 1, frame.height()), outline);
-    painter->fillRect(QRect(right, top, 1, frame.height()), outline);
-    painter->setOpacity(0.3);
-    painter->fillRect(frame, themeColor(ThemeKey::ComponentHoverColor));
-    painter->restore();
 }
 
 void UIComponentBase::drawContents(QPainter* painter)
@@ -522,68 +435,13 @@ void UIComponentBase::hoverLeaveEvent(QGraphicsSceneHoverEvent* event)
 void UIComponentBase::mousePressEvent(QGraphicsSceneMouseEvent* event)
 {
     if (!passive && editorScene)
-        editorScene->pressedComponents.append(this);
+        editorScene->componentPressed(this);
     // The base class ignores the press, so it travels on to the components
     // below; the scene picks among them.
     QGraphicsObject::mousePressEvent(event);
 }
 
 // ---------------------------------------------------------------- direct manipulation
-
-QVector<UIComponentBase::SnapTarget> UIComponentBase::snapX;
-QVector<UIComponentBase::SnapTarget> UIComponentBase::snapY;
-QVector<int> UIComponentBase::edgeX;
-QVector<int> UIComponentBase::edgeY;
-
-namespace {
-
-// How near, in screen units, a dragged centre must come to a target to snap.
-constexpr int dragSnapDistance = 9;
-// How near a resized edge must come to an edge; left and top take the
-// distance itself, right and bottom stop one short of it.
-constexpr int edgeSnapDistance = 10;
-
-enum EdgeMask : int {
-    TopEdge = 1,
-    BottomEdge = 2,
-    LeftEdge = 4,
-    RightEdge = 8,
-    WidthFixed = 0x10,
-    HeightFixed = 0x20,
-};
-
-// One axis of a resize's edge snap, with near the left or top edge and far
-// the right or bottom one (its last pixel; farEnd is just after it). The
-// first edge in reach wins; the other side then stays where it was at the
-// press. Returns the edge hit, or null.
-const int* snapEdges(const QVector<int>& edges, bool nearMoves, bool farMoves, double& nearEdge, double farEdge,
-                     double& farEnd, double startNear, double startFar)
-{
-    for (const int& edge : edges) {
-        if (nearMoves && qAbs(edge - nearEdge) <= edgeSnapDistance) {
-            nearEdge = edge;
-            farEnd = startFar + 1;
-            return &edge;
-        }
-        if (farMoves && qAbs(edge - farEdge) < edgeSnapDistance) {
-            farEnd = edge;
-            nearEdge = startNear;
-            return &edge;
-        }
-    }
-    return nullptr;
-}
-
-const UIComponentBase::SnapTarget* findTarget(const QVector<UIComponentBase::SnapTarget>& targets, int value)
-{
-    for (const UIComponentBase::SnapTarget& target : targets) {
-        if (qAbs(target.value - value) <= dragSnapDistance)
-            return &target;
-    }
-    return nullptr;
-}
-
-}
 
 ResizeComponentButtonSprite* UIComponentBase::handleAt(int index) const
 {
@@ -592,14 +450,6 @@ ResizeComponentButtonSprite* UIComponentBase::handleAt(int index) const
             return handle;
     }
     return nullptr;
-}
-
-void UIComponentBase::clearSnapTargets()
-{
-    snapX.clear();
-    snapY.clear();
-    edgeX.clear();
-    edgeY.clear();
 }
 
 QPointF UIComponentBase::absoluteItemPosition() const
@@ -629,80 +479,6 @@ void UIComponentBase::refreshResizeStartRect()
                              box.width(), box.height());
 }
 
-void UIComponentBase::collectSnapTargets()
-{
-    clearSnapTargets();
-    if (!editorScene)
-        return;
-    const int screenWidth = qMax(editorScene->screenWidth, 0);
-    const int screenHeight = qMax(editorScene->screenHeight, 0);
-    const QRectF area = editorScene->sceneRect();
-    const QRectF own = screenBox();
-    const double rw = own.width();
-    const double rh = own.height();
-
-    // Siblings and the parent; hidden components are out of sight and out of reach.
-    QVector<UIComponentBase*> others;
-    for (UIComponentBase* component : qAsConst(editorScene->components)) {
-        if (component != this && component->parentComponent == parentComponent && component->isVisible())
-            others.append(component);
-    }
-    if (parentComponent)
-        others.append(parentComponent);
-
-    edgeX.reserve(2 + 2 * others.size());
-    edgeY.reserve(2 + 2 * others.size());
-    edgeX << 0 << screenWidth;
-    edgeY << 0 << screenHeight;
-    for (const UIComponentBase* other : qAsConst(others)) {
-        const QPoint absolute = other->absoluteXY();
-        edgeX << absolute.x() - other->width / 2 << absolute.x() + other->width / 2;
-        edgeY << absolute.y() - other->height / 2 << absolute.y() + other->height / 2;
-    }
-
-    snapX.reserve(4 + 4 * others.size());
-    snapY.reserve(4 + 4 * others.size());
-    // The canvas centre, then its left and right (top and bottom) edges.
-    snapX.append({qRound(screenWidth * 0.5), int(area.width() * 0.5 + area.x())});
-    snapX.append({qRound(rw * 0.5), 0});
-    snapX.append({int(screenWidth - rw * 0.5), int(area.width())});
-    snapY.append({qRound(screenHeight * 0.5), int(area.height() * 0.5 + area.y())});
-    snapY.append({qRound(rh * 0.5), 0});
-    snapY.append({int(screenHeight - rh * 0.5), int(area.height())});
-    if (parentComponent) {
-        const QPointF at = parentComponent->absoluteItemPosition();
-        snapX.append({parentComponent->x, int(at.x())});
-        snapY.append({parentComponent->y, int(at.y())});
-    }
-
-    // Touching and aligned edges of each other component; never its centre.
-    const int hw = int(qRound(rw * 0.5));
-    const int hh = int(qRound(rh * 0.5));
-    for (const UIComponentBase* other : qAsConst(others)) {
-        const QPoint absolute = other->absoluteXY();
-        const QPointF at = other->absoluteItemPosition();
-        const double ow = other->bounds.width();
-        const double oh = other->bounds.height();
-        const QRectF box = other->screenBox();
-        const double left = absolute.x() - box.width() / 2;
-        const double right = absolute.x() + box.width() / 2;
-        const double top = absolute.y() - box.height() / 2;
-        const double bottom = absolute.y() + box.height() / 2;
-        const int lineLeft = int(at.x() - ow / 2);
-        const int lineRight = int(at.x() + ow / 2);
-        const int lineTop = int(at.y() - oh / 2);
-        const int lineBottom = int(at.y() + oh / 2);
-        snapX.append({int(left - hw), lineLeft});
-        snapX.append({int(hw + right + 1), lineRight});
-        snapX.append({int(right - hw + 1), lineRight});
-        snapX.append({int(left + hw), lineLeft});
-        snapY.append({int(top - hh), lineTop});
-        snapY.append({int(hh + bottom + 1), lineBottom});
-        snapY.append({int(bottom - hh + 1), lineBottom});
-        snapY.append({int(top + hh), lineTop});
-    }
-}
-
 void UIComponentBase::startDrag(const QPointF& mouseScenePos, bool freeDrag)
 {
     dragMouseStart = mouseScenePos;
@@ -711,24 +487,11 @@ void UIComponentBase::startDrag(const QPointF& mouseScenePos, bool freeDrag)
     snapFlag = !freeDrag;
     if (!editorScene)
         return;
-    editorScene->guideLines.clear();
-    collectSnapTargets();
-    if (snapFlag) {
-        // A scene rectangle that changes and changes back makes every view
-        // drop what it has painted, so no stale guide survives. The views
-        // keep their scroll positions, which the narrower rectangle may clamp.
-        QVector<QPoint> scrolled;
-        const QList<QGraphicsView*> views = editorScene->views();
-        for (const QGraphicsView* view : views)
-            scrolled.append(QPoint(view->horizontalScrollBar()->value(), view->verticalScrollBar()->value()));
-        const QRectF area = editorScene->sceneRect();
-        editorScene->setSceneRect(area.adjusted(0, 0, -1, 0));
-        editorScene->setSceneRect(area);
-        for (int i = 0; i < views.size(); ++i) {
-            views[i]->horizontalScrollBar()->setValue(scrolled[i].x());
-            views[i]->verticalScrollBar()->setValue(scrolled[i].y());
-        }
-    }
+    editorScene->clearGuideLines();
+    SnapTargets::collectSnapTargets(this);
+    // No stale guide survives the start of a snapping drag.
+    if (snapFlag)
+        editorScene->forceRepaint();
 }
 
 void UIComponentBase::dragTo(const QPointF& mouseScenePos)
@@ -741,19 +504,20 @@ void UIComponentBase::dragTo(const QPointF& mouseScenePos)
         setAbsoluteScenePosition(wanted.x(), wanted.y());
         return;
     }
-    editorScene->guideLines.clear();
     const double factor = zoomFactor();
-    const SnapTarget* hitX = findTarget(snapX, int(wanted.x() / factor));
-    const SnapTarget* hitY = findTarget(snapY, int(wanted.y() / factor));
+    const SnapTargets::Target* hitX = SnapTargets::find(SnapTargets::snapX, int(wanted.x() / factor));
+    const SnapTargets::Target* hitY = SnapTargets::find(SnapTargets::snapY, int(wanted.y() / factor));
     const QRectF area = editorScene->sceneRect();
+    QVector<QLine> guides;
     if (hitX) {
         wanted.setX(qRound(hitX->value * factor));
-        editorScene->guideLines.append(QLine(hitX->line, 0, hitX->line, int(area.height())));
+        guides.append(QLine(hitX->line, 0, hitX->line, int(area.height())));
     }
     if (hitY) {
         wanted.setY(qRound(hitY->value * factor));
-        editorScene->guideLines.append(QLine(0, hitY->line, int(area.width()), hitY->line));
+        guides.append(QLine(0, hitY->line, int(area.width()), hitY->line));
     }
+    editorScene->setGuideLines(guides);
     editorScene->update();
     setAbsoluteScenePosition(wanted.x(), wanted.y());
     if (hitX || hitY) {
@@ -772,11 +536,11 @@ void UIComponentBase::endDrag()
 {
     snapFlag = true;
     if (editorScene) {
-        editorScene->guideLines.clear();
+        editorScene->clearGuideLines();
         editorScene->update();
     }
     setScenePosition(pos().x(), pos().y());
-    clearSnapTargets();
+    SnapTargets::clear();
     recomputeBounds(false);
     placeItem();
 }
@@ -786,8 +550,8 @@ void UIComponentBase::resizeTo(double sceneWidth, double sceneHeight, bool aspec
     const double factor = zoomFactor();
     double w = sceneWidth / factor;
     double h = sceneHeight / factor;
-    const bool widthFixed = mask & WidthFixed;
-    const bool heightFixed = mask & HeightFixed;
+    const bool widthFixed = mask & SnapTargets::WidthFixed;
+    const bool heightFixed = mask & SnapTargets::HeightFixed;
     w = widthFixed ? resizeStartWidth : qBound(double(minimumWidth()), w, double(maximumWidth()));
     h = heightFixed ? resizeStartHeight : qBound(double(minimumHeight()), h, double(maximumHeight()));
     // The kind's largest size carries its natural ratio.
@@ -800,45 +564,9 @@ void UIComponentBase::resizeTo(double sceneWidth, double sceneHeight, bool aspec
     // Edges snap only with Ctrl held, and only while the box is upright.
     const double turn = rotation();
     if (!snapFlag && editorScene && std::fmod(turn, 90.0) == 0.0) {
-        editorScene->guideLines.clear();
-        // The new box where the opposite handle will hold it: the edges that
-        // don't move stay where they were at the press. Left and top are the
-        // first pixel, right and bottom the last.
-        const QRectF box = rotatedScreenBox(w, h);
-        const QRectF& start = resizeStartRect;
-        double left = (mask & LeftEdge) ? start.right() - box.width() : start.left();
-        double top = (mask & TopEdge) ? start.bottom() - box.height() : start.top();
-        const double right = left + box.width();
-        const double bottom = top + box.height();
-        // Snapped edges lie between pixels: a left edge on its first pixel,
-        // a right edge just after its last.
-        double rightEnd = right + 1;
-        double bottomEnd = bottom + 1;
-        const QRectF area = editorScene->sceneRect();
-        bool hit = false;
-        if (const int* edge = snapEdges(edgeX, mask & LeftEdge, mask & RightEdge, left, right, rightEnd,
-                                        start.left(), start.right())) {
-            const int line = int(*edge * factor);
-            editorScene->guideLines.append(QLine(line, 0, line, int(area.height())));
-            hit = true;
-        }
-        if (const int* edge = snapEdges(edgeY, mask & TopEdge, mask & BottomEdge, top, bottom, bottomEnd,
-                                        start.top(), start.bottom())) {
-            const int line = int(*edge * factor);
-            editorScene->guideLines.append(QLine(0, line, int(area.width()), line));
-            hit = true;
-        }
-        if (hit) {
-            // The turn back to the component's own axes swaps the sides at
-            // 90 and 270 degrees.
-            const double across = qAbs(rightEnd - left);
-            const double down = qAbs(bottomEnd - top);
-            const bool sideways = qAbs(std::fmod(turn, 180.0)) == 90.0;
-            if (!widthFixed)
-                w = sideways ? down : across;
-            if (!heightFixed)
-                h = sideways ? across : down;
-        }
+        QVector<QLine> guides;
+        SnapTargets::snapResize(this, mask, w, h, guides);
+        editorScene->setGuideLines(guides);
         editorScene->update();
     }
 

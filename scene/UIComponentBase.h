@@ -84,20 +84,6 @@ public:
     // The handle of an index, or null while unselected or without it.
     ResizeComponentButtonSprite* handleAt(int index) const;
 
-    // Direct manipulation. Only one component moves at a time, so the snap
-    // targets are shared: a pair is the centre coordinate in screen units at
-    // which the moving component snaps, and the scene coordinate of its guide.
-    struct SnapTarget {
-        int value;
-        int line;
-    };
-    static QVector<SnapTarget> snapX;
-    static QVector<SnapTarget> snapY;
-    // Edges in screen units that a resized edge snaps to.
-    static QVector<int> edgeX;
-    static QVector<int> edgeY;
-    static void clearSnapTargets();
-    void collectSnapTargets();
     // The item's position plus its ancestors' item positions: where it stands
     // on the canvas in scene units, as setAbsoluteScenePosition() takes it.
     QPointF absoluteItemPosition() const;
@@ -112,8 +98,8 @@ public:
     void startDrag(const QPointF& mouseScenePos, bool freeDrag);
     void dragTo(const QPointF& mouseScenePos);
     void endDrag();
-    // Handles: size in scene units; mask bits 1 top, 2 bottom, 4 left, 8 right
-    // edge may snap, 0x10 width fixed, 0x20 height fixed.
+    // Handles: size in scene units; the mask of SnapTargets tells which edges
+    // may snap and which side stays.
     void resizeTo(double sceneWidth, double sceneHeight, bool aspect, int mask);
     void rotateTo(bool snap, const QPointF& mouseScenePos);
 
@@ -162,6 +148,4 @@ protected:
 
 private:
     void placeItem();
-    void paintSelectionFrame(QPainter* painter, const QRect& frame) const;
-    void paintHoverFrame(QPainter* painter, const QRect& frame) const;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QtGlobal>
 
 class UIComponentBase;
 
@@ -15,4 +16,8 @@ struct UndoRecord {
     QJsonObject json;
     // Not owned: a deleted component waits in the scene's removedComponents.
     UIComponentBase* component = nullptr;
+    // The edit this record belongs to: a new edit takes a new number, and a
+    // replayed step's inverse keeps it. The top of the undo stack so names
+    // the state the HUD is in.
+    quint64 step = 0;
 };

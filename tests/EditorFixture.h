@@ -6,6 +6,7 @@
 #include "ListMove.h"
 #include "TestEnvironment.h"
 #include "components/GameUIEditorSceneHelper.h"
+#include "scene/ComponentListSync.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
@@ -71,7 +72,7 @@ inline QJsonArray manyShapes(int count)
 // The canvas and its component list side by side, as the main window has
 // them, with the scripted factory.
 struct Editor : TestEnvironment::Canvas {
-    Editor() : Canvas(new ScriptedHelper), helper(static_cast<ScriptedHelper*>(scene->helper))
+    Editor() : Canvas(new ScriptedHelper), helper(static_cast<ScriptedHelper*>(scene->helper()))
     {
         list->tree()->setKeepSelectionLook(true);
     }
@@ -109,13 +110,13 @@ inline int rowCount(UltimateTreeItem* parent, const UltimateTree* tree)
 // parent, later siblings above earlier ones, the selected one above its siblings.
 inline void expectedStacking(GameUIEditorScene* scene, UltimateTreeItem* parent, QList<UIComponentBase*>& out)
 {
-    const UltimateTree* tree = scene->list->tree();
+    const UltimateTree* tree = scene->list()->tree();
     QList<UltimateTreeItem*> rows;
     const int n = parent ? parent->childCount() : tree->rowCount();
     for (int i = 0; i < n; ++i)
         rows.append(parent ? parent->child(i) : tree->row(i));
     for (int i = 0; i < rows.size(); ++i) {
-        if (scene->componentOfRow(rows[i]) == scene->selectedComponent) {
+        if (scene->componentOfRow(rows[i]) == scene->selectedComponent()) {
             rows.append(rows.takeAt(i));
             break;
         }
@@ -130,10 +131,10 @@ inline void expectedStacking(GameUIEditorScene* scene, UltimateTreeItem* parent,
 // the canvas stacks as the list says.
 inline void checkConsistent(GameUIEditorScene* scene)
 {
-    const UltimateTree* tree = scene->list->tree();
-    QCOMPARE(rowCount(nullptr, tree), scene->components.size());
-    QCOMPARE(scene->itemToComponent.size(), scene->components.size());
-    for (UIComponentBase* component : qAsConst(scene->components)) {
+    const UltimateTree* tree = scene->list()->tree();
+    QCOMPARE(rowCount(nullptr, tree), scene->components().size());
+    QCOMPARE(scene->componentListSync().mappedRows(), scene->components().size());
+    for (UIComponentBase* component : qAsConst(scene->components())) {
         UltimateTreeItem* row = scene->rowOfComponent(component);
         QVERIFY(row);
         QCOMPARE(scene->componentOfRow(row), component);

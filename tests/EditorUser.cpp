@@ -1,9 +1,10 @@
-// A user inside a velmora process that a test started, loaded with
-// LD_PRELOAD: it acts only through the editor's own widgets, as a person
-// at the keyboard would, and writes what it saw to a log file.
+// A user inside an editor process that a test started (velmora-test-editor,
+// the editor's own start-up with this file beside it): it acts only through
+// the editor's own widgets, as a person at the keyboard would, and writes
+// what it saw to a log file.
 //
 // VELMORA_TEST_USER=edit     pastes the HUD in VELMORA_TEST_USER_HUD into the
-//                            HUD list (Ctrl+V) and moves to the next HUD.
+//                            HUD list (Ctrl+V) and does nothing more.
 // VELMORA_TEST_USER=restore  answers the first question with "Yes", saves with
 //                            the menu's save command and closes the window.
 
@@ -59,7 +60,6 @@ bool act()
         QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD") + qEnvironmentVariable("VELMORA_TEST_USER_HUD"));
         tree->setFocus();
         typeKey(tree, Qt::Key_V, Qt::ControlModifier);
-        typeKey(tree, Qt::Key_Down);
         note(QStringLiteral("edited"));
         return true;
     }

@@ -52,6 +52,40 @@ private slots:
         QVERIFY(result.out.contains(QStringLiteral("Components: 56")));
     }
 
+    // A script must be able to tell a damaged document from a good one: the
+    // reason is named, nothing of the templates is counted, and the exit is 1.
+    void checkReportsADamagedDocument()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("damaged"));
+        const QString document = TestEnvironment::documentPath(project);
+        const QByteArray full = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
+        struct Case {
+            const char* name;
+            QByteArray bytes;
+        };
+        for (const Case& damaged : {Case{"truncated", full.left(full.size() / 2)},
+                                    Case{"root not an object", QByteArray("[1,2,3]")},
+                                    Case{"Data not a list", QByteArray("{\"Data\":{\"Map\":1}}")}}) {
+            TestEnvironment::writeFile(document, damaged.bytes);
+            const Result result = run({QStringLiteral("check"), project});
+            QVERIFY2(result.code == 1, damaged.name);
+            QVERIFY2(result.out.contains(QStringLiteral("VelmoraHUD.json is damaged: ")), qPrintable(result.out));
+            QVERIFY2(!result.out.contains(QStringLiteral("Components:")), qPrintable(result.out));
+            QVERIFY2(!result.out.contains(QStringLiteral("HUDs:")), qPrintable(result.out));
+        }
+
+        // A document that can't be read at all.
+        TestEnvironment::writeFile(document, full);
+        QVERIFY(QFile::setPermissions(document, QFileDevice::WriteOwner));
+        if (!QFile(document).open(QIODevice::ReadOnly)) {
+            const Result unreadable = run({QStringLiteral("check"), project});
+            QCOMPARE(unreadable.code, 1);
+            QVERIFY2(unreadable.out.contains(QStringLiteral("permission denied")), qPrintable(unreadable.out));
+            QVERIFY(!unreadable.out.contains(QStringLiteral("Components:")));
+        }
+        QFile::setPermissions(document, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    }
+
     void checkInvalidProject()
     {
         const QString project = TestEnvironment::makeProject(QStringLiteral("invalid"));
@@ -125,7 +159,7 @@ private slots:
         QVERIFY(QDir().mkpath(QFileInfo(document).absolutePath()));
         QCOMPARE(::mkfifo(QFile::encodeName(document).constData(), 0644), 0);
         Result result = run({QStringLiteral("check"), project});
-        QCOMPARE(result.code, 0);
+        QCOMPARE(result.code, 1);
         QVERIFY2(result.out.contains(QStringLiteral("not a regular file")), qPrintable(result.out));
         result = run({QStringLiteral("resave"), project});
         QCOMPARE(result.code, 1);

@@ -145,23 +145,22 @@ private slots:
         QTRY_VERIFY(low->hovered);
         QTest::mouseMove(viewport, at(160, 100));
         QTRY_VERIFY(high->hovered);
-        QCOMPARE(scene.hoveredComponent, high);
+        QCOMPARE(scene.hoveredComponent(), high);
         QVERIFY(!low->hovered);
 
         // A press lists every component under it; the scene takes the topmost
         // and moves it, being dragged now, to the end.
         QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, at(130, 100));
-        QCOMPARE(scene.pressedComponents, (QList<UIComponentBase*>{low, high}));
+        QCOMPARE(scene.pressedComponents(), (QList<UIComponentBase*>{low, high}));
         QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, at(130, 100));
 
         // A passive component is never hovered nor pressed.
         QTest::mouseMove(viewport, at(320, 220));
         QTRY_VERIFY(!high->hovered);
         QVERIFY(!passive->hovered);
-        QCOMPARE(scene.hoveredComponent, nullptr);
-        scene.pressedComponents.clear();
+        QCOMPARE(scene.hoveredComponent(), nullptr);
         QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, at(320, 220));
-        QVERIFY(scene.pressedComponents.isEmpty());
+        QVERIFY(scene.pressedComponents().isEmpty());
         QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, at(320, 220));
     }
 

@@ -4,6 +4,7 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
@@ -69,6 +70,36 @@ QStringList dialogsDuring(const std::function<void()>& trigger)
     return titles;
 }
 
+// A component that counts, by id, how often an object is applied to it.
+class CountingComponent : public UIComponentBase
+{
+public:
+    using UIComponentBase::UIComponentBase;
+    void setData(const QJsonObject& json) override
+    {
+        ++applied[json.value("ID").toInt()];
+        UIComponentBase::setData(json);
+    }
+    bool canHaveChildren() const override { return true; }
+    static QMap<int, int> applied;
+};
+QMap<int, int> CountingComponent::applied;
+
+// The scripted factory, building counting components as the real factory
+// builds its kinds: the object applied before the scene gets the component.
+class CountingHelper : public ScriptedHelper
+{
+public:
+    UIComponentBase* createComponent(const QJsonObject& json, GameUIEditorScene* scene, QJsonObject*,
+                                     bool flag) override
+    {
+        auto* component = new CountingComponent(scene);
+        component->setData(json);
+        component->hudLevel = flag;
+        return component;
+    }
+};
+
 }
 
 class TestEditorScene : public QObject
@@ -86,36 +117,36 @@ private slots:
                                  {"Children", QJsonArray{shape(6, 40, 40)}}};
         editor.scene->loadFromJson(QJsonArray{shape(1, 200, 200), shape(2, 220, 200), shape(3, 240, 200), window});
         editor.show();
-        UIComponentBase* low = editor.scene->components.at(0);
-        UIComponentBase* middle = editor.scene->components.at(1);
-        UIComponentBase* top = editor.scene->components.at(2);
+        UIComponentBase* low = editor.scene->components().at(0);
+        UIComponentBase* middle = editor.scene->components().at(1);
+        UIComponentBase* top = editor.scene->components().at(2);
 
         // An unselected overlap: the topmost one.
         editor.click(QPointF(225, 200));
-        QCOMPARE(editor.scene->selectedComponent, top);
+        QCOMPARE(editor.scene->selectedComponent(), top);
         QCOMPARE(editor.list->tree()->currentRow(), editor.scene->rowOfComponent(top));
 
         // The lowest selected from the list; a click where all three overlap keeps it.
         editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(low));
-        QCOMPARE(editor.scene->selectedComponent, low);
+        QCOMPARE(editor.scene->selectedComponent(), low);
         editor.click(QPointF(225, 200));
-        QCOMPARE(editor.scene->selectedComponent, low);
+        QCOMPARE(editor.scene->selectedComponent(), low);
         QVERIFY(low->selected && !top->selected && !middle->selected);
 
         // Empty canvas: nothing selected.
         editor.click(QPointF(50, 550));
-        QVERIFY(!editor.scene->selectedComponent);
+        QVERIFY(!editor.scene->selectedComponent());
 
         // The parent selected, a click on its child goes down into the child,
         // and the next click on the same point keeps the child.
-        UIComponentBase* parent = editor.scene->components.at(3);
-        UIComponentBase* child = editor.scene->components.at(4);
+        UIComponentBase* parent = editor.scene->components().at(3);
+        UIComponentBase* child = editor.scene->components().at(4);
         editor.click(QPointF(560, 260));
-        QCOMPARE(editor.scene->selectedComponent, parent);
+        QCOMPARE(editor.scene->selectedComponent(), parent);
         editor.click(QPointF(620, 320));
-        QCOMPARE(editor.scene->selectedComponent, child);
+        QCOMPARE(editor.scene->selectedComponent(), child);
         editor.click(QPointF(620, 320));
-        QCOMPARE(editor.scene->selectedComponent, child);
+        QCOMPARE(editor.scene->selectedComponent(), child);
     }
 
     void loadAndSaveKeepsTheDocument_data()
@@ -165,10 +196,36 @@ private slots:
         editor.scene->loadFromJson(hud);
         QCOMPARE(editor.scene->toJson(), expectedBack(hud));
         // A load has nothing to undo, selects nothing and leaves no current row.
-        QVERIFY(editor.scene->undoStack.empty());
-        QVERIFY(!editor.scene->selectedComponent);
+        QVERIFY(editor.scene->undoRecorder().undoStack().empty());
+        QVERIFY(!editor.scene->selectedComponent());
         QVERIFY(!editor.list->tree()->currentRow());
         checkConsistent(editor.scene);
+    }
+
+    // Applying an object can be costly (a text renders, a custom component
+    // expands a whole HUD): a component built by a load, a creation or a
+    // paste gets its object once.
+    void eachBuiltComponentAppliesItsObjectOnce()
+    {
+        TestEnvironment::Canvas canvas(new CountingHelper);
+        GameUIEditorScene* scene = canvas.scene;
+        CountingComponent::applied.clear();
+        scene->loadFromJson(QJsonArray{group(1, 100, 100, QJsonArray{shape(2, 10, 10), group(3, 0, 0, {shape(4, 5, 5)})}),
+                                       shape(5, 300, 200)});
+        QCOMPARE(CountingComponent::applied, (QMap<int, int>{{1, 1}, {2, 1}, {3, 1}, {4, 1}, {5, 1}}));
+
+        CountingComponent::applied.clear();
+        scene->setPastePosition(QPointF(400, 300));
+        scene->createAComponent(nullptr);
+        QCOMPARE(CountingComponent::applied, (QMap<int, int>{{6, 1}}));
+
+        // The pasted group and its three components below get fresh ids.
+        CountingComponent::applied.clear();
+        scene->select(scene->components().first());
+        scene->copyAComponent();
+        scene->paste(nullptr);
+        QCOMPARE(scene->components().size(), 10);
+        QCOMPARE(CountingComponent::applied, (QMap<int, int>{{7, 1}, {8, 1}, {9, 1}, {10, 1}}));
     }
 
     void creatingAndDeletingFromCanvasAndList()
@@ -178,19 +235,19 @@ private slots:
         editor.helper->nextType = 6;
         // A double-click on the empty canvas creates where it was clicked.
         QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(300, 200)));
-        QCOMPARE(editor.scene->components.size(), 1);
-        UIComponentBase* created = editor.scene->components.first();
+        QCOMPARE(editor.scene->components().size(), 1);
+        UIComponentBase* created = editor.scene->components().first();
         QCOMPARE(created->absoluteXY(), QPoint(300, 200));
-        QCOMPARE(editor.scene->selectedComponent, created);
+        QCOMPARE(editor.scene->selectedComponent(), created);
         QCOMPARE(editor.list->tree()->currentRow()->text(0), QStringLiteral("C1"));
-        QCOMPARE(editor.scene->undoStack.size(), size_t(1));
-        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Created));
+        QCOMPARE(editor.scene->undoRecorder().undoStack().size(), size_t(1));
+        QCOMPARE(editor.scene->undoRecorder().undoStack().back().kind, int(UndoRecord::Created));
 
         // A child of the group lands in the group's row, opened.
         editor.helper->nextType = 1;
-        editor.scene->pastePosition = QPointF(320, 210);
+        editor.scene->setPastePosition(QPointF(320, 210));
         editor.view->createAComponentChild();
-        UIComponentBase* child = editor.scene->components.at(1);
+        UIComponentBase* child = editor.scene->components().at(1);
         QCOMPARE(child->parentComponent, created);
         QCOMPARE(child->absoluteXY(), QPoint(320, 210));
         QVERIFY(editor.scene->rowOfComponent(created)->isExpanded());
@@ -199,9 +256,9 @@ private slots:
         editor.list->tree()->setCurrentRow(editor.scene->rowOfComponent(created));
         editor.list->tree()->setFocus();
         QTest::keyClick(editor.list->tree(), Qt::Key_Delete);
-        QVERIFY(editor.scene->components.isEmpty());
-        QCOMPARE(editor.scene->removedComponents.size(), 2);
-        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
+        QVERIFY(editor.scene->components().isEmpty());
+        QCOMPARE(editor.scene->removedComponents().size(), 2);
+        QCOMPARE(editor.scene->undoRecorder().undoStack().back().kind, int(UndoRecord::Deleted));
         checkConsistent(editor.scene);
 
         // Double-clicking a list row with children never opens the dialog.
@@ -215,7 +272,7 @@ private slots:
         editor.scene->loadFromJson(QJsonArray{shape(1, 100, 100), group(2, 200, 200, QJsonArray{shape(3, 0, 0)})});
         UltimateTree* tree = editor.list->tree();
         auto anyComponent = [&]() -> UIComponentBase* {
-            const QList<UIComponentBase*>& all = editor.scene->components;
+            const QList<UIComponentBase*>& all = editor.scene->components();
             return all.isEmpty() ? nullptr : all.at(random.bounded(all.size()));
         };
         for (int step = 0; step < 200; ++step) {
@@ -224,7 +281,7 @@ private slots:
             switch (action) {
             case 0: // create, top-level or as a child of a container
                 editor.helper->nextType = random.bounded(3) == 0 ? 6 : random.bounded(14);
-                editor.scene->pastePosition = QPointF(random.bounded(800), random.bounded(600));
+                editor.scene->setPastePosition(QPointF(random.bounded(800), random.bounded(600)));
                 if (picked && picked->canHaveChildren() && random.bounded(2)) {
                     editor.scene->select(picked);
                     editor.view->createAComponentChild();
@@ -257,7 +314,7 @@ private slots:
                 break;
             case 4: // select from the list
                 tree->setCurrentRow(picked ? editor.scene->rowOfComponent(picked) : nullptr);
-                QCOMPARE(editor.scene->selectedComponent, picked);
+                QCOMPARE(editor.scene->selectedComponent(), picked);
                 break;
             default: // open or close a row
                 if (picked)
@@ -267,7 +324,7 @@ private slots:
             checkConsistent(editor.scene);
             if (QTest::currentTestFailed())
                 QFAIL(qPrintable(QStringLiteral("after step %1 (action %2)").arg(step).arg(action)));
-            QCOMPARE(editor.scene->order, editor.scene->orderFromList());
+            QCOMPARE(editor.scene->order(), editor.scene->orderFromList());
         }
         // What the list shows is what is saved: the same tree of ids.
         std::function<QJsonValue(const QJsonObject&)> ids = [&](const QJsonObject& object) -> QJsonValue {
@@ -282,7 +339,7 @@ private slots:
         QJsonArray saved;
         for (const QJsonValue& value : editor.scene->toJson())
             saved.append(ids(value.toObject()));
-        QCOMPARE(saved, editor.scene->order);
+        QCOMPARE(saved, editor.scene->order());
     }
 
     void theComponentLimitRefusesWholeAndSays()
@@ -292,15 +349,15 @@ private slots:
         QJsonArray many = manyShapes(500);
         many.append(group(501, 0, 0, QJsonArray()));
         editor.scene->loadFromJson(many);
-        editor.scene->select(editor.scene->components.last());
+        editor.scene->select(editor.scene->components().last());
         const QJsonArray before = editor.scene->toJson();
         const QStringList titles = dialogsDuring([&]() { editor.view->createACenteredComponent(); });
         QCOMPARE(titles, QStringList{QStringLiteral("Component Limit")});
         // The selector never ran, and nothing was made, numbered or recorded.
         QCOMPARE(editor.helper->asked, 0);
         QCOMPARE(rowCount(nullptr, editor.list->tree()), 501);
-        QCOMPARE(editor.scene->idCounter, 501);
-        QVERIFY(editor.scene->undoStack.empty());
+        QCOMPARE(editor.scene->idCounter(), 501);
+        QVERIFY(editor.scene->undoRecorder().undoStack().empty());
         QCOMPARE(editor.scene->toJson(), before);
 
         // A paste is refused the same way, also into a container.
@@ -311,7 +368,7 @@ private slots:
         // One fewer, and a new one fits again.
         editor.view->deleteAComponent();
         editor.scene->createAComponent(nullptr);
-        QCOMPARE(editor.scene->components.size(), 501);
+        QCOMPARE(editor.scene->components().size(), 501);
         QCOMPARE(editor.helper->asked, 1);
     }
 

@@ -4,6 +4,7 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -37,7 +38,7 @@ struct Editor : TestEnvironment::Canvas {
     UIComponentBase* select(int row)
     {
         list->tree()->setCurrentRow(list->tree()->row(row));
-        return scene->selectedComponent;
+        return scene->selectedComponent();
     }
     void wheel(int delta, Qt::KeyboardModifiers modifiers)
     {
@@ -123,8 +124,8 @@ private slots:
             QList<int> seen{from};
             for (int i = 0; i < 25; ++i) {
                 (scene->*step)();
-                if (scene->zoom != seen.last())
-                    seen.append(scene->zoom);
+                if (scene->zoom() != seen.last())
+                    seen.append(scene->zoom());
             }
             return seen;
         };
@@ -139,14 +140,14 @@ private slots:
         bare.states.clear();
         scene->setZoom(49);
         scene->zoomIn();
-        QCOMPARE(scene->zoom, 59);
+        QCOMPARE(scene->zoom(), 59);
         QCOMPARE(bare.states.last(), qMakePair(2, 1));
         const int reports = bare.states.size();
         scene->zoomIn();
-        QCOMPARE(scene->zoom, 59);
+        QCOMPARE(scene->zoom(), 59);
         QCOMPARE(bare.states.size(), reports);
         scene->zoomOut();
-        QCOMPARE(scene->zoom, 49);
+        QCOMPARE(scene->zoom(), 49);
         QCOMPARE(bare.states.last(), qMakePair(1, 1));
         scene->setZoom(2);
         scene->zoomOut();
@@ -177,7 +178,7 @@ private slots:
         scene->setScreenSize(screen.width(), screen.height());
         scene->setZoom(33);
         bare.view.fitZoom();
-        QCOMPARE(scene->zoom, zoom);
+        QCOMPARE(scene->zoom(), zoom);
         QVERIFY(!bare.states.isEmpty());
         QCOMPARE(bare.states.last(), qMakePair(1, 1));
     }
@@ -228,7 +229,7 @@ private slots:
         Editor editor;
         GameUIEditorScene* scene = editor.scene;
         scene->setScreenSize(60, 40);
-        scene->loadTile();
+        scene->setTile(QImage(QStringLiteral(":/resources/Editor/Tile.png")));
         scene->setZoom(10);
         // A background picture is stretched over the canvas and darkened but
         // for the last column and row.
@@ -261,10 +262,10 @@ private slots:
         editor.states.clear();
         editor.wheel(120, Qt::ControlModifier);
         QVERIFY(editor.wheelAccepted);
-        QCOMPARE(scene->zoom, 38);
+        QCOMPARE(scene->zoom(), 38);
         QCOMPARE(editor.states.last(), qMakePair(1, 1));
         editor.wheel(-120, Qt::ControlModifier);
-        QCOMPARE(scene->zoom, 30);
+        QCOMPARE(scene->zoom(), 30);
 
         // The plain wheel scrolls vertically by its delta, with Shift sideways.
         int v = vertical->value(), h = horizontal->value();
@@ -276,11 +277,20 @@ private slots:
         QCOMPARE(vertical->value(), v + 120);
 
         // During a drag Ctrl+wheel scrolls instead of zooming.
-        scene->wheelZoomAllowed = false;
+        QWidget* viewport = editor.view->viewport();
+        const QPointF middle = editor.view->mapToScene(viewport->rect().center()) / scene->zoomFactor();
+        scene->loadFromJson(QJsonArray{shape(1, int(middle.x()), int(middle.y()), 40, 40)});
+        const QPoint onIt = editor.view->mapFromScene(scene->components().first()->scenePos());
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, onIt);
+        QVERIFY(scene->draggedComponent());
         v = vertical->value();
         editor.wheel(120, Qt::ControlModifier);
-        QCOMPARE(scene->zoom, 30);
+        QCOMPARE(scene->zoom(), 30);
         QCOMPARE(vertical->value(), v - 120);
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, onIt);
+        QVERIFY(!scene->draggedComponent());
+        editor.wheel(120, Qt::ControlModifier);
+        QCOMPARE(scene->zoom(), 38);
     }
 
     void arrowKeysMoveTheSelectedComponent()
@@ -297,7 +307,7 @@ private slots:
 
         UIComponentBase* component = editor.select(0);
         QVERIFY(component);
-        const size_t undoSteps = scene->undoStack.size();
+        const size_t undoSteps = scene->undoRecorder().undoStack().size();
         QTest::keyClick(editor.view, Qt::Key_Right);
         QTest::keyClick(editor.view, Qt::Key_Down);
         QTest::keyClick(editor.view, Qt::Key_Down);
@@ -308,7 +318,7 @@ private slots:
         QCOMPARE(component->data().value("Y").toInt(), 150 + 2 - 10);
         QCOMPARE(component->pos(), QPointF(191 * 2.0, 142 * 2.0));
         // No undo step, but the HUD counts as changed; the view never scrolled.
-        QCOMPARE(scene->undoStack.size(), undoSteps);
+        QCOMPARE(scene->undoRecorder().undoStack().size(), undoSteps);
         QCOMPARE(changed.count(), 5);
         QCOMPARE(vertical->value(), v);
 
@@ -325,7 +335,7 @@ private slots:
         editor.show();
         GameUIEditorScene* scene = editor.scene;
         scene->loadFromJson(QJsonArray{shape(1, 200, 150, 40, 40), shape(2, 500, 400, 40, 40)});
-        scene->idCounter = 2;
+        QCOMPARE(scene->idCounter(), 2);
         scene->setZoom(10);
         QApplication::clipboard()->clear();
 
@@ -340,8 +350,8 @@ private slots:
         const QPointF target(300, 250);
         QCursor::setPos(editor.view->viewport()->mapToGlobal(editor.view->mapFromScene(target)));
         QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(scene->components.size(), 3);
-        UIComponentBase* pasted = scene->selectedComponent;
+        QCOMPARE(scene->components().size(), 3);
+        UIComponentBase* pasted = scene->selectedComponent();
         QVERIFY(pasted && pasted != first);
         QCOMPARE(pasted->jsonData.value("Name").toString(), QStringLiteral("Shape 1 - Copy 1"));
         QCOMPARE(QPoint(pasted->x, pasted->y), target.toPoint());
@@ -350,25 +360,29 @@ private slots:
         QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, QString(), true);
         editor.select(0);
         QApplication::sendEvent(editor.view, &repeat);
-        QCOMPARE(scene->components.size(), 3);
+        QCOMPARE(scene->components().size(), 3);
         QTest::keyClick(editor.view, Qt::Key_Delete);
-        QCOMPARE(scene->components.size(), 2);
-        QVERIFY(!scene->components.contains(first));
-        QVERIFY(!scene->undoStack.empty());
+        QCOMPARE(scene->components().size(), 2);
+        QVERIFY(!scene->components().contains(first));
+        QVERIFY(!scene->undoRecorder().undoStack().empty());
 
         // Ctrl+X copies and deletes.
         editor.select(0);
         QTest::keyClick(editor.view, Qt::Key_X, Qt::ControlModifier);
-        QCOMPARE(scene->components.size(), 1);
+        QCOMPARE(scene->components().size(), 1);
 
         // During a drag Ctrl+V does nothing.
         QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP") + TestEnvironment::compact(shape(9, 1, 1, 30, 30)));
-        scene->draggedComponent = editor.select(0);
+        UIComponentBase* held = editor.select(0);
+        const QPoint onIt = editor.view->mapFromScene(held->scenePos());
+        QTest::mousePress(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, onIt);
+        QCOMPARE(scene->draggedComponent(), held);
         QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(scene->components.size(), 1);
-        scene->draggedComponent = nullptr;
+        QCOMPARE(scene->components().size(), 1);
+        QTest::mouseRelease(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, onIt);
+        QVERIFY(!scene->draggedComponent());
         QTest::keyClick(editor.view, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(scene->components.size(), 2);
+        QCOMPARE(scene->components().size(), 2);
     }
 
     // A right-click on the component that is already selected keeps it the
@@ -385,11 +399,11 @@ private slots:
         QWidget* viewport = editor.view->viewport();
 
         QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, at);
-        UIComponentBase* shapeOne = scene->selectedComponent;
+        UIComponentBase* shapeOne = scene->selectedComponent();
         QVERIFY(shapeOne);
         QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, at);
         QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, at);
-        QCOMPARE(scene->selectedComponent, shapeOne);
+        QCOMPARE(scene->selectedComponent(), shapeOne);
         QMenu* menu = editor.view->contextMenu;
         QTRY_VERIFY(menu->isVisible());
         QAction* remove = nullptr;
@@ -400,7 +414,7 @@ private slots:
         QVERIFY(remove && remove->isVisible());
         menu->hide();
         remove->trigger();
-        QVERIFY(scene->components.isEmpty());
+        QVERIFY(scene->components().isEmpty());
     }
 
     void renderWritesEveryHudAtTheZoom()

@@ -2,9 +2,12 @@
 
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainTitleBar.h"
+#include "MainWindowFixture.h"
 #include "app/VelmoMainWindow.h"
+#include "app/WindowPlacement.h"
 #include "widgets/InflateButton.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/TrovDialog.h"
@@ -12,6 +15,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QJsonArray>
+#include <QLineEdit>
 #include <QFileDialog>
 #include <QJsonDocument>
 #include <QMenu>
@@ -20,6 +24,7 @@
 #include <QSignalSpy>
 #include <QLabel>
 #include <QMimeData>
+#include <QPainter>
 #include <QPushButton>
 #include <QTimer>
 #include "widgets/UltimateTree.h"
@@ -43,24 +48,16 @@ using TestEnvironment::press;
 QSize sceneSize(VelmoMainWindow* window)
 {
     const GameUIEditorScene* scene = window->editorView()->editorScene();
-    return QSize(scene->screenWidth, scene->screenHeight);
+    return QSize(scene->screenWidth(), scene->screenHeight());
 }
 
 }
 
-class TestMainWindow : public QObject
+class TestMainWindow : public QObject, private MainWindowFixture
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<VelmoMainWindow> window;
-
-    VelmoMainWindow* openWindow(const QString& project)
-    {
-        window.reset(TestEnvironment::showMainWindow(project));
-        return window.get();
-    }
-    UltimateTree* list() const { return window->hudListWidget()->tree(); }
     bool editorPageShown() const
     {
         return window->findChild<QWidget*>(QStringLiteral("mainWidget"))->isVisible()
@@ -75,20 +72,7 @@ private:
     {
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(row));
     }
-    QStringList rowNames() const
-    {
-        QStringList names;
-        for (int i = 0; i < list()->rowCount(); ++i)
-            names.append(list()->row(i)->text(1));
-        return names;
-    }
-    void pressSave()
-    {
-        // A message box that just closed may have taken the activation along.
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
-    }
+    void pressSave() { key(Qt::Key_S); }
     // A file dropped on the HUD list, which the window sees as the
     // application's event filter.
     void dropFile(const QString& path)
@@ -111,13 +95,25 @@ private slots:
     void init() { SettingsStore().clear(); }
     void cleanup() { window.reset(); }
 
+    // A game without a title (or with one of blanks) is named by its folder.
+    void titleFallsBackToTheFolderName()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("untitled"));
+        const QString system = project + QStringLiteral("/data/System.json");
+        QJsonObject data = QJsonDocument::fromJson(TestEnvironment::readFile(system)).object();
+        data.insert(QStringLiteral("gameTitle"), QStringLiteral("  "));
+        TestEnvironment::writeFile(system, QJsonDocument(data).toJson());
+        openWindow(project);
+        QCOMPARE(window->windowTitle(), QStringLiteral("%1[*] \u2014 Velmora").arg(QDir(project).dirName()));
+    }
+
     void freshProjectOpensFromTemplates()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("sample"));
         openWindow(project);
         QVERIFY(editorPageShown());
-        // The title names the project and marks unsaved work.
-        QCOMPARE(window->windowTitle(), QStringLiteral("sample-1[*] \u2014 Velmora"));
+        // The title names the project by its game title and marks unsaved work.
+        QCOMPARE(window->windowTitle(), QStringLiteral("Velmora Sample[*] \u2014 Velmora"));
         QVERIFY(!window->isWindowModified());
         QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD"}));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
@@ -139,6 +135,26 @@ private slots:
         QCOMPARE(written.value(QStringLiteral("Data")).toArray(),
                  QJsonArray({QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraMapHUD.json")}}),
                              QJsonObject({{QStringLiteral("HUD"), templateArray("VelmoraBattleHUD.json")}})}));
+    }
+
+    // A canvas without a background picture shows the editor's tile, which
+    // the window hands to the scene it builds.
+    void theCanvasIsTiledWithTheEditorTile()
+    {
+        openWindow(TestEnvironment::makeProject(QStringLiteral("tiled")));
+        GameUIEditorScene* scene = window->editorView()->editorScene();
+        for (UIComponentBase* component : scene->components())
+            component->setVisible(false);
+        const QImage tile = QImage(QStringLiteral(":/resources/Editor/Tile.png")).convertToFormat(QImage::Format_ARGB32);
+        QVERIFY(!tile.isNull());
+        QImage shot(40, 40, QImage::Format_ARGB32);
+        shot.fill(Qt::magenta);
+        {
+            QPainter painter(&shot);
+            scene->render(&painter, QRectF(0, 0, 40, 40), QRectF(0, 0, 40, 40));
+        }
+        for (const QPoint& at : {QPoint(0, 0), QPoint(5, 11), QPoint(17, 3), QPoint(39, 39)})
+            QCOMPARE(QColor(shot.pixel(at)), QColor(tile.pixel(at.x() % tile.width(), at.y() % tile.height())));
     }
 
     void notAProjectShowsTheOpenPage()
@@ -517,8 +533,18 @@ private slots:
         window.reset(new VelmoMainWindow(2, false, QString(), QString()));
         window->show();
 
-        // Unreadable: the templates stand in, and the status bar says so.
-        QVERIFY(window->findChild<QLabel*>(QStringLiteral("statusText"))->text().contains(QStringLiteral("not valid JSON")));
+        // Unreadable: the templates stand in, and the status bar says so. The
+        // notice runs past the end of a 1280-pixel window's strip; a click on
+        // it shows all of it.
+        window->resize(1280, 800);
+        QLabel* status = window->findChild<QLabel*>(QStringLiteral("statusText"));
+        QVERIFY(status->text().contains(QStringLiteral("not valid JSON")));
+        const QString notice = window->lastOpenReport().message;
+        QVERIFY(status->property("mtt_desc").toString().contains(notice));
+        Seen seen = answering([&] { QTest::mouseClick(status, Qt::LeftButton, Qt::NoModifier, QPoint(10, 8)); },
+                              {press("okButton")});
+        QVERIFY2(seen.text.contains(notice.toHtmlEscaped()), qPrintable(seen.text));
+        QVERIFY(seen.text.contains(QStringLiteral("kept as a backup before the first save")));
         QCOMPARE(window->editorView()->editorScene()->toJson(), templateArray("VelmoraMapHUD.json"));
 
         window->SaveProject();
@@ -644,13 +670,28 @@ private slots:
 
         Seen seen = answering([&] { QTest::keyClick(window.get(), Qt::Key_F1); }, {press("okButton")});
         QCOMPARE(seen.title, QStringLiteral("About Velmora"));
+        // The About box and the command line name one and the same version.
+        QProcess cli;
+        cli.start(QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli"), {QStringLiteral("--version")});
+        QVERIFY(cli.waitForFinished(10000));
+        const QString printed = QString::fromUtf8(cli.readAllStandardOutput()).trimmed();
+        const QString version = printed.section(QLatin1Char(' '), -1);
+        QVERIFY2(version.count(QLatin1Char('.')) == 2, qPrintable(printed));
+        QVERIFY2(seen.text.contains(QStringLiteral("Version %1").arg(version)), qPrintable(seen.text));
 
+        // The file dialog opens in the open project's folder with no file
+        // name filled in.
         QString title;
+        QString folder;
+        QString fileName = QStringLiteral("unseen");
         QTimer chooser;
         chooser.setInterval(5);
         connect(&chooser, &QTimer::timeout, [&]() {
             if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
                 title = dialog->windowTitle();
+                folder = dialog->directory().absolutePath();
+                if (QLineEdit* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+                    fileName = name->text();
                 QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
             }
         });
@@ -660,6 +701,8 @@ private slots:
         QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
         chooser.stop();
         QCOMPARE(title, QStringLiteral("RPG Maker MZ Project"));
+        QCOMPARE(folder, QDir(project).absolutePath());
+        QCOMPARE(fileName, QString());
 
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
         pressSave();
@@ -685,19 +728,19 @@ private slots:
     {
         const QVector<QRect> screens{QRect(0, 0, 1920, 1050), QRect(1920, 0, 1280, 1000)};
         // On a screen, or across two: left alone.
-        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(40, 50, 900, 640), screens), QRect(40, 50, 900, 640));
+        QCOMPARE(WindowPlacement::reachableGeometry(QRect(40, 50, 900, 640), screens), QRect(40, 50, 900, 640));
         // Stored on a monitor that is gone: whole on the nearest screen.
-        const QRect back = VelmoMainWindow::reachableGeometry(QRect(5000, 4000, 900, 640), screens);
+        const QRect back = WindowPlacement::reachableGeometry(QRect(5000, 4000, 900, 640), screens);
         QCOMPARE(back.size(), QSize(900, 640));
         QVERIFY(screens.at(1).contains(back));
         // Only a corner showing, as the window came back before.
-        const QRect corner = VelmoMainWindow::reachableGeometry(QRect(1840, 990, 900, 640), {QRect(0, 0, 1920, 1050)});
+        const QRect corner = WindowPlacement::reachableGeometry(QRect(1840, 990, 900, 640), {QRect(0, 0, 1920, 1050)});
         QVERIFY(QRect(0, 0, 1920, 1050).contains(corner));
         // Larger than the screen: shrunk to it.
-        QCOMPARE(VelmoMainWindow::reachableGeometry(QRect(-3000, 0, 2500, 1400), {QRect(0, 0, 1920, 1050)}),
+        QCOMPARE(WindowPlacement::reachableGeometry(QRect(-3000, 0, 2500, 1400), {QRect(0, 0, 1920, 1050)}),
                  QRect(0, 0, 1920, 1050));
         // Above the screen, title bar out of reach.
-        QVERIFY(VelmoMainWindow::reachableGeometry(QRect(100, -600, 900, 640), {QRect(0, 0, 1920, 1050)}).top() >= 0);
+        QVERIFY(WindowPlacement::reachableGeometry(QRect(100, -600, 900, 640), {QRect(0, 0, 1920, 1050)}).top() >= 0);
     }
 
     void startUpRestoresWindowState()

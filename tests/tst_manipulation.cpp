@@ -3,7 +3,9 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/SceneUndoRecorder.h"
 #include "scene/ResizeComponentButtonSprite.h"
+#include "scene/SnapTargets.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -43,7 +45,7 @@ struct Editor : TestEnvironment::Canvas {
     }
     UIComponentBase* component(int id) const
     {
-        for (UIComponentBase* c : scene->components) {
+        for (UIComponentBase* c : scene->components()) {
             if (c->jsonData.value("ID").toInt() == id)
                 return c;
         }
@@ -142,19 +144,19 @@ void checkConsistent(GameUIEditorScene* scene)
         ++rows;
         UIComponentBase* c = scene->componentOfRow(row);
         QVERIFY(c);
-        QVERIFY(scene->components.contains(c));
+        QVERIFY(scene->components().contains(c));
         UIComponentBase* parent = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
         QCOMPARE(c->parentComponent, parent);
         QCOMPARE(c->scene(), scene);
         for (int i = 0; i < row->childCount(); ++i)
             walk(row->child(i));
     };
-    const UltimateTree* tree = scene->list->tree();
+    const UltimateTree* tree = scene->list()->tree();
     for (int i = 0; i < tree->rowCount(); ++i)
         walk(tree->row(i));
-    QCOMPARE(rows, scene->components.size());
-    for (UIComponentBase* gone : scene->removedComponents) {
-        QVERIFY(!scene->components.contains(gone));
+    QCOMPARE(rows, scene->components().size());
+    for (UIComponentBase* gone : scene->removedComponents()) {
+        QVERIFY(!scene->components().contains(gone));
         QVERIFY(!gone->scene());
     }
 }
@@ -163,13 +165,13 @@ void checkConsistent(GameUIEditorScene* scene)
 // and snap targets gone, the mouse's cursor the normal one.
 void checkIdle(GameUIEditorScene* scene)
 {
-    QVERIFY(!scene->draggedComponent);
-    QVERIFY(scene->wheelAllowed);
-    QVERIFY(scene->guideLines.isEmpty());
-    QVERIFY(UIComponentBase::snapX.isEmpty());
-    QVERIFY(UIComponentBase::edgeX.isEmpty());
+    QVERIFY(!scene->draggedComponent());
+    QVERIFY(scene->wheelAllowed());
+    QVERIFY(scene->guideLines().isEmpty());
+    QVERIFY(SnapTargets::snapX.isEmpty());
+    QVERIFY(SnapTargets::edgeX.isEmpty());
     QVERIFY(!QApplication::overrideCursor());
-    for (UIComponentBase* c : scene->components)
+    for (UIComponentBase* c : scene->components())
         QVERIFY(!c->activeHandle);
 }
 
@@ -232,11 +234,11 @@ private slots:
         const Qt::KeyboardModifiers mods = ctrl ? Qt::ControlModifier : Qt::NoModifier;
         const QPointF from = moving->absoluteItemPosition();
         editor.press(from, mods);
-        QCOMPARE(editor.scene->draggedComponent, moving);
+        QCOMPARE(editor.scene->draggedComponent(), moving);
         editor.move(to, mods);
         // Mid-drag: a guide for each axis that snapped, at the target's line.
         const int snappedAxes = (expected.x() != wanted.x()) + (expected.y() != wanted.y());
-        QCOMPARE(editor.scene->guideLines.size(), snappedAxes);
+        QCOMPARE(editor.scene->guideLines().size(), snappedAxes);
         editor.release(to, mods);
         QCOMPARE(stored(moving), expected);
         QCOMPARE(moving->pos(), QPointF(expected) * factor);
@@ -299,11 +301,11 @@ private slots:
         QCOMPARE(stored(moving), expected);
         checkIdle(editor.scene);
         checkConsistent(editor.scene);
-        QCOMPARE(editor.scene->selectedComponent, moving);
+        QCOMPARE(editor.scene->selectedComponent(), moving);
         QCOMPARE(editor.scene->componentOfRow(editor.list->tree()->currentRow()), moving);
         // The drag is one step to undo, holding the place before it.
-        QVERIFY(!editor.scene->undoStack.empty());
-        QCOMPARE(editor.scene->undoStack.back().json.value("X").toInt(), 300);
+        QVERIFY(!editor.scene->undoRecorder().undoStack().empty());
+        QCOMPARE(editor.scene->undoRecorder().undoStack().back().json.value("X").toInt(), 300);
     }
 
     // The component leaves the list while the mouse still drags or resizes
@@ -330,7 +332,7 @@ private slots:
         editor.move(from + QPointF(40, 30));
         emit editor.list->onDeleteKeyPress();
         const QJsonObject atDeletion = moving->data();
-        QVERIFY(editor.scene->removedComponents.contains(moving));
+        QVERIFY(editor.scene->removedComponents().contains(moving));
         checkIdle(editor.scene);
         QCOMPARE(moving->interactionState, 0);
         editor.move(from + QPointF(120, 90));
@@ -338,9 +340,9 @@ private slots:
         QCOMPARE(moving->data(), atDeletion);
         checkIdle(editor.scene);
         checkConsistent(editor.scene);
-        QCOMPARE(editor.scene->components.size(), 1);
-        QVERIFY(!editor.scene->selectedComponent);
-        QCOMPARE(editor.scene->undoStack.back().kind, int(UndoRecord::Deleted));
+        QCOMPARE(editor.scene->components().size(), 1);
+        QVERIFY(!editor.scene->selectedComponent());
+        QCOMPARE(editor.scene->undoRecorder().undoStack().back().kind, int(UndoRecord::Deleted));
         // The other component still drags.
         UIComponentBase* other = editor.component(2);
         editor.drag(other, QPointF(640, 380));
@@ -387,8 +389,8 @@ private slots:
         const QPointF from = Editor::handlePoint(c->handleAt(handle));
         editor.press(from);
         // The press belongs to the handle: the selection stays.
-        QCOMPARE(editor.scene->selectedComponent, c);
-        QVERIFY(!editor.scene->draggedComponent);
+        QCOMPARE(editor.scene->selectedComponent(), c);
+        QVERIFY(!editor.scene->draggedComponent());
         QCOMPARE(c->interactionState, 2);
         editor.move(from + QPointF(30, 20) * factor);
         const QPointF oppositeMid = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();

@@ -4,6 +4,7 @@
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
 #include "components/ComponentKinds.h"
+#include "scene/SceneUndoRecorder.h"
 #include "widgets/ClipboardIdentifiers.h"
 
 #include <QAction>
@@ -11,6 +12,7 @@
 #include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QLabel>
 #include <QMenu>
 #include <QRandomGenerator>
 #include <QSet>
@@ -49,7 +51,7 @@ void collectIds(const QJsonArray& array, QList<int>& ids)
 
 UIComponentBase* componentById(GameUIEditorScene* scene, int id)
 {
-    for (UIComponentBase* component : qAsConst(scene->components)) {
+    for (UIComponentBase* component : qAsConst(scene->components())) {
         if (component->jsonData.value("ID").toInt() == id)
             return component;
     }
@@ -90,20 +92,20 @@ private slots:
         QRandomGenerator random(seed);
         scene->loadFromJson(realisticHud());
         const QJsonArray start = scene->toJson();
-        QVERIFY(scene->components.size() > 40);
+        QVERIFY(scene->components().size() > 40);
 
         // states[i] is the document with i steps on the undo stack; undone
         // holds what redo brings back, the next one last.
         QVector<QJsonArray> states{start};
         QVector<QJsonArray> undone;
         auto settle = [&]() {
-            const int depth = int(scene->undoStack.size());
+            const int depth = int(scene->undoRecorder().undoStack().size());
             const QJsonArray now = scene->toJson();
             if (depth == states.size()) {
                 // One new step, and nothing left to redo.
                 states.append(now);
                 undone.clear();
-                QVERIFY(scene->redoStack.empty());
+                QVERIFY(scene->undoRecorder().redoStack().empty());
             } else {
                 // No step, and then no change that undo would miss.
                 QCOMPARE(depth, states.size() - 1);
@@ -111,12 +113,12 @@ private slots:
             }
         };
         auto any = [&]() -> UIComponentBase* {
-            const QList<UIComponentBase*>& all = scene->components;
+            const QList<UIComponentBase*>& all = scene->components();
             return all.isEmpty() ? nullptr : all.at(random.bounded(all.size()));
         };
         auto anyContainer = [&]() -> UIComponentBase* {
             QList<UIComponentBase*> containers;
-            for (UIComponentBase* component : qAsConst(scene->components)) {
+            for (UIComponentBase* component : qAsConst(scene->components())) {
                 if (component->canHaveChildren())
                     containers.append(component);
             }
@@ -133,14 +135,14 @@ private slots:
             switch (action) {
             case 0: // create at top level
                 editor.helper->nextType = random.bounded(14);
-                scene->pastePosition = QPointF(random.bounded(816), random.bounded(624));
+                scene->setPastePosition(QPointF(random.bounded(816), random.bounded(624)));
                 editor.view->createAComponent();
                 break;
             case 1: // create inside a container
                 if (UIComponentBase* container = anyContainer()) {
                     editor.helper->nextType = random.bounded(3) ? random.bounded(14) : 6;
                     scene->select(container);
-                    scene->pastePosition = QPointF(random.bounded(816), random.bounded(624));
+                    scene->setPastePosition(QPointF(random.bounded(816), random.bounded(624)));
                     editor.view->createAComponentChild();
                 }
                 break;
@@ -175,7 +177,7 @@ private slots:
                 if (!scene->sceneRect().contains(centre))
                     break;
                 QTest::mousePress(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, editor.at(centre));
-                if (UIComponentBase* dragged = scene->draggedComponent) {
+                if (UIComponentBase* dragged = scene->draggedComponent()) {
                     const QPoint before = dragged->absoluteXY();
                     dragged->setAbsoluteXY(random.bounded(-50, 850), random.bounded(-50, 650));
                     if (random.bounded(3) == 0)
@@ -218,11 +220,11 @@ private slots:
                 editor.view->hideAComponent();
                 break;
             case 9: // copy and paste, at top level or beside the current row
-                if (!picked || scene->components.size() > 300)
+                if (!picked || scene->components().size() > 300)
                     break;
                 scene->select(picked);
                 editor.view->copyAComponent();
-                scene->pastePosition = QPointF(random.bounded(-100, 900), random.bounded(-100, 700));
+                scene->setPastePosition(QPointF(random.bounded(-100, 900), random.bounded(-100, 700)));
                 if (UIComponentBase* beside = any())
                     tree->setCurrentRow(scene->rowOfComponent(beside));
                 if (random.bounded(2))
@@ -266,9 +268,9 @@ private slots:
                 ++edits;
                 settle();
             }
-            QCOMPARE(int(scene->redoStack.size()), undone.size());
+            QCOMPARE(int(scene->undoRecorder().redoStack().size()), undone.size());
             checkConsistent(scene);
-            QCOMPARE(scene->order, scene->orderFromList());
+            QCOMPARE(scene->order(), scene->orderFromList());
             if (QTest::currentTestFailed())
                 QFAIL(qPrintable(QStringLiteral("after edit %1 (action %2)").arg(edits).arg(action)));
             steps = states.size() - 1;
@@ -282,7 +284,7 @@ private slots:
             QVERIFY2(scene->toJson() == chain.at(i - 1), qPrintable(QStringLiteral("undo to %1").arg(i - 1)));
             checkConsistent(scene);
         }
-        QVERIFY(scene->undoStack.empty());
+        QVERIFY(scene->undoRecorder().undoStack().empty());
         QVERIFY(scene->toJson() == start);
         scene->undo();
         QVERIFY(scene->toJson() == start);
@@ -293,11 +295,11 @@ private slots:
             QVERIFY2(scene->toJson() == chain.at(i), qPrintable(QStringLiteral("redo to %1").arg(i)));
             checkConsistent(scene);
         }
-        QVERIFY(scene->redoStack.empty());
+        QVERIFY(scene->undoRecorder().redoStack().empty());
         QVERIFY(scene->toJson() == chain.last());
         scene->redo();
         QVERIFY(scene->toJson() == chain.last());
-        QCOMPARE(scene->order, scene->orderFromList());
+        QCOMPARE(scene->order(), scene->orderFromList());
     }
 
     // A click, a drag that comes back to where it began and arrow-key moves
@@ -308,7 +310,7 @@ private slots:
         editor.show();
         GameUIEditorScene* scene = editor.scene;
         scene->loadFromJson(QJsonArray{shape(1, 200, 200, 60, 60)});
-        UIComponentBase* box = scene->components.first();
+        UIComponentBase* box = scene->components().first();
         QWidget* viewport = editor.view->viewport();
 
         editor.list->tree()->setCurrentRow(editor.list->tree()->row(0));
@@ -321,12 +323,12 @@ private slots:
         box->setAbsoluteXY(300, 260);
         box->setAbsoluteXY(202, 201);
         QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(202, 201)));
-        QVERIFY(scene->undoStack.empty());
+        QVERIFY(scene->undoRecorder().undoStack().empty());
 
         QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(202, 201)));
         box->setAbsoluteXY(260, 220);
         QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, editor.at(QPointF(260, 220)));
-        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        QCOMPARE(scene->undoRecorder().undoStack().size(), std::size_t(1));
     }
 
     void deletionsComeBackWhole()
@@ -349,17 +351,17 @@ private slots:
         tree->setCurrentRow(scene->rowOfComponent(top));
         tree->setFocus();
         QTest::keyClick(tree, Qt::Key_Delete);
-        QCOMPARE(scene->removedComponents.size(), 4);
+        QCOMPARE(scene->removedComponents().size(), 4);
         pressCtrl(editor.view, Qt::Key_Z);
         QVERIFY(scene->toJson() == start);
-        QVERIFY(scene->removedComponents.isEmpty());
-        QCOMPARE(scene->selectedComponent, top);
+        QVERIFY(scene->removedComponents().isEmpty());
+        QCOMPARE(scene->selectedComponent(), top);
         QCOMPARE(tree->currentRow(), scene->rowOfComponent(top));
         QVERIFY(!scene->rowOfComponent(componentById(scene, 3))->isExpanded());
         QCOMPARE(componentById(scene, 4)->absoluteXY(), QPoint(325, 225));
         pressCtrl(editor.view, Qt::Key_Y);
         QCOMPARE(scene->toJson().size(), 2);
-        QCOMPARE(scene->selectedComponent, nullptr);
+        QCOMPARE(scene->selectedComponent(), nullptr);
         pressCtrl(editor.view, Qt::Key_Z);
         QVERIFY(scene->toJson() == start);
 
@@ -382,7 +384,7 @@ private slots:
         const QJsonArray start = scene->toJson();
         auto names = [&]() {
             QStringList all;
-            for (UIComponentBase* component : qAsConst(scene->components))
+            for (UIComponentBase* component : qAsConst(scene->components()))
                 all.append(component->jsonData.value("Name").toString());
             all.sort();
             return all;
@@ -390,20 +392,20 @@ private slots:
         const QStringList before = names();
 
         for (int round = 0; round < 2; ++round) {
-            scene->select(scene->components.at(round == 0 ? 1 : 3));
+            scene->select(scene->components().at(round == 0 ? 1 : 3));
             editor.view->deleteAComponent();
-            UltimateTreeItem* row = scene->rowOfComponent(scene->components.first());
+            UltimateTreeItem* row = scene->rowOfComponent(scene->components().first());
             UltimateTree* tree = editor.list->tree();
             moveRowInList(tree, row, tree->row(tree->rowCount() - 1), false);
             scene->undo();
             scene->undo();
-            QCOMPARE(scene->components.size(), 5);
+            QCOMPARE(scene->components().size(), 5);
             QCOMPARE(names(), before);
             QCOMPARE(scene->toJson().size(), start.size());
             checkConsistent(scene);
             scene->redo();
             scene->redo();
-            QCOMPARE(scene->components.size(), 4);
+            QCOMPARE(scene->components().size(), 4);
             checkConsistent(scene);
             scene->undo();
             scene->undo();
@@ -436,8 +438,8 @@ private slots:
             QTest::keyClick(tree, Qt::Key_V, Qt::ControlModifier);
             editor.view->pasteAComponent();
             QVERIFY2(scene->toJson() == before, qPrintable(text));
-            QCOMPARE(scene->idCounter, 3);
-            QVERIFY(scene->undoStack.empty());
+            QCOMPARE(scene->idCounter(), 3);
+            QVERIFY(scene->undoRecorder().undoStack().empty());
         }
         // The component's own text is taken, from the list's Ctrl+V beside the
         // current row, inside its parent.
@@ -450,7 +452,7 @@ private slots:
         const QJsonArray children = scene->toJson().at(1).toObject().value("Children").toArray();
         QCOMPARE(children.at(1).toObject().value("Name").toString(), QStringLiteral("Pasted"));
         QCOMPARE(children.at(1).toObject().value("ID").toInt(), 4);
-        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        QCOMPARE(scene->undoRecorder().undoStack().size(), std::size_t(1));
     }
 
     void pasteStopsAtTheComponentLimit()
@@ -462,16 +464,16 @@ private slots:
         QApplication::clipboard()->setText(
             ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(900, 10, 10)));
         editor.view->pasteAComponent();
-        QCOMPARE(scene->components.size(), 501);
+        QCOMPARE(scene->components().size(), 501);
 
         // At 501 a paste is refused, and the menu still offers it.
         const QJsonArray full = scene->toJson();
         const TestEnvironment::Seen seen =
             TestEnvironment::answering([&]() { editor.view->pasteAComponent(); }, {TestEnvironment::closeByFrame()});
         QCOMPARE(seen.count, 1);
-        QCOMPARE(scene->components.size(), 501);
+        QCOMPARE(scene->components().size(), 501);
         QVERIFY(scene->toJson() == full);
-        QCOMPARE(scene->undoStack.size(), std::size_t(1));
+        QCOMPARE(scene->undoRecorder().undoStack().size(), std::size_t(1));
         scene->prepareMenu(editor.view->contextMenu);
         QVERIFY(editor.view->contextMenu->actions().at(7)->isVisible());
 
@@ -480,11 +482,11 @@ private slots:
         QApplication::clipboard()->setText(ClipboardIdentifiers::compose(
             ClipboardIdentifiers::Component, group(901, 0, 0, QJsonArray{shape(902, 0, 0)})));
         TestEnvironment::answering([&]() { editor.view->pasteAComponent(); }, {TestEnvironment::closeByFrame()});
-        QCOMPARE(scene->components.size(), 500);
-        scene->select(scene->components.first());
+        QCOMPARE(scene->components().size(), 500);
+        scene->select(scene->components().first());
         editor.view->deleteAComponent();
         editor.view->pasteAComponent();
-        QCOMPARE(scene->components.size(), 501);
+        QCOMPARE(scene->components().size(), 501);
     }
 
     void pastedTreesGetFreshIdsAndComeBackWhole()
@@ -496,18 +498,18 @@ private slots:
         panel.insert("Name", "Panel");
         scene->loadFromJson(QJsonArray{panel, shape(20, 50, 50)});
         const QJsonArray start = scene->toJson();
-        QCOMPARE(scene->idCounter, 20);
+        QCOMPARE(scene->idCounter(), 20);
 
         // Copied, then deleted: its ids wait in removedComponents.
         tree->setCurrentRow(scene->rowOfComponent(componentById(scene, 10)));
         editor.view->copyAComponent();
         editor.view->deleteAComponent();
-        QCOMPARE(scene->removedComponents.size(), 4);
+        QCOMPARE(scene->removedComponents().size(), 4);
         QSet<int> used{20};
-        for (UIComponentBase* gone : qAsConst(scene->removedComponents))
+        for (UIComponentBase* gone : qAsConst(scene->removedComponents()))
             used.insert(gone->jsonData.value("ID").toInt());
 
-        scene->pastePosition = QPointF(400, 300);
+        scene->setPastePosition(QPointF(400, 300));
         editor.view->pasteAComponent();
         QList<int> ids;
         collectIds(scene->toJson(), ids);
@@ -527,9 +529,9 @@ private slots:
         QList<UIComponentBase*> objects;
         for (int id : pastedIds)
             objects.append(componentById(scene, id));
-        QCOMPARE(scene->undoStack.size(), std::size_t(2));
+        QCOMPARE(scene->undoRecorder().undoStack().size(), std::size_t(2));
         scene->undo();
-        QCOMPARE(scene->components.size(), 1);
+        QCOMPARE(scene->components().size(), 1);
         scene->undo();
         QVERIFY(scene->toJson() == start);
         scene->redo();
@@ -553,27 +555,90 @@ private slots:
         UltimateTree* huds = window->hudListWidget()->tree();
         QCOMPARE(huds->rowCount(), 2);
         huds->setCurrentRow(huds->row(0));
-        const int before = scene->components.size();
+        const int before = scene->components().size();
         QApplication::clipboard()->setText(
             ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(1, 40, 40)));
         view->pasteAComponent();
         view->pasteAComponent();
-        QCOMPARE(scene->components.size(), before + 2);
+        QCOMPARE(scene->components().size(), before + 2);
         QVERIFY(undo->isEnabled() && !redo->isEnabled());
         undo->trigger();
-        QCOMPARE(scene->components.size(), before + 1);
+        QCOMPARE(scene->components().size(), before + 1);
 
         // Another HUD: nothing to undo or redo there.
         huds->setCurrentRow(huds->row(1));
-        QVERIFY(scene->undoStack.empty() && scene->redoStack.empty());
+        QVERIFY(scene->undoRecorder().undoStack().empty() && scene->undoRecorder().redoStack().empty());
         QVERIFY(!undo->isEnabled() && !redo->isEnabled());
         QVERIFY(window->projectIsChanged());
 
         // Back again: the HUD keeps its one paste, but not its history.
         huds->setCurrentRow(huds->row(0));
-        QCOMPARE(scene->components.size(), before + 1);
-        QVERIFY(scene->undoStack.empty() && scene->redoStack.empty());
+        QCOMPARE(scene->components().size(), before + 1);
+        QVERIFY(scene->undoRecorder().undoStack().empty() && scene->undoRecorder().redoStack().empty());
         QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    }
+
+    // The unsaved mark tells the truth: undoing back to what was saved
+    // clears it, redoing sets it again, and a change the history can't take
+    // back (an arrow-key move) keeps it.
+    void undoBackToTheSavedStateIsNoChange()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("saved-point"));
+        SettingsStore().clear();
+        std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
+        GameUIEditor* view = window->editorView();
+        QLabel* status = window->findChild<QLabel*>(QStringLiteral("statusText"));
+        auto unsaved = [&]() {
+            const bool marked = window->isWindowModified();
+            if (marked != status->text().contains(QStringLiteral("Unsaved changes")))
+                qWarning("title and status line disagree");
+            return window->projectIsChanged() && marked;
+        };
+        auto saved = [&]() { return !window->projectIsChanged() && !window->isWindowModified(); };
+        QApplication::clipboard()->setText(
+            ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(1, 40, 40)));
+        view->setFocus();
+        pressCtrl(view, Qt::Key_V);
+        QVERIFY(unsaved());
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(saved());
+
+        pressCtrl(view, Qt::Key_V);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(saved());
+        pressCtrl(view, Qt::Key_Y);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(saved());
+        // Past the saved state and back again.
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Y);
+        QVERIFY(saved());
+        // A new edit after an undo is another state, even when it looks alike.
+        pressCtrl(view, Qt::Key_Z);
+        pressCtrl(view, Qt::Key_V);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Y);
+        QVERIFY(unsaved());
+
+        // Saved again; an arrow-key move leaves no step, so undo can't clear it.
+        QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(saved());
+        view->setFocus();
+        QVERIFY(view->editorScene()->selectedComponent());
+        QTest::keyClick(view, Qt::Key_Right);
+        QVERIFY(unsaved());
+        pressCtrl(view, Qt::Key_Z);
+        QVERIFY(unsaved());
+        window->SaveProject();
+        QVERIFY(saved());
+        QVERIFY(window->close());
     }
 };
 

@@ -11,7 +11,7 @@ VELMORA_PACKAGES=(
     qtbase5-dev qtbase5-dev-tools qtmultimedia5-dev zlib1g-dev libwoff-dev
     woff-tools woff2
     fontconfig fonts-dejavu-core python3
-    xvfb xauth x11-utils imagemagick openbox
+    xvfb xauth x11-utils imagemagick openbox xdg-utils
 )
 
 velmora_missing_packages() {
@@ -43,7 +43,8 @@ velmora_install() {
 
 velmora_build() {
     export CCACHE_DIR="${CCACHE_DIR:-${HOME:-/tmp}/.cache/ccache}"
-    cmake -S "$VELMORA_ROOT" -B "$VELMORA_BUILD" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+    # shellcheck disable=SC2086
+    cmake -S "$VELMORA_ROOT" -B "$VELMORA_BUILD" -DCMAKE_BUILD_TYPE=RelWithDebInfo ${VELMORA_CMAKE_ARGS:-} >/dev/null
     cmake --build "$VELMORA_BUILD" -j "$(nproc)"
 }
 

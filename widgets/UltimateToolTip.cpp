@@ -115,8 +115,9 @@ bool UltimateToolTip::filterEvent(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::ToolTip)
         return false;
+    // A disabled control shows its tip too: it tells why the control is off.
     QWidget* widget = qobject_cast<QWidget*>(watched);
-    if (!widget || !widget->isEnabled())
+    if (!widget)
         return false;
     const QVariant title = widget->property("mtt_title");
     if (!title.isValid() || title.toString().isEmpty())

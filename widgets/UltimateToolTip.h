@@ -15,8 +15,8 @@ class UltimateToolTip : public QWidget
 public:
     // The one tooltip that is up, if any.
     static UltimateToolTip* current();
-    // The application's rule for tooltip events: a widget that is enabled
-    // and has a title gets this tooltip instead of the system's. Returns
+    // The application's rule for tooltip events: a widget with a title,
+    // enabled or not, gets this tooltip instead of the system's. Returns
     // true when the event is taken.
     static bool filterEvent(QObject* watched, QEvent* event);
     // Shows the tooltip for owner at a global pointer position.
