@@ -283,7 +283,13 @@ private:
                 button->setGeometry(10, 10, 120, 30);
                 button->setEnabled(state != Disabled);
                 if (state == Hover) {
-                    button->setAttribute(Qt::WA_UnderMouse);
+                    // The pointer comes in from beside the button, as the
+                    // style sheet follows real pointer moves only.
+                    surface.show();
+                    QVERIFY(QTest::qWaitForWindowExposed(&surface));
+                    QTest::mouseMove(&surface, QPoint(400, 150));
+                    QTest::mouseMove(button, button->rect().center());
+                    QTRY_VERIFY(button->underMouse());
                     if (!dialogButton)
                         static_cast<MyButton*>(button)->setFade(100);
                 }
@@ -418,8 +424,12 @@ private:
         MyGroupBox* group = new MyGroupBox(QStringLiteral("Save Confirmation"), &surface);
         group->setGeometry(10, 10, 300, 80);
         group->setEnabled(state != Disabled);
-        check(QStringLiteral("MyGroupBox title"), state,
-              text(surface.picture(group), QRect(3, 2, 250, MyGroupBox::TitleHeight - 4)), textMinimum(state));
+        QLabel* inside = new QLabel(QStringLiteral("Would you like to save before closing?"), group);
+        inside->setGeometry(10, MyGroupBox::TitleHeight + 10, 280, 24);
+        const QImage picture = surface.picture(group);
+        check(QStringLiteral("MyGroupBox title"), state, text(picture, QRect(3, 2, 250, MyGroupBox::TitleHeight - 4)),
+              textMinimum(state));
+        check(QStringLiteral("QLabel in MyGroupBox"), state, text(picture, inside->geometry()), textMinimum(state));
 
         InflateLabel* label = new InflateLabel(QStringLiteral("Save Project"), &surface);
         label->setGeometry(10, 100, 200, 24);

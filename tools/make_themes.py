@@ -66,12 +66,11 @@ def red_tint(key, colour):
 
 
 LIGHT = {
-    0: "#eef0f4", 1: "#d5d9e3", 2: "#e2e5ec", 3: "#1a1c22", 4: "#7c808a",
+    # Disabled texts keep 3:1 on the greys of panels and faded buttons too.
+    0: "#eef0f4", 1: "#d5d9e3", 2: "#e2e5ec", 3: "#1a1c22", 4: "#60646d",
     1000: "#ffffff", 1001: "#f1f3f7", 1002: "#fdfdf0", 1003: "#1a1c22", 1004: "#16181d",
-    1005: "#80848e", 1006: "#c3c7d0", 1007: "#9a9ea8", 1008: "#e1e4ea",
-    # Disabled button text stands on the pale, faded buttons: darker than the
-    # other disabled texts.
-    2000: "#16181d", 2001: "#676b74", 2002: "#c00000", 2003: "#1a5fb4", 2004: "#2f6fd0",
+    1005: "#60646d", 1006: "#c3c7d0", 1007: "#9a9ea8", 1008: "#e1e4ea",
+    2000: "#16181d", 2001: "#60646d", 2002: "#c00000", 2003: "#1a5fb4", 2004: "#2f6fd0",
     2005: "#b8bcc6", 2006: "#ffffff", 2007: "#5c606a",
     17007: "#30343c", 17008: "#0a7fa8", 17009: "#7db3ee", 17010: "#4f93e3",
     18002: "#000000", 18003: "#ffffff", 18004: "#ffffff", 18005: "#000000",
