@@ -12,26 +12,6 @@
 #include <QLabel>
 #include <QPushButton>
 
-namespace {
-
-double luminance(const QColor& color)
-{
-    auto channel = [](int value) {
-        const double c = value / 255.0;
-        return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * channel(color.red()) + 0.7152 * channel(color.green()) + 0.0722 * channel(color.blue());
-}
-
-double contrast(const QColor& a, const QColor& b)
-{
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-}
-
 class TestTheme : public QObject
 {
     Q_OBJECT
@@ -174,7 +154,7 @@ private slots:
             double best = 1;
             for (int y = area.top(); y <= area.bottom(); ++y)
                 for (int x = area.left(); x <= area.right(); ++x)
-                    best = qMax(best, contrast(image.pixelColor(x, y), background));
+                    best = qMax(best, TestEnvironment::contrast(image.pixelColor(x, y), background));
             QVERIFY2(best >= 3, qPrintable(QStringLiteral("%1: %2").arg(button->objectName()).arg(best)));
         }
     }

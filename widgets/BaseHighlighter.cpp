@@ -3,6 +3,10 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QList>
+#include <QScopedValueRollback>
+#include <QTextDocument>
+#include <QTextLayout>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -90,6 +94,9 @@ bool isLight(const QColor& background)
 }
 
 const double ReadableContrast = 4.5;
+// The time a change may spend highlighting at once, and each slice of what
+// it left for later: well within one frame, with the keystroke's own work.
+const int BudgetMs = 4;
 
 QColor readableOn(const QColor& color, const QColor& background)
 {
@@ -108,10 +115,18 @@ QColor readableOn(const QColor& color, const QColor& background)
 
 }
 
-BaseHighlighter::BaseHighlighter(QTextDocument* document) : QSyntaxHighlighter(document)
+BaseHighlighter::BaseHighlighter(QTextDocument* document)
+    : QSyntaxHighlighter(static_cast<QObject*>(document)), continuation(new QTimer(this))
 {
     living().append(this);
     refreshFormats();
+    continuation->setSingleShot(true);
+    continuation->setInterval(0);
+    connect(continuation, &QTimer::timeout, this, &BaseHighlighter::highlightPendingLines);
+    // Connected before the highlighter's own handler, so that each change
+    // of the text starts its pass with a fresh budget.
+    connect(document, &QTextDocument::contentsChange, this, &BaseHighlighter::startPass);
+    setDocument(document);
 }
 
 BaseHighlighter::~BaseHighlighter()
@@ -147,7 +162,7 @@ void BaseHighlighter::applySyntaxColors(const QJsonObject& object)
     table() = formats;
     for (BaseHighlighter* highlighter : living()) {
         highlighter->refreshFormats();
-        highlighter->rehighlight();
+        highlighter->rehighlightAll();
     }
 }
 
@@ -157,6 +172,15 @@ void BaseHighlighter::setBackground(const QColor& color)
         return;
     background = color;
     refreshFormats();
+    rehighlightAll();
+}
+
+void BaseHighlighter::rehighlightAll()
+{
+    const QScopedValueRollback<bool> everything(unlimited, true);
+    startPass();
+    pendingStart = QTextCursor();
+    pendingEnd = QTextCursor();
     rehighlight();
 }
 
@@ -195,9 +219,77 @@ void BaseHighlighter::addPatterns(const QStringList& patterns, const QString& fo
     addRule(QStringLiteral("(?:%1)").arg(patterns.join(QLatin1Char('|'))), format);
 }
 
+void BaseHighlighter::startPass()
+{
+    passClock.start();
+    postponing = false;
+}
+
 void BaseHighlighter::highlightBlock(const QString& text)
 {
+    if (!postponing && !unlimited && passClock.isValid() && passClock.elapsed() >= BudgetMs)
+        postponing = true;
+    // Once a pass postpones a line, every later line of it waits too: what
+    // they start from isn't known yet.
+    if (postponing) {
+        postpone();
+        return;
+    }
+    lastHighlighted = currentBlock();
+    highlightLine(text);
+}
+
+void BaseHighlighter::highlightLine(const QString& text)
+{
     applyRules(text, {});
+}
+
+void BaseHighlighter::postpone()
+{
+    const QTextBlock block = currentBlock();
+    // The highlighter starts each line blank; giving it back its formats and
+    // leaving its state alone keeps the line as it was, and ends the run
+    // through the lines below.
+    for (const QTextLayout::FormatRange& range : block.layout()->formats())
+        setFormat(range.start, range.length, range.format);
+    remember(block.position(), block.position());
+}
+
+void BaseHighlighter::remember(int from, int to)
+{
+    if (pendingStart.isNull()) {
+        pendingStart = QTextCursor(document());
+        pendingStart.setPosition(from);
+        pendingEnd = QTextCursor(document());
+        pendingEnd.setPosition(to);
+    } else {
+        pendingStart.setPosition(qMin(from, pendingStart.position()));
+        pendingEnd.setPosition(qMax(to, pendingEnd.position()));
+    }
+    continuation->start();
+}
+
+void BaseHighlighter::highlightPendingLines()
+{
+    if (pendingStart.isNull() || !document())
+        return;
+    QTextBlock block = document()->findBlock(pendingStart.position());
+    const int end = pendingEnd.position();
+    pendingStart = QTextCursor();
+    pendingEnd = QTextCursor();
+    startPass();
+    // Every waiting line is highlighted again; past the last one the
+    // highlighter goes on by itself while the states keep changing.
+    while (block.isValid() && block.position() <= end) {
+        if (passClock.elapsed() >= BudgetMs) {
+            remember(block.position(), end);
+            return;
+        }
+        lastHighlighted = QTextBlock();
+        rehighlightBlock(block);
+        block = lastHighlighted.isValid() && lastHighlighted.position() >= block.position() ? lastHighlighted.next()
+                                                                                            : block.next();
+    }
 }
 
 void BaseHighlighter::applyRules(const QString& text, const QVector<Span>& spans)

@@ -1,19 +1,28 @@
 #pragma once
 
 #include <QColor>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QSyntaxHighlighter>
+#include <QTextBlock>
 #include <QTextCharFormat>
+#include <QTextCursor>
 #include <QVector>
 
 class QJsonObject;
+class QTimer;
 
 // The rule engine of the code input's highlighters, and the process-wide
 // format table that names each kind of token ("keyword", "string", ...).
 // A rule is a pattern with the name of its format; rules apply to each block
 // in the order they were added, a later rule painting over an earlier one.
+//
+// A change whose effect runs on through the lines below (an opened string or
+// comment) is highlighted for a few milliseconds at once, which covers the
+// lines in view; the rest follows in slices between the user's keystrokes,
+// each line keeping its old look until its turn comes.
 class BaseHighlighter : public QSyntaxHighlighter
 {
     Q_OBJECT
@@ -37,6 +46,10 @@ public:
     void setBackground(const QColor& color);
     // The format a name is painted with on this highlighter's background.
     QTextCharFormat shownFormat(const QString& name) const;
+    // Highlights everything now, with nothing left for later.
+    void rehighlightAll();
+    // True while lines wait for their turn.
+    bool hasPendingLines() const { return !pendingStart.isNull(); }
 
 protected:
     struct Rule {
@@ -59,16 +72,33 @@ protected:
     // One rule for a list of patterns that share a format.
     void addPatterns(const QStringList& patterns, const QString& format);
 
-    void highlightBlock(const QString& text) override;
+    // Highlights one line; the state it leaves goes to setCurrentBlockState.
+    virtual void highlightLine(const QString& text);
     // Paints the rules over text, leaving out matches that begin in a span.
     void applyRules(const QString& text, const QVector<Span>& spans);
     void paint(int start, int length, const QString& format);
     static bool inSpans(int position, const QVector<Span>& spans);
 
 private:
+    void highlightBlock(const QString& text) final;
     void refreshFormats();
+    // A new change of the text: a fresh time budget.
+    void startPass();
+    // Keeps the current line as it looks and remembers it for later.
+    void postpone();
+    void remember(int from, int to);
+    void highlightPendingLines();
 
     QVector<Rule> rules;
     QColor background;
     QHash<QString, QTextCharFormat> shown;
+    QElapsedTimer passClock;
+    bool postponing = false;
+    bool unlimited = false;
+    // The first and the last line that wait, kept as cursors so that they
+    // move with the text when the user types above them.
+    QTextCursor pendingStart;
+    QTextCursor pendingEnd;
+    QTextBlock lastHighlighted;
+    QTimer* continuation;
 };

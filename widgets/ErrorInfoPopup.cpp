@@ -34,6 +34,7 @@ void ErrorInfoPopup::showErrors(const QList<Error>& errors)
         fadeOut();
         return;
     }
+    ensurePolished();
     const QSize size = sizeHint().boundedTo(QSize(owner->width(), owner->height()));
     resize(size);
     move(owner->mapToGlobal(QPoint(0, owner->height() - size.height())));
@@ -95,26 +96,29 @@ QSize ErrorInfoPopup::sizeHint() const
     for (const Error& error : list)
         textWidth = qMax(textWidth, metrics.horizontalAdvance(error.text));
     const int rows = qMax(1, list.size());
-    return QSize(Margin + lineWidth + Margin + textWidth + Margin,
+    // A pixel more than the text's advance, which is rounded and would
+    // otherwise elide the longest text.
+    return QSize(Margin + lineWidth + Margin + textWidth + 1 + Margin,
                  Margin + rows * (metrics.height() + RowGap) - RowGap + Margin);
 }
 
 void ErrorInfoPopup::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    // The look of the program's tooltip, with the line numbers in the
-    // colour of an invalid field.
-    painter.fillRect(rect(), QColor(0x33, 0x33, 0x33));
-    painter.setPen(QColor(0x66, 0x66, 0x66));
+    // The field's own colours, so that it reads in every theme, outlined
+    // and numbered in the colour of an invalid field.
+    const QColor negative = themeColor(ThemeKey::InputUINegative);
+    painter.fillRect(rect(), themeColor(ThemeKey::Base));
+    painter.setPen(negative);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
     const QFontMetrics metrics(font());
     const int lineWidth = lineColumnWidth(metrics);
     int y = Margin;
     for (const Error& error : list) {
-        painter.setPen(themeColor(ThemeKey::InputUINegative));
+        painter.setPen(negative);
         painter.drawText(QRect(Margin, y, lineWidth, metrics.height()), Qt::AlignLeft | Qt::AlignVCenter,
                          lineText(error));
-        painter.setPen(Qt::white);
+        painter.setPen(themeColor(ThemeKey::Text));
         const int left = Margin + lineWidth + Margin;
         painter.drawText(QRect(left, y, width() - left - Margin, metrics.height()), Qt::AlignLeft | Qt::AlignVCenter,
                          metrics.elidedText(error.text, Qt::ElideRight, width() - left - Margin));

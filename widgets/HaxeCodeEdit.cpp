@@ -1,11 +1,11 @@
 #include "widgets/HaxeCodeEdit.h"
 
 #include "widgets/BaseHighlighter.h"
+#include "widgets/CodeFont.h"
 #include "widgets/ErrorInfoPopup.h"
 #include "widgets/JSHighlighter.h"
 #include "widgets/LineNumberArea.h"
 
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -32,12 +32,7 @@ QString linesText(QTextBlock first, const QTextBlock& last)
 HaxeCodeEdit::HaxeCodeEdit(QWidget* parent)
     : QPlainTextEdit(parent), gutter(new LineNumberArea(this)), errors(new ErrorInfoPopup(this))
 {
-    QFont code = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    code.setWeight(57);
-    setFont(code);
-    setLineWrapMode(QPlainTextEdit::NoWrap);
-    setCursorWidth(2);
-    setTabStopDistance(25);
+    CodeFont::setUp(this);
 
     connect(this, &QPlainTextEdit::textChanged, this, &HaxeCodeEdit::updateTextHasChanged);
     connect(this, &QPlainTextEdit::blockCountChanged, this, &HaxeCodeEdit::updateLineNumberAreaWidth);
@@ -184,7 +179,12 @@ void HaxeCodeEdit::keyPressEvent(QKeyEvent* event)
         insertLineBreak();
         return;
     case Qt::Key_Tab:
-        if (textCursor().hasSelection() && modifiers == Qt::NoModifier) {
+        // Some platforms send Shift+Tab as itself rather than as Backtab.
+        if (modifiers == Qt::ShiftModifier) {
+            shiftLines(false);
+            return;
+        }
+        if (textCursor().hasSelection()) {
             shiftLines(true);
             return;
         }

@@ -116,7 +116,7 @@ JSHighlighter::JSHighlighter(QTextDocument* document) : BaseHighlighter(document
     addRule(QStringLiteral("//[^\\n]*"), Comment);
 }
 
-void JSHighlighter::highlightBlock(const QString& text)
+void JSHighlighter::highlightLine(const QString& text)
 {
     const int previous = qMax(0, previousBlockState());
     QVector<Span> spans;

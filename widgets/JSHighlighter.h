@@ -21,7 +21,7 @@ public:
     explicit JSHighlighter(QTextDocument* document);
 
 protected:
-    void highlightBlock(const QString& text) override;
+    void highlightLine(const QString& text) override;
 
 private:
     // Finds the strings and comments of a line that begins in state and
