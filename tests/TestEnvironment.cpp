@@ -28,6 +28,9 @@
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeWidget.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace TestEnvironment {
 
 namespace {
@@ -96,6 +99,19 @@ void copyTree(const QString& source, const QString& destination)
 QByteArray compact(const QJsonObject& object)
 {
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+double luminance(const QColor& color)
+{
+    auto channel = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) + 0.0722 * channel(color.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b)
+{
+    const double la = luminance(a);
+    const double lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
 QString makeProject(const QString& name, int screenWidth, int screenHeight)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QColor>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -79,6 +80,11 @@ CliResult runCli(const QStringList& arguments);
 // A mouse move with buttons held, as a drag sends it (QTest's own move holds none).
 void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons buttons);
 QByteArray compact(const QJsonObject& object);
+
+// The contrast ratio of two colours as the accessibility guidelines define it
+// (1 to 21), and the relative luminance it rests on.
+double luminance(const QColor& color);
+double contrast(const QColor& a, const QColor& b);
 
 // What the program's dialogs showed while a trigger ran.
 struct Seen {

@@ -2,10 +2,10 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
+#include "widgets/CodeFont.h"
 #include "widgets/MyLineEdit.h"
 
 #include <QContextMenuEvent>
-#include <QFontDatabase>
 #include <QMenu>
 #include <QRegularExpression>
 
@@ -22,13 +22,8 @@ void MyPlainTextEdit::setLineLimit(int lines)
 
 void MyPlainTextEdit::setCodeBox()
 {
-    QFont code = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    code.setWeight(57);
-    setFont(code);
-    setLineWrapMode(QPlainTextEdit::NoWrap);
+    CodeFont::setUp(this);
     setCenterOnScroll(true);
-    setCursorWidth(2);
-    setTabStopDistance(25);
 }
 
 void MyPlainTextEdit::restrictLineSize()

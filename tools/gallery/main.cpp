@@ -8,6 +8,8 @@
 #include "theme/VelmoStyle.h"
 #include "widgets/AlertDialog.h"
 #include "widgets/AnimatedLook.h"
+#include "widgets/ErrorInfoPopup.h"
+#include "widgets/HaxeCodeEdit.h"
 #include "widgets/InflateButton.h"
 #include "widgets/InflateLabel.h"
 #include "widgets/MicroButton.h"
@@ -34,6 +36,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -41,6 +44,50 @@
 #include <functional>
 
 namespace {
+
+// What a game maker writes in the code input: a small RPG Maker MZ plugin.
+const char* const PluginScript = R"(/*:
+ * @target MZ
+ * @plugindesc Shows the party's gold beside the HUD.
+ *
+ * @param Gold Icon
+ * @type number
+ * @default 313
+ */
+(() => {
+	'use strict';
+	const pluginName = "VelmoraGoldWindow";
+	const params = PluginManager.parameters(pluginName);
+	const iconIndex = Number(params['Gold Icon'] || 313); // 313: coin
+
+	function Window_HudGold(rect) {
+		this.initialize(rect);
+	}
+
+	Window_HudGold.prototype = Object.create(Window_Base.prototype);
+	Window_HudGold.prototype.constructor = Window_HudGold;
+
+	Window_HudGold.prototype.refresh = function() {
+		const gold = $gameParty.gold();
+		this.contents.clear();
+		this.drawIcon(iconIndex, 0, 2);
+		if (gold >= 10000) {
+			this.changeTextColor(ColorManager.powerUpColor());
+		}
+		this.drawText(gold + " G", 36, 0, this.innerWidth - 36, "right");
+	};
+
+	const _Scene_Map_start = Scene_Map.prototype.start;
+	Scene_Map.prototype.start = function() {
+		_Scene_Map_start.call(this);
+		switch ($gameVariables.value(12)) {
+			case 0:
+				this._hudGold = new Window_HudGold(new Rectangle(0, 0, 240, 64));
+				break;
+		}
+	};
+})();
+)";
 
 // The program's own texts, so that a language file translates them.
 QString t(const char* text)
@@ -313,6 +360,19 @@ public:
         grid->addWidget(tabs(MyTabSystem::Slide, false, false, 4), row, 1, 1, 2);
         grid->addWidget(tabs(MyTabSystem::Fade, true, false, 7), row, 3, 1, 2);
         grid->addWidget(tabs(MyTabSystem::Shrink, false, true, 5), row, 5);
+
+        row = grid->rowCount();
+        grid->addWidget(rowLabel(QStringLiteral("HaxeCodeEdit\nErrorInfoPopup")), row, 0);
+        code = new HaxeCodeEdit;
+        code->setLanguageMode(HaxeCodeEdit::JavaScript);
+        code->setPlainText(QString::fromUtf8(PluginScript));
+        // Two lines selected from the gutter, so that its marking shows.
+        code->selectLines(12, 13);
+        code->setFixedSize(3 * CellWidth + 2 * 14, 330);
+        grid->addWidget(code, row, 1, 1, 3);
+        errorHolder = new QLabel;
+        errorHolder->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        grid->addWidget(errorHolder, row, 4, 1, 2);
     }
 
     // Takes the pictures of the tooltip and a drop-down once the window stands.
@@ -336,6 +396,15 @@ public:
         combo->addItem(t("Map HUD"), 2);
         combo->setMaxVisibleRows(2);
         combo->showPopup();
+        // The error list over the bottom of the code input, as a script
+        // check would fill it.
+        code->verticalScrollBar()->setValue(0);
+        ErrorInfoPopup* errors = code->errorPopup();
+        errors->showErrors({{27, t("Save Project")}, {41, QStringLiteral("Unexpected token ')'")}});
+        QTimer::singleShot(250, this, [this, errors]() {
+            errorHolder->setPixmap(errors->grab());
+            errors->hide();
+        });
         QTimer::singleShot(300, this, [this, combo]() {
             if (MyPopup* popup = combo->popup()) {
                 popupHolder->setPixmap(popup->grab());
@@ -401,6 +470,8 @@ private:
     QGridLayout* grid;
     QLabel* tipHolder;
     QLabel* popupHolder;
+    HaxeCodeEdit* code;
+    QLabel* errorHolder;
 };
 
 }
