@@ -494,6 +494,13 @@ private:
               text(image, QRect(inside.left(), middle + 4, inside.width(), inside.bottom() - middle - 4)), TextMinimum);
         tip->hide();
         tip->deleteLater();
+
+        // The system's tool-tips (menu entries, plain widgets) draw with the
+        // palette's tool-tip pair.
+        const QPalette palette = QApplication::palette();
+        const QRgb ink = palette.color(QPalette::ToolTipText).rgb();
+        const QRgb ground = palette.color(QPalette::ToolTipBase).rgb();
+        check(QStringLiteral("system tool-tip"), Normal, Pair{contrast(ink, ground), ink, ground}, TextMinimum);
     }
 
     void popupRows()

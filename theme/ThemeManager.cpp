@@ -33,7 +33,7 @@ const QVector<ThemeTableRow> rows = {
     {QT_TRANSLATE_NOOP("", "Window"), QT_TRANSLATE_NOOP("", "Disabled Window Text"), ThemeKey::DisabledWindowText, 0x939393},
     {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Base"), ThemeKey::Base, 0x2a2a2a},
     {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Alternative Base"), ThemeKey::AlternativeBase, 0x424242},
-    {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Tool-Tip Base"), ThemeKey::ToolTipBase, 0xffffff},
+    {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Tool-Tip Base"), ThemeKey::ToolTipBase, 0x232323},
     {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Tool-Tip Text"), ThemeKey::ToolTipText, 0xffffff},
     {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Dark"), ThemeKey::Dark, 0x232323},
     {QT_TRANSLATE_NOOP("", "Basic"), QT_TRANSLATE_NOOP("", "Shadow"), ThemeKey::Shadow, 0x141414},
