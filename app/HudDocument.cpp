@@ -50,7 +50,7 @@ bool entriesWellFormed(const QJsonArray& data)
 
 QJsonArray HudDocument::templateArray(const QString& fileName)
 {
-    return JsonFile::read(PathManager::besideExecutable(QStringLiteral("Default/%1").arg(fileName))).array();
+    return JsonFile::read(PathManager::shippedPath(QStringLiteral("Default/%1").arg(fileName))).array();
 }
 
 HudDocument HudDocument::load(const QDir& projectDirectory, const QStringList& backgrounds)

@@ -103,7 +103,8 @@ public:
     static int ownWidth(const QJsonObject& object);
     static int ownHeight(const QJsonObject& object);
 
-    // The array of a template file beside the executable; empty when missing.
+    // The array of a template file among the shipped files (beside the
+    // executable, or in the install's share folder); empty when missing.
     static QJsonArray templateArray(const QString& fileName);
 
     // Number of component objects in a "HUD" array, children included.

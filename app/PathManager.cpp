@@ -82,10 +82,8 @@ QString graphicsFile(GraphicsType type, const QString& fileName, const QDir& bas
 QString fontCacheFile(unsigned number)
 {
     const QString relative = QStringLiteral("FontCache/font%1.otf").arg(number);
-    const QFileInfo besideFolder(besideExecutable(QStringLiteral("FontCache")));
-    const bool besideWritable = besideFolder.exists() ? besideFolder.isDir() && besideFolder.isWritable()
-                                                      : QFileInfo(executableFolder()).isWritable();
-    return besideWritable ? besideExecutable(relative) : QDir(userCacheFolder()).absoluteFilePath(relative);
+    return writesBesideExecutable(QStringLiteral("FontCache")) ? besideExecutable(relative)
+                                                              : QDir(userCacheFolder()).absoluteFilePath(relative);
 }
 
 QFont getFont(const QString& fileName, const QDir& fontsFolder, bool inAssetsFolder)

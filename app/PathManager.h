@@ -66,8 +66,8 @@ QFont getFont(const QString& fileName, const QDir& fontsFolder, bool inAssetsFol
 QString loadedFontFamily(const QString& fileName);
 
 // Where the n-th converted font of this run is written: "FontCache/font<n>.otf"
-// beside the executable when that can be written, else in the user's cache
-// folder.
+// beside the executable when the program may write there (never when
+// installed), else in the user's cache folder.
 QString fontCacheFile(unsigned number);
 
 }

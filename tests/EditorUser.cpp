@@ -7,6 +7,10 @@
 //                            HUD list (Ctrl+V) and does nothing more.
 // VELMORA_TEST_USER=restore  answers the first question with "Yes", saves with
 //                            the menu's save command and closes the window.
+// VELMORA_TEST_USER=save     pastes that HUD, saves with the menu's save
+//                            command, writes the current colours as the user
+//                            theme "Mine" (as the theme builder will; no window
+//                            of the editor makes one yet) and closes the window.
 
 #include <QAction>
 #include <QApplication>
@@ -18,6 +22,8 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QWidget>
+
+#include "theme/ThemeManager.h"
 
 namespace {
 
@@ -45,6 +51,21 @@ void typeKey(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoM
     QApplication::sendEvent(widget, &release);
 }
 
+// Pastes the HUD in VELMORA_TEST_USER_HUD into the HUD list once it shows;
+// false while it doesn't.
+bool pasteHud(QWidget* window)
+{
+    QWidget* list = window->findChild<QWidget*>(QStringLiteral("hudList"));
+    QGraphicsView* tree = list ? list->findChild<QGraphicsView*>() : nullptr;
+    if (!tree || !tree->isVisible())
+        return false;
+    QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD") + qEnvironmentVariable("VELMORA_TEST_USER_HUD"));
+    tree->setFocus();
+    typeKey(tree, Qt::Key_V, Qt::ControlModifier);
+    note(QStringLiteral("edited"));
+    return true;
+}
+
 // One step of the user each time the timer ticks; true when done.
 bool act()
 {
@@ -52,15 +73,19 @@ bool act()
     if (!window)
         return false;
     const QString mode = qEnvironmentVariable("VELMORA_TEST_USER");
-    if (mode == QLatin1String("edit")) {
-        QWidget* list = window->findChild<QWidget*>(QStringLiteral("hudList"));
-        QGraphicsView* tree = list ? list->findChild<QGraphicsView*>() : nullptr;
-        if (!tree || !tree->isVisible())
+    if (mode == QLatin1String("edit"))
+        return pasteHud(window);
+    if (mode == QLatin1String("save")) {
+        if (!pasteHud(window))
             return false;
-        QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD") + qEnvironmentVariable("VELMORA_TEST_USER_HUD"));
-        tree->setFocus();
-        typeKey(tree, Qt::Key_V, Qt::ControlModifier);
-        note(QStringLiteral("edited"));
+        QTimer::singleShot(50, window, [window]() {
+            if (QAction* save = window->findChild<QAction*>(QStringLiteral("Action_SaveProject")))
+                save->trigger();
+            note(QStringLiteral("saved"));
+            if (Theme::save(Theme::table(), QStringLiteral("Mine")))
+                note(QStringLiteral("theme written"));
+            window->close();
+        });
         return true;
     }
     if (mode == QLatin1String("restore")) {

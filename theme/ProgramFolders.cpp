@@ -78,6 +78,44 @@ QString besideExecutable(const QString& relativePath)
     return QDir(executableFolder()).absoluteFilePath(relativePath);
 }
 
+QString shippedFolder()
+{
+    // The templates mark the folder: every copy of the program ships them.
+    static const QString marker = QStringLiteral("Default");
+    const QDir beside(executableFolder());
+    if (beside.exists(marker))
+        return beside.absolutePath();
+    const QDir installed(QDir::cleanPath(beside.absoluteFilePath(QStringLiteral("../share/velmora"))));
+    if (installed.exists(marker))
+        return installed.absolutePath();
+    return beside.absolutePath();
+}
+
+QString shippedPath(const QString& relativePath)
+{
+    return QDir(shippedFolder()).absoluteFilePath(relativePath);
+}
+
+bool runsFromInstall()
+{
+    return shippedFolder() != QDir(executableFolder()).absolutePath();
+}
+
+bool writesBesideExecutable(const QString& relativeFolder)
+{
+    // An installed program never writes below its prefix, whatever the
+    // permissions say: run as root, /usr/bin is writable, and a theme or a
+    // font cache there would outlive the package and land in the next
+    // user's program. Writability alone decides only for a build tree or a
+    // portable copy, where the files belong beside the program.
+    if (runsFromInstall())
+        return false;
+    const QFileInfo folder(besideExecutable(relativeFolder));
+    if (folder.exists())
+        return folder.isDir() && folder.isWritable();
+    return QFileInfo(executableFolder()).isWritable();
+}
+
 QString userDataFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + programSubfolder();
@@ -100,7 +138,7 @@ QString writablePath(const QString& relativePath)
     const QString user = inUserFolder(relativePath);
     if (QFileInfo::exists(user))
         return user;
-    if (QFileInfo(executableFolder()).isWritable())
+    if (writesBesideExecutable(QString()))
         return besideExecutable(relativePath);
     return inUserFolder(relativePath);
 }
@@ -110,13 +148,13 @@ QString readablePath(const QString& relativePath)
     const QString user = inUserFolder(relativePath);
     if (QFileInfo::exists(user))
         return user;
-    return besideExecutable(relativePath);
+    return shippedPath(relativePath);
 }
 
 QStringList readableFolders(const QString& relativePath)
 {
     QStringList found;
-    for (const QString& folder : {inUserFolder(relativePath), besideExecutable(relativePath)}) {
+    for (const QString& folder : {inUserFolder(relativePath), shippedPath(relativePath)}) {
         if (QFileInfo(folder).isDir() && !found.contains(folder))
             found.append(folder);
     }

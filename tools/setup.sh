@@ -12,6 +12,10 @@ VELMORA_PACKAGES=(
     woff-tools woff2
     fontconfig fonts-dejavu-core python3
     xvfb xauth x11-utils imagemagick openbox xdg-utils
+    # Installing and packaging: the validators of the desktop files the
+    # install test runs, dpkg-shlibdeps for "cpack -G DEB", and rsvg-convert
+    # for tools/packaging/make_icons.sh.
+    desktop-file-utils appstream shared-mime-info dpkg-dev librsvg2-bin
 )
 
 velmora_missing_packages() {
