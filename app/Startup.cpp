@@ -125,6 +125,8 @@ int run(int argc, char** argv)
     QApplication::setOrganizationName(SettingsStore::organization());
     QApplication::setApplicationName(SettingsStore::application());
     QApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
+    // Docks and task bars match the window to its desktop entry by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.ostrel_vane.velmora"));
 
     QSplashScreen splash(QPixmap(QStringLiteral(":/SplashScreen.png")));
     splash.show();

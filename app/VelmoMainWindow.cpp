@@ -1,5 +1,6 @@
 #include "app/VelmoMainWindow.h"
 
+#include "app/FolderOpener.h"
 #include "app/GameProcess.h"
 #include "app/HudListController.h"
 #include "app/PathManager.h"
@@ -597,7 +598,7 @@ void VelmoMainWindow::OpenProjectDirectory()
     if (!lifecycle->isOpen())
         return;
     const QString folder = lifecycle->directory().absolutePath();
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) {
+    FolderOpener::open(folder, this, [this, folder]() {
         AlertDialog dialog(tr("No file manager could be started to show the project folder. "
                               "Its path, to copy:"),
                            tr("Show Project in Explorer"), this);
@@ -605,5 +606,5 @@ void VelmoMainWindow::OpenProjectDirectory()
                                 + QDir::toNativeSeparators(folder).toHtmlEscaped());
         dialog.label()->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         dialog.exec();
-    }
+    });
 }

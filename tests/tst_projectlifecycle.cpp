@@ -15,7 +15,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QDesktopServices>
 #include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -108,16 +107,6 @@ QByteArray documentWithHuds(const QStringList& names)
         data.append(QJsonObject{{"ID", QString::number(++id)}, {"Name", name}, {"IsHUD", true}, {"HUD", QJsonArray()}});
     return QJsonDocument(QJsonObject{{"Map", 0}, {"Battle", 1}, {"Data", data}}).toJson();
 }
-
-// Receives what the program hands to the desktop to open.
-class UrlCatcher : public QObject
-{
-    Q_OBJECT
-public:
-    QList<QUrl> urls;
-public slots:
-    void open(const QUrl& url) { urls.append(url); }
-};
 
 }
 
@@ -295,23 +284,38 @@ private slots:
         openWithRuntime(QStringLiteral("states"), true, &project);
         QCOMPARE(enabledCommands(), sorted(openCommands));
 
-        // The project folder goes to the desktop as a local-file address.
-        UrlCatcher catcher;
-        QDesktopServices::setUrlHandler(QStringLiteral("file"), &catcher, "open");
-        action("Action_ProjectExplorer")->trigger();
-        QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-        QCOMPARE(catcher.urls.size(), 1);
-        QCOMPARE(catcher.urls.first().toLocalFile(), QDir(project).absolutePath());
-
-        // With no program to show folders the user is told, with the path.
+        // The project folder goes to the desktop's launcher; one that finds
+        // no file manager (xdg-open's answer 3) has the user told, with the path.
+        const QString bin = TestEnvironment::newFolder(QStringLiteral("launchers"));
+        const QString shown = bin + QStringLiteral("/shown");
+        auto launcher = [&](int answer) {
+            TestEnvironment::writeFile(bin + QStringLiteral("/xdg-open"),
+                                       QStringLiteral("#!/bin/sh\nprintf '%s' \"$1\" > '%1'\nexit %2\n")
+                                           .arg(shown).arg(answer).toUtf8());
+            QFile::setPermissions(bin + QStringLiteral("/xdg-open"),
+                                  QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+            QFile::remove(shown);
+        };
         const QByteArray path = qgetenv("PATH");
-        qputenv("PATH", TestEnvironment::newFolder(QStringLiteral("no-programs")).toUtf8());
-        const QByteArray browser = qgetenv("BROWSER");
-        qunsetenv("BROWSER");
-        Seen seen = answering([&] { action("Action_ProjectExplorer")->trigger(); }, {press("okButton")});
+        qputenv("PATH", bin.toUtf8() + ":/usr/bin:/bin");
+        launcher(0);
+        Seen seen = answering([&] {
+            action("Action_ProjectExplorer")->trigger();
+            QTRY_VERIFY(QFileInfo::exists(shown));
+            QTest::qWait(100);
+        }, {press("okButton")});
+        QCOMPARE(seen.count, 0);
+        QCOMPARE(QString::fromUtf8(TestEnvironment::readFile(shown)), QDir(project).absolutePath());
+        launcher(3);
+        bool alerted = false;
+        seen = answering([&] {
+            action("Action_ProjectExplorer")->trigger();
+            QTRY_VERIFY(alerted);
+        }, {[&](TrovDialog* dialog) {
+            alerted = true;
+            press("okButton")(dialog);
+        }});
         qputenv("PATH", path);
-        if (!browser.isEmpty())
-            qputenv("BROWSER", browser);
         QCOMPARE(seen.title, QStringLiteral("Show Project in Explorer"));
         QVERIFY2(seen.text.contains(QDir::toNativeSeparators(QDir(project).absolutePath())), qPrintable(seen.text));
 
