@@ -600,10 +600,9 @@ void VelmoMainWindow::OpenProjectDirectory()
     const QString folder = lifecycle->directory().absolutePath();
     FolderOpener::open(folder, this, [this, folder]() {
         AlertDialog dialog(tr("No file manager could be started to show the project folder. "
-                              "Its path, to copy:"),
+                              "Its path, to copy:")
+                               + QStringLiteral("<br><br>") + QDir::toNativeSeparators(folder).toHtmlEscaped(),
                            tr("Show Project in Explorer"), this);
-        dialog.label()->setText(dialog.label()->text() + QStringLiteral("<br><br>")
-                                + QDir::toNativeSeparators(folder).toHtmlEscaped());
         dialog.label()->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         dialog.exec();
     });
