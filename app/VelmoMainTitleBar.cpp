@@ -295,3 +295,18 @@ void VelmoMainTitleBar::paintEvent(QPaintEvent* event)
     const QRect text = area.adjusted(side, 0, -side, 0);
     painter.drawText(text, Qt::AlignCenter, QFontMetrics(font).elidedText(title, Qt::ElideMiddle, text.width()));
 }
+
+QIcon VelmoMainTitleBar::systemMenuMark()
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient gradient(0, 6, 0, 10);
+    gradient.setColorAt(0, QColor(0x7d, 0x7d, 0x7d));
+    gradient.setColorAt(1, Qt::black);
+    painter.setBrush(gradient);
+    painter.setPen(QPen(QBrush(gradient), 1));
+    painter.drawEllipse(QRectF(6, 6, 4, 4));
+    return QIcon(pixmap);
+}

@@ -2,6 +2,7 @@
 
 #include "widgets/BaseMainTitleBar.h"
 
+#include <QIcon>
 #include <QList>
 
 class InflateButton;
@@ -29,6 +30,8 @@ public:
     // The places of the bar that move the window: the strip beside the
     // menus, the tool groups' backgrounds and labels.
     QList<QWidget*> captionWidgets() const { return captions; }
+    // The small round mark of the program's own entry in the window menu.
+    static QIcon systemMenuMark();
     // Whether the menus are the platform's own menu bar, with icons.
     bool usesNativeMenus() const { return nativeMenus; }
 

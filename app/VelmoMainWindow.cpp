@@ -35,7 +35,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
-#include <QPainter>
 #include <QPushButton>
 #include <QStackedLayout>
 #include <QScreen>
@@ -60,22 +59,6 @@ void closeDropDown()
 {
     if (MyPopup* popup = MyPopup::openPopup())
         popup->close();
-}
-
-// The small round mark of the program's own entry in the window menu.
-QIcon systemMenuMark()
-{
-    QPixmap pixmap(16, 16);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    QLinearGradient gradient(0, 6, 0, 10);
-    gradient.setColorAt(0, QColor(0x7d, 0x7d, 0x7d));
-    gradient.setColorAt(1, Qt::black);
-    painter.setBrush(gradient);
-    painter.setPen(QPen(QBrush(gradient), 1));
-    painter.drawEllipse(QRectF(6, 6, 4, 4));
-    return QIcon(pixmap);
 }
 
 }
@@ -129,7 +112,7 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
 
     WindowPlacement::restore(this);
     lifecycle->openStartProject();
-    addSystemMenuEntry(9, QStringLiteral("OSV was here ;)"), systemMenuMark());
+    addSystemMenuEntry(9, QStringLiteral("OSV was here ;)"), VelmoMainTitleBar::systemMenuMark());
     connect(this, &CFramelessWindow::systemActionCalled, this, &VelmoMainWindow::SystemCall);
 }
 
