@@ -5,10 +5,10 @@
 #include "theme/ThemeManager.h"
 #include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
+#include "widgets/MyColorPicker.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QColorDialog>
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QMenu>
@@ -67,7 +67,7 @@ int MyLineEdit::registerExtensionHandler(const MyLineEditExtensionHandler& handl
 std::function<QColor(QWidget*, const QColor&)>& MyLineEdit::colorPicker()
 {
     static std::function<QColor(QWidget*, const QColor&)> picker = [](QWidget* parent, const QColor& initial) {
-        return QColorDialog::getColor(initial, parent);
+        return MyColorPicker::pick(initial, tr("Insert Color"), parent, qobject_cast<TrovDialog*>(parent));
     };
     return picker;
 }
@@ -445,9 +445,13 @@ void MyLineEdit::focusInEvent(QFocusEvent* event)
     QLineEdit::focusInEvent(event);
     if (isExtended())
         return;
+    focus->run(true);
+    // Back from a context menu or another window (the colour picker of
+    // "Insert Color"), the field keeps its cursor and selection.
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
+        return;
     selectAll();
     selectOnNextClick = true;
-    focus->run(true);
 }
 
 void MyLineEdit::focusOutEvent(QFocusEvent* event)

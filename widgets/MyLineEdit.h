@@ -53,8 +53,9 @@ public:
     // The registered extension handlers; kind 0 is the dynamic input.
     static QVector<MyLineEditExtensionHandler>& extensionHandlers();
     static int registerExtensionHandler(const MyLineEditExtensionHandler& handler);
-    // Picks a colour for "Insert Color"; an invalid colour is a cancel. The
-    // colour picker dialog installs itself here.
+    // Picks a colour for "Insert Color"; an invalid colour is a cancel. It
+    // runs the program's colour picker over the field's dialog, which dims
+    // meanwhile.
     static std::function<QColor(QWidget* parent, const QColor& initial)>& colorPicker();
     // Gives the entries of a standard edit menu their icons, matched by
     // their translated texts.
