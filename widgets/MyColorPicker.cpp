@@ -10,6 +10,27 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+// Qt's colour dialog asks the program's translator for its own texts; they
+// stand here so that they are in the translation base with the program's.
+[[maybe_unused]] const char* const QtDialogTexts[] = {
+    QT_TRANSLATE_NOOP("QColorDialog", "&Basic colors"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Custom colors"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Add to Custom Colors"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Pick Screen Color"),
+    QT_TRANSLATE_NOOP("QColorDialog", "Cursor at %1, %2\nPress ESC to cancel"),
+    QT_TRANSLATE_NOOP("QColorDialog", "Hu&e:"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Sat:"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Val:"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Red:"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&Green:"),
+    QT_TRANSLATE_NOOP("QColorDialog", "Bl&ue:"),
+    QT_TRANSLATE_NOOP("QColorDialog", "&HTML:"),
+};
+
+}
+
 MyColorPicker::MyColorPicker(QColor* color, bool* accepted, QWidget* parent, QWidget* attachTo)
     : PickerDialog(accepted, parent), color(color)
 {

@@ -188,7 +188,7 @@ public:
         });
         addRow(QStringLiteral("MyColorPickerButton"), [](int state) -> QWidget* {
             MyColorPickerButton* button = new MyColorPickerButton;
-            button->setCaption(t("Text Color"));
+            button->setCaption(t("Color Picker"));
             button->setColor(state == Focused ? QColor(0x32, 0x64, 0xc8) : QColor(0xa8, 0x75, 0x32));
             if (state == Hover)
                 button->hoverLook()->jumpTo(100);
@@ -201,7 +201,7 @@ public:
         });
         addRow(QStringLiteral("MyImageSelector"), [](int state) -> QWidget* {
             MyImageSelector* selector = new MyImageSelector;
-            selector->setCaption(t("Window Skin"));
+            selector->setCaption(t("Image Selector"));
             selector->setFolder(picturesFolder());
             if (state != Focused)
                 selector->setImage(state == Hover ? QStringLiteral("HudFrame") : QStringLiteral("Coin"));
@@ -219,7 +219,7 @@ public:
             QVBoxLayout* layout = new QVBoxLayout(box);
             layout->setContentsMargins(0, 0, 0, 0);
             MyDialogOpener* font = new MyDialogOpener;
-            font->setTitle(t("Font Family"));
+            font->setTitle(t("Font Selector"));
             BasicFontSelector::showFont(font, state == Focused ? QString() : QStringLiteral("DejaVuSerif-Latin.woff"));
             MyDialogOpener* easing = new MyDialogOpener;
             easing->setTitle(t("Easing Curve"));
@@ -551,7 +551,7 @@ int main(int argc, char** argv)
             }
             bool accepted = false;
             if (picker == QLatin1String("color")) {
-                MyColorPicker::pick(QColor(0xa8, 0x75, 0x32), t("Text Color"), &scroll, nullptr);
+                MyColorPicker::pick(QColor(0xa8, 0x75, 0x32), t("Color Picker"), &scroll, nullptr);
             } else if (picker == QLatin1String("image")) {
                 QString image = QStringLiteral("HudFrame");
                 BasicImageSelector(&image, &accepted, picturesFolder(), {QStringLiteral("png")}, 780, 480, &scroll).exec();
