@@ -419,6 +419,7 @@ private slots:
                       settle(dialog);
                       typeColor(dialog, QStringLiteral("#336699"));
                       QTest::keyClick(hexField(dialog), Qt::Key_Return);
+                      QVERIFY(!dialog->isVisible());
                   })});
         QCOMPARE(field->color().name(), QStringLiteral("#336699"));
     }
@@ -441,14 +442,13 @@ private slots:
                   })});
         // Escape in Qt's own fields closes the whole picker, not just the
         // part inside the frame.
-        const Seen seen = answering([&] { QTest::mouseClick(field, Qt::LeftButton); },
-                                    {act([](TrovDialog* dialog) {
-                                        settle(dialog);
-                                        typeColor(dialog, QStringLiteral("#654321"));
-                                        QTest::keyClick(hexField(dialog), Qt::Key_Escape);
-                                    })});
-        QCOMPARE(seen.count, 1);
-        QVERIFY(!QApplication::activeModalWidget());
+        answering([&] { QTest::mouseClick(field, Qt::LeftButton); },
+                  {act([](TrovDialog* dialog) {
+                      settle(dialog);
+                      typeColor(dialog, QStringLiteral("#654321"));
+                      QTest::keyClick(hexField(dialog), Qt::Key_Escape);
+                      QVERIFY(!dialog->isVisible());
+                  })});
         QCOMPARE(field->color().name(), QStringLiteral("#a83232"));
         QCOMPARE(changed.count(), 0);
     }
@@ -489,6 +489,12 @@ private slots:
         // Cancelled, the text stays.
         answering([&] { insertColorFromMenu(edit); }, {press("cancelButton")});
         QCOMPARE(edit->text(), QStringLiteral("abcabc#ff0000"));
+
+        // Where the cursor stands, not at the end.
+        edit->setValue(QStringLiteral("xy"));
+        edit->setCursorPosition(1);
+        answering([&] { insertColorFromMenu(edit); }, {typeAndConfirm(QStringLiteral("#00ff00"))});
+        QCOMPARE(edit->text(), QStringLiteral("xxy#00ff00y"));
     }
 
     // The text box puts just the colour at its cursor.

@@ -19,7 +19,6 @@ namespace {
     QT_TRANSLATE_NOOP("QColorDialog", "&Custom colors"),
     QT_TRANSLATE_NOOP("QColorDialog", "&Add to Custom Colors"),
     QT_TRANSLATE_NOOP("QColorDialog", "&Pick Screen Color"),
-    QT_TRANSLATE_NOOP("QColorDialog", "Cursor at %1, %2\nPress ESC to cancel"),
     QT_TRANSLATE_NOOP("QColorDialog", "Hu&e:"),
     QT_TRANSLATE_NOOP("QColorDialog", "&Sat:"),
     QT_TRANSLATE_NOOP("QColorDialog", "&Val:"),

@@ -2,22 +2,14 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
-#include "widgets/AnimatedLook.h"
 #include "widgets/MyColorPicker.h"
 
-#include <QMouseEvent>
 #include <QPainter>
 
-// The press eases out in a fixed 500 ms after the picker; the hover runs to 100.
-MyColorPickerButton::MyColorPickerButton(QWidget* parent) : FieldButton(240, 500, parent, 100)
+// The hover runs to 100 rather than the fields' 300.
+MyColorPickerButton::MyColorPickerButton(QWidget* parent) : PickerField(100, parent)
 {
     connect(this, &QPushButton::clicked, this, &MyColorPickerButton::whenClicked);
-}
-
-void MyColorPickerButton::setCaption(const QString& text)
-{
-    captionText = text;
-    update();
 }
 
 void MyColorPickerButton::setColor(const QColor& color)
@@ -29,35 +21,14 @@ void MyColorPickerButton::setColor(const QColor& color)
     update();
 }
 
-void MyColorPickerButton::setParentDialog(TrovDialog* dialog)
-{
-    parentDialog = dialog;
-}
-
 void MyColorPickerButton::whenClicked()
 {
-    TrovDialog* dimmed = parentDialog ? parentDialog.data() : qobject_cast<TrovDialog*>(window());
-    const QColor picked = MyColorPicker::pick(current, captionText, window(), dimmed);
-    press->runFor(press->value(), 0, 500);
+    QColor picked;
+    runPicker([this, &picked]() { picked = MyColorPicker::pick(current, captionText, window(), nullptr); });
     if (!picked.isValid())
         return;
     setColor(picked);
     emit colorChanged(current);
-}
-
-void MyColorPickerButton::mousePressEvent(QMouseEvent* event)
-{
-    if (event->button() == Qt::LeftButton)
-        press->run(true);
-    QPushButton::mousePressEvent(event);
-}
-
-void MyColorPickerButton::mouseReleaseEvent(QMouseEvent* event)
-{
-    // A release beside the field clicks nothing; the press eases out anyway.
-    QPushButton::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton)
-        press->runFor(press->value(), 0, 500);
 }
 
 void MyColorPickerButton::paintEvent(QPaintEvent*)

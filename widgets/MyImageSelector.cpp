@@ -2,10 +2,8 @@
 
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
-#include "widgets/AnimatedLook.h"
 #include "widgets/BasicImageSelector.h"
 
-#include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
 
@@ -16,17 +14,11 @@ const int ThumbnailSide = 36;
 
 }
 
-MyImageSelector::MyImageSelector(QWidget* parent) : FieldButton(240, 500, parent), stepper(new QTimer(this))
+MyImageSelector::MyImageSelector(QWidget* parent) : PickerField(300, parent), stepper(new QTimer(this))
 {
     stepper->setInterval(200);
     connect(stepper, &QTimer::timeout, this, [this]() { setFrame((shownFrame + 1) % frames); });
     connect(this, &QPushButton::clicked, this, &MyImageSelector::whenClicked);
-}
-
-void MyImageSelector::setCaption(const QString& text)
-{
-    captionText = text;
-    update();
 }
 
 void MyImageSelector::setFolder(const QString& folder)
@@ -45,11 +37,6 @@ void MyImageSelector::setImage(const QString& path)
 {
     imagePath = path;
     loadPicture();
-}
-
-void MyImageSelector::setParentDialog(TrovDialog* dialog)
-{
-    parentDialog = dialog;
 }
 
 void MyImageSelector::setFrameCount(int count)
@@ -78,37 +65,13 @@ void MyImageSelector::loadPicture()
 
 void MyImageSelector::whenClicked()
 {
-    TrovDialog* dimmed = parentDialog ? parentDialog.data() : qobject_cast<TrovDialog*>(window());
     QString chosen = imagePath;
     bool accepted = false;
-    if (dimmed)
-        dimmed->darken();
-    {
-        BasicImageSelector selector(&chosen, &accepted, imageFolder, suffixes, 780, 480, window());
-        selector.exec();
-    }
-    if (dimmed)
-        dimmed->undarken();
-    press->runFor(press->value(), 0, 500);
+    runPicker([&]() { BasicImageSelector(&chosen, &accepted, imageFolder, suffixes, 780, 480, window()).exec(); });
     if (!accepted)
         return;
     setImage(chosen);
     emit imageChanged(imagePath);
-}
-
-void MyImageSelector::mousePressEvent(QMouseEvent* event)
-{
-    if (event->button() == Qt::LeftButton)
-        press->run(true);
-    QPushButton::mousePressEvent(event);
-}
-
-void MyImageSelector::mouseReleaseEvent(QMouseEvent* event)
-{
-    // A release beside the field clicks nothing; the press eases out anyway.
-    QPushButton::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton)
-        press->runFor(press->value(), 0, 500);
 }
 
 void MyImageSelector::paintEvent(QPaintEvent*)

@@ -414,6 +414,13 @@ void MyLineEdit::clearExtend()
 void MyLineEdit::openColorPicker()
 {
     const QColor color = colorPicker()(window(), Qt::white);
+    if (menuCursor >= 0) {
+        if (menuSelectionLength > 0)
+            setSelection(menuSelectionStart, menuSelectionLength);
+        else
+            setCursorPosition(menuCursor);
+        menuCursor = -1;
+    }
     if (!color.isValid())
         return;
     // The field's whole text goes in again before the colour: the field has
@@ -445,13 +452,9 @@ void MyLineEdit::focusInEvent(QFocusEvent* event)
     QLineEdit::focusInEvent(event);
     if (isExtended())
         return;
-    focus->run(true);
-    // Back from a context menu or another window (the colour picker of
-    // "Insert Color"), the field keeps its cursor and selection.
-    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason)
-        return;
     selectAll();
     selectOnNextClick = true;
+    focus->run(true);
 }
 
 void MyLineEdit::focusOutEvent(QFocusEvent* event)
@@ -501,7 +504,17 @@ void MyLineEdit::contextMenuEvent(QContextMenuEvent* event)
     decorateStandardMenu(menu);
     if (type == Text && colorInsertion && !isExtended()) {
         menu->addSeparator();
-        menu->addAction(tr("Insert Color"), this, &MyLineEdit::openColorPicker);
+        // The menu takes the focus and gives it back, which selects the
+        // whole text; the colour goes where the cursor stood when it opened.
+        const int cursor = cursorPosition();
+        const int start = selectionStart();
+        const int length = selectedText().length();
+        menu->addAction(tr("Insert Color"), this, [this, cursor, start, length]() {
+            menuCursor = cursor;
+            menuSelectionStart = start;
+            menuSelectionLength = length;
+            openColorPicker();
+        });
     }
     if (record) {
         menu->addSeparator();

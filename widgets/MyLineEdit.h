@@ -152,6 +152,11 @@ private:
     bool extensionPressed = false;
     int error = NoError;
     int previousError = NoError;
+    // Cursor and selection as they stood when the edit menu that chose
+    // "Insert Color" opened; -1 otherwise.
+    int menuCursor = -1;
+    int menuSelectionStart = -1;
+    int menuSelectionLength = 0;
     QPointer<QAbstractButton> follower;
     std::function<QString(const QString&)> postProcess;
     std::function<void(bool)> validityListener;
