@@ -249,6 +249,8 @@ private slots:
         QDir().mkpath(pictures + QStringLiteral("/Empty/Emptier"));
         TestEnvironment::writeFile(pictures + QStringLiteral("/Notes/readme.txt"), "not a picture");
         TestEnvironment::writeFile(pictures + QStringLiteral("/Torn.png"), "\x89PNG torn off");
+        // A link that leads back to the folder itself.
+        QVERIFY(QFile::link(pictures, pictures + QStringLiteral("/Bars/Loop")));
 
         // The sample project's fonts (a TTF, a WOFF and a WOFF2), one that is
         // damaged, one in a sub-folder, an empty folder and a text file.
@@ -524,8 +526,8 @@ private slots:
                       auto selector = qobject_cast<BasicImageSelector*>(dialog);
                       QCOMPARE(dialog->windowTitle(), QStringLiteral("Image Selector"));
                       // "None" first, then the files, then the folders that
-                      // hold pictures; no row for the empty folder or the
-                      // folder without pictures.
+                      // hold pictures; no row for the empty folder, the
+                      // folder without pictures or the link back up.
                       QCOMPARE(texts(selector->list()),
                                QStringList({QStringLiteral("None"), QStringLiteral("Back"), QStringLiteral("Coin"),
                                             QStringLiteral("Torn"), QStringLiteral("Bars"), QStringLiteral("Bars/Hp"),

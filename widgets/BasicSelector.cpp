@@ -133,16 +133,22 @@ bool BasicSelector::addFolder(UltimateTreeItem* parentRow, const QString& relati
                               const QPixmap& folderIcon)
 {
     const QString folder = relativeFolder.isEmpty() ? root : root + QLatin1Char('/') + relativeFolder;
+    // A linked folder that leads back up the tree is walked only once.
+    if (relativeFolder.isEmpty())
+        walked.clear();
+    walked.insert(QFileInfo(folder).canonicalFilePath());
     QStringList files;
     QStringList folders;
     QDirIterator entries(folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
     while (entries.hasNext()) {
         entries.next();
         const QFileInfo entry = entries.fileInfo();
-        if (entry.isDir())
-            folders.append(entry.fileName());
-        else if (suffixes.contains(entry.suffix()))
+        if (entry.isDir()) {
+            if (!walked.contains(entry.canonicalFilePath()))
+                folders.append(entry.fileName());
+        } else if (suffixes.contains(entry.suffix())) {
             files.append(entry.fileName());
+        }
     }
     sortByName(files);
     sortByName(folders);

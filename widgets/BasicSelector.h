@@ -2,6 +2,7 @@
 
 #include "widgets/PickerDialog.h"
 
+#include <QSet>
 #include <QStringList>
 
 class MySlider;
@@ -73,6 +74,8 @@ private:
     QString* path;
     QString root;
     QStringList suffixes;
+    // The folders the walk has been through, by their real paths.
+    QSet<QString> walked;
     UltimateTreeWidget* fileList;
     QScrollArea* imageView;
     QLabel* shown;
