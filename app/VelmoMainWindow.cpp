@@ -14,6 +14,7 @@
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "widgets/AlertDialog.h"
+#include "widgets/BasicFontSelector.h"
 #include "widgets/BRResizerRenderer.h"
 #include "widgets/ClipboardIdentifiers.h"
 #include "widgets/MyPopup.h"
@@ -83,6 +84,11 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     theMainWindow = this;
     PathManager::setProjectDirectory(&lifecycle->directory());
     PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+    // The font picker shows the game's fonts as the text component draws them.
+    BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
+        PathManager::getFont(fileName, folder, false);
+        return PathManager::loadedFontFamily(fileName);
+    });
 
     huds->setup();
     connect(huds, &HudListController::changed, lifecycle, &ProjectLifecycle::markChanged);

@@ -112,7 +112,7 @@ private slots:
         QCOMPARE(TranslationBaseCollector::textsOf(source),
                  QStringList({"Plain", "Joined text", "Quoted \"word\"", "Noop", "Context noop", "With\ttab",
                               QStringLiteral("Arrow \u2192")}));
-        QCOMPARE(TranslationBaseCollector::baseFile({"a", "Say \"hi\""}),
+        QCOMPARE(TranslationBaseCollector::baseFile({"a", "Two\nlines", "Say \"hi\""}),
                  QByteArray("\"a\",\"a\"\n\"Say \"\"hi\"\"\",\"Say \"\"hi\"\"\"\n"));
     }
 

@@ -5,10 +5,10 @@
 #include "theme/ThemeManager.h"
 #include "widgets/AnimatedLook.h"
 #include "widgets/FormFieldPainter.h"
+#include "widgets/MyColorPicker.h"
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QColorDialog>
 #include <QContextMenuEvent>
 #include <QFocusEvent>
 #include <QMenu>
@@ -67,7 +67,7 @@ int MyLineEdit::registerExtensionHandler(const MyLineEditExtensionHandler& handl
 std::function<QColor(QWidget*, const QColor&)>& MyLineEdit::colorPicker()
 {
     static std::function<QColor(QWidget*, const QColor&)> picker = [](QWidget* parent, const QColor& initial) {
-        return QColorDialog::getColor(initial, parent);
+        return MyColorPicker::pick(initial, tr("Insert Color"), parent, qobject_cast<TrovDialog*>(parent));
     };
     return picker;
 }
@@ -414,6 +414,13 @@ void MyLineEdit::clearExtend()
 void MyLineEdit::openColorPicker()
 {
     const QColor color = colorPicker()(window(), Qt::white);
+    if (menuCursor >= 0) {
+        if (menuSelectionLength > 0)
+            setSelection(menuSelectionStart, menuSelectionLength);
+        else
+            setCursorPosition(menuCursor);
+        menuCursor = -1;
+    }
     if (!color.isValid())
         return;
     // The field's whole text goes in again before the colour: the field has
@@ -497,7 +504,17 @@ void MyLineEdit::contextMenuEvent(QContextMenuEvent* event)
     decorateStandardMenu(menu);
     if (type == Text && colorInsertion && !isExtended()) {
         menu->addSeparator();
-        menu->addAction(tr("Insert Color"), this, &MyLineEdit::openColorPicker);
+        // The menu takes the focus and gives it back, which selects the
+        // whole text; the colour goes where the cursor stood when it opened.
+        const int cursor = cursorPosition();
+        const int start = selectionStart();
+        const int length = selectedText().length();
+        menu->addAction(tr("Insert Color"), this, [this, cursor, start, length]() {
+            menuCursor = cursor;
+            menuSelectionStart = start;
+            menuSelectionLength = length;
+            openColorPicker();
+        });
     }
     if (record) {
         menu->addSeparator();

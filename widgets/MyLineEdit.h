@@ -53,8 +53,9 @@ public:
     // The registered extension handlers; kind 0 is the dynamic input.
     static QVector<MyLineEditExtensionHandler>& extensionHandlers();
     static int registerExtensionHandler(const MyLineEditExtensionHandler& handler);
-    // Picks a colour for "Insert Color"; an invalid colour is a cancel. The
-    // colour picker dialog installs itself here.
+    // Picks a colour for "Insert Color"; an invalid colour is a cancel. It
+    // runs the program's colour picker over the field's dialog, which dims
+    // meanwhile.
     static std::function<QColor(QWidget* parent, const QColor& initial)>& colorPicker();
     // Gives the entries of a standard edit menu their icons, matched by
     // their translated texts.
@@ -151,6 +152,11 @@ private:
     bool extensionPressed = false;
     int error = NoError;
     int previousError = NoError;
+    // Cursor and selection as they stood when the edit menu that chose
+    // "Insert Color" opened; -1 otherwise.
+    int menuCursor = -1;
+    int menuSelectionStart = -1;
+    int menuSelectionLength = 0;
     QPointer<QAbstractButton> follower;
     std::function<QString(const QString&)> postProcess;
     std::function<void(bool)> validityListener;

@@ -1,6 +1,10 @@
 // The widget gallery: every form widget of the program in each of its looks,
 // side by side, so that a theme or a language can be checked at a glance.
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
+//                        [--picker color|image|font|easing] [--project FOLDER]
+// With --picker the picker dialog opens over the gallery on the project's
+// pictures or fonts, and --screenshot takes its picture instead.
+#include "app/PathManager.h"
 #include "app/Startup.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
@@ -10,17 +14,23 @@
 #include "widgets/AnimatedLook.h"
 #include "widgets/ErrorInfoPopup.h"
 #include "widgets/HaxeCodeEdit.h"
+#include "widgets/BasicFontSelector.h"
+#include "widgets/BasicImageSelector.h"
+#include "widgets/EasingCurveSelector.h"
 #include "widgets/InflateButton.h"
 #include "widgets/InflateLabel.h"
 #include "widgets/MicroButton.h"
 #include "widgets/MyButton.h"
 #include "widgets/MyCheckBox.h"
+#include "widgets/MyColorPicker.h"
+#include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyComboInput.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyEitherBox.h"
 #include "widgets/MyGroupBox.h"
 #include "widgets/MyHorizontalLine.h"
+#include "widgets/MyImageSelector.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPlainTextEdit.h"
 #include "widgets/MyPopup.h"
@@ -97,6 +107,19 @@ QString t(const char* text)
 
 const char* const StateNames[] = {"Normal", "Hover", "Pressed / open", "Focused / checked", "Disabled"};
 enum State { Normal, Hover, Pressed, Focused, Disabled };
+
+// The project whose pictures and fonts the pickers show.
+QString projectFolder;
+
+QString picturesFolder()
+{
+    return projectFolder + QStringLiteral("/img/pictures");
+}
+
+QString fontsFolder()
+{
+    return projectFolder + QStringLiteral("/fonts");
+}
 
 class Gallery : public QWidget
 {
@@ -209,6 +232,54 @@ public:
             }
             opener->setEnabled(state != Disabled);
             return opener;
+        });
+        addRow(QStringLiteral("MyColorPickerButton"), [](int state) -> QWidget* {
+            MyColorPickerButton* button = new MyColorPickerButton;
+            button->setCaption(t("Color Picker"));
+            button->setColor(state == Focused ? QColor(0x32, 0x64, 0xc8) : QColor(0xa8, 0x75, 0x32));
+            if (state == Hover)
+                button->hoverLook()->jumpTo(100);
+            if (state == Pressed) {
+                button->pressLook()->jumpTo(300);
+                button->hoverLook()->jumpTo(100);
+            }
+            button->setEnabled(state != Disabled);
+            return button;
+        });
+        addRow(QStringLiteral("MyImageSelector"), [](int state) -> QWidget* {
+            MyImageSelector* selector = new MyImageSelector;
+            selector->setCaption(t("Image Selector"));
+            selector->setFolder(picturesFolder());
+            if (state != Focused)
+                selector->setImage(state == Hover ? QStringLiteral("HudFrame") : QStringLiteral("Coin"));
+            if (state == Hover)
+                selector->hoverLook()->jumpTo(300);
+            if (state == Pressed) {
+                selector->pressLook()->jumpTo(300);
+                selector->hoverLook()->jumpTo(300);
+            }
+            selector->setEnabled(state != Disabled);
+            return selector;
+        });
+        addRow(QStringLiteral("Font field\nEasing field"), [](int state) -> QWidget* {
+            QWidget* box = new QWidget;
+            QVBoxLayout* layout = new QVBoxLayout(box);
+            layout->setContentsMargins(0, 0, 0, 0);
+            MyDialogOpener* font = new MyDialogOpener;
+            font->setTitle(t("Font Selector"));
+            BasicFontSelector::showFont(font, state == Focused ? QString() : QStringLiteral("DejaVuSerif-Latin.woff"));
+            MyDialogOpener* easing = new MyDialogOpener;
+            easing->setTitle(t("Easing Curve"));
+            easing->setValue(EasingCurveSelector::display(state == Focused ? 0 : 3 * state + 2));
+            for (MyDialogOpener* opener : {font, easing}) {
+                if (state == Hover)
+                    opener->hoverLook()->jumpTo(300);
+                if (state == Pressed)
+                    opener->pressLook()->jumpTo(300);
+                layout->addWidget(opener);
+            }
+            box->setEnabled(state != Disabled);
+            return box;
         });
         addRow(QStringLiteral("MySlider"), [](int state) -> QWidget* {
             QWidget* box = new QWidget;
@@ -488,6 +559,12 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("language"), QStringLiteral("Translation CSV file."), QStringLiteral("file")});
     parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write a picture of the gallery and quit."),
                       QStringLiteral("file")});
+    parser.addOption({QStringLiteral("picker"),
+                      QStringLiteral("Open a picker over the gallery: color, image, font or easing."),
+                      QStringLiteral("kind")});
+    parser.addOption({QStringLiteral("project"),
+                      QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),
+                      QStringLiteral("folder")});
     parser.addOption({QStringLiteral("alert"),
                       QStringLiteral("Show an alert over the gallery, to see the dialog frame the window manager gives.")});
     parser.process(application);
@@ -501,6 +578,12 @@ int main(int argc, char** argv)
         MorvikCSVTranslator::installLanguage(parser.value(QStringLiteral("language")));
     QApplication::setStyle(new VelmoStyle());
     Theme::apply();
+    projectFolder = parser.isSet(QStringLiteral("project")) ? parser.value(QStringLiteral("project"))
+                                                            : QStringLiteral(VELMORA_SAMPLE_PROJECT);
+    BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
+        PathManager::getFont(fileName, folder, false);
+        return PathManager::loadedFontFamily(fileName);
+    });
 
     Gallery* gallery = new Gallery;
     QScrollArea scroll;
@@ -524,7 +607,41 @@ int main(int argc, char** argv)
         });
     }
     const QString shot = parser.value(QStringLiteral("screenshot"));
-    if (!shot.isEmpty()) {
+    const QString picker = parser.value(QStringLiteral("picker"));
+    if (!picker.isEmpty()) {
+        QTimer::singleShot(400, gallery, [&scroll, picker, shot]() {
+            // The picture is taken while the dialog runs, then it is closed.
+            if (!shot.isEmpty()) {
+                QTimer::singleShot(900, [shot]() {
+                    QWidget* dialog = QApplication::activeModalWidget();
+                    if (dialog && !dialog->grab().save(shot))
+                        std::fprintf(stderr, "could not write %s\n", qPrintable(shot));
+                    if (dialog)
+                        dialog->close();
+                });
+            }
+            bool accepted = false;
+            if (picker == QLatin1String("color")) {
+                MyColorPicker::pick(QColor(0xa8, 0x75, 0x32), t("Color Picker"), &scroll, nullptr);
+            } else if (picker == QLatin1String("image")) {
+                QString image = QStringLiteral("HudFrame");
+                BasicImageSelector(&image, &accepted, picturesFolder(), {QStringLiteral("png")}, 780, 480, &scroll).exec();
+            } else if (picker == QLatin1String("font")) {
+                QString font = QStringLiteral("DejaVuSerif-Latin.woff");
+                BasicFontSelector(&font, &accepted, fontsFolder(), BasicFontSelector::fontSuffixes(), QString(), 780,
+                                  480, &scroll)
+                    .exec();
+            } else if (picker == QLatin1String("easing")) {
+                int value = 14;
+                EasingCurveSelector(&value, &accepted, &scroll).exec();
+            } else {
+                std::fprintf(stderr, "unknown picker \"%s\"\n", qPrintable(picker));
+            }
+            if (!shot.isEmpty())
+                QApplication::quit();
+        });
+    }
+    if (!shot.isEmpty() && picker.isEmpty()) {
         QTimer::singleShot(900, gallery, [gallery, shot]() {
             gallery->resize(gallery->sizeHint());
             if (!gallery->grab().save(shot))

@@ -1524,6 +1524,65 @@ void makeFieldIcons()
     save(check, QStringLiteral("resources/Decor/checkbox.png"));
 }
 
+// The small icons of the file pickers' lists: no file, a folder, an image
+// and a font, drawn for rows of 16 pixels.
+void makeListIcons()
+{
+    const QColor ink(0x2a, 0x2e, 0x38), red(0xe0, 0x5a, 0x5a), paper(0xe8, 0xec, 0xf2), gold(0xe6, 0xb8, 0x4c),
+        blue(0x5a, 0x9c, 0xe6), green(0x5c, 0xc8, 0x6e);
+    icon(QStringLiteral("resources/ListIcons/MiniIcon_None.png"), [red](QPainter &p) {
+        p.setPen(QPen(red.darker(160), 4));
+        p.setBrush(Qt::NoBrush);
+        p.drawEllipse(QPointF(16, 16), 11, 11);
+        p.drawLine(QPointF(8.5, 23.5), QPointF(23.5, 8.5));
+        p.setPen(QPen(red, 2.4));
+        p.drawEllipse(QPointF(16, 16), 11, 11);
+        p.drawLine(QPointF(8.5, 23.5), QPointF(23.5, 8.5));
+    });
+    icon(QStringLiteral("resources/ListIcons/MiniIcon_Folder.png"), [ink, gold](QPainter &p) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(gold.darker(125));
+        QPainterPath back;
+        back.moveTo(3.5, 8.5);
+        back.lineTo(12.5, 8.5);
+        back.lineTo(15.5, 5.5);
+        back.lineTo(28.5, 5.5);
+        back.lineTo(28.5, 26.5);
+        back.lineTo(3.5, 26.5);
+        back.closeSubpath();
+        p.drawPath(back);
+        p.setBrush(gold);
+        p.drawRoundedRect(QRectF(3.5, 11.5, 25, 15), 1.5, 1.5);
+    });
+    icon(QStringLiteral("resources/ListIcons/MiniIcon_Image.png"), [ink, paper, blue, green, gold](QPainter &p) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(blue.lighter(130));
+        p.drawRoundedRect(QRectF(3.5, 5.5, 25, 21), 2, 2);
+        p.setPen(Qt::NoPen);
+        p.setBrush(gold);
+        p.drawEllipse(QPointF(22, 11.5), 3, 3);
+        p.setBrush(green.darker(115));
+        const QPointF hills[] = {{5, 25}, {13, 13}, {19, 21}, {22, 18}, {27, 25}};
+        p.drawPolygon(hills, 5);
+        p.setPen(QPen(paper, 1));
+        p.setBrush(Qt::NoBrush);
+        p.drawRoundedRect(QRectF(5, 7, 22, 18), 1, 1);
+    });
+    icon(QStringLiteral("resources/ListIcons/MiniIcon_Font.png"), [ink, paper](QPainter &p) {
+        p.setPen(QPen(ink, 1.6));
+        p.setBrush(paper);
+        p.drawRoundedRect(QRectF(3.5, 3.5, 25, 25), 3, 3);
+        QFont font(g_family);
+        font.setPixelSize(20);
+        font.setBold(true);
+        QPainterPath glyph;
+        glyph.addText(QPointF(9, 24), font, QStringLiteral("A"));
+        p.setPen(Qt::NoPen);
+        p.setBrush(ink);
+        p.drawPath(glyph);
+    });
+}
+
 void loadFonts()
 {
     const QStringList candidates = {
@@ -1561,5 +1620,6 @@ int main(int argc, char **argv)
     makeUiIcons();
     makeEditorCursors();
     makeFieldIcons();
+    makeListIcons();
     return g_ok ? 0 : 1;
 }

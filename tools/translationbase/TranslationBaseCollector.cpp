@@ -99,6 +99,10 @@ QByteArray baseFile(const QStringList& texts)
 {
     QByteArray bytes;
     for (QString text : texts) {
+        // The file is read line by line: a text that spans lines can't be
+        // carried, and written anyway it would stand as broken lines.
+        if (text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r')))
+            continue;
         text.replace(QLatin1Char('"'), QStringLiteral("\"\""));
         const QByteArray field = "\"" + text.toUtf8() + "\"";
         bytes += field + ',' + field + '\n';

@@ -15,7 +15,8 @@ QStringList textsOf(const QString& source);
 // source tree, files in path order, each text once.
 QStringList collect(const QString& sourceRoot);
 
-// The base file: one line "text","text" per text, quotes doubled.
+// The base file: one line "text","text" per text, quotes doubled; texts
+// that span lines are left out, since the file can't carry them.
 QByteArray baseFile(const QStringList& texts);
 
 }
