@@ -6,6 +6,7 @@
 #include "widgets/LookAnimation.h"
 
 #include <QEvent>
+#include <QFontMetrics>
 #include <QAbstractButton>
 #include <QAction>
 #include <QColorDialog>
@@ -107,6 +108,16 @@ void MyLineEdit::decorateStandardMenu(QMenu* menu)
 void MyLineEdit::setCaption(const QString& text)
 {
     captionText = text;
+    update();
+}
+
+void MyLineEdit::setSuffix(const QString& text)
+{
+    suffixText = text;
+    QFont valueFont = font();
+    valueFont.setPixelSize(15);
+    // The value stops short of the unit.
+    setTextMargins(0, 0, text.isEmpty() ? 0 : QFontMetrics(valueFont).horizontalAdvance(text) + 8, 0);
     update();
 }
 
@@ -600,6 +611,15 @@ void MyLineEdit::paintEvent(QPaintEvent* event)
             painter.setPen(themeColor(ThemeKey::InputUINegative));
             const double slide = (300 - hintState) / 20.0;
             painter.drawText(QRectF(8, 3, w - 16 + slide, 20), Qt::AlignRight | Qt::AlignTop, hint);
+            painter.restore();
+        }
+
+        if (!suffixText.isEmpty()) {
+            painter.save();
+            FormFieldPainter::setValueFont(painter, this);
+            const int h = painter.fontMetrics().height();
+            painter.setOpacity(painter.opacity() * 0.6);
+            painter.drawText(QRect(8, 38 - h, w - 16, 19), Qt::AlignRight | Qt::AlignVCenter, suffixText);
             painter.restore();
         }
 

@@ -142,12 +142,7 @@ void TrovDialog::darken()
         dimming->setCurrState(100);
         return;
     }
-    dimmingIn = new QPropertyAnimation(dimming, "currState", dimming);
-    dimmingIn->setStartValue(0);
-    dimmingIn->setEndValue(100);
-    dimmingIn->setDuration(150);
-    dimmingIn->setEasingCurve(QEasingCurve::Linear);
-    dimmingIn->start(QAbstractAnimation::DeleteWhenStopped);
+    dimmingIn = dimming->fade(0, 100, 150);
     // Give the fade its time before the child's modal loop takes over. The
     // count sets the feel of the fade; it is meant to be this crude.
     for (int round = 0; round < 18000; ++round)
@@ -165,17 +160,11 @@ void TrovDialog::undarken()
         return;
     }
     QPointer<DialogOverlay> fading = dimming;
-    QPropertyAnimation* fadeOut = new QPropertyAnimation(fading, "currState", fading);
-    fadeOut->setStartValue(100);
-    fadeOut->setEndValue(0);
-    fadeOut->setDuration(200);
-    fadeOut->setEasingCurve(QEasingCurve::Linear);
-    connect(fadeOut, &QPropertyAnimation::finished, fading, [this, fading]() {
+    connect(fading->fade(100, 0, 200), &QPropertyAnimation::finished, fading, [this, fading]() {
         if (dimming == fading)
             dimming = nullptr;
         fading->deleteLater();
     });
-    fadeOut->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
 void TrovDialog::colorButton(QPushButton* button, int themeKey)
