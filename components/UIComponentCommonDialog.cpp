@@ -46,17 +46,10 @@ UIComponentCommonDialog::UIComponentCommonDialog(QJsonObject* json, bool* accept
     setObjectName(QStringLiteral("UIComponentCommonDialog"));
     const ComponentKinds::Kind* kind = ComponentKinds::find(type);
 
-    QVBoxLayout* verticalLayout = new QVBoxLayout(this);
-    verticalLayout->setContentsMargins(0, 0, 0, 0);
-    verticalLayout->setSpacing(0);
-    titleBar = new CustomTitleBar(this);
-    verticalLayout->addWidget(titleBar);
-    QWidget* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("content"));
-    verticalLayout->addWidget(content, 1);
-    QVBoxLayout* contentLayout = new QVBoxLayout(content);
-    contentLayout->setContentsMargins(14, 14, 14, 12);
-    contentLayout->setSpacing(12);
+    const FormFrame frame = layOutForm();
+    titleBar = frame.titleBar;
+    QWidget* content = frame.content;
+    QVBoxLayout* contentLayout = frame.contentLayout;
 
     QHBoxLayout* columns = new QHBoxLayout();
     columns->setSpacing(12);

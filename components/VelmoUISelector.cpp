@@ -39,17 +39,10 @@ VelmoUISelector::VelmoUISelector(QJsonObject* json, bool* accepted, int id, bool
     setObjectName(QStringLiteral("VelmoUISelector"));
     setWindowTitle(QStringLiteral("Dialog"));
     resize(370, 352);
-    QVBoxLayout* verticalLayout = new QVBoxLayout(this);
-    verticalLayout->setContentsMargins(0, 0, 0, 0);
-    verticalLayout->setSpacing(0);
-    titleBar = new CustomTitleBar(this);
-    verticalLayout->addWidget(titleBar);
-    QWidget* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("content"));
-    verticalLayout->addWidget(content, 1);
-    QVBoxLayout* boxes = new QVBoxLayout(content);
-    boxes->setContentsMargins(14, 14, 14, 12);
-    boxes->setSpacing(12);
+    const FormFrame frame = layOutForm();
+    titleBar = frame.titleBar;
+    QWidget* content = frame.content;
+    QVBoxLayout* boxes = frame.contentLayout;
 
     kindButtons.resize(ComponentKinds::all().size());
     // Each box holds two columns of buttons, named and labelled by the kind table.
@@ -81,7 +74,8 @@ VelmoUISelector::VelmoUISelector(QJsonObject* json, bool* accepted, int id, bool
     using namespace ComponentKinds;
     groupBox_2 = box("groupBox_2", tr("UI Components"),
                      {{Text, Shape, ActorFace, Icon, Group}, {Picture, RepeatingPicture, Gauge, PictureGauge, Window}});
-    proCompsBox = box("proCompsBox", tr("Pro UI Components"), {{Custom, Animation}, {CustomCollection, AttachCollection}});
+    proCompsBox =
+        box("proCompsBox", tr("Pro UI Components"), {{Custom, Animation}, {CustomCollection, AttachCollection}});
     text = kindButtons[Text];
     shape = kindButtons[Shape];
     picture = kindButtons[Picture];

@@ -164,6 +164,27 @@ void UIComponentBaseDialog::setupAllWidgets(MyLineEdit* name, MyDialogOpener* co
     setDialogTitle(tr(defaultName).arg(id));
 }
 
+QMenu* UIComponentBaseDialog::recordMenu(const char* objectName, const QString& addText,
+                                         void (UIComponentBaseDialog::*add)(), void (UIComponentBaseDialog::*edit)(),
+                                         void (UIComponentBaseDialog::*remove)())
+{
+    QMenu* menu = new QMenu(this);
+    menu->setObjectName(QLatin1String(objectName));
+    QAction* addAction = menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")), addText);
+    QAction* editAction = menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit ..."));
+    QAction* removeAction =
+        menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete ..."));
+    // Layer until the property animation dialog and the custom property
+    // editor exist: entries can be kept, moved, copied and deleted, but not
+    // yet made or changed.
+    addAction->setEnabled(false);
+    editAction->setEnabled(false);
+    connect(addAction, &QAction::triggered, this, add);
+    connect(editAction, &QAction::triggered, this, edit);
+    connect(removeAction, &QAction::triggered, this, remove);
+    return menu;
+}
+
 void UIComponentBaseDialog::setUpAnimationList(UltimateTreeWidget* animations, const QJsonArray& records)
 {
     animationList = animations;
@@ -201,21 +222,9 @@ void UIComponentBaseDialog::setUpAnimationList(UltimateTreeWidget* animations, c
         tree->addRow(row);
     }
 
-    animationMenu = new QMenu(this);
-    animationMenu->setObjectName(QStringLiteral("animationMenu"));
-    QAction* add = animationMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")),
-                                            tr("Add New Animation"));
-    QAction* edit =
-        animationMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit ..."));
-    QAction* remove =
-        animationMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete ..."));
-    // Layer until the property animation dialog exists: entries can be
-    // kept, moved, copied and deleted, but not yet made or changed.
-    add->setEnabled(false);
-    edit->setEnabled(false);
-    connect(add, &QAction::triggered, this, &UIComponentBaseDialog::newAnimationProperty);
-    connect(edit, &QAction::triggered, this, &UIComponentBaseDialog::editAnimationProperty);
-    connect(remove, &QAction::triggered, this, &UIComponentBaseDialog::deleteAnimationProperty);
+    animationMenu = recordMenu("animationMenu", tr("Add New Animation"), &UIComponentBaseDialog::newAnimationProperty,
+                               &UIComponentBaseDialog::editAnimationProperty,
+                               &UIComponentBaseDialog::deleteAnimationProperty);
     animations->setupContextActions(animationMenu);
 
     connect(animations, &QWidget::customContextMenuRequested, this,
@@ -230,27 +239,16 @@ void UIComponentBaseDialog::setUpCustomPropertyList(UltimateTreeWidget* customPr
 {
     customPropertyList = customProperties;
     customProperties->setupNameValueList();
-    QMenu* propertyMenu = new QMenu(this);
-    propertyMenu->setObjectName(QStringLiteral("customPropertyMenu"));
-    QAction* add = propertyMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")),
-                                           tr("Add New Property"));
-    QAction* edit =
-        propertyMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit ..."));
-    QAction* remove =
-        propertyMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete ..."));
+    // The clipboard entries are the pairs' own, not the list's records.
+    QMenu* propertyMenu =
+        recordMenu("customPropertyMenu", tr("Add New Property"), &UIComponentBaseDialog::newCustomProperty,
+                   &UIComponentBaseDialog::editCustomProperty, &UIComponentBaseDialog::deleteCustomProperty);
     propertyMenu->addSeparator();
     QAction* copy =
         propertyMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Copy.png")), tr("Copy ..."));
     QAction* cut = propertyMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Cut.png")), tr("Cut ..."));
     QAction* paste =
         propertyMenu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Paste.png")), tr("Paste ..."));
-    // Layer until the custom property editor exists: pairs can be kept,
-    // moved, copied and deleted, but not yet made or changed.
-    add->setEnabled(false);
-    edit->setEnabled(false);
-    connect(add, &QAction::triggered, this, &UIComponentBaseDialog::newCustomProperty);
-    connect(edit, &QAction::triggered, this, &UIComponentBaseDialog::editCustomProperty);
-    connect(remove, &QAction::triggered, this, &UIComponentBaseDialog::deleteCustomProperty);
     connect(copy, &QAction::triggered, this, &UIComponentBaseDialog::copyCustomProperty);
     connect(cut, &QAction::triggered, this, &UIComponentBaseDialog::cutCustomProperty);
     connect(paste, &QAction::triggered, this, &UIComponentBaseDialog::pasteCustomProperty);

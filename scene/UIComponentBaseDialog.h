@@ -103,6 +103,9 @@ protected:
     QJsonObject* projectData;
 
 private:
+    // A list's menu with its first three entries: add, edit, delete.
+    QMenu* recordMenu(const char* objectName, const QString& addText, void (UIComponentBaseDialog::*add)(),
+                      void (UIComponentBaseDialog::*edit)(), void (UIComponentBaseDialog::*remove)());
     void setUpAnimationList(UltimateTreeWidget* animations, const QJsonArray& records);
     void setUpCustomPropertyList(UltimateTreeWidget* customProperties, const QJsonObject& values);
     void updateConfirm(QAbstractButton* confirm);

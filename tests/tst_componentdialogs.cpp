@@ -1,5 +1,6 @@
 #include "TestEnvironment.h"
 
+#include "app/VelmoMainWindow.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/UIComponentCommonDialog.h"
 #include "components/VelmoUISelector.h"
@@ -26,6 +27,7 @@
 #include <QStandardPaths>
 
 #include <functional>
+#include <memory>
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
@@ -781,6 +783,35 @@ private slots:
         QCOMPARE(json, component);
     }
 
+    // In the editor's window: a double-click on a component's row opens its
+    // dialog over the dimmed window, and the confirmed change marks the
+    // project as changed.
+    void theMainWindowEditsThroughTheDialog()
+    {
+        dialogDarkenLayers = true;
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("window-dialogs"));
+        std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
+        UltimateTreeWidget* components = window->componentListWidget();
+        UltimateTree* tree = components->tree();
+        // The Map HUD's window holds the actor face as its first child.
+        UltimateTreeItem* face = tree->row(0)->child(0);
+        QCOMPARE(face->text(0), QStringLiteral("Leader Face"));
+        const QPoint point = tree->mapFromScene(QPointF(80, face->scenePos().y() + face->rowHeight() / 2.0));
+        QVERIFY(!window->isWindowModified());
+        const TestEnvironment::Seen seen = answering(
+            [&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
+            {checking([&](TrovDialog* dialog) {
+                 QVERIFY(window->findChild<DialogOverlay*>());
+                 QCOMPARE(child<MyLineEdit>(dialog, "Name")->text(), QStringLiteral("Leader Face"));
+             }),
+             typing("Name", "Hero Face"), press("confirmButton")});
+        QCOMPARE(seen.count, 3);
+        QCOMPARE(seen.title, QStringLiteral("Actor Face (ID 2)"));
+        QTRY_VERIFY(!window->findChild<DialogOverlay*>());
+        QCOMPARE(face->text(0), QStringLiteral("Hero Face"));
+        QVERIFY(window->isWindowModified());
+    }
+
     // ---------------------------------------------------------------- velmora-cli
 
     // The sample project, its document made from the templates: every
@@ -844,10 +875,11 @@ private slots:
         QVERIFY2(result.out.contains(QStringLiteral("Property dialogs: 2 of 3 components opened and confirmed without "
                                                     "a change, 1 of them changed by the dialog's own rules\n")),
                  qPrintable(result.out));
-        QVERIFY2(result.out.contains(
-                     QStringLiteral("  Shape: 0 through its own dialog, 2 through the common-fields dialog (1 changed)\n")),
+        QVERIFY2(result.out.contains(QStringLiteral("  Shape: 0 through its own dialog, 2 through the common-fields "
+                                                    "dialog (1 changed)\n")),
                  qPrintable(result.out));
-        QVERIFY2(result.out.contains(QStringLiteral("  Unknown \"Type\" 14: 1 without a dialog\n")), qPrintable(result.out));
+        QVERIFY2(result.out.contains(QStringLiteral("  Unknown \"Type\" 14: 1 without a dialog\n")),
+                 qPrintable(result.out));
         const QJsonArray written = TestEnvironment::writtenDocument(project)
                                        .value("Data")
                                        .toArray()
@@ -879,7 +911,8 @@ private slots:
         QVERIFY(generator.waitForFinished(120000));
         QCOMPARE(generator.exitCode(), 0);
         const QByteArray original = TestEnvironment::readFile(TestEnvironment::documentPath(project));
-        const QString target = TestEnvironment::newFolder(QStringLiteral("generated-out")) + QStringLiteral("/out.json");
+        const QString target =
+            TestEnvironment::newFolder(QStringLiteral("generated-out")) + QStringLiteral("/out.json");
         const TestEnvironment::CliResult result = TestEnvironment::runCli(
             {QStringLiteral("resave"), project, QStringLiteral("--through-dialogs"), QStringLiteral("--out"), target});
         QVERIFY2(result.code == 0, qPrintable(result.err));

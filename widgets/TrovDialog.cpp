@@ -310,12 +310,12 @@ void TrovDialog::keyPressEvent(QKeyEvent* event)
     QDialog::keyPressEvent(event);
 }
 
-TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth)
+TrovDialog::FormFrame TrovDialog::layOutForm(int spacing)
 {
     QVBoxLayout* verticalLayout = new QVBoxLayout(this);
     verticalLayout->setContentsMargins(0, 0, 0, 0);
     verticalLayout->setSpacing(0);
-    MessageFrame frame;
+    FormFrame frame;
     frame.titleBar = new CustomTitleBar(this);
     verticalLayout->addWidget(frame.titleBar);
     frame.content = new QWidget(this);
@@ -323,7 +323,14 @@ TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alig
     verticalLayout->addWidget(frame.content, 1);
     frame.contentLayout = new QVBoxLayout(frame.content);
     frame.contentLayout->setContentsMargins(14, 14, 14, 12);
-    frame.contentLayout->setSpacing(14);
+    frame.contentLayout->setSpacing(spacing);
+    return frame;
+}
+
+TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth)
+{
+    MessageFrame frame;
+    static_cast<FormFrame&>(frame) = layOutForm(14);
     frame.label = new QLabel(frame.content);
     frame.label->setObjectName(QStringLiteral("label"));
     frame.label->setTextFormat(Qt::RichText);
