@@ -6,23 +6,34 @@
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
+#include "components/ComponentKinds.h"
 #include "components/GameUIEditorSceneHelper.h"
+#include "components/UIComponentCommonDialog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/SceneUndoRecorder.h"
+#include "scene/UIComponentBase.h"
 #include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QJsonArray>
+#include <QMap>
 #include <QPixmap>
+#include <QPointer>
+#include <QTimer>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cstdio>
+#include <functional>
 
 namespace CommandLineTool {
 
@@ -38,14 +49,19 @@ const char* const Usage =
     "                              whether it is valid, its screen size and what its\n"
     "                              HUD document holds. Exit 0 when valid, 1 when the\n"
     "                              project is not, or its HUD document is damaged.\n"
-    "  resave PROJECT [--visit-all] [--out FILE]\n"
+    "  resave PROJECT [--visit-all | --through-dialogs] [--out FILE]\n"
     "                              Loads the HUD document and writes it back through\n"
     "                              the editor's save path; with --out the result goes\n"
     "                              to FILE and the project is left untouched. With\n"
     "                              --visit-all every HUD of the list is made current in\n"
     "                              turn and passes through the editor's canvas before\n"
     "                              the save, as when a user clicks through every HUD\n"
-    "                              and saves (no window is shown).\n"
+    "                              and saves (no window is shown). --through-dialogs\n"
+    "                              does the same and also opens every component in its\n"
+    "                              property dialog and confirms it without a change,\n"
+    "                              as a user's OK does; it prints per kind how many\n"
+    "                              went through the kind's own dialog and how many\n"
+    "                              through the dialog of the shared fields.\n"
     "  render PROJECT --out DIR [--hud NAME] [--zoom Z] [--background]\n"
     "                              Draws every HUD of the project as the editor's\n"
     "                              canvas shows it, without selection frames or\n"
@@ -147,9 +163,138 @@ struct OffscreenEditor {
     GameUIEditor editor;
 };
 
+// What went through the property dialogs, by "Type".
+struct DialogTally {
+    struct Kind {
+        int ownDialog = 0;
+        int commonDialog = 0;
+        int noDialog = 0;
+        int unconfirmed = 0;
+        int changed = 0;
+    };
+    QMap<int, Kind> kinds;
+};
+
+// Stands in for the user at every property dialog that opens: once it is
+// shown, its confirm button is clicked, as a user's OK does. A dialog whose
+// confirm button refuses is cancelled instead, so the run never waits.
+class DialogConfirmer : public QObject
+{
+public:
+    DialogConfirmer() { qApp->installEventFilter(this); }
+    ~DialogConfirmer() override { qApp->removeEventFilter(this); }
+
+    // The kind of dialog last shown, and whether it was confirmed.
+    bool shown = false;
+    bool common = false;
+    bool refused = false;
+
+    void reset()
+    {
+        shown = false;
+        common = false;
+        refused = false;
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        UIComponentBaseDialog* dialog = event->type() == QEvent::Show ? qobject_cast<UIComponentBaseDialog*>(watched)
+                                                                      : nullptr;
+        if (!dialog || shown)
+            return false;
+        shown = true;
+        common = qobject_cast<UIComponentCommonDialog*>(dialog) != nullptr;
+        QPointer<UIComponentBaseDialog> open = dialog;
+        QTimer::singleShot(0, this, [this, open]() {
+            if (!open)
+                return;
+            QAbstractButton* confirm = open->findChild<QAbstractButton*>(QStringLiteral("confirmButton"));
+            if (confirm && confirm->isEnabled()) {
+                confirm->click();
+            } else {
+                refused = true;
+                open->reject();
+            }
+        });
+        return false;
+    }
+};
+
+// Opens every component of the HUD on the canvas in its property dialog, in
+// list order, through the editor's own edit (the undo bracket included).
+void editEveryComponent(GameUIEditorScene* scene, DialogTally& tally)
+{
+    DialogConfirmer confirmer;
+    QVector<UIComponentBase*> inOrder;
+    std::function<void(UltimateTreeItem*)> walk = [&](UltimateTreeItem* row) {
+        if (UIComponentBase* component = scene->componentOfRow(row))
+            inOrder.append(component);
+        for (int i = 0; i < row->childCount(); ++i)
+            walk(row->child(i));
+    };
+    const UltimateTree* tree = scene->list()->tree();
+    for (int i = 0; i < tree->rowCount(); ++i)
+        walk(tree->row(i));
+    for (UIComponentBase* component : qAsConst(inOrder)) {
+        const int type = component->data().value(QStringLiteral("Type")).toInt(-1);
+        DialogTally::Kind& kind = tally.kinds[type];
+        scene->select(component);
+        const std::size_t steps = scene->undoRecorder().undoStack().size();
+        confirmer.reset();
+        scene->editAComponent();
+        if (!confirmer.shown)
+            ++kind.noDialog;
+        else if (confirmer.refused)
+            ++kind.unconfirmed;
+        else if (confirmer.common)
+            ++kind.commonDialog;
+        else
+            ++kind.ownDialog;
+        if (scene->undoRecorder().undoStack().size() > steps)
+            ++kind.changed;
+    }
+    scene->select(nullptr);
+}
+
+void printTally(const DialogTally& tally, QTextStream& out)
+{
+    int total = 0;
+    int opened = 0;
+    int changed = 0;
+    for (const DialogTally::Kind& kind : tally.kinds) {
+        total += kind.ownDialog + kind.commonDialog + kind.noDialog + kind.unconfirmed;
+        opened += kind.ownDialog + kind.commonDialog + kind.unconfirmed;
+        changed += kind.changed;
+    }
+    out << "Property dialogs: " << opened << " of " << total << " components opened and confirmed without a change, "
+        << changed << " of them changed by the dialog's own rules\n";
+    // The kinds in the order of their "Type", then what no kind knows.
+    QList<int> types = tally.kinds.keys();
+    std::stable_partition(types.begin(), types.end(), [](int type) { return ComponentKinds::find(type); });
+    for (const int type : qAsConst(types)) {
+        const DialogTally::Kind& kind = tally.kinds.value(type);
+        const ComponentKinds::Kind* known = ComponentKinds::find(type);
+        out << "  " << (known ? QString::fromLatin1(known->label) : QStringLiteral("Unknown \"Type\" %1").arg(type))
+            << ": ";
+        if (kind.noDialog > 0) {
+            out << kind.noDialog << " without a dialog\n";
+            continue;
+        }
+        out << kind.ownDialog << " through its own dialog, " << kind.commonDialog
+            << " through the common-fields dialog";
+        if (kind.unconfirmed > 0)
+            out << ", " << kind.unconfirmed << " could not be confirmed";
+        if (kind.changed > 0)
+            out << " (" << kind.changed << " changed)";
+        out << "\n";
+    }
+}
+
 // Makes every HUD current in list order, through the canvas, as the editor
-// does on a change of HUD and on saving.
-void visitAll(const QDir& folder, QVector<HudEntry>& entries)
+// does on a change of HUD and on saving; with a tally, every component also
+// passes through its property dialog while its HUD is current.
+void visitAll(const QDir& folder, QVector<HudEntry>& entries, DialogTally* tally = nullptr)
 {
     QJsonObject projectData;
     ProjectData::ScreenSize screen;
@@ -159,6 +304,8 @@ void visitAll(const QDir& folder, QVector<HudEntry>& entries)
     QJsonObject* previous = nullptr;
     for (HudEntry& entry : entries) {
         HudDocument::switchScene(offscreen.scene(), previous, entry.type, &entry.object, size);
+        if (tally)
+            editEveryComponent(offscreen.scene(), *tally);
         previous = &entry.object;
     }
     if (previous)
@@ -339,7 +486,8 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     return failures == 0 ? Success : Failure;
 }
 
-int resave(const QDir& folder, const QString& output, bool visit, QTextStream& out, QTextStream& err)
+int resave(const QDir& folder, const QString& output, bool visit, bool throughDialogs, QTextStream& out,
+           QTextStream& err)
 {
     HudDocument document = HudDocument::load(folder);
     const QString source = JsonFile::pluginPath(folder, HudDocument::FileName);
@@ -353,8 +501,9 @@ int resave(const QDir& folder, const QString& output, bool visit, QTextStream& o
             << document.damage << "); nothing was written\n";
         return Failure;
     }
-    if (visit)
-        visitAll(folder, document.entries);
+    DialogTally tally;
+    if (visit || throughDialogs)
+        visitAll(folder, document.entries, throughDialogs ? &tally : nullptr);
     const QJsonObject assembled = HudDocument::assemble(document.root, document.entries);
     const QString target = output.isEmpty() ? source : QFileInfo(output).absoluteFilePath();
     QString reason;
@@ -362,6 +511,8 @@ int resave(const QDir& folder, const QString& output, bool visit, QTextStream& o
         err << "velmora-cli: could not write " << QDir::toNativeSeparators(target) << ": " << reason << "\n";
         return Failure;
     }
+    if (throughDialogs)
+        printTally(tally, out);
     out << "Wrote " << QDir::toNativeSeparators(target) << "\n";
     return Success;
 }
@@ -392,6 +543,7 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     QString output;
     bool outputGiven = false;
     bool visit = false;
+    bool throughDialogs = false;
     bool hudGiven = false;
     bool zoomGiven = false;
     RenderOptions renderOptions;
@@ -407,6 +559,8 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
                 return usageError(err, what);
         } else if (isResave && arg == QLatin1String("--visit-all")) {
             visit = true;
+        } else if (isResave && arg == QLatin1String("--through-dialogs")) {
+            throughDialogs = true;
         } else if (isRender && arg == QLatin1String("--hud")) {
             if (i + 1 >= args.size() || hudGiven || args.at(i + 1).isEmpty())
                 return usageError(err, QStringLiteral("--hud takes one HUD name"));
@@ -451,11 +605,12 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
         renderOptions.outputFolder = output;
         return render(folder, renderOptions, out, err);
     }
-    if (visit && !qobject_cast<QApplication*>(QCoreApplication::instance())) {
-        err << "velmora-cli: --visit-all needs the widget application\n";
+    if ((visit || throughDialogs) && !qobject_cast<QApplication*>(QCoreApplication::instance())) {
+        err << "velmora-cli: " << (throughDialogs ? "--through-dialogs" : "--visit-all")
+            << " needs the widget application\n";
         return Failure;
     }
-    return resave(folder, output, visit, out, err);
+    return resave(folder, output, visit, throughDialogs, out, err);
 }
 
 int run(int argc, char** argv)
@@ -464,7 +619,7 @@ int run(int argc, char** argv)
     // widgets; it never shows one, so no display is needed either.
     bool canvas = argc > 1 && qstrcmp(argv[1], "render") == 0;
     for (int i = 1; i < argc; ++i)
-        canvas = canvas || qstrcmp(argv[i], "--visit-all") == 0;
+        canvas = canvas || qstrcmp(argv[i], "--visit-all") == 0 || qstrcmp(argv[i], "--through-dialogs") == 0;
     if (canvas && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QScopedPointer<QCoreApplication> application(canvas ? new QApplication(argc, argv)

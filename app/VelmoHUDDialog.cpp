@@ -18,17 +18,10 @@ VelmoHUDDialog::VelmoHUDDialog(QJsonObject* object, bool* confirmed, int type, Q
     setObjectName(QStringLiteral("VelmoHUDDialog"));
     if (confirmed)
         *confirmed = false;
-    QVBoxLayout* verticalLayout = new QVBoxLayout(this);
-    verticalLayout->setContentsMargins(0, 0, 0, 0);
-    verticalLayout->setSpacing(0);
-    CustomTitleBar* bar = new CustomTitleBar(this);
-    verticalLayout->addWidget(bar);
-    QWidget* content = new QWidget(this);
-    content->setObjectName(QStringLiteral("content"));
-    verticalLayout->addWidget(content, 1);
-    QVBoxLayout* contentLayout = new QVBoxLayout(content);
-    contentLayout->setContentsMargins(14, 14, 14, 12);
-    contentLayout->setSpacing(12);
+    const FormFrame frame = layOutForm();
+    CustomTitleBar* bar = frame.titleBar;
+    QWidget* content = frame.content;
+    QVBoxLayout* contentLayout = frame.contentLayout;
 
     MyGroupBox* group = new MyGroupBox(tr("HUD Settings"), content);
     QGridLayout* fields = new QGridLayout(group);

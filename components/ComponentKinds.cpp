@@ -11,30 +11,30 @@ const QVector<Kind>& all()
 {
     using S = SizeStorage;
     static const QVector<Kind> kinds = {
-        {Text, QT_TR_NOOP("Text"), "text", "TextData", QT_TR_NOOP("Text (ID %1)"), false, true, true, S::Scale},
-        {Shape, QT_TR_NOOP("Shape"), "shape", "ShapeData", QT_TR_NOOP("Shape (ID %1)"), false, true, true, S::Size},
+        {Text, QT_TR_NOOP("Text"), "text", "TextData", QT_TR_NOOP("Text (ID %1)"), false, true, true, S::Scale, 0},
+        {Shape, QT_TR_NOOP("Shape"), "shape", "ShapeData", QT_TR_NOOP("Shape (ID %1)"), false, true, true, S::Size, 1},
         {Picture, QT_TR_NOOP("Picture"), "picture", "PictureData", QT_TR_NOOP("Picture (ID %1)"), false, true, true,
-         S::Scale},
+         S::Scale, 0},
         {RepeatingPicture, QT_TR_NOOP("Repeating Picture"), "repeatingPicture", "RepeatData",
-         QT_TR_NOOP("Repeat Pic. (ID %1)"), false, true, true, S::Size},
-        {Gauge, QT_TR_NOOP("Gauge"), "gauge", "GaugeData", QT_TR_NOOP("Gauge (ID %1)"), false, true, true, S::Size},
+         QT_TR_NOOP("Repeat Pic. (ID %1)"), false, true, true, S::Size, 17},
+        {Gauge, QT_TR_NOOP("Gauge"), "gauge", "GaugeData", QT_TR_NOOP("Gauge (ID %1)"), false, true, true, S::Size, 1},
         {PictureGauge, QT_TR_NOOP("Picture Gauge"), "pictureGauge", "PictureGaugeData",
-         QT_TR_NOOP("Picture Gauge (ID %1)"), false, true, true, S::Size},
+         QT_TR_NOOP("Picture Gauge (ID %1)"), false, true, true, S::Size, 1},
         {Group, QT_TR_NOOP("Group"), "container", "GroupData", QT_TR_NOOP("Group (ID %1)"), true, false, false,
-         S::Fixed},
+         S::Fixed, 0},
         {Window, QT_TR_NOOP("Window"), "window", "WindowData", QT_TR_NOOP("Window (ID %1)"), true, true, false,
-         S::Size},
+         S::Size, 9},
         {ActorFace, QT_TR_NOOP("Actor Face"), "actorFace", "ActorFaceData", QT_TR_NOOP("Actor Face (ID %1)"), false,
-         true, true, S::Scale},
-        {Icon, QT_TR_NOOP("Icon"), "icon", "IconData", QT_TR_NOOP("Icon (ID %1)"), false, true, true, S::Scale},
+         true, true, S::Scale, 0},
+        {Icon, QT_TR_NOOP("Icon"), "icon", "IconData", QT_TR_NOOP("Icon (ID %1)"), false, true, true, S::Scale, 0},
         {Custom, QT_TR_NOOP("Custom"), "custom", "CustomData", QT_TR_NOOP("Custom (ID %1)"), false, false, false,
-         S::FromCustom},
+         S::FromCustom, 1},
         {CustomCollection, QT_TR_NOOP("Custom Collection"), "customCollection", "CustomCollectionData",
-         QT_TR_NOOP("Custom Collection (ID %1)"), false, false, false, S::FromCustom},
+         QT_TR_NOOP("Custom Collection (ID %1)"), false, false, false, S::FromCustom, 1},
         {AttachCollection, QT_TR_NOOP("Attach Collection"), "attachCollection", "AttachCollectionData",
-         QT_TR_NOOP("Attach Collection (ID %1)"), false, false, false, S::FromCustom},
+         QT_TR_NOOP("Attach Collection (ID %1)"), false, false, false, S::FromCustom, 1},
         {Animation, QT_TR_NOOP("Animation"), "animation", "AnimationData", QT_TR_NOOP("Animation (ID %1)"), false,
-         true, true, S::Scale},
+         true, true, S::Scale, 0},
     };
     return kinds;
 }
@@ -49,6 +49,12 @@ QString label(int type)
 {
     const Kind* kind = find(type);
     return kind ? QCoreApplication::translate("", kind->label) : QString();
+}
+
+int capabilities(int type)
+{
+    const Kind* kind = find(type);
+    return kind ? kind->capabilities : 0;
 }
 
 QString dialogTitle(int type, int id)

@@ -50,6 +50,10 @@ struct Kind {
     bool canResize;
     bool canRotate;
     SizeStorage size;
+    // Handed to the property dialog and its add-on box: which properties the
+    // kind can animate and which add-ons it takes (1 no scale or size
+    // animation, 8 openness, 16 repeat offset).
+    int capabilities;
 };
 
 const QVector<Kind>& all();
@@ -57,6 +61,8 @@ const QVector<Kind>& all();
 const Kind* find(int type);
 
 QString label(int type);
+// The capabilities of a kind; 0 for a number that names none.
+int capabilities(int type);
 QString dialogTitle(int type, int id);
 
 // The kinds that store "Width" and "Height" in their data object: the size

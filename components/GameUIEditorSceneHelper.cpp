@@ -1,12 +1,13 @@
 #include "components/GameUIEditorSceneHelper.h"
 
 #include "components/ComponentKinds.h"
+#include "components/UIComponentCommonDialog.h"
 #include "components/UIComponentPendingKind.h"
+#include "components/VelmoUISelector.h"
 #include "scene/UIComponentBase.h"
+#include "widgets/OwnerDimming.h"
 
 #include <QApplication>
-#include <QCursor>
-#include <QMenu>
 
 template <class Selector>
 UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonObject& json, GameUIEditorScene* scene,
@@ -23,34 +24,28 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
     return component;
 }
 
-// Layer until the component selector exists: a menu of the fourteen kinds at
-// the pointer. The new object gets the next "ID" and the chosen "Type".
 template <class Selector>
-void GameUIEditorSceneHelper<Selector>::chooseNewComponent(QJsonObject& json, bool* accepted, int id, bool,
-                                                           QJsonObject*, TrovDialog*)
+void GameUIEditorSceneHelper<Selector>::chooseNewComponent(QJsonObject& json, bool* accepted, int id, bool flag,
+                                                           QJsonObject* projectData, TrovDialog* parentDialog)
 {
-    QApplication::restoreOverrideCursor();
-    QMenu menu;
-    for (const ComponentKinds::Kind& kind : ComponentKinds::all())
-        menu.addAction(ComponentKinds::label(kind.type))->setData(kind.type);
-    const QAction* chosen = menu.exec(QCursor::pos());
-    if (!chosen)
-        return;
-    json.insert(QStringLiteral("ID"), id + 1);
-    json.insert(QStringLiteral("Type"), chosen->data().toInt());
-    if (accepted)
-        *accepted = true;
+    Selector selector(&json, accepted, id, flag, projectData, parentDialog, this);
+    selector.exec();
 }
 
-// Layer until the property dialogs exist: there is nothing to edit yet, so
-// the edit ends as a cancel and the object stays as it was.
 template <class Selector>
-void GameUIEditorSceneHelper<Selector>::editComponent(QJsonObject&, bool* accepted, TrovDialog*, QWidget*, bool,
-                                                      QJsonObject*)
+void GameUIEditorSceneHelper<Selector>::editComponent(QJsonObject& json, bool* accepted, TrovDialog* parentDialog,
+                                                      QWidget* dialogOwner, bool flag, QJsonObject* projectData)
 {
     QApplication::restoreOverrideCursor();
-    if (accepted)
-        *accepted = false;
+    const int type = json.value(QStringLiteral("Type")).toInt(-1);
+    QWidget* owner = parentDialog ? static_cast<QWidget*>(parentDialog) : dialogOwner;
+    OwnerDimming::dim(owner);
+    if (type >= 0 && type <= ComponentKinds::Animation) {
+        // Every kind opens the dialog of the shared fields until it has its own.
+        UIComponentCommonDialog dialog(&json, accepted, flag, owner, projectData);
+        dialog.exec();
+    }
+    OwnerDimming::undim(owner);
 }
 
 template class GameUIEditorSceneHelper<VelmoUISelector>;

@@ -8,6 +8,7 @@
 #include "scene/SceneMouseHandler.h"
 #include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
+#include "widgets/OwnerDimming.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
@@ -83,8 +84,8 @@ void GameUIEditorScene::setUndoCallback(const std::function<void(int, int)>& cal
 
 QString GameUIEditorScene::rowText(const QJsonObject& json)
 {
-    const QString name = json.value(QStringLiteral("Name")).toString();
-    return name.isEmpty() ? tr("Component") : name;
+    // Only a missing name reads "Component"; an empty one stays empty.
+    return json.value(QStringLiteral("Name")).toString(tr("Component"));
 }
 
 UIComponentBase* GameUIEditorScene::componentOfRow(UltimateTreeItem* row) const
@@ -457,7 +458,10 @@ void GameUIEditorScene::createAComponent(UIComponentBase* parent)
     QJsonObject json{{QStringLiteral("X"), x}, {QStringLiteral("Y"), y}, {QStringLiteral("ID"), highestId}};
     QApplication::restoreOverrideCursor();
     bool accepted = false;
+    QWidget* owner = view;
+    OwnerDimming::dim(owner);
     componentHelper->chooseNewComponent(json, &accepted, highestId, true, projectData, nullptr);
+    OwnerDimming::undim(owner);
     if (accepted) {
         ++highestId;
         if (UIComponentBase* component = createFromJson(json, parent))

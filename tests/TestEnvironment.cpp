@@ -14,7 +14,9 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QPointer>
 #include <QPushButton>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
@@ -224,9 +226,14 @@ Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
     Seen seen;
     QTimer timer;
     timer.setInterval(5);
+    // The dialogs whose answer is under way: an answer runs from the event
+    // loop rather than from the timer, so that one that opens a child dialog
+    // (a kind's button in the component selector) waits inside it while the
+    // child is answered.
+    QSet<TrovDialog*> busy;
     QObject::connect(&timer, &QTimer::timeout, [&]() {
         TrovDialog* dialog = qobject_cast<TrovDialog*>(QApplication::activeModalWidget());
-        if (!dialog || !dialog->isVisible() || answers.isEmpty())
+        if (!dialog || !dialog->isVisible() || answers.isEmpty() || busy.contains(dialog))
             return;
         seen.title = dialog->windowTitle();
         const QLabel* label = dialog->findChild<QLabel*>(QStringLiteral("label"));
@@ -242,7 +249,13 @@ Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
             QGuiApplication::primaryScreen()->grabWindow(0).save(
                 QStringLiteral("%1/%2-%3.png").arg(shots).arg(++shot).arg(seen.title.simplified().replace(QLatin1Char(' '), QLatin1Char('-'))));
         }
-        answers.takeFirst()(dialog);
+        busy.insert(dialog);
+        const QPointer<TrovDialog> guarded(dialog);
+        QMetaObject::invokeMethod(&timer, [&busy, answer = answers.takeFirst(), guarded, dialog]() {
+            if (guarded)
+                answer(guarded);
+            busy.remove(dialog);
+        }, Qt::QueuedConnection);
     });
     timer.start();
     trigger();

@@ -195,6 +195,9 @@ private slots:
         QTest::newRow("check without project") << QStringList{QStringLiteral("check")} << 2;
         QTest::newRow("out without file") << QStringList{QStringLiteral("resave"), QStringLiteral("."), QStringLiteral("--out")} << 2;
         QTest::newRow("unknown option") << QStringList{QStringLiteral("check"), QStringLiteral("--fast"), QStringLiteral(".")} << 2;
+        // Only a resave goes through the dialogs.
+        QTest::newRow("dialogs on check") << QStringList{QStringLiteral("check"), QStringLiteral("."),
+                                                         QStringLiteral("--through-dialogs")} << 2;
         QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0;
     }
 

@@ -6,12 +6,10 @@
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QMenu>
 #include <QSet>
 
 #include <memory>
@@ -142,31 +140,6 @@ private slots:
         }
         for (int type = -1; type <= 14; ++type)
             QVERIFY2(types.contains(type), qPrintable(QString::number(type)));
-    }
-
-    void choosingANewComponentPicksItsKind()
-    {
-        Helper helper;
-        QJsonObject json{{"X", 10}, {"Y", 20}};
-        bool accepted = false;
-        const auto choose = [&] { helper.chooseNewComponent(json, &accepted, 41, true, nullptr, nullptr); };
-        bool shown = TestEnvironment::answeringMenu(choose, [](QMenu* menu) {
-            QCOMPARE(menu->actions().size(), 14);
-            QAction* gauge = menu->actions().at(4);
-            QCOMPARE(gauge->text(), QString("Gauge"));
-            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(gauge).center());
-        });
-        QVERIFY2(shown, "no menu of kinds showed");
-        QVERIFY(accepted);
-        QCOMPARE(json, (QJsonObject{{"X", 10}, {"Y", 20}, {"ID", 42}, {"Type", 4}}));
-
-        // Dismissed: nothing chosen, nothing changed.
-        json = QJsonObject{{"X", 1}};
-        accepted = false;
-        shown = TestEnvironment::answeringMenu(choose, [](QMenu* menu) { QTest::keyClick(menu, Qt::Key_Escape); });
-        QVERIFY2(shown, "no menu of kinds showed");
-        QVERIFY(!accepted);
-        QCOMPARE(json, (QJsonObject{{"X", 1}}));
     }
 
     void scaleKindsKeepTheirScalesUntilResized()

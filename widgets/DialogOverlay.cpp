@@ -1,6 +1,7 @@
 #include "widgets/DialogOverlay.h"
 
 #include <QPainter>
+#include <QPropertyAnimation>
 
 DialogOverlay::DialogOverlay(QWidget* parent, int mode, const QSize& size) : QWidget(parent), overlayMode(mode)
 {
@@ -12,6 +13,17 @@ void DialogOverlay::setCurrState(int value)
 {
     state = qBound(0, value, 100);
     repaint();
+}
+
+QPropertyAnimation* DialogOverlay::fade(int from, int to, int duration)
+{
+    QPropertyAnimation* animation = new QPropertyAnimation(this, "currState", this);
+    animation->setStartValue(from);
+    animation->setEndValue(to);
+    animation->setDuration(duration);
+    animation->setEasingCurve(QEasingCurve::Linear);
+    animation->start(QAbstractAnimation::DeleteWhenStopped);
+    return animation;
 }
 
 void DialogOverlay::paintEvent(QPaintEvent*)

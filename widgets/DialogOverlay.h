@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+class QPropertyAnimation;
+
 // The dimming layer a dialog lays over itself while a child dialog is open.
 // currState runs from 0 (clear) to 100 (fully dimmed).
 class DialogOverlay : public QWidget
@@ -17,6 +19,9 @@ public:
     int currState() const { return state; }
     void setCurrState(int value);
     int mode() const { return overlayMode; }
+    // Runs currState from one value to another, linear; the running
+    // animation belongs to the overlay and goes when it stops.
+    QPropertyAnimation* fade(int from, int to, int duration);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -7,6 +7,8 @@
 #include "widgets/FormFieldPainter.h"
 #include "widgets/MyColorPicker.h"
 
+#include <QEvent>
+#include <QFontMetrics>
 #include <QAbstractButton>
 #include <QAction>
 #include <QContextMenuEvent>
@@ -99,6 +101,16 @@ void MyLineEdit::decorateStandardMenu(QMenu* menu)
 void MyLineEdit::setCaption(const QString& text)
 {
     captionText = text;
+    update();
+}
+
+void MyLineEdit::setSuffix(const QString& text)
+{
+    suffixText = text;
+    QFont valueFont = font();
+    valueFont.setPixelSize(15);
+    // The value stops short of the unit.
+    setTextMargins(0, 0, text.isEmpty() ? 0 : QFontMetrics(valueFont).horizontalAdvance(text) + 8, 0);
     update();
 }
 
@@ -560,6 +572,15 @@ void MyLineEdit::paintEvent(QPaintEvent* event)
             painter.setPen(Contrast::readable(negative, background, Contrast::Text));
             const double slide = (300 - hintState) / 20.0;
             painter.drawText(QRectF(8, 3, w - 16 + slide, 20), Qt::AlignRight | Qt::AlignTop, hintShown);
+            painter.restore();
+        }
+
+        if (!suffixText.isEmpty()) {
+            painter.save();
+            // The unit in the value's own colour, which keeps its contrast.
+            FormFieldPainter::setValueFont(painter, this, background);
+            const int h = painter.fontMetrics().height();
+            painter.drawText(QRect(8, 38 - h, w - 16, 19), Qt::AlignRight | Qt::AlignVCenter, suffixText);
             painter.restore();
         }
 

@@ -63,6 +63,9 @@ public:
 
     void setCaption(const QString& text);
     QString caption() const { return captionText; }
+    // A unit such as "%" or "°" shown at the right end of the value.
+    void setSuffix(const QString& text);
+    QString suffix() const { return suffixText; }
     // A warning of the form that stands where the range hint stands, such as
     // a name already in use; empty removes it.
     void setWarningText(const QString& text);
@@ -136,6 +139,7 @@ private:
     void fadeHint();
 
     QString captionText;
+    QString suffixText;
     QString warning;
     QString extensionText;
     // The hint being shown, kept while it fades out.

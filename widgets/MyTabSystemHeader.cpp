@@ -34,7 +34,10 @@ QVector<int> MyTabSystemHeader::tabWidths() const
     QVector<int> widths;
     if (tabs.isEmpty())
         return widths;
-    const QFontMetrics metrics(font());
+    // Measured in bold, as a selected tab draws its label.
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
     int total = 0;
     for (MyTabSystemHelper* helper : tabs) {
         widths.append(qMax(60, metrics.horizontalAdvance(helper->label()) + 28));

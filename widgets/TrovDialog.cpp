@@ -143,12 +143,7 @@ void TrovDialog::darken()
         dimming->setCurrState(100);
         return;
     }
-    dimmingIn = new QPropertyAnimation(dimming, "currState", dimming);
-    dimmingIn->setStartValue(0);
-    dimmingIn->setEndValue(100);
-    dimmingIn->setDuration(150);
-    dimmingIn->setEasingCurve(QEasingCurve::Linear);
-    dimmingIn->start(QAbstractAnimation::DeleteWhenStopped);
+    dimmingIn = dimming->fade(0, 100, 150);
     // Give the fade its time before the child's modal loop takes over. The
     // count sets the feel of the fade; it is meant to be this crude.
     for (int round = 0; round < 18000; ++round)
@@ -166,17 +161,11 @@ void TrovDialog::undarken()
         return;
     }
     QPointer<DialogOverlay> fading = dimming;
-    QPropertyAnimation* fadeOut = new QPropertyAnimation(fading, "currState", fading);
-    fadeOut->setStartValue(100);
-    fadeOut->setEndValue(0);
-    fadeOut->setDuration(200);
-    fadeOut->setEasingCurve(QEasingCurve::Linear);
-    connect(fadeOut, &QPropertyAnimation::finished, fading, [this, fading]() {
+    connect(fading->fade(100, 0, 200), &QPropertyAnimation::finished, fading, [this, fading]() {
         if (dimming == fading)
             dimming = nullptr;
         fading->deleteLater();
     });
-    fadeOut->start(QAbstractAnimation::DeleteWhenStopped);
 }
 
 void TrovDialog::colorButton(QPushButton* button, int themeKey)
@@ -317,12 +306,12 @@ void TrovDialog::keyPressEvent(QKeyEvent* event)
     QDialog::keyPressEvent(event);
 }
 
-TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth)
+TrovDialog::FormFrame TrovDialog::layOutForm(int spacing)
 {
     QVBoxLayout* verticalLayout = new QVBoxLayout(this);
     verticalLayout->setContentsMargins(0, 0, 0, 0);
     verticalLayout->setSpacing(0);
-    MessageFrame frame;
+    FormFrame frame;
     frame.titleBar = new CustomTitleBar(this);
     verticalLayout->addWidget(frame.titleBar);
     frame.content = new QWidget(this);
@@ -330,7 +319,14 @@ TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alig
     verticalLayout->addWidget(frame.content, 1);
     frame.contentLayout = new QVBoxLayout(frame.content);
     frame.contentLayout->setContentsMargins(14, 14, 14, 12);
-    frame.contentLayout->setSpacing(14);
+    frame.contentLayout->setSpacing(spacing);
+    return frame;
+}
+
+TrovDialog::MessageFrame TrovDialog::layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth)
+{
+    MessageFrame frame;
+    static_cast<FormFrame&>(frame) = layOutForm(14);
     frame.label = new QLabel(frame.content);
     frame.label->setObjectName(QStringLiteral("label"));
     frame.label->setTextFormat(Qt::RichText);

@@ -57,12 +57,17 @@ public:
     QWidget* centerWidget() const { return central; }
 
 protected:
-    // The parts of a message dialog: the title bar over a content area that
-    // holds the text; the caller adds its buttons to contentLayout.
-    struct MessageFrame {
+    // The parts of a dialog's form: the title bar over a content area whose
+    // vertical layout (margins 14, 14, 14, 12) the form fills.
+    struct FormFrame {
         CustomTitleBar* titleBar;
         QWidget* content;
         QVBoxLayout* contentLayout;
+    };
+    FormFrame layOutForm(int spacing = 12);
+    // A message dialog's form: the text in the content area; the caller adds
+    // its buttons to contentLayout.
+    struct MessageFrame : FormFrame {
         QLabel* label;
     };
     MessageFrame layOutMessage(const QString& text, Qt::Alignment alignment, int minimumWidth);

@@ -216,20 +216,9 @@ void UltimateTreeWidget::pasteCurrentItem()
             if (QJsonObject* existing = treeView->row(i)->userData())
                 names.insert(existing->value(QStringLiteral("Name")).toString());
         }
-        QString candidate = record.value(QStringLiteral("Name")).toString();
-        static const QRegularExpression numbered(QStringLiteral(" \\((\\d+)\\)$"));
-        const QRegularExpressionMatch match = numbered.match(candidate);
-        int number = 2;
-        QString base = candidate;
-        if (match.hasMatch()) {
-            number = match.captured(1).toInt();
-            base = candidate.left(match.capturedStart());
-        }
-        while (names.contains(candidate)) {
-            candidate = QStringLiteral("%1 (%2)").arg(base).arg(number);
-            ++number;
-        }
-        record.insert(QStringLiteral("Name"), candidate);
+        record.insert(QStringLiteral("Name"),
+                      numberedName(record.value(QStringLiteral("Name")).toString(),
+                                   [&names](const QString& name) { return names.contains(name); }));
     }
     QJsonObject* object = new QJsonObject(record);
     UltimateTreeItem* row = new UltimateTreeItem();
@@ -244,6 +233,24 @@ void UltimateTreeWidget::pasteCurrentItem()
         treeView->insertRowAfter(row, current);
     else
         treeView->addRow(row);
+}
+
+QString UltimateTreeWidget::numberedName(const QString& name, const std::function<bool(const QString&)>& taken)
+{
+    static const QRegularExpression numbered(QStringLiteral(" \\((\\d+)\\)$"));
+    const QRegularExpressionMatch match = numbered.match(name);
+    int number = 2;
+    QString base = name;
+    if (match.hasMatch()) {
+        number = match.captured(1).toInt();
+        base = name.left(match.capturedStart());
+    }
+    QString candidate = name;
+    while (taken(candidate)) {
+        candidate = QStringLiteral("%1 (%2)").arg(base).arg(number);
+        ++number;
+    }
+    return candidate;
 }
 
 void UltimateTreeWidget::scrollToBottom()

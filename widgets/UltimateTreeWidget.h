@@ -71,6 +71,10 @@ public:
     bool clipboardRecord(QJsonObject* record = nullptr) const;
     // Removes a row, deletes it later, and makes its neighbour current.
     void deleteRowSelectNext(UltimateTreeItem* row);
+    // The name a pasted record takes beside the names taken: the name itself
+    // while it is free, else "base (n)" with n counting up, from the number a
+    // name ending in " (n)" carries or from 2.
+    static QString numberedName(const QString& name, const std::function<bool(const QString&)>& taken);
 
 signals:
     void doubleClickedBlank();

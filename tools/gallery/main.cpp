@@ -1,11 +1,14 @@
 // The widget gallery: every form widget of the program in each of its looks,
 // side by side, so that a theme or a language can be checked at a glance.
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
+//                        [--dialog selector|TYPE]
 //                        [--picker color|image|font|easing] [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
 // pictures or fonts, and --screenshot takes its picture instead.
 #include "app/PathManager.h"
 #include "app/Startup.h"
+#include "components/UIComponentCommonDialog.h"
+#include "components/VelmoUISelector.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -42,6 +45,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QGridLayout>
+#include <QJsonArray>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
@@ -545,6 +549,50 @@ private:
     QLabel* errorHolder;
 };
 
+// A component of the kind as a document has it, with a condition, two
+// animations and two custom properties, for its property dialog.
+QJsonObject sampleComponent(int type)
+{
+    return QJsonObject{
+        {"ID", 7},
+        {"Type", type},
+        {"Name", "Gold Amount"},
+        {"X", 704},
+        {"Y", 36},
+        {"Rotation", 0},
+        {"Opacity", 0.85},
+        {"ScaleX", 1.5},
+        {"ScaleY", 1.5},
+        {"Conditions", QJsonArray{QJsonObject{{"Type", 0}, {"ID", 1}, {"Value", true}}}},
+        {"Animations", QJsonArray{QJsonObject{{"Property", 7}, {"StartOpacity", 0}, {"EndOpacity", 1}},
+                                  QJsonObject{{"Property", 1}, {"StartY", 60}, {"EndY", 36}}}},
+        {"CustomProperties", QJsonObject{{"Speed", "4"}, {"Note", "Shown on the map\nonly"}}},
+    };
+}
+
+// The component selector ("selector") or the property dialog of a kind (its
+// "Type"), shown alone; with a file, pictured there.
+int showDialog(const QString& which, const QString& shot)
+{
+    static QJsonObject projectData;
+    QJsonObject json = sampleComponent(which.toInt());
+    bool accepted = false;
+    QScopedPointer<TrovDialog> dialog;
+    if (which == QLatin1String("selector"))
+        dialog.reset(new VelmoUISelector(&json, &accepted, 6, true, &projectData, nullptr));
+    else
+        dialog.reset(new UIComponentCommonDialog(&json, &accepted, true, nullptr, &projectData));
+    if (shot.isEmpty())
+        return dialog->exec();
+    dialog->show();
+    QTimer::singleShot(700, dialog.data(), [&dialog, shot]() {
+        if (!dialog->grab().save(shot))
+            std::fprintf(stderr, "could not write %s\n", qPrintable(shot));
+        QApplication::quit();
+    });
+    return QApplication::exec();
+}
+
 }
 
 int main(int argc, char** argv)
@@ -567,6 +615,10 @@ int main(int argc, char** argv)
                       QStringLiteral("folder")});
     parser.addOption({QStringLiteral("alert"),
                       QStringLiteral("Show an alert over the gallery, to see the dialog frame the window manager gives.")});
+    parser.addOption({QStringLiteral("dialog"),
+                      QStringLiteral("Show a dialog instead: \"selector\", or a component \"Type\" (0 to 13) for "
+                                     "its property dialog."),
+                      QStringLiteral("which")});
     parser.process(application);
 
     Theme::installDefault();
@@ -584,6 +636,8 @@ int main(int argc, char** argv)
         PathManager::getFont(fileName, folder, false);
         return PathManager::loadedFontFamily(fileName);
     });
+    if (parser.isSet(QStringLiteral("dialog")))
+        return showDialog(parser.value(QStringLiteral("dialog")), parser.value(QStringLiteral("screenshot")));
 
     Gallery* gallery = new Gallery;
     QScrollArea scroll;

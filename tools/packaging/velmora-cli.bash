@@ -45,7 +45,7 @@ _velmora_cli()
     if [[ "$cur" == -* ]]; then
         local options=""
         case "$command" in
-            resave) options="--out --visit-all" ;;
+            resave) options="--out --visit-all --through-dialogs" ;;
             render) options="--out --hud --zoom --background" ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
