@@ -278,38 +278,4 @@ Answer closeByFrame()
     return [](TrovDialog* dialog) { dialog->close(); };
 }
 
-bool answeringMenu(const std::function<void()>& trigger, const std::function<void(QMenu*)>& act, int deadlineMs)
-{
-    bool shown = false;
-    QElapsedTimer clock;
-    clock.start();
-    QTimer timer;
-    timer.setInterval(5);
-    QObject::connect(&timer, &QTimer::timeout, [&]() {
-        QMenu* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (menu && menu->isVisible()) {
-            if (!shown) {
-                shown = true;
-                act(menu);
-            }
-            // A menu that act left open (a failed check, a click beside the
-            // entries) would block the test for ever.
-            if (menu->isVisible())
-                menu->close();
-            return;
-        }
-        if (!shown && clock.elapsed() > deadlineMs) {
-            timer.stop();
-            if (QWidget* popup = QApplication::activePopupWidget())
-                popup->close();
-            if (QWidget* modal = QApplication::activeModalWidget())
-                modal->close();
-        }
-    });
-    timer.start();
-    trigger();
-    timer.stop();
-    return shown;
-}
-
 }

@@ -103,14 +103,6 @@ Answer press(const char* objectName);
 // What the window manager's close button does.
 Answer closeByFrame();
 
-// Runs trigger, which runs a popup menu modally, and hands the menu to act
-// once it shows. A menu still open after act is closed; when no menu shows
-// within deadlineMs, any popup or modal window is closed. So a wrong or a
-// missing menu fails the test instead of hanging it. False when no menu
-// showed.
-bool answeringMenu(const std::function<void()>& trigger, const std::function<void(QMenu*)>& act,
-                   int deadlineMs = 5000);
-
 }
 
 #define VELMORA_TEST_MAIN(TestObject, Application)                                                       \
