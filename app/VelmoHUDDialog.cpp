@@ -1,14 +1,12 @@
 #include "app/VelmoHUDDialog.h"
 
 #include "app/HudDocument.h"
-#include "theme/ThemeKey.h"
 #include "widgets/CustomTitleBar.h"
 #include "widgets/MyEitherBox.h"
 #include "widgets/MyGroupBox.h"
 #include "widgets/MyLineEdit.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -61,21 +59,7 @@ VelmoHUDDialog::VelmoHUDDialog(QJsonObject* object, bool* confirmed, int type, Q
     fields->addWidget(Height, 2, 1);
     contentLayout->addWidget(group);
 
-    QHBoxLayout* buttons = new QHBoxLayout();
-    buttons->setSpacing(8);
-    buttons->addStretch();
-    confirmButton = new QPushButton(tr("Confirm"), content);
-    confirmButton->setObjectName(QStringLiteral("confirmButton"));
-    cancelButton = new QPushButton(tr("Cancel"), content);
-    cancelButton->setObjectName(QStringLiteral("cancelButton"));
-    for (QPushButton* button : {confirmButton, cancelButton}) {
-        button->setMinimumWidth(96);
-        buttons->addWidget(button);
-    }
-    confirmButton->setDefault(true);
-    colorButton(confirmButton, ThemeKey::ConfirmButton);
-    colorButton(cancelButton, ThemeKey::CancelButton);
-    contentLayout->addLayout(buttons);
+    contentLayout->addLayout(confirmRow(content, confirmButton, cancelButton));
 
     // The Map and Battle HUDs keep their names and stay HUDs.
     if (type == HudEntry::Map || type == HudEntry::Battle) {

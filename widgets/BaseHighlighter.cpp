@@ -1,5 +1,7 @@
 #include "widgets/BaseHighlighter.h"
 
+#include "theme/Contrast.h"
+
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QList>
@@ -9,7 +11,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -74,40 +75,26 @@ QList<BaseHighlighter*>& living()
     return highlighters;
 }
 
-double luminance(const QColor& color)
-{
-    auto channel = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * channel(color.redF()) + 0.7152 * channel(color.greenF()) + 0.0722 * channel(color.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b)
-{
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
 // Black reads better than white on this background.
 bool isLight(const QColor& background)
 {
-    return background.isValid() && contrast(background, Qt::black) > contrast(background, Qt::white);
+    return background.isValid() && Contrast::ratio(background, Qt::black) > Contrast::ratio(background, Qt::white);
 }
 
-const double ReadableContrast = 4.5;
 // The time a change may spend highlighting at once, and each slice of what
 // it left for later: well within one frame, with the keystroke's own work.
 const int BudgetMs = 4;
 
 QColor readableOn(const QColor& color, const QColor& background)
 {
-    if (!isLight(background) || contrast(color, background) >= ReadableContrast)
+    if (!isLight(background) || Contrast::ratio(color, background) >= Contrast::Text)
         return color;
     QColor darker = color.toHsl();
     const int hue = darker.hslHue();
     const int saturation = darker.hslSaturation();
     for (int lightness = darker.lightness(); lightness >= 0; lightness -= 4) {
         darker.setHsl(hue, saturation, lightness);
-        if (contrast(darker, background) >= ReadableContrast)
+        if (Contrast::ratio(darker, background) >= Contrast::Text)
             break;
     }
     return darker.toRgb();

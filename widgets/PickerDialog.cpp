@@ -1,9 +1,7 @@
 #include "widgets/PickerDialog.h"
 
-#include "theme/ThemeKey.h"
 #include "widgets/CustomTitleBar.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -26,21 +24,7 @@ PickerDialog::PickerDialog(bool* accepted, QWidget* parent) : TrovDialog(parent)
 
 void PickerDialog::addButtons(QBoxLayout* layout)
 {
-    QHBoxLayout* buttons = new QHBoxLayout();
-    buttons->setSpacing(8);
-    buttons->addStretch();
-    confirm = new QPushButton(tr("Confirm"), content);
-    confirm->setObjectName(QStringLiteral("confirmButton"));
-    cancel = new QPushButton(tr("Cancel"), content);
-    cancel->setObjectName(QStringLiteral("cancelButton"));
-    for (QPushButton* button : {confirm, cancel}) {
-        button->setMinimumWidth(96);
-        buttons->addWidget(button);
-    }
-    confirm->setDefault(true);
-    colorButton(confirm, ThemeKey::ConfirmButton);
-    colorButton(cancel, ThemeKey::CancelButton);
-    layout->addLayout(buttons);
+    layout->addLayout(confirmRow(content, confirm, cancel));
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 

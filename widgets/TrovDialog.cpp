@@ -1,5 +1,6 @@
 #include "widgets/TrovDialog.h"
 
+#include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "widgets/ButtonColors.h"
 #include "widgets/CustomTitleBar.h"
@@ -9,6 +10,7 @@
 #include "widgets/WindowFrameGrip.h"
 
 #include <QAbstractButton>
+#include <QHBoxLayout>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -174,6 +176,25 @@ void TrovDialog::colorButton(QPushButton* button, int themeKey)
     if (!color.isValid())
         return;
     button->setStyleSheet(ButtonColors::styleSheet(button->objectName(), color, color.lighter(125)));
+}
+
+QHBoxLayout* TrovDialog::confirmRow(QWidget* owner, QPushButton*& confirm, QPushButton*& cancel)
+{
+    QHBoxLayout* buttons = new QHBoxLayout();
+    buttons->setSpacing(8);
+    buttons->addStretch();
+    confirm = new QPushButton(tr("Confirm"), owner);
+    confirm->setObjectName(QStringLiteral("confirmButton"));
+    cancel = new QPushButton(tr("Cancel"), owner);
+    cancel->setObjectName(QStringLiteral("cancelButton"));
+    for (QPushButton* button : {confirm, cancel}) {
+        button->setMinimumWidth(96);
+        buttons->addWidget(button);
+    }
+    confirm->setDefault(true);
+    colorButton(confirm, ThemeKey::ConfirmButton);
+    colorButton(cancel, ThemeKey::CancelButton);
+    return buttons;
 }
 
 void TrovDialog::showEvent(QShowEvent* event)

@@ -11,6 +11,7 @@ class QVBoxLayout;
 class CustomTitleBar;
 class QAbstractButton;
 class QPropertyAnimation;
+class QHBoxLayout;
 class QPushButton;
 
 // The base of every dialog of the program: the custom or the system's title
@@ -46,6 +47,9 @@ public:
 
     // Colours a confirm, cancel or other dialog button with a theme colour.
     static void colorButton(QPushButton* button, int themeKey);
+    // The row at the foot of a dialog: "Confirm" (the default) and "Cancel"
+    // on the right, in their theme colours, made in owner.
+    static QHBoxLayout* confirmRow(QWidget* owner, QPushButton*& confirm, QPushButton*& cancel);
 
     // The top strip that drags a dialog with the custom title bar: 29 pixels
     // high, and left of the close button's 31.
