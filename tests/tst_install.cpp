@@ -1,11 +1,9 @@
 #include "TestEnvironment.h"
 
-#include "app/HudDocument.h"
 #include "app/PathManager.h"
 #include "theme/ProgramFolders.h"
 
 #include <QCoreApplication>
-#include <QDirIterator>
 #include <QFileInfo>
 #include <QImage>
 #include <QJsonDocument>
@@ -59,15 +57,15 @@ class TestInstall : public QObject
         return environment;
     }
 
-    static Run run(const QString& program, const QStringList& arguments, const QProcessEnvironment& environment,
-                   const QString& workingFolder, int timeoutMs = 60000)
+    // Runs a program in the test's home, in a clean environment unless told.
+    Run run(const QString& program, const QStringList& arguments, QProcessEnvironment environment = {}) const
     {
         QProcess process;
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(workingFolder);
+        process.setProcessEnvironment(environment.isEmpty() ? cleanEnvironment() : environment);
+        process.setWorkingDirectory(home);
         process.start(program, arguments);
         Run result;
-        if (!process.waitForStarted() || !process.waitForFinished(timeoutMs)) {
+        if (!process.waitForStarted() || !process.waitForFinished(60000)) {
             process.kill();
             process.waitForFinished();
             result.err = QStringLiteral("%1 did not run to its end: %2").arg(program, process.errorString());
@@ -79,9 +77,9 @@ class TestInstall : public QObject
         return result;
     }
 
-    Run installed(const QString& program, const QStringList& arguments, int timeoutMs = 60000) const
+    Run installed(const QString& program, const QStringList& arguments) const
     {
-        return run(prefix + QStringLiteral("/bin/") + program, arguments, cleanEnvironment(), home, timeoutMs);
+        return run(prefix + QStringLiteral("/bin/") + program, arguments);
     }
 
     // A copy of the sample project whose number font is a web font: drawing
@@ -109,11 +107,6 @@ class TestInstall : public QObject
 
     // A tool of the system, or an empty path when it isn't installed.
     static QString tool(const QString& name) { return QStandardPaths::findExecutable(name); }
-
-    static Run runTool(const QString& path, const QStringList& arguments)
-    {
-        return run(path, arguments, QProcessEnvironment::systemEnvironment(), TestEnvironment::home());
-    }
 
     QString shared(const QString& relative) const { return prefix + QStringLiteral("/share/") + relative; }
 
@@ -148,10 +141,9 @@ class TestInstall : public QObject
 
     // A manual page's text as a reader sees the words: no font changes, plain
     // hyphens.
-    static QString manText(const QString& gzipped)
+    QString manText(const QString& gzipped) const
     {
-        const Run page = runTool(tool(QStringLiteral("gzip")), {QStringLiteral("-dc"), gzipped});
-        QString text = page.out;
+        QString text = run(tool(QStringLiteral("gzip")), {QStringLiteral("-dc"), gzipped}).out;
         text.remove(QRegularExpression(QStringLiteral("\\\\f[BIRP]")));
         text.replace(QStringLiteral("\\-"), QStringLiteral("-"));
         return text;
@@ -182,8 +174,7 @@ class TestInstall : public QObject
                                QStringList{QStringLiteral("--norc"), QStringLiteral("--noprofile"), QStringLiteral("-c"),
                                            script, QStringLiteral("bash"),
                                            shared(QStringLiteral("bash-completion/completions/velmora-cli"))}
-                                   + words,
-                               cleanEnvironment(), home);
+                                   + words);
         if (result.code != 0)
             return {QStringLiteral("(failed: %1)").arg(result.err)};
         QStringList offered = result.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
@@ -191,62 +182,33 @@ class TestInstall : public QObject
         return offered;
     }
 
-    // Every entry below a folder with what a write would change.
-    static QStringList snapshot(const QString& folder)
+    // What find prints for each entry below a folder, sorted.
+    QStringList findBelow(const QString& folder, const QStringList& tests) const
     {
-        QStringList entries;
-        QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                        QDirIterator::Subdirectories);
-        while (it.hasNext()) {
-            it.next();
-            const QFileInfo info = it.fileInfo();
-            entries.append(QStringLiteral("%1 %2 %3 %4")
-                               .arg(QDir(folder).relativeFilePath(info.filePath()))
-                               .arg(info.size())
-                               .arg(info.lastModified().toMSecsSinceEpoch())
-                               .arg(int(info.permissions()), 0, 16));
-        }
+        const QStringList arguments = QStringList{folder, QStringLiteral("-mindepth"), QStringLiteral("1")} + tests;
+        QStringList entries = run(tool(QStringLiteral("find")), arguments).out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         entries.sort();
         return entries;
     }
 
+    QStringList filesBelow(const QString& folder) const
+    {
+        return findBelow(folder,
+                         {QStringLiteral("-type"), QStringLiteral("f"), QStringLiteral("-printf"), QStringLiteral("%P\\n")});
+    }
+
+    // Every entry below a folder with what a write would change.
+    QStringList snapshot(const QString& folder) const
+    {
+        return findBelow(folder, {QStringLiteral("-printf"), QStringLiteral("%P %s %T@ %m\\n")});
+    }
+
     // Takes the write permission from every entry below folder, or gives it
     // back to the owner.
-    static void setWritable(const QString& folder, bool writable)
+    void setWritable(const QString& folder, bool writable) const
     {
-        QStringList paths{folder};
-        QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-        while (it.hasNext())
-            paths.append(it.next());
-        for (const QString& path : paths) {
-            QFileDevice::Permissions permissions = QFile::permissions(path);
-            if (writable)
-                permissions |= QFileDevice::WriteOwner | QFileDevice::WriteUser;
-            else
-                permissions &= ~(QFileDevice::WriteOwner | QFileDevice::WriteUser | QFileDevice::WriteGroup
-                                 | QFileDevice::WriteOther);
-            QFile::setPermissions(path, permissions);
-        }
-    }
-
-    static QStringList filesBelow(const QString& folder)
-    {
-        QStringList files;
-        QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
-        while (it.hasNext())
-            files.append(QDir(folder).relativeFilePath(it.next()));
-        files.sort();
-        return files;
-    }
-
-    // The value of a key of a desktop entry's main group.
-    QString desktopValue(const QString& key) const
-    {
-        const QString text = QString::fromUtf8(
-            TestEnvironment::readFile(shared(QStringLiteral("applications/%1.desktop").arg(appId))));
-        const QRegularExpressionMatch match =
-            QRegularExpression(QStringLiteral("^%1=(.*)$").arg(key), QRegularExpression::MultilineOption).match(text);
-        return match.captured(1);
+        run(tool(QStringLiteral("chmod")),
+            {QStringLiteral("-R"), writable ? QStringLiteral("u+w") : QStringLiteral("a-w"), folder});
     }
 
 private slots:
@@ -280,56 +242,38 @@ private slots:
     {
         QCOMPARE(filesBelow(prefix + QStringLiteral("/bin")),
                  QStringList({QStringLiteral("velmora"), QStringLiteral("velmora-cli")}));
-        QStringList shipped = filesBelow(QStringLiteral(VELMORA_SOURCE_ROOT "/Default"));
-        for (QString& file : shipped)
-            file.prepend(QStringLiteral("Default/"));
-        for (const QString& file : filesBelow(QStringLiteral(VELMORA_SOURCE_ROOT "/Themes")))
-            shipped.append(QStringLiteral("Themes/") + file);
+        QStringList shipped;
+        for (const QString folder : {QStringLiteral("Default"), QStringLiteral("Themes")}) {
+            for (const QString& file : filesBelow(QStringLiteral(VELMORA_SOURCE_ROOT "/") + folder))
+                shipped.append(folder + QLatin1Char('/') + file);
+        }
         for (const QString& file : QDir(QStringLiteral(VELMORA_SOURCE_ROOT "/examples/translations"))
                                        .entryList({QStringLiteral("*.csv")}, QDir::Files))
             shipped.append(QStringLiteral("translations/") + file);
         shipped.sort();
-        QVERIFY(shipped.contains(QStringLiteral("Default/VelmoraMapHUD.json")));
-        QVERIFY(shipped.contains(QStringLiteral("Themes/Red Tint/Theme.json")));
-        QVERIFY(shipped.contains(QStringLiteral("translations/German.csv")));
         QCOMPARE(filesBelow(shared(QStringLiteral("velmora"))), shipped);
 
-        for (const QString& file : {QStringLiteral("applications/%1.desktop"), QStringLiteral("metainfo/%1.metainfo.xml"),
-                                    QStringLiteral("mime/packages/%1.xml"), QStringLiteral("icons/hicolor/scalable/apps/%1.svg")}) {
-            QVERIFY2(QFileInfo(shared(file.arg(appId))).isFile(), qPrintable(file.arg(appId)));
-        }
-        for (const QString& file : {QStringLiteral("man/man1/velmora.1.gz"), QStringLiteral("man/man1/velmora-cli.1.gz"),
-                                    QStringLiteral("bash-completion/completions/velmora-cli"),
-                                    QStringLiteral("doc/velmora/copyright")}) {
+        // The files no other test reads when the desktop's tools are missing.
+        for (const QString& file : {QStringLiteral("icons/hicolor/scalable/apps/%1.svg").arg(appId),
+                                    QStringLiteral("metainfo/%1.metainfo.xml").arg(appId),
+                                    QStringLiteral("mime/packages/%1.xml").arg(appId),
+                                    QStringLiteral("doc/velmora/copyright")})
             QVERIFY2(QFileInfo(shared(file)).isFile(), qPrintable(file));
-        }
-        // Each PNG of the icon theme is of the size its folder says.
-        for (int size : {16, 32, 48, 64, 128, 256}) {
-            const QString path = shared(QStringLiteral("icons/hicolor/%1x%1/apps/%2.png").arg(size).arg(appId));
-            const QImage icon(path);
-            QVERIFY2(!icon.isNull(), qPrintable(path));
-            QCOMPARE(icon.size(), QSize(size, size));
-            QVERIFY(icon.hasAlphaChannel());
-        }
-        QVERIFY(TestEnvironment::readFile(shared(QStringLiteral("icons/hicolor/scalable/apps/%1.svg").arg(appId)))
-                    .contains("<svg"));
     }
 
     // The installed programs, started with nothing of the build tree around
     // them, answer as the built ones do: the templates and fonts are found.
     void installedProgramsRunFromThePrefix()
     {
-        const Run version = installed(QStringLiteral("velmora"), {QStringLiteral("--version")});
-        QCOMPARE(version.code, 0);
-        QCOMPARE(version.out, QStringLiteral("velmora " VELMORA_VERSION "\n"));
-        const Run cliVersion = installed(QStringLiteral("velmora-cli"), {QStringLiteral("--version")});
-        QCOMPARE(cliVersion.out, QStringLiteral("velmora-cli " VELMORA_VERSION "\n"));
+        for (const QString program : {QStringLiteral("velmora"), QStringLiteral("velmora-cli")})
+            QCOMPARE(installed(program, {QStringLiteral("--version")}).out,
+                     program + QStringLiteral(" " VELMORA_VERSION "\n"));
 
         // The sample project has no HUD document yet: what check counts comes
         // from the templates, so an install that misses them counts nothing.
         const QString project = projectWithWebFont(QStringLiteral("installed-check"));
         const QString builtCli = QCoreApplication::applicationDirPath() + QStringLiteral("/velmora-cli");
-        const Run built = run(builtCli, {QStringLiteral("check"), project}, cleanEnvironment(), home);
+        const Run built = run(builtCli, {QStringLiteral("check"), project});
         const Run check = installed(QStringLiteral("velmora-cli"), {QStringLiteral("check"), project});
         QCOMPARE(check.code, 0);
         QVERIFY2(check.out.contains(QStringLiteral("from the templates")), qPrintable(check.out));
@@ -339,10 +283,7 @@ private slots:
         // The pictures match the built program's, pixel for pixel: the same
         // templates, pictures and fonts (its web fonts through the cache).
         const QString builtPictures = TestEnvironment::newFolder(QStringLiteral("built-render"));
-        QCOMPARE(run(builtCli, {QStringLiteral("render"), project, QStringLiteral("--out"), builtPictures},
-                     cleanEnvironment(), home)
-                     .code,
-                 0);
+        QCOMPARE(run(builtCli, {QStringLiteral("render"), project, QStringLiteral("--out"), builtPictures}).code, 0);
         const QString pictures = TestEnvironment::newFolder(QStringLiteral("installed-render"));
         const Run render = installed(QStringLiteral("velmora-cli"),
                                      {QStringLiteral("render"), project, QStringLiteral("--out"), pictures});
@@ -350,9 +291,8 @@ private slots:
         const QStringList written = filesBelow(pictures);
         QCOMPARE(written, QStringList({QStringLiteral("Battle HUD.png"), QStringLiteral("Map HUD.png")}));
         QCOMPARE(written, filesBelow(builtPictures));
-        for (const QString& file : written) {
+        for (const QString& file : written)
             QCOMPARE(QImage(pictures + QLatin1Char('/') + file), QImage(builtPictures + QLatin1Char('/') + file));
-        }
     }
 
     // An installed program never writes below its prefix, not even as root
@@ -371,10 +311,9 @@ private slots:
         // A web font of the sample project fills the font cache.
         const QString project = projectWithWebFont(QStringLiteral("installed-edit"));
         const QString pictures = TestEnvironment::newFolder(QStringLiteral("cache-render"));
-        QCOMPARE(installed(QStringLiteral("velmora-cli"),
-                           {QStringLiteral("render"), project, QStringLiteral("--out"), pictures})
-                     .code,
-                 0);
+        const Run render = installed(QStringLiteral("velmora-cli"),
+                                     {QStringLiteral("render"), project, QStringLiteral("--out"), pictures});
+        QCOMPARE(render.code, 0);
         QVERIFY(!filesBelow(home + QStringLiteral("/cache/Ostrel Vane/Velmora 2/FontCache")).isEmpty());
 
         // The editor opens the copy under a shipped theme, saves an edit,
@@ -387,7 +326,7 @@ private slots:
         environment.insert(QStringLiteral("VELMORA_TEST_USER_LOG"), log);
         environment.insert(QStringLiteral("VELMORA_TEST_USER_HUD"),
                            QStringLiteral("{\"Name\":\"Installed\",\"IsHUD\":true,\"HUD\":[]}"));
-        const Run edit = run(editor, {project}, environment, home);
+        const Run edit = run(editor, {project}, environment);
         QVERIFY2(edit.code == 0, qPrintable(edit.err));
         const QByteArray seen = TestEnvironment::readFile(log);
         QVERIFY2(seen.contains("saved\ntheme written\n"), seen.constData());
@@ -401,41 +340,21 @@ private slots:
         QCOMPARE(snapshot(root), before);
     }
 
-    // Where the program reads and writes, for an install and a portable copy
-    // (a folder that holds the program and its shipped files side by side).
-    void installedAndPortableFolders()
+    // A program in an install writes to the user's folders even when its
+    // bin folder can be written (as it is to root).
+    void installedProgramWritesToTheUserFolders()
     {
         const QString installRoot = TestEnvironment::newFolder(QStringLiteral("fake-prefix"));
         const QString bin = installRoot + QStringLiteral("/bin");
         QDir().mkpath(bin);
         TestEnvironment::copyTree(QStringLiteral(VELMORA_SOURCE_ROOT "/Default"),
                                   installRoot + QStringLiteral("/share/velmora/Default"));
-        TestEnvironment::copyTree(QStringLiteral(VELMORA_SOURCE_ROOT "/Themes"),
-                                  installRoot + QStringLiteral("/share/velmora/Themes"));
         PathManager::setExecutableFolder(bin);
-        const QString share = installRoot + QStringLiteral("/share/velmora");
-
-        // The bin folder can be written, yet nothing goes there.
         QVERIFY(QFileInfo(bin).isWritable());
         QVERIFY(PathManager::runsFromInstall());
-        QCOMPARE(PathManager::shippedFolder(), share);
-        QVERIFY(!HudDocument::templateArray(QStringLiteral("VelmoraMapHUD.json")).isEmpty());
-        QCOMPARE(PathManager::readableFolders(QStringLiteral("Themes")), QStringList{share + QStringLiteral("/Themes")});
-        QCOMPARE(PathManager::readablePath(QStringLiteral("Themes/Light/Theme.json")),
-                 share + QStringLiteral("/Themes/Light/Theme.json"));
-        QVERIFY(PathManager::writablePath(QStringLiteral("Themes/Mine/Theme.json")).startsWith(PathManager::userDataFolder()));
+        QVERIFY(PathManager::writablePath(QStringLiteral("Themes/Mine/Theme.json"))
+                    .startsWith(PathManager::userDataFolder()));
         QVERIFY(PathManager::fontCacheFile(0).startsWith(PathManager::userCacheFolder()));
-
-        // A portable copy inside the same tree: its own files win, and it
-        // writes beside itself.
-        const QString portable = bin + QStringLiteral("/portable");
-        TestEnvironment::copyTree(QStringLiteral(VELMORA_SOURCE_ROOT "/Default"), portable + QStringLiteral("/Default"));
-        PathManager::setExecutableFolder(portable);
-        QVERIFY(!PathManager::runsFromInstall());
-        QCOMPARE(PathManager::shippedFolder(), portable);
-        QCOMPARE(PathManager::writablePath(QStringLiteral("Themes/Mine/Theme.json")),
-                 portable + QStringLiteral("/Themes/Mine/Theme.json"));
-        QCOMPARE(PathManager::fontCacheFile(0), portable + QStringLiteral("/FontCache/font0.otf"));
         PathManager::setExecutableFolder(QString());
     }
 
@@ -445,8 +364,8 @@ private slots:
         if (validator.isEmpty())
             QSKIP("desktop-file-validate (Debian's desktop-file-utils) is not installed");
         // Hints left out: the entry belongs to two main categories on purpose.
-        const Run result = runTool(validator, {QStringLiteral("--no-hints"),
-                                               shared(QStringLiteral("applications/%1.desktop").arg(appId))});
+        const Run result = run(validator, {QStringLiteral("--no-hints"),
+                                           shared(QStringLiteral("applications/%1.desktop").arg(appId))});
         QVERIFY2(result.code == 0 && result.out.isEmpty() && result.err.isEmpty(), qPrintable(result.out + result.err));
     }
 
@@ -456,8 +375,8 @@ private slots:
         if (validator.isEmpty())
             QSKIP("appstreamcli (Debian's appstream) is not installed");
         const QString metainfo = shared(QStringLiteral("metainfo/%1.metainfo.xml").arg(appId));
-        const Run result = runTool(validator, {QStringLiteral("validate"), QStringLiteral("--no-net"),
-                                               QStringLiteral("--pedantic"), QStringLiteral("--explain"), metainfo});
+        const Run result = run(validator, {QStringLiteral("validate"), QStringLiteral("--no-net"),
+                                           QStringLiteral("--pedantic"), QStringLiteral("--explain"), metainfo});
         QVERIFY2(result.code == 0, qPrintable(result.out + result.err));
         // Not even a pedantic remark or a note.
         QVERIFY2(!QRegularExpression(QStringLiteral("^[EWIP]: "), QRegularExpression::MultilineOption)
@@ -473,12 +392,13 @@ private slots:
     void projectFilesOpenInVelmora()
     {
         const QString type = QStringLiteral("application/x-rmmzproject");
-        QCOMPARE(desktopValue(QStringLiteral("Exec")), QStringLiteral("velmora %f"));
-        QVERIFY(QFileInfo(prefix + QStringLiteral("/bin/velmora")).isExecutable());
-        QVERIFY(desktopValue(QStringLiteral("MimeType")).split(QLatin1Char(';')).contains(type));
-        QCOMPARE(desktopValue(QStringLiteral("Icon")), appId);
-        QVERIFY(TestEnvironment::readFile(shared(QStringLiteral("mime/packages/%1.xml").arg(appId)))
-                    .contains("<icon name=\"" + appId.toUtf8() + "\"/>"));
+        const QString entry = QString::fromUtf8(
+            TestEnvironment::readFile(shared(QStringLiteral("applications/%1.desktop").arg(appId))));
+        QVERIFY2(entry.contains(QStringLiteral("\nExec=velmora %f\n")), qPrintable(entry));
+        QVERIFY2(QRegularExpression(QStringLiteral("^MimeType=(.*;)?%1;").arg(type), QRegularExpression::MultilineOption)
+                     .match(entry)
+                     .hasMatch(),
+                 qPrintable(entry));
 
         const QString updater = tool(QStringLiteral("update-mime-database"));
         if (updater.isEmpty())
@@ -487,10 +407,10 @@ private slots:
         QDir().mkpath(database + QStringLiteral("/packages"));
         QVERIFY(QFile::copy(shared(QStringLiteral("mime/packages/%1.xml").arg(appId)),
                             database + QStringLiteral("/packages/%1.xml").arg(appId)));
-        const Run update = runTool(updater, {database});
+        const Run update = run(updater, {database});
         QVERIFY2(update.code == 0, qPrintable(update.err));
-        QVERIFY2(TestEnvironment::readFile(database + QStringLiteral("/globs2")).contains(":" + type.toUtf8() + ":*.rmmzproject\n"),
-                 TestEnvironment::readFile(database + QStringLiteral("/globs2")).constData());
+        const QByteArray globs = TestEnvironment::readFile(database + QStringLiteral("/globs2"));
+        QVERIFY2(globs.contains(":" + type.toUtf8() + ":*.rmmzproject\n"), globs.constData());
     }
 
     // Every option and command of the programs' help is in their manual page.
@@ -500,7 +420,6 @@ private slots:
             const Run help = installed(program, {QStringLiteral("--help")});
             QCOMPARE(help.code, 0);
             const QString page = manText(shared(QStringLiteral("man/man1/%1.1.gz").arg(program)));
-            QVERIFY2(page.contains(QStringLiteral(".TH ") + program.toUpper()), qPrintable(page.left(200)));
             QVERIFY(page.contains(QStringLiteral("Velmora " VELMORA_VERSION)));
             const QSet<QString> options = optionsIn(help.out);
             QVERIFY(options.contains(QStringLiteral("--version")));
