@@ -13,7 +13,6 @@
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextLayout>
-#include <QVBoxLayout>
 
 
 namespace {
@@ -21,8 +20,6 @@ namespace {
 // The colours of the program's syntax scheme.
 const QColor Keyword(0xef, 0x4e, 0x4e);
 const QColor SuperKeyword(0x1f, 0xcd, 0xef);
-const QColor Operator(0xef, 0x4e, 0x4e);
-const QColor Brace(0xf0, 0xf0, 0xf0);
 const QColor String(0xf0, 0xff, 0x46);
 const QColor Comment(0x9e, 0x9e, 0x9e);
 const QColor ThisSuper(0xee, 0xb7, 0x4f);
@@ -33,21 +30,28 @@ const QColor TypeHintBraces(0xff, 0xff, 0xff);
 const QColor Function(0x2f, 0xef, 0x7f);
 const QColor PrimitiveTypes(0xa3, 0x8a, 0xf5);
 
-const QString Separator = QString(QChar::ParagraphSeparator);
+// Lines as a selection holds them, each ended by a paragraph separator.
+QString selectedLines(const QStringList& lines)
+{
+    return lines.join(QChar(QChar::ParagraphSeparator)) + QChar(QChar::ParagraphSeparator);
+}
 
-// The editor in a shown, active window, in JavaScript mode.
+// The editor in a shown, active window, in JavaScript mode. A '|' in the
+// text stands for the cursor.
 struct Editor {
     QWidget window;
     HaxeCodeEdit* edit;
 
     explicit Editor(const QString& text = QString())
     {
-        QVBoxLayout* layout = new QVBoxLayout(&window);
         edit = new HaxeCodeEdit(&window);
-        layout->addWidget(edit);
         edit->setLanguageMode(HaxeCodeEdit::JavaScript);
-        edit->setPlainText(text);
+        edit->setPlainText(QString(text).remove(QLatin1Char('|')));
+        QTextCursor start(edit->document());
+        start.setPosition(qMax(0, text.indexOf(QLatin1Char('|'))));
+        edit->setTextCursor(start);
         window.resize(640, 360);
+        edit->resize(window.size());
         window.show();
         QApplication::setActiveWindow(&window);
         if (!QTest::qWaitForWindowActive(&window))
@@ -63,7 +67,9 @@ struct Editor {
     }
 
     QString text() const { return edit->toPlainText(); }
+    QString marked() const { return text().insert(edit->textCursor().position(), QLatin1Char('|')); }
     QString line(int number) const { return edit->document()->findBlockByNumber(number).text(); }
+    QString selected() const { return edit->textCursor().selectedText(); }
     // The cursor as line and column.
     QPoint cursor() const
     {
@@ -85,9 +91,8 @@ struct Editor {
     // The format the highlighter gave a character; plain text has none.
     QTextCharFormat formatAt(int line, int column) const
     {
-        const QTextBlock block = edit->document()->findBlockByNumber(line);
         QTextCharFormat found;
-        for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+        for (const QTextLayout::FormatRange& range : edit->document()->findBlockByNumber(line).layout()->formats()) {
             if (column >= range.start && column < range.start + range.length)
                 found = range.format;
         }
@@ -100,9 +105,9 @@ struct Editor {
     }
     // The colour of a word's every character on a line, or an invalid colour
     // when they differ.
-    QColor colorOf(int line, const QString& word, int from = 0) const
+    QColor colorOf(int line, const QString& word) const
     {
-        const int start = this->line(line).indexOf(word, from);
+        const int start = this->line(line).indexOf(word);
         if (start < 0)
             return QColor(Qt::transparent);
         const QColor first = colorAt(line, start);
@@ -119,6 +124,13 @@ struct Editor {
     {
         QTextCursor c(edit->document()->findBlockByNumber(line));
         return QPoint(edit->lineNumberArea()->width() / 2, edit->cursorRect(c).center().y());
+    }
+    void dragGutter(int from, int to)
+    {
+        LineNumberArea* gutter = edit->lineNumberArea();
+        QTest::mousePress(gutter, Qt::LeftButton, Qt::NoModifier, gutterPoint(from));
+        TestEnvironment::moveWithButtons(gutter, gutterPoint(to), Qt::LeftButton);
+        QTest::mouseRelease(gutter, Qt::LeftButton, Qt::NoModifier, gutterPoint(to));
     }
 };
 
@@ -163,94 +175,61 @@ private slots:
         BaseHighlighter::applySyntaxColors(QJsonObject());
     }
 
-    // Return: what the next line starts with.
-    void returnAfterOpeningBraceIndentsOneTabMore()
+    // Return, Tab and Shift+Tab without a selection.
+    void aKeyAtTheCursor_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("modifiers");
+        QTest::addColumn<QString>("expected");
+        const int none = Qt::NoModifier;
+        QTest::newRow("return behind a brace and blanks") << "    if (a) { \t|" << int(Qt::Key_Return) << none << "    if (a) { \t\n    \t|";
+        QTest::newRow("return between braces") << "\tif (x) {|}" << int(Qt::Key_Return) << none << "\tif (x) {\n\t\t|\n\t}";
+        QTest::newRow("return behind a case") << "\tcase \"two\" :|" << int(Qt::Key_Return) << none << "\tcase \"two\" :\n\t\t|";
+        // A colon elsewhere on a line opens nothing.
+        QTest::newRow("return behind a condition") << "\tv = a ? b : c;|" << int(Qt::Key_Return) << none << "\tv = a ? b : c;\n\t|";
+        // The indentation isn't doubled.
+        QTest::newRow("return before an indented line") << "|\t\tfoo();" << int(Qt::Key_Return) << none << "\n|\t\tfoo();";
+        // Ctrl+Return is left to the dialog.
+        QTest::newRow("ctrl+return") << "x {|" << int(Qt::Key_Return) << int(Qt::ControlModifier) << "x {|";
+        QTest::newRow("tab") << "a|b" << int(Qt::Key_Tab) << none << "a\t|b";
+        QTest::newRow("shift+tab behind a word") << "a\t|b" << int(Qt::Key_Backtab) << int(Qt::ShiftModifier) << "a\t|b";
+        QTest::newRow("shift+tab in the indentation") << "\t\t|x" << int(Qt::Key_Backtab) << int(Qt::ShiftModifier) << "\t|x";
+    }
+
+    void aKeyAtTheCursor()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        Editor editor(text);
+        editor.press(Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QTEST(editor.marked(), "expected");
+    }
+
+    void typingABlockIndentsItsLines()
     {
         Editor editor;
         editor.type(QStringLiteral("function () {"));
         editor.press(Qt::Key_Return);
-        QCOMPARE(editor.text(), QStringLiteral("function () {\n\t"));
+        editor.press(Qt::Key_Return);
         editor.type(QStringLiteral("if (x) {"));
         editor.press(Qt::Key_Return);
         editor.type(QStringLiteral("x();"));
         editor.press(Qt::Key_Return);
-        // A plain line keeps the indentation it has.
         editor.type(QStringLiteral("y();"));
-        QCOMPARE(editor.text(), QStringLiteral("function () {\n\tif (x) {\n\t\tx();\n\t\ty();"));
-        // Spaces and tabs behind the brace still open the block.
-        Editor spaced(QStringLiteral("    if (a) { \t"));
-        spaced.edit->moveCursor(QTextCursor::End);
-        spaced.press(Qt::Key_Return);
-        QCOMPARE(spaced.line(1), QStringLiteral("    \t"));
-    }
+        // The blank line left behind holds no stray tab, the indentation went
+        // on with the cursor, and a plain line keeps the indentation it has.
+        QCOMPARE(editor.text(), QStringLiteral("function () {\n\n\tif (x) {\n\t\tx();\n\t\ty();"));
 
-    void returnBetweenBracesPutsTheClosingBraceOnItsOwnLine()
-    {
-        Editor editor(QStringLiteral("\tif (x) {}"));
-        editor.edit->moveCursor(QTextCursor::End);
-        editor.press(Qt::Key_Left);
-        editor.press(Qt::Key_Return);
-        QCOMPARE(editor.text(), QStringLiteral("\tif (x) {\n\t\t\n\t}"));
-        QCOMPARE(editor.cursor(), QPoint(2, 1));
-        editor.type(QStringLiteral("go();"));
-        QCOMPARE(editor.text(), QStringLiteral("\tif (x) {\n\t\tgo();\n\t}"));
-
-        // Typed the way one writes it: both braces, then Return between them.
+        // Typed the way one writes it, both braces and then Return between
+        // them, the split is one step to undo.
         Editor typed;
         typed.type(QStringLiteral("const f = function () {}"));
         typed.press(Qt::Key_Left);
         typed.press(Qt::Key_Return);
-        QCOMPARE(typed.text(), QStringLiteral("const f = function () {\n\t\n}"));
-        QCOMPARE(typed.cursor(), QPoint(1, 1));
-
-        // The whole split is one step to undo.
         typed.press(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(typed.text(), QStringLiteral("const f = function () {}"));
-    }
-
-    void returnAfterACaseLineIndents()
-    {
-        Editor editor(QStringLiteral("switch (kind) {\n\tcase 1:"));
-        editor.edit->moveCursor(QTextCursor::End);
-        editor.press(Qt::Key_Return);
-        editor.type(QStringLiteral("break;"));
-        editor.press(Qt::Key_Return);
-        editor.press(Qt::Key_Backspace);
-        editor.type(QStringLiteral("case \"two\" :"));
-        editor.press(Qt::Key_Return);
-        QCOMPARE(editor.text(), QStringLiteral("switch (kind) {\n\tcase 1:\n\t\tbreak;\n\tcase \"two\" :\n\t\t"));
-        // A colon elsewhere on a line opens nothing.
-        Editor other(QStringLiteral("\tconst v = a ? b : c;"));
-        other.edit->moveCursor(QTextCursor::End);
-        other.press(Qt::Key_Return);
-        QCOMPARE(other.line(1), QStringLiteral("\t"));
-    }
-
-    void aLineOfWhitespaceCountsAsEmpty()
-    {
-        Editor editor;
-        editor.type(QStringLiteral("function () {"));
-        editor.press(Qt::Key_Return);
-        editor.press(Qt::Key_Return);
-        editor.press(Qt::Key_Return);
-        editor.type(QStringLiteral("x();"));
-        // The blank lines left behind hold no stray tabs; the indentation
-        // went on with the cursor.
-        QCOMPARE(editor.text(), QStringLiteral("function () {\n\n\n\tx();"));
-        // Return at the start of an indented line doesn't double its indentation.
-        Editor start(QStringLiteral("\t\tfoo();"));
-        start.placeCursor(0, 0);
-        start.press(Qt::Key_Return);
-        QCOMPARE(start.text(), QStringLiteral("\n\t\tfoo();"));
-        QCOMPARE(start.cursor(), QPoint(0, 1));
-    }
-
-    void ctrlReturnIsLeftToTheDialog()
-    {
-        Editor editor(QStringLiteral("x {"));
-        editor.edit->moveCursor(QTextCursor::End);
-        editor.press(Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(editor.text(), QStringLiteral("x {"));
     }
 
     // Tab and Shift+Tab.
@@ -261,21 +240,17 @@ private slots:
         editor.press(Qt::Key_Down, Qt::ShiftModifier);
         editor.press(Qt::Key_Down, Qt::ShiftModifier);
         editor.press(Qt::Key_Tab);
-        QCOMPARE(editor.text(), QStringLiteral("\ta();\n\t\tb();\n\tc();\nd();"));
-        // The selection stays, over the whole of the lines it touched.
-        QCOMPARE(editor.edit->textCursor().selectedText(),
-                 QStringLiteral("\ta();") + Separator + QStringLiteral("\t\tb();") + Separator + QStringLiteral("\tc();"));
         editor.press(Qt::Key_Tab);
         QCOMPARE(editor.text(), QStringLiteral("\t\ta();\n\t\t\tb();\n\t\tc();\nd();"));
         editor.press(Qt::Key_Backtab, Qt::ShiftModifier);
         // Shift+Tab as some platforms send it, without turning it into Backtab.
         editor.press(Qt::Key_Tab, Qt::ShiftModifier);
         QCOMPARE(editor.text(), QStringLiteral("a();\n\tb();\nc();\nd();"));
-        // Lines without a tab stay as they are while the others lose one.
+        // Lines without a tab stay as they are while the others lose one; the
+        // selection stays, over the whole of the lines it touched.
         editor.press(Qt::Key_Backtab, Qt::ShiftModifier);
         QCOMPARE(editor.text(), QStringLiteral("a();\nb();\nc();\nd();"));
-        QCOMPARE(editor.edit->textCursor().selectedText(),
-                 QStringLiteral("a();") + Separator + QStringLiteral("b();") + Separator + QStringLiteral("c();"));
+        QCOMPARE(editor.selected(), selectedLines({"a();", "b();"}) + QStringLiteral("c();"));
         // One step to undo.
         editor.press(Qt::Key_Z, Qt::ControlModifier);
         QCOMPARE(editor.text(), QStringLiteral("a();\n\tb();\nc();\nd();"));
@@ -287,112 +262,57 @@ private slots:
         editor.placeCursor(2, 3);
         editor.press(Qt::Key_Up, Qt::ShiftModifier);
         editor.press(Qt::Key_Tab);
-        QCOMPARE(editor.text(), QStringLiteral("one\n\ttwo\n\tthree"));
         // Shift+Up goes on from the top of the selection.
         editor.press(Qt::Key_Up, Qt::ShiftModifier);
         editor.press(Qt::Key_Tab);
         QCOMPARE(editor.text(), QStringLiteral("\tone\n\t\ttwo\n\t\tthree"));
     }
 
-    void tabWithoutSelectionInsertsATab()
-    {
-        Editor editor(QStringLiteral("ab"));
-        editor.placeCursor(0, 1);
-        editor.press(Qt::Key_Tab);
-        QCOMPARE(editor.text(), QStringLiteral("a\tb"));
-        editor.press(Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(editor.text(), QStringLiteral("a\tb"));
-        Editor indented(QStringLiteral("\t\tx"));
-        indented.placeCursor(0, 3);
-        indented.press(Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(indented.text(), QStringLiteral("\tx"));
-        QCOMPARE(indented.cursor(), QPoint(2, 0));
-    }
-
     // Highlighting.
-    void aStringHoldingAKeywordStaysAString()
+    void eachWordTakesTheFormatOfItsKind()
     {
-        Editor editor(QStringLiteral("var s = \"return\";\nlet t = 'if x';\nvar u = \"say \\\"return\\\" now\";"));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("\"return\"")), String);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("var")), SuperKeyword);
-        QVERIFY(editor.italicAt(0, 0));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("=")), Operator);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("'if x'")), String);
-        // An escaped quote doesn't end the string.
-        QCOMPARE(editor.colorOf(2, QStringLiteral("\"say \\\"return\\\" now\"")), String);
-    }
-
-    void slashesInAStringDontStartAComment()
-    {
-        Editor editor(QStringLiteral("var u = \"http://x\"; return 1;\nx = 2; // return 3"));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("\"http://x\"")), String);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("1")), Numbers);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("// return 3")), Comment);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("2")), Numbers);
-    }
-
-    void aBlockCommentColoursTheLinesUntilItsEnd()
-    {
-        Editor editor(QStringLiteral("x = 1; /* begins\nreturn 1;\n\"quoted\" still */ return 2;\nreturn 3;"));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("/* begins")), Comment);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("1")), Numbers);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("return 1;")), Comment);
-        QCOMPARE(editor.colorOf(2, QStringLiteral("\"quoted\" still */")), Comment);
-        QCOMPARE(editor.colorOf(2, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(3, QStringLiteral("return")), Keyword);
-
-        // Typing the end earlier gives the lines below their own colours back.
-        editor.placeCursor(0, editor.line(0).size());
-        editor.type(QStringLiteral(" */"));
-        QCOMPARE(editor.colorOf(1, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("1")), Numbers);
-        QCOMPARE(editor.colorOf(2, QStringLiteral("\"quoted\"")), String);
-        // The old end now stands outside a comment: a plain word.
-        QCOMPARE(editor.colorOf(2, QStringLiteral("still")), QColor());
-    }
-
-    void wordsAndNumbersTakeTheirFormats()
-    {
-        Editor editor(QStringLiteral("function gauge(actor, rate) {\n"
-                                     "\tif (this.value >= 10 && rate != null) { return Math.max(0x1F, 2.5e3); }\n"
-                                     "\tconst returned = format(actor);\n"
-                                     "\tconsole.log(true instanceof Object);\n"
-                                     "}"));
+        Editor editor(QStringLiteral("function gauge(actor, pos:{left:Int,\n"
+                                     "top:Int}) { if (this.value >= 0x1F) return Math.max(2.5e3); }\n"
+                                     "var s = \"return\"; let t = 'if x'; var u = \"say \\\"return\\\" now\";\n"
+                                     "var u = \"http://x\"; const returned = true instanceof Object; // return 3"));
         QCOMPARE(editor.colorOf(0, QStringLiteral("function")), SuperKeyword);
         QCOMPARE(editor.colorOf(0, QStringLiteral("gauge")), Function);
         QCOMPARE(editor.colorOf(0, QStringLiteral("actor")), Parameters);
         QVERIFY(editor.italicAt(0, editor.line(0).indexOf(QStringLiteral("actor"))));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("rate")), Parameters);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("{")), Brace);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("if")), Keyword);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("this")), ThisSuper);
-        QCOMPARE(editor.colorOf(1, QStringLiteral(">=")), Operator);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("10")), Numbers);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("null")), Numbers);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("Math")), PrimitiveTypes);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("max")), Function);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("0x1F")), Numbers);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("2.5e3")), Numbers);
-        // Keywords stand alone: inside a longer name they are plain.
-        QCOMPARE(editor.colorOf(2, QStringLiteral("returned")), QColor());
-        QCOMPARE(editor.colorOf(2, QStringLiteral("format")), Function);
-        QCOMPARE(editor.colorOf(3, QStringLiteral("instanceof")), Keyword);
-        QCOMPARE(editor.colorOf(3, QStringLiteral("true")), Numbers);
-        QCOMPARE(editor.colorOf(3, QStringLiteral("console")), ThisSuper);
-    }
-
-    void typeHintsOfParameters()
-    {
-        Editor editor(QStringLiteral("function move(x:Int, pos:{left:Int,\ntop:Int}, y) {}"));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("x")), Parameters);
         QCOMPARE(editor.colorOf(0, QStringLiteral("Int")), TypeHint);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("pos")), Parameters);
-        QCOMPARE(editor.colorOf(0, QStringLiteral("{")), TypeHintBraces);
-        // The hint's braces stay open over the line break.
+        // A type hint's braces stay open over the line break.
         QCOMPARE(editor.colorOf(1, QStringLiteral("top")), TypeHint);
         QCOMPARE(editor.colorOf(1, QStringLiteral("}")), TypeHintBraces);
+        QCOMPARE(editor.colorOf(1, QStringLiteral("this")), ThisSuper);
+        QCOMPARE(editor.colorOf(1, QStringLiteral("0x1F")), Numbers);
+        QCOMPARE(editor.colorOf(1, QStringLiteral("return")), Keyword);
+        QCOMPARE(editor.colorOf(1, QStringLiteral("Math")), PrimitiveTypes);
+        QCOMPARE(editor.colorOf(1, QStringLiteral("2.5e3")), Numbers);
+        // Quotes hide what they hold, an escaped quote ends no string and
+        // slashes in a string start no comment.
+        QCOMPARE(editor.colorOf(2, QStringLiteral("\"return\"")), String);
+        QCOMPARE(editor.colorOf(2, QStringLiteral("'if x'")), String);
+        QCOMPARE(editor.colorOf(2, QStringLiteral("\"say \\\"return\\\" now\"")), String);
+        QCOMPARE(editor.colorOf(3, QStringLiteral("\"http://x\"")), String);
+        // Keywords stand alone: inside a longer name they are plain.
+        QCOMPARE(editor.colorOf(3, QStringLiteral("returned")), QColor());
+        QCOMPARE(editor.colorOf(3, QStringLiteral("instanceof")), Keyword);
+        QCOMPARE(editor.colorOf(3, QStringLiteral("// return 3")), Comment);
+    }
+
+    void aBlockCommentColoursTheLinesUntilItsEnd()
+    {
+        Editor editor(QStringLiteral("x = 1; /* begins\nreturn 1;\n\"quoted\" still */ return 2;"));
+        QCOMPARE(editor.colorOf(1, QStringLiteral("return 1;")), Comment);
+        QCOMPARE(editor.colorOf(2, QStringLiteral("\"quoted\" still */")), Comment);
+        QCOMPARE(editor.colorOf(2, QStringLiteral("return")), Keyword);
+        // Typing the end earlier gives the lines below their own colours back;
+        // the old end now stands outside a comment: a plain word.
+        editor.placeCursor(0, editor.line(0).size());
+        editor.type(QStringLiteral(" */"));
+        QCOMPARE(editor.colorOf(1, QStringLiteral("return")), Keyword);
+        QCOMPARE(editor.colorOf(2, QStringLiteral("\"quoted\"")), String);
+        QCOMPARE(editor.colorOf(2, QStringLiteral("still")), QColor());
     }
 
     void aSyntaxExportRecoloursAndAnEmptyOneRestores()
@@ -410,8 +330,6 @@ private slots:
         QVERIFY(!editor.italicAt(0, 0));
         // Arrays are no colours: the string keeps the built-in one.
         QCOMPARE(editor.colorOf(0, QStringLiteral("\"text\"")), String);
-        QCOMPARE(BaseHighlighter::formatTable().value(QStringLiteral("keyword")).foreground().color(),
-                 QColor(0x12, 0x34, 0x56));
 
         // A second export starts again from the built-ins.
         BaseHighlighter::applySyntaxColors(QJsonObject{{QStringLiteral("numbers"), QStringLiteral("red")}});
@@ -427,62 +345,9 @@ private slots:
         QCOMPARE(later.colorOf(0, QStringLiteral("return")), Keyword);
     }
 
-    void theBuiltInTableHoldsEveryName()
-    {
-        const QStringList names = BaseHighlighter::builtInNames();
-        QCOMPARE(names.size(), 19);
-        QCOMPARE(names.first(), QStringLiteral("keyword"));
-        QCOMPARE(names.last(), QStringLiteral("compile_conditionals"));
-        const QHash<QString, QTextCharFormat>& table = BaseHighlighter::formatTable();
-        QCOMPARE(table.value(QStringLiteral("built_function")).foreground().color(), QColor(0xff, 0x8c, 0x00));
-        QCOMPARE(table.value(QStringLiteral("highlevel_types")).foreground().color(), QColor(0xa3, 0x8a, 0xf5));
-        QVERIFY(table.value(QStringLiteral("highlevel_types")).fontItalic());
-        QVERIFY(!table.value(QStringLiteral("metadata")).fontItalic());
-    }
-
-    void aLongScriptKeepsItsHighlightingAfterEdits()
+    void anUnfinishedStringRecoloursTheRestAndTakingItBackRestores()
     {
         Editor editor(longScript(4000));
-        // Line 3995 is "\t\treturn Math.min(x, 3995);".
-        QCOMPARE(editor.colorOf(3995, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(3995, QStringLiteral("Math")), PrimitiveTypes);
-
-        // Edits in the middle: a new line, a word, a removal.
-        editor.placeCursor(2002, editor.line(2002).size());
-        editor.press(Qt::Key_Return);
-        editor.type(QStringLiteral("let extra = 5;"));
-        editor.press(Qt::Key_Backspace);
-        editor.type(QStringLiteral(";"));
-        QCOMPARE(editor.line(2003), QStringLiteral("\t\tlet extra = 5;"));
-        QCOMPARE(editor.colorOf(2003, QStringLiteral("let")), SuperKeyword);
-        QCOMPARE(editor.colorOf(2003, QStringLiteral("5")), Numbers);
-        editor.settle();
-        // Far below (a line further down now) and far above, the lines keep
-        // their colours.
-        QCOMPARE(editor.line(3996), QStringLiteral("\t\treturn Math.min(x, 3995);"));
-        QCOMPARE(editor.colorOf(3996, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(3996, QStringLiteral("Math")), PrimitiveTypes);
-        QCOMPARE(editor.colorOf(3996, QStringLiteral("3995")), Numbers);
-        QCOMPARE(editor.colorOf(3986, QStringLiteral("\"HP 3985\"")), String);
-        QCOMPARE(editor.colorOf(3986, QStringLiteral("// the caption")), Comment);
-        QCOMPARE(editor.colorOf(6, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(1, QStringLiteral("\"HP 1\"")), String);
-
-        // A block comment opened at line 1000 runs to the next "*/", five
-        // lines on; taking it back returns those lines to their colours.
-        editor.placeCursor(1000, 0);
-        editor.type(QStringLiteral("/*"));
-        editor.settle();
-        QCOMPARE(editor.colorOf(1003, QStringLiteral("return")), Comment);
-        QCOMPARE(editor.colorOf(1005, QStringLiteral("/* kept for the old save files */")), Comment);
-        QCOMPARE(editor.colorOf(1006, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(998, QStringLiteral("return")), Keyword);
-        editor.press(Qt::Key_Backspace);
-        editor.press(Qt::Key_Backspace);
-        editor.settle();
-        QCOMPARE(editor.colorOf(1003, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(1003, QStringLiteral("Math")), PrimitiveTypes);
-
         // An unfinished string turns the rest of the script inside out, and
         // taking it back restores every line down to the last.
         editor.placeCursor(1500, 0);
@@ -490,12 +355,11 @@ private slots:
         // The lines in view turn at once; the rest follows between keystrokes.
         QCOMPARE(editor.colorOf(1502, QStringLiteral("return")), String);
         editor.settle();
-        QCOMPARE(editor.colorOf(3996, QStringLiteral("return")), String);
+        QCOMPARE(editor.colorOf(3995, QStringLiteral("return")), String);
         editor.press(Qt::Key_Backspace);
         QCOMPARE(editor.colorOf(1502, QStringLiteral("return")), Keyword);
         editor.settle();
-        QCOMPARE(editor.colorOf(3996, QStringLiteral("return")), Keyword);
-        QCOMPARE(editor.colorOf(3986, QStringLiteral("\"HP 3985\"")), String);
+        QCOMPARE(editor.colorOf(3995, QStringLiteral("return")), Keyword);
     }
 
     void editsWhileLinesWaitEndAsAFreshHighlight()
@@ -532,7 +396,6 @@ private slots:
     void plainTextModeShowsNoColours()
     {
         Editor editor(QStringLiteral("return \"x\";"));
-        QCOMPARE(editor.colorOf(0, QStringLiteral("return")), Keyword);
         editor.edit->setLanguageMode(HaxeCodeEdit::PlainText);
         QVERIFY(!editor.edit->highlighter());
         QCOMPARE(editor.colorOf(0, QStringLiteral("return")), QColor());
@@ -549,9 +412,6 @@ private slots:
             const QColor shown = editor.colorOf(0, word);
             QVERIFY2(TestEnvironment::contrast(shown, background) >= 4.5, qPrintable(word + QLatin1Char(' ') + shown.name()));
         }
-        // Darker, but still the string's hue.
-        const QColor string = editor.colorOf(0, QStringLiteral("\"yellow\""));
-        QVERIFY(qAbs(string.hslHue() - String.hslHue()) <= 4);
         // Back on the dark theme the scheme's own colours return.
         Theme::installDefault();
         Theme::apply();
@@ -564,28 +424,24 @@ private slots:
         Editor editor(QStringLiteral("zero\none\ntwo\nthree\nfour"));
         LineNumberArea* gutter = editor.edit->lineNumberArea();
         QTest::mouseClick(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(2));
-        QCOMPARE(editor.edit->textCursor().selectedText(), QStringLiteral("two") + Separator);
+        QCOMPARE(editor.selected(), selectedLines({"two"}));
         QVERIFY(editor.edit->hasFocus());
 
         // A drag down and a drag up from the same line.
-        QTest::mousePress(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(1));
-        TestEnvironment::moveWithButtons(gutter, editor.gutterPoint(3), Qt::LeftButton);
-        QTest::mouseRelease(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(3));
-        QCOMPARE(editor.edit->textCursor().selectedText(),
-                 QStringLiteral("one") + Separator + QStringLiteral("two") + Separator + QStringLiteral("three") + Separator);
-        QTest::mousePress(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(3));
-        TestEnvironment::moveWithButtons(gutter, editor.gutterPoint(2), Qt::LeftButton);
-        QTest::mouseRelease(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(2));
-        QCOMPARE(editor.edit->textCursor().selectedText(),
-                 QStringLiteral("two") + Separator + QStringLiteral("three") + Separator);
+        editor.dragGutter(1, 3);
+        QCOMPARE(editor.selected(), selectedLines({"one", "two", "three"}));
+        editor.dragGutter(3, 2);
+        QCOMPARE(editor.selected(), selectedLines({"two", "three"}));
         // Moving without the button selects nothing more.
         QTest::mouseMove(gutter, editor.gutterPoint(0));
-        QCOMPARE(editor.edit->textCursor().selectedText(),
-                 QStringLiteral("two") + Separator + QStringLiteral("three") + Separator);
+        QCOMPARE(editor.selected(), selectedLines({"two", "three"}));
+        // Tab indents those lines only.
+        editor.press(Qt::Key_Tab);
+        QCOMPARE(editor.text(), QStringLiteral("zero\none\n\ttwo\n\tthree\nfour"));
 
         // The last line has no break to take along.
         QTest::mouseClick(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(4));
-        QCOMPARE(editor.edit->textCursor().selectedText(), QStringLiteral("four"));
+        QCOMPARE(editor.selected(), QStringLiteral("four"));
     }
 
     void theGutterCountsFromTheScrolledLine()
@@ -596,20 +452,7 @@ private slots:
         const int first = editor.edit->cursorForPosition(QPoint(4, 4)).blockNumber();
         QVERIFY(first >= 150);
         QTest::mouseClick(editor.edit->lineNumberArea(), Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(first + 1));
-        QCOMPARE(editor.edit->textCursor().selectedText(), editor.line(first + 1) + Separator);
-    }
-
-    void gutterLinesThenTabIndentOnlyThoseLines()
-    {
-        Editor editor(QStringLiteral("a\nb\nc\nd"));
-        LineNumberArea* gutter = editor.edit->lineNumberArea();
-        QTest::mousePress(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(1));
-        TestEnvironment::moveWithButtons(gutter, editor.gutterPoint(2), Qt::LeftButton);
-        QTest::mouseRelease(gutter, Qt::LeftButton, Qt::NoModifier, editor.gutterPoint(2));
-        editor.press(Qt::Key_Tab);
-        QCOMPARE(editor.text(), QStringLiteral("a\n\tb\n\tc\nd"));
-        editor.press(Qt::Key_Tab);
-        QCOMPARE(editor.text(), QStringLiteral("a\n\t\tb\n\t\tc\nd"));
+        QCOMPARE(editor.selected(), selectedLines({editor.line(first + 1)}));
     }
 
     void theGutterWidensForMoreDigits()
@@ -623,19 +466,14 @@ private slots:
         QVERIFY(editor.edit->viewport()->geometry().left() >= editor.edit->lineNumberArea()->geometry().right());
     }
 
-    void theTextStandsInAFixedFont()
+    void theColumnsLineUpWhereThePlatformNamesNoFixedFont()
     {
         Editor editor(QStringLiteral("iiii\nWWWW"));
-        // The offscreen platform names no fixed font of its own: the columns
-        // must line up all the same.
         QVERIFY(QFontInfo(editor.edit->font()).fixedPitch());
-        QCOMPARE(editor.edit->font().weight(), 57);
-        QCOMPARE(editor.edit->lineWrapMode(), QPlainTextEdit::NoWrap);
-        QTextCursor narrow(editor.edit->document()->findBlockByNumber(0));
-        narrow.movePosition(QTextCursor::EndOfBlock);
-        QTextCursor wide(editor.edit->document()->findBlockByNumber(1));
-        wide.movePosition(QTextCursor::EndOfBlock);
-        QCOMPARE(editor.edit->cursorRect(narrow).x(), editor.edit->cursorRect(wide).x());
+        editor.placeCursor(0, 4);
+        const int narrow = editor.edit->cursorRect().x();
+        editor.placeCursor(1, 4);
+        QCOMPARE(editor.edit->cursorRect().x(), narrow);
     }
 
     // Focus and the error list.
@@ -656,9 +494,7 @@ private slots:
     {
         Editor editor(QStringLiteral("x = ;"));
         ErrorInfoPopup* popup = editor.edit->errorPopup();
-        QVERIFY(!popup->isVisible());
         popup->showErrors({{1, QStringLiteral("Unexpected token ';'")}, {3, QStringLiteral("Missing }")}});
-        QVERIFY(popup->isVisible());
         QTRY_COMPARE(popup->windowOpacity(), 1.0);
         QCOMPARE(popup->errors().size(), 2);
         editor.type(QStringLiteral("1"));
