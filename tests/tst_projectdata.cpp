@@ -1,6 +1,6 @@
 #include "TestEnvironment.h"
 
-#include "app/GameDataLabel.h"
+#include "logic/GameDataLabel.h"
 #include "app/ProjectData.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "app/GameDataLabel.h"
+#include "logic/GameDataLabel.h"
 
 namespace GameDataLabel {
 
