@@ -4,6 +4,7 @@
 #include <QSize>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QPixmap>
 #include <QStringList>
 #include <QVector>
 
@@ -102,6 +103,11 @@ public:
     static bool hasOwnSize(int type, const QJsonObject& object);
     static int ownWidth(const QJsonObject& object);
     static int ownHeight(const QJsonObject& object);
+
+    // The editor-only background picture at path; null when the path is
+    // empty or isn't a regular file holding an image. A pasted HUD can name
+    // any path, and reading a FIFO would block for ever.
+    static QPixmap backgroundImage(const QString& path);
 
     // The array of a template file beside the executable; empty when missing.
     static QJsonArray templateArray(const QString& fileName);

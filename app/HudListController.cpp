@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QMenu>
-#include <QPixmap>
 #include <QPushButton>
 
 HudListController::HudListController(UltimateTreeWidget* list, QPushButton* removeButton, GameUIEditor* editor,
@@ -252,5 +251,5 @@ void HudListController::refreshBackground()
 {
     const UltimateTreeItem* item = current();
     const QString path = item ? item->userData()->value(HudDocument::KeyBackground).toString() : QString();
-    editor->editorScene()->setBackgroundImage(path.isEmpty() ? QPixmap() : QPixmap(path));
+    editor->editorScene()->setBackgroundImage(HudDocument::backgroundImage(path));
 }

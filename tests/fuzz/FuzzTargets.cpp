@@ -37,6 +37,7 @@
 #include <memory>
 #include <tuple>
 
+#include <sys/stat.h>
 #include <zlib.h>
 
 namespace FuzzTargets {
@@ -503,6 +504,11 @@ struct Lists {
     {
         canvas.scene->setProjectData(&project().data);
         hudView->setup(new Helper, &project().data);
+        // The HUD being edited shows in its own component list, as beside the main window's canvas.
+        auto* componentList = new UltimateTreeWidget(&hudWindow);
+        componentList->tree()->setRowHeight(20);
+        componentList->tree()->startView();
+        hudView->bindList(componentList, nullptr, nullptr);
         hudList->tree()->setColumnCount(2);
         controller.setup();
         controller.setScreenSize(QSize(816, 624));
@@ -621,6 +627,9 @@ void pasteHud(Lists& lists, bool onCustom, const QString& text)
     // The user opens it on the canvas and goes back to the Map HUD; the list
     // then saves and reads back the same.
     rows->setCurrentRow(rows->row(at));
+    if (HudDocument::componentCount(record.value(HudDocument::KeyHud).toArray()) > 0
+        && lists.hudView->editorScene()->components().isEmpty())
+        broken("clipboard", QStringLiteral("the pasted HUD's components didn't open"));
     rows->setCurrentRow(rows->row(0));
     const QVector<HudEntry> visited = lists.controller.entries();
     const QJsonObject written = HudDocument::assemble(QJsonObject(), visited);
@@ -643,7 +652,15 @@ void clipboard(const QByteArray& bytes)
     const QString& word = words.at(pick % words.size());
     const bool withWord = (pick / words.size()) % 2 == 0;
     const bool alternative = (pick / words.size() / 2) % 2 == 1;
-    const QString text = (withWord ? word : QString()) + QString::fromUtf8(bytes.mid(1));
+    // "@FIFO@" stands for a FIFO in the temporary home, so that a kept input
+    // can name one (a HUD's background) without a fixed place on the disk.
+    static const QString fifo = [] {
+        const QString path = TestEnvironment::home() + QStringLiteral("/fuzz-fifo");
+        ::mkfifo(QFile::encodeName(path).constData(), 0600);
+        return path;
+    }();
+    QString text = (withWord ? word : QString()) + QString::fromUtf8(bytes.mid(1));
+    text.replace(QLatin1String("@FIFO@"), fifo);
     QApplication::clipboard()->setText(text);
 
     if (word == ClipboardIdentifiers::Component)
