@@ -6,9 +6,10 @@
 #   bash tools/fuzz.sh TARGET [SECONDS]   one target (or "all") for SECONDS
 #   bash tools/fuzz.sh --list             the targets
 # An input that crashes, breaks a target's check or runs over 1 s is written
-# to tests/fuzz/<target>/ (crash-*, timeout-*, oom-*, leak-*); fix the program,
-# keep the input there, and tst_fuzzreplay replays it on every test run.
-# Exits non-zero when any target found something.
+# to tests/fuzz/<target>/ (crash-*, timeout-*, slow-unit-*, oom-*, leak-*):
+# fix the program, keep the input there under a name that says what it is,
+# and tst_fuzzreplay replays it on every test run. Exits non-zero when any
+# target found something. VELMORA_FUZZ_LEAKS=1 looks for leaks too (slow).
 set -euo pipefail
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
@@ -62,9 +63,12 @@ fi
 # freed, which with Qt's caches is most of them, at a hundredth of the speed.
 # tools/test.sh --sanitize checks the kept inputs and seeds for leaks anyway
 # (tst_fuzzreplay). Only Qt's and the system's own leaks are suppressed; to
-# see Qt's frames the stacks are unwound the slow way.
+# see Qt's frames, deep ones included, the stacks are unwound the slow way,
+# and an input counts as a hang only after 30 s: leaks are what is looked for.
+timeout=1
 if [ "${VELMORA_FUZZ_LEAKS:-0}" = "1" ]; then
-    export ASAN_OPTIONS="abort_on_error=1:handle_abort=1:detect_leaks=1:fast_unwind_on_malloc=0"
+    export ASAN_OPTIONS="abort_on_error=1:handle_abort=1:detect_leaks=1:fast_unwind_on_malloc=0:malloc_context_size=250"
+    timeout=30
 else
     export ASAN_OPTIONS="abort_on_error=1:handle_abort=1:detect_leaks=0"
 fi
@@ -88,7 +92,7 @@ for target in "${selected[@]}"; do
     status=0
     # New inputs go to the first folder, the working corpus; the seeds and
     # the kept cases are read only.
-    "$program" -timeout=1 -max_total_time="$seconds" -print_final_stats=1 \
+    "$program" -timeout="$timeout" -report_slow_units="$timeout" -max_total_time="$seconds" -print_final_stats=1 \
         -dict="$root/tests/fuzz/$target.dict" -artifact_prefix="$cases/" \
         "$corpus" "$seeds" "$cases" >"$log" 2>&1 || status=$?
     grep -E '^#[0-9]+[[:space:]]+(INITED|DONE)' "$log" | sed 's/^/   /' || true
