@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QPixmap>
 #include <QSaveFile>
 
 #include <cstdlib>

@@ -4,7 +4,6 @@
 #include <QSize>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QPixmap>
 #include <QStringList>
 #include <QVector>
 
@@ -19,6 +18,7 @@ struct HudEntry {
 // the HUD list; this class explodes a file into entries on loading and puts
 // the document together again from the entries on saving.
 class GameUIEditorScene;
+class QPixmap;
 
 class HudDocument
 {

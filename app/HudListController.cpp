@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPixmap>
 #include <QPushButton>
 
 HudListController::HudListController(UltimateTreeWidget* list, QPushButton* removeButton, GameUIEditor* editor,
