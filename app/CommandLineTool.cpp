@@ -451,7 +451,7 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
             QPixmap background;
             const QString backgroundPath = entry->object.value(HudDocument::KeyBackground).toString();
             if (options.background && !backgroundPath.isEmpty()) {
-                background = QPixmap(backgroundPath);
+                background = HudDocument::backgroundImage(backgroundPath);
                 if (background.isNull())
                     out << "HUD \"" << name << "\": its background image " << QDir::toNativeSeparators(backgroundPath)
                         << " can't be read; the canvas tile stands in\n";

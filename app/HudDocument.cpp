@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QPixmap>
 #include <QSaveFile>
 
 #include <cstdlib>
@@ -123,6 +124,13 @@ void HudDocument::setDocument(const QJsonObject& document, const QStringList& ba
         HudEntry entry;
         entry.type = i == mapIndex ? HudEntry::Map : i == battleIndex ? HudEntry::Battle : HudEntry::Custom;
         entry.object = data.at(i).toObject();
+        // Components that can't be read open as none. Kept as they were, they
+        // would be written back, and the saved document would read as
+        // damaged again on every opening, each save leaving one more backup;
+        // the damaged file's backup still holds them.
+        const QJsonValue components = entry.object.value(KeyHud);
+        if (!components.isUndefined() && !components.isArray())
+            entry.object.insert(KeyHud, QJsonArray());
         entry.object.insert(KeyBackground, i < backgrounds.size() ? backgrounds.at(i) : QString());
         entries.append(entry);
     }
@@ -261,6 +269,13 @@ QString HudDocument::displayName(int type, const QJsonObject& object)
     default:
         return object.value(KeyName).toString();
     }
+}
+
+QPixmap HudDocument::backgroundImage(const QString& path)
+{
+    if (path.isEmpty() || !QFileInfo(path).isFile())
+        return QPixmap();
+    return QPixmap(path);
 }
 
 bool HudDocument::hasOwnSize(int type, const QJsonObject& object)

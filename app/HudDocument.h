@@ -18,6 +18,7 @@ struct HudEntry {
 // the HUD list; this class explodes a file into entries on loading and puts
 // the document together again from the entries on saving.
 class GameUIEditorScene;
+class QPixmap;
 
 class HudDocument
 {
@@ -102,6 +103,11 @@ public:
     static bool hasOwnSize(int type, const QJsonObject& object);
     static int ownWidth(const QJsonObject& object);
     static int ownHeight(const QJsonObject& object);
+
+    // The editor-only background picture at path; null when the path is
+    // empty or isn't a regular file holding an image. A pasted HUD can name
+    // any path, and reading a FIFO would block for ever.
+    static QPixmap backgroundImage(const QString& path);
 
     // The array of a template file among the shipped files (beside the
     // executable, or in the install's share folder); empty when missing.

@@ -252,5 +252,5 @@ void HudListController::refreshBackground()
 {
     const UltimateTreeItem* item = current();
     const QString path = item ? item->userData()->value(HudDocument::KeyBackground).toString() : QString();
-    editor->editorScene()->setBackgroundImage(path.isEmpty() ? QPixmap() : QPixmap(path));
+    editor->editorScene()->setBackgroundImage(HudDocument::backgroundImage(path));
 }

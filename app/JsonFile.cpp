@@ -57,8 +57,18 @@ QJsonDocument read(const QString& path, QString* reason)
         setReason(reason, systemReason(file.errorString()));
         return QJsonDocument();
     }
-    // The size can grow between the check and the read; never take more.
-    const QByteArray bytes = file.read(MaxFileSize + 1);
+    // QIODevice::read(n) sets aside n bytes before it reads, so it is asked
+    // for what the file holds rather than for the limit: 256 MB for every
+    // file is real memory under a sanitizer or strict overcommit. The size
+    // can grow between the check and the read; the rest is read on, but
+    // never past the limit.
+    QByteArray bytes = file.read(qMin(file.size(), MaxFileSize) + 1);
+    while (bytes.size() <= MaxFileSize) {
+        const QByteArray more = file.read(qMin<qint64>(1 << 20, MaxFileSize + 1 - bytes.size()));
+        if (more.isEmpty())
+            break;
+        bytes += more;
+    }
     if (bytes.size() > MaxFileSize) {
         setReason(reason, QCoreApplication::translate("", "larger than %1 MB").arg(MaxFileSize / (1024 * 1024)));
         return QJsonDocument();

@@ -14,8 +14,10 @@ bool convertWoffToOtf(const QString& source, const QString& destination);
 namespace WoffConverter {
 
 // Largest font either decoder will produce or read, against files that claim
-// or inflate to absurd sizes.
-constexpr qint64 MaximumFontSize = 128 * 1024 * 1024;
+// or inflate to absurd sizes. The largest fonts a game ships (whole CJK
+// families) are about 20 MB; a small web font that inflates past this limit
+// would take seconds to unpack into a file no font database takes.
+constexpr qint64 MaximumFontSize = 32 * 1024 * 1024;
 
 QByteArray decodeWoff(const QByteArray& woff);
 QByteArray decodeWoff2(const QByteArray& woff2);

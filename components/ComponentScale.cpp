@@ -1,6 +1,22 @@
 #include "components/ComponentScale.h"
 
+#include <QtGlobal>
+
+#include <cmath>
+#include <limits>
+
 namespace {
+
+// A document can hold any scale ("ScaleX": 1e308): the side it gives is
+// clamped into int, since converting a double beyond it is undefined, and a
+// product that is no number at all gives no side.
+int scaledSide(int natural, double scale)
+{
+    const double side = std::trunc(natural * scale);
+    if (std::isnan(side))
+        return 0;
+    return int(qBound(double(std::numeric_limits<int>::min()), side, double(std::numeric_limits<int>::max())));
+}
 
 double ratio(int size, int natural)
 {
@@ -20,7 +36,7 @@ void ComponentScale::read(const QJsonObject& json)
 
 QSize ComponentScale::sizeFor(const QSize& natural) const
 {
-    return QSize(int(natural.width() * scaleX), int(natural.height() * scaleY));
+    return QSize(scaledSide(natural.width(), scaleX), scaledSide(natural.height(), scaleY));
 }
 
 void ComponentScale::forget()

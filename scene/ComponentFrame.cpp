@@ -8,6 +8,16 @@
 
 namespace {
 
+// The drawn rectangle as far as a frame goes: cut to a square that no canvas
+// outgrows. A document can make it pass the range of int ("Width":
+// 2147483647 at zoom 2.0), where rounding is undefined, and the marching ants
+// walk every pixel of an edge.
+QRectF frameArea(const UIComponentBase& component)
+{
+    constexpr double reach = 1 << 16;
+    return component.drawnRect().intersected(QRectF(-reach, -reach, 2 * reach, 2 * reach));
+}
+
 // One horizontal or vertical run of the marching ants: four pixels of the
 // first colour and four of the second, shifted forward by the offset.
 void paintAntRun(QPainter* painter, int originX, int originY, int length, bool vertical, int offset,
@@ -36,7 +46,7 @@ void ComponentFrame::paint(QPainter* painter, const UIComponentBase& component)
 {
     if (!component.frameVisible || component.passive)
         return;
-    const QRectF drawn = component.drawnRect();
+    const QRectF drawn = frameArea(component);
     // Frames sit on whole pixels: the drawn rectangle's edges rounded as
     // the bounds round them.
     const int left = qRound(drawn.left());
@@ -69,8 +79,8 @@ void ComponentFrame::paintSelection(QPainter* painter, const UIComponentBase& co
     // Each edge in two runs that leave the corner and middle handles free.
     const int handleSize = UIComponentBase::handleSize;
     const int gap = handleSize / 2;
-    const int halfW = int(component.drawnRect().width() / 2);
-    const int halfH = int(component.drawnRect().height() / 2);
+    const int halfW = int(frameArea(component).width() / 2);
+    const int halfH = int(frameArea(component).height() / 2);
     const int runW = halfW - handleSize;
     const int runH = halfH - handleSize;
     for (int row : {top, bottom - 1}) {

@@ -109,7 +109,10 @@ void UIComponentBase::setData(const QJsonObject& json)
     // doesn't know, still keeps every key it came with.
     jsonData = json;
     setXY(readInteger(json.value(QStringLiteral("X"))), readInteger(json.value(QStringLiteral("Y"))));
-    setRotation(json.value(QStringLiteral("Rotation")).toDouble(0.0));
+    // Degrees past a whole turn mean the same within it; taken as they are,
+    // a document's 1e308 would overflow the int that data() writes back.
+    const double rotation = json.value(QStringLiteral("Rotation")).toDouble(0.0);
+    setRotation(std::isfinite(rotation) ? std::fmod(rotation, 360.0) : 0.0);
     opacity = json.value(QStringLiteral("Opacity")).toDouble(1.0);
     refresh();
 }

@@ -244,7 +244,7 @@ Seen answering(const std::function<void()>& trigger, QList<Answer> answers)
         const QString shots = qEnvironmentVariable("VELMORA_TEST_SHOTS");
         if (!shots.isEmpty() && QGuiApplication::primaryScreen()) {
             static int shot = 0;
-            QTest::qWaitForWindowExposed(dialog);
+            (void)QTest::qWaitForWindowExposed(dialog);
             QTest::qWait(300);
             QGuiApplication::primaryScreen()->grabWindow(0).save(
                 QStringLiteral("%1/%2-%3.png").arg(shots).arg(++shot).arg(seen.title.simplified().replace(QLatin1Char(' '), QLatin1Char('-'))));

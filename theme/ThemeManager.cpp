@@ -15,6 +15,7 @@
 #include <QSaveFile>
 #include <QSet>
 #include <QStyle>
+#include <QVariantMap>
 #include <QWidget>
 
 namespace {
@@ -253,10 +254,13 @@ void readObject(const QJsonObject& object)
 
 QJsonObject toObject(const ThemeTable& table)
 {
-    QJsonObject object;
+    // Gathered in a map first: a JSON object keeps its keys sorted as text,
+    // so inserting them one by one in the table's numeric order moves the
+    // object's storage on almost every insert, quadratic in a large file.
+    QVariantMap object;
     for (auto it = table.begin(); it != table.end(); ++it)
         object.insert(QString::number(it.key()), it.value().name(QColor::HexRgb));
-    return object;
+    return QJsonObject::fromVariantMap(object);
 }
 
 void refreshCachedColors()
