@@ -18,6 +18,7 @@ MainWindowCommands::MainWindowCommands(VelmoMainWindow* window, VelmoMainTitleBa
         {bar->Action_ReloadProject, &VelmoMainWindow::ReloadProject},
         {bar->Action_SaveProject, &VelmoMainWindow::SaveProject},
         {bar->Action_CloseProject, &VelmoMainWindow::CloseProject},
+        {bar->Action_Quit, &VelmoMainWindow::closeWindow},
         {bar->Action_Undo, &VelmoMainWindow::Undo},
         {bar->Action_Redo, &VelmoMainWindow::Redo},
         {bar->Action_Run, &VelmoMainWindow::RunGame},

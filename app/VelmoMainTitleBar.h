@@ -45,6 +45,7 @@ public:
     QAction* Action_ReloadProject;
     QAction* Action_SaveProject;
     QAction* Action_CloseProject;
+    QAction* Action_Quit;
     QAction* Action_Undo;
     QAction* Action_Redo;
     QAction* Action_Run;

@@ -707,6 +707,18 @@ private slots:
         QVERIFY(!QFileInfo::exists(TestEnvironment::documentPath(project)));
         pressSave();
         QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
+
+        // Ctrl+Q quits through the same question as the close button: cancel
+        // keeps the window and the work, saving writes the document and ends.
+        window->markChanged();
+        seen = answering([&] { key(Qt::Key_Q); }, {press("endButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QVERIFY(window->isVisible() && window->projectIsChanged());
+        QFile::remove(TestEnvironment::documentPath(project));
+        seen = answering([&] { key(Qt::Key_Q); }, {press("confirmButton")});
+        QCOMPARE(seen.title, QStringLiteral("Save Confirmation"));
+        QVERIFY(!window->isVisible());
+        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
     }
 
     void aLeftOverBlankCursorComesBack()
