@@ -104,7 +104,9 @@ UIComponentCommonDialog::UIComponentCommonDialog(QJsonObject* json, bool* accept
     lists->addTab(tr("Animations"), animations);
     lists->addTab(tr("Custom Properties"), customProperties);
     lists->setCurrentIndex(0, true, true);
-    lists->setMinimumWidth(380);
+    // Wide enough for both tab labels and the column titles in longer
+    // languages than English.
+    lists->setMinimumWidth(440);
     columns->addWidget(lists, 2);
     contentLayout->addLayout(columns, 1);
 

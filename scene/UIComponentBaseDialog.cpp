@@ -195,6 +195,9 @@ void UIComponentBaseDialog::setUpAnimationList(UltimateTreeWidget* animations, c
     tree->setColumnTitle(0, tr("Property"));
     tree->setColumnTitle(1, tr("Start"));
     tree->setColumnTitle(2, tr("End"));
+    // The property names are the longest texts; their column grows with its
+    // title in languages that need more room than "Property".
+    tree->setColumnWidth(0, qMax(100, animations->fontMetrics().horizontalAdvance(tr("Property")) + 24), false);
     tree->setColumnWidth(1, 62, false);
     tree->setFiller(true, QString());
     tree->setRowHeight(18);
