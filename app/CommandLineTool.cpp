@@ -613,6 +613,23 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     return resave(folder, output, visit, throughDialogs, out, err);
 }
 
+namespace {
+
+QtMessageHandler passOn = nullptr;
+
+// The commands' windows are never shown, so what the offscreen platform says
+// it can't do for them (window opacity, size hints) is of no use to the
+// reader of the output; everything else goes on as before.
+void dropOffscreenNotes(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtWarningMsg && message.startsWith(QLatin1String("This plugin does not support")))
+        return;
+    if (passOn)
+        passOn(type, context, message);
+}
+
+}
+
 int run(int argc, char** argv)
 {
     // Visiting and drawing the HUDs run the editor's canvas, which needs
@@ -622,6 +639,8 @@ int run(int argc, char** argv)
         canvas = canvas || qstrcmp(argv[i], "--visit-all") == 0 || qstrcmp(argv[i], "--through-dialogs") == 0;
     if (canvas && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (canvas)
+        passOn = qInstallMessageHandler(dropOffscreenNotes);
     QScopedPointer<QCoreApplication> application(canvas ? new QApplication(argc, argv)
                                                         : new QCoreApplication(argc, argv));
     initVelmoraResources();
