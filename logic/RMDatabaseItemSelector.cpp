@@ -28,7 +28,7 @@ RMDatabaseItemSelector::RMDatabaseItemSelector(int* id, bool* accepted, QJsonObj
     boxLayout->addWidget(filter);
     dataList = new UltimateTreeWidget(mainBox);
     dataList->setObjectName(QStringLiteral("dataList"));
-    GameDataList::setUp(dataList, titleWord);
+    rows = new GameDataList(dataList, titleWord, this);
     boxLayout->addWidget(dataList, 1);
     contentLayout->addWidget(mainBox, 1);
     addButtons(contentLayout);
@@ -40,7 +40,7 @@ RMDatabaseItemSelector::RMDatabaseItemSelector(int* id, bool* accepted, QJsonObj
         entries.append({entryId, QStringLiteral("%1 %2").arg(GameDataLabel::paddedId(entryId),
                                                              GameDataLabel::recordName(records, entryId))});
     }
-    GameDataList::fill(dataList, entries, QString(), *id);
+    rows->show(entries, QString(), *id, false);
 
     // Cancel has a slot of its own.
     disconnect(cancelButton(), &QPushButton::clicked, this, &QDialog::reject);
@@ -65,7 +65,7 @@ bool RMDatabaseItemSelector::pick(MyDialogOpener* opener, int* id, QJsonObject* 
 
 void RMDatabaseItemSelector::whenFilterChanged(const QString& text)
 {
-    GameDataList::fill(dataList, entries, text, GameDataList::currentId(dataList, *id));
+    rows->show(entries, text, rows->currentId(*id));
 }
 
 void RMDatabaseItemSelector::on_dataList_itemDoubleClicked(UltimateTreeItem* item, int)
@@ -76,7 +76,7 @@ void RMDatabaseItemSelector::on_dataList_itemDoubleClicked(UltimateTreeItem* ite
 
 void RMDatabaseItemSelector::on_confirmButton_clicked()
 {
-    *id = GameDataList::currentId(dataList, 1);
+    *id = rows->currentId(1);
     acceptChoice();
 }
 

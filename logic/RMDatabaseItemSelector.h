@@ -28,6 +28,7 @@ public:
                      const QString& titleWord, QWidget* parent);
 
     UltimateTreeWidget* list() const { return dataList; }
+    GameDataList* rowsOfList() const { return rows; }
     MyLineEdit* filterField() const { return filter; }
 
 private slots:
@@ -45,4 +46,5 @@ private:
     MyGroupBox* mainBox;
     MyLineEdit* filter;
     UltimateTreeWidget* dataList;
+    GameDataList* rows;
 };

@@ -22,7 +22,7 @@ const int GroupSize = 20;
 }
 
 SwitchSelector::SwitchSelector(int* id, bool* accepted, QJsonObject* projectData, bool isSwitch, QWidget* parent)
-    : PickerDialog(accepted, parent), id(id)
+    : PickerDialog(accepted, parent), id(id), keptId(*id)
 {
     setObjectName(QStringLiteral("SwitchSelector"));
     varSelectBox = new MyGroupBox(isSwitch ? tr("Game Switches") : tr("Game Variables"), content);
@@ -37,11 +37,11 @@ SwitchSelector::SwitchSelector(int* id, bool* accepted, QJsonObject* projectData
     containerList = new UltimateTreeWidget(varSelectBox);
     containerList->setObjectName(QStringLiteral("containerList"));
     containerList->setFixedWidth(150);
-    GameDataList::setUp(containerList, isSwitch ? tr("Switch Groups") : tr("Variable Groups"));
+    groupRows = new GameDataList(containerList, isSwitch ? tr("Switch Groups") : tr("Variable Groups"), this);
     varList = new UltimateTreeWidget(varSelectBox);
     varList->setObjectName(QStringLiteral("varList"));
     varList->setMinimumWidth(260);
-    GameDataList::setUp(varList, isSwitch ? tr("Switch") : tr("Variable"));
+    entryRows = new GameDataList(varList, isSwitch ? tr("Switch") : tr("Variable"), this);
     lists->addWidget(containerList);
     lists->addWidget(varList, 1);
     boxLayout->addLayout(lists, 1);
@@ -54,12 +54,8 @@ SwitchSelector::SwitchSelector(int* id, bool* accepted, QJsonObject* projectData
     entries.reserve(groups * GroupSize);
     for (int entryId = 1; entryId <= groups * GroupSize; ++entryId)
         entries.append({entryId, GameDataLabel::entry(entryId, GameDataLabel::nameAt(names, entryId))});
-    for (int g = 0; g < groups; ++g) {
-        UltimateTreeItem* row = new UltimateTreeItem();
-        row->setId(g);
-        row->setText(0, GameDataLabel::range(GroupSize * g + 1, GroupSize * g + GroupSize));
-        containerList->tree()->addRow(row);
-    }
+    for (int g = 0; g < groups; ++g)
+        groupEntries.append({g, GameDataLabel::range(GroupSize * g + 1, GroupSize * g + GroupSize)});
 
     // Cancel has a slot of its own.
     disconnect(cancelButton(), &QPushButton::clicked, this, &QDialog::reject);
@@ -93,31 +89,27 @@ void SwitchSelector::showGroups(int selectedId)
 {
     filtering = false;
     containerList->setEnabled(true);
-    UltimateTree* groups = containerList->tree();
-    UltimateTreeItem* group = groups->row((selectedId - 1) / GroupSize);
-    if (selectedId < 1)
-        group = groups->row(0);
-    // Selecting the group fills the entries, even when it is the group
-    // already current (after a filter).
-    groups->setCurrentRow(nullptr);
-    groups->setCurrentRow(group);
-    containerList->ensureRowVisible(group);
-    if (!group)
-        varList->tree()->clear();
-    else
-        GameDataList::fill(varList, entries.mid(group->id() * GroupSize, GroupSize), QString(), selectedId);
+    const int group = qBound(0, (selectedId - 1) / GroupSize, qMax(0, groupEntries.size() - 1));
+    // The group's entries come with the group's selection; a group already
+    // current (after a filter) is chosen again.
+    keptId = selectedId;
+    containerList->tree()->setCurrentRow(nullptr);
+    groupRows->show(groupEntries, QString(), group, false);
+    keptId = *id;
+    if (groupEntries.isEmpty())
+        entryRows->show({}, QString(), selectedId, false);
 }
 
 void SwitchSelector::on_containerList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem*)
 {
     if (!current || filtering)
         return;
-    GameDataList::fill(varList, entries.mid(current->id() * GroupSize, GroupSize), QString(), *id);
+    entryRows->show(entries.mid(current->id() * GroupSize, GroupSize), QString(), keptId);
 }
 
 void SwitchSelector::whenFilterChanged(const QString& text)
 {
-    const int selected = GameDataList::currentId(varList, *id);
+    const int selected = entryRows->currentId(*id);
     if (text.isEmpty()) {
         showGroups(selected);
         return;
@@ -126,7 +118,7 @@ void SwitchSelector::whenFilterChanged(const QString& text)
     filtering = true;
     containerList->tree()->setCurrentRow(nullptr);
     containerList->setEnabled(false);
-    GameDataList::fill(varList, entries, text, selected);
+    entryRows->show(entries, text, selected);
 }
 
 void SwitchSelector::on_varList_itemDoubleClicked(UltimateTreeItem* item, int)

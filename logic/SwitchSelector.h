@@ -31,6 +31,7 @@ public:
     UltimateTreeWidget* groupList() const { return containerList; }
     UltimateTreeWidget* entryList() const { return varList; }
     MyLineEdit* filterField() const { return filter; }
+    GameDataList* rowsOfEntries() const { return entryRows; }
 
 private slots:
     void on_confirmButton_clicked();
@@ -49,9 +50,15 @@ private:
     int* id;
     // Every id of the shown groups, in order; group g holds 20 g to 20 g + 19.
     QVector<GameDataList::Entry> entries;
+    QVector<GameDataList::Entry> groupEntries;
     MyGroupBox* varSelectBox;
     MyLineEdit* filter;
     UltimateTreeWidget* containerList;
     UltimateTreeWidget* varList;
+    GameDataList* groupRows;
+    GameDataList* entryRows;
+    // The entry to select when a group is chosen: the one the dialog opened
+    // on, or the one chosen while filtering.
+    int keptId = 0;
     bool filtering = false;
 };
