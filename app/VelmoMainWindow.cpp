@@ -11,6 +11,7 @@
 #include "app/VelmoMainTitleBar.h"
 #include "app/WindowPlacement.h"
 #include "components/GameUIEditorSceneHelper.h"
+#include "logic/VelmoTextInputExtend.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "widgets/AlertDialog.h"
@@ -84,6 +85,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     theMainWindow = this;
     PathManager::setProjectDirectory(&lifecycle->directory());
     PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+    // Every extendable field takes a dynamic value through its kind 0.
+    VelmoTextInputExtend::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
     BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
         PathManager::getFont(fileName, folder, false);
@@ -142,6 +145,8 @@ VelmoMainWindow::~VelmoMainWindow()
     if (PathManager::projectDirectory() == &lifecycle->directory()) {
         PathManager::setProjectDirectory(nullptr);
         PathManager::setGraphicsFolderHook(nullptr);
+        // The dynamic input reads this window's project data, which goes with it.
+        VelmoTextInputExtend::install(nullptr);
     }
 }
 

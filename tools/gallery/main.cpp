@@ -2,13 +2,21 @@
 // side by side, so that a theme or a language can be checked at a glance.
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
 //                        [--dialog selector|TYPE]
-//                        [--picker color|image|font|easing] [--project FOLDER]
+//                        [--picker color|image|font|easing|switch|variable|database|code|actor|dynamic|runtype]
+//                        [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
 // pictures or fonts, and --screenshot takes its picture instead.
 #include "app/PathManager.h"
+#include "app/ProjectData.h"
 #include "app/Startup.h"
 #include "components/UIComponentCommonDialog.h"
 #include "components/VelmoUISelector.h"
+#include "logic/RMActorSelector.h"
+#include "logic/RMCodeInput.h"
+#include "logic/RMDatabaseItemSelector.h"
+#include "logic/SwitchSelector.h"
+#include "logic/VelmoAnimationStyle.h"
+#include "logic/VelmoTextInputExtend.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -44,6 +52,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QGridLayout>
 #include <QJsonArray>
 #include <QLabel>
@@ -593,6 +602,39 @@ int showDialog(const QString& which, const QString& shot)
     return QApplication::exec();
 }
 
+// The game-data pickers on the project's database; false for a name that
+// isn't one of them.
+bool runGameDataPicker(const QString& picker, QWidget* parent)
+{
+    static QJsonObject projectData;
+    ProjectData::ScreenSize screen;
+    ProjectData::load(QDir(projectFolder), projectData, screen);
+    VelmoTextInputExtend::install(&projectData);
+    bool accepted = false;
+    bool removed = false;
+    int id = 3;
+    if (picker == QLatin1String("switch") || picker == QLatin1String("variable")) {
+        SwitchSelector(&id, &accepted, &projectData, picker == QLatin1String("switch"), parent).exec();
+    } else if (picker == QLatin1String("database")) {
+        RMDatabaseItemSelector(&id, &accepted, &projectData, QStringLiteral("Actors.json"), t("Actor"), parent).exec();
+    } else if (picker == QLatin1String("code")) {
+        QString code = QString::fromUtf8(PluginScript);
+        RMCodeInput(&code, &accepted, nullptr, parent).exec();
+    } else if (picker == QLatin1String("actor")) {
+        QJsonObject actor{{"Type", 0}, {"ID", 1}};
+        RMActorSelector(&actor, &accepted, &projectData, parent).exec();
+    } else if (picker == QLatin1String("dynamic")) {
+        QJsonObject extension{{"Type", 1}, {"ID", 2}};
+        VelmoTextInputExtend(&extension, &accepted, &removed, &projectData, true, parent).exec();
+    } else if (picker == QLatin1String("runtype")) {
+        QJsonObject runType{{"Type", 0}, {"RunType", 2}};
+        VelmoAnimationStyle(&runType, &accepted, &projectData, parent).exec();
+    } else {
+        return false;
+    }
+    return true;
+}
+
 }
 
 int main(int argc, char** argv)
@@ -608,7 +650,8 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write a picture of the gallery and quit."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("picker"),
-                      QStringLiteral("Open a picker over the gallery: color, image, font or easing."),
+                      QStringLiteral("Open a picker over the gallery: color, image, font, easing, switch, variable, "
+                                     "database, code, actor, dynamic or runtype."),
                       QStringLiteral("kind")});
     parser.addOption({QStringLiteral("project"),
                       QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),
@@ -688,7 +731,7 @@ int main(int argc, char** argv)
             } else if (picker == QLatin1String("easing")) {
                 int value = 14;
                 EasingCurveSelector(&value, &accepted, &scroll).exec();
-            } else {
+            } else if (!runGameDataPicker(picker, &scroll)) {
                 std::fprintf(stderr, "unknown picker \"%s\"\n", qPrintable(picker));
             }
             if (!shot.isEmpty())
