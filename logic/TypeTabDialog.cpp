@@ -2,6 +2,7 @@
 
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
 
 #include <QHBoxLayout>
 #include <QVariant>
@@ -57,5 +58,9 @@ void TypeTabDialog::finishTabs(const QString& title, int type, int width, int he
     QMetaObject::connectSlotsByName(this);
     tabSystem->setCurrentIndex(type >= 0 && type < tabSystem->count() ? type : 0, true, true);
     adjustSize();
+    // Wider than asked where the tab labels need it (longer languages); the
+    // strip stands inside the content's and the tab system's margins.
+    const QMargins margins = contentLayout->contentsMargins();
+    width = qMax(width, tabSystem->header()->naturalWidth() + margins.left() + margins.right() + 8);
     finish(title, QSize(width, height > 0 ? height : sizeHint().height()));
 }

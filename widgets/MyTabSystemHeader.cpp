@@ -29,23 +29,35 @@ void MyTabSystemHeader::setVertical(bool on)
     update();
 }
 
-QVector<int> MyTabSystemHeader::tabWidths() const
+QVector<int> MyTabSystemHeader::naturalWidths() const
 {
     QVector<int> widths;
-    if (tabs.isEmpty())
-        return widths;
     // Measured in bold, as a selected tab draws its label.
     QFont bold = font();
     bold.setBold(true);
     const QFontMetrics metrics(bold);
-    int total = 0;
-    for (MyTabSystemHelper* helper : tabs) {
+    for (MyTabSystemHelper* helper : tabs)
         widths.append(qMax(60, metrics.horizontalAdvance(helper->label()) + 28));
-        total += widths.last();
-    }
+    return widths;
+}
+
+int MyTabSystemHeader::naturalWidth() const
+{
+    int total = 0;
+    for (int w : naturalWidths())
+        total += w;
+    return total;
+}
+
+QVector<int> MyTabSystemHeader::tabWidths() const
+{
+    QVector<int> widths = naturalWidths();
+    int total = 0;
+    for (int w : widths)
+        total += w;
     // Tabs that don't fit share the strip evenly and elide their labels.
-    if (total > width()) {
-        const int share = width() / tabs.size();
+    if (!widths.isEmpty() && total > width()) {
+        const int share = width() / widths.size();
         for (int& w : widths)
             w = share;
     }

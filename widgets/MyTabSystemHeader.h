@@ -28,6 +28,8 @@ public:
     // The tab at a point of the strip, or -1.
     int tabAt(const QPoint& pos) const;
     QRect tabRect(int index) const;
+    // The width the row needs to show every label whole.
+    int naturalWidth() const;
 
 signals:
     void tabClicked(int index);
@@ -41,6 +43,7 @@ protected:
 private:
     void setHovered(int index);
     QVector<int> tabWidths() const;
+    QVector<int> naturalWidths() const;
 
     QList<MyTabSystemHelper*> tabs;
     bool vertical = false;
