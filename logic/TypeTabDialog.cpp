@@ -4,6 +4,8 @@
 #include "widgets/MyTabSystem.h"
 #include "widgets/MyTabSystemHeader.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QVariant>
 #include <QPushButton>
@@ -58,9 +60,11 @@ void TypeTabDialog::finishTabs(const QString& title, int type, int width, int he
     QMetaObject::connectSlotsByName(this);
     tabSystem->setCurrentIndex(type >= 0 && type < tabSystem->count() ? type : 0, true, true);
     adjustSize();
-    // Wider than asked where the tab labels need it (longer languages); the
-    // strip stands inside the content's and the tab system's margins.
+    // Wider than asked where the tab labels or the buttons need it (longer
+    // languages); the tab strip stands inside the content's and the tab
+    // system's margins.
     const QMargins margins = contentLayout->contentsMargins();
-    width = qMax(width, tabSystem->header()->naturalWidth() + margins.left() + margins.right() + 8);
+    width = std::max({width, tabSystem->header()->naturalWidth() + margins.left() + margins.right() + 8,
+                      sizeHint().width()});
     finish(title, QSize(width, height > 0 ? height : sizeHint().height()));
 }
