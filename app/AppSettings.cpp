@@ -14,6 +14,11 @@ bool isWindows10OrLater()
         && current >= QOperatingSystemVersion::Windows10;
 }
 
+bool customFramesOffered()
+{
+    return QOperatingSystemVersion::current().type() != QOperatingSystemVersion::Windows || isWindows10OrLater();
+}
+
 void load(int& windowStyle, bool& nativeMenuBar, QString& theme, QString& language)
 {
     SettingsStore store;

@@ -1,6 +1,7 @@
 #include "app/MainWindowForm.h"
 
 #include "app/VelmoControls.h"
+#include "app/VelmoNoProjectPage.h"
 #include "scene/GameUIEditor.h"
 #include "widgets/BRResizerRenderer.h"
 #include "widgets/MyTabSystem.h"
@@ -27,8 +28,7 @@ void MainWindowForm::setupUi(QMainWindow* window)
     pages = new QStackedLayout(widget);
 
     // The page shown while no project is open.
-    noProjectPage = new QWidget(widget);
-    noProjectPage->setObjectName(QStringLiteral("NoProjectPage"));
+    noProjectPage = new VelmoNoProjectPage(widget);
     QVBoxLayout* noProjectLayout = new QVBoxLayout(noProjectPage);
     QFrame* insertFrame = new QFrame(noProjectPage);
     insertFrame->setObjectName(QStringLiteral("insertFrame"));

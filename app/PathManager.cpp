@@ -118,6 +118,16 @@ QFont getFont(const QString& fileName, const QDir& fontsFolder, bool inAssetsFol
     return QFont(families.first());
 }
 
+QString programFontFamily()
+{
+    static const QString family = [] {
+        const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/resources/Fonts/Pangolin-Regular.ttf"));
+        const QStringList families = QFontDatabase::applicationFontFamilies(id);
+        return families.isEmpty() ? QString() : families.first();
+    }();
+    return family;
+}
+
 QString loadedFontFamily(const QString& fileName)
 {
     return state().fontFamilies.value(fileName);

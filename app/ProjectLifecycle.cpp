@@ -95,8 +95,15 @@ QString ProjectLifecycle::locationProblem() const
     if (!rejectedLocation.isEmpty())
         return tr("No game runtime (\"nwjs-win\" or \"nwjs-lin\") was found in the RPG Maker MZ location \"%1\".")
             .arg(QDir::toNativeSeparators(rejectedLocation));
-    return tr("No RPG Maker MZ location is set: \"EditorLocation\" in the settings file names the folder of "
-              "RPG Maker MZ, the one that holds \"nwjs-win\" or \"nwjs-lin\".");
+    return tr("No RPG Maker MZ location is set: choose the folder of RPG Maker MZ, the one that holds "
+              "\"nwjs-win\" or \"nwjs-lin\", in the settings.");
+}
+
+void ProjectLifecycle::setEditorLocation(const QString& folder)
+{
+    location = GameRunner::isValidLocation(folder) ? folder : QString();
+    rejectedLocation = location.isEmpty() ? folder : QString();
+    emit stateChanged();
 }
 
 void ProjectLifecycle::openStartProject()
@@ -112,7 +119,7 @@ void ProjectLifecycle::openStartProject()
 
     const Startup::CommandLineProject fromArguments = Startup::projectFromArguments(QCoreApplication::arguments());
     QString project = fromArguments.folder;
-    QStringList notices = fromArguments.problems;
+    QStringList notices = Startup::takeNotices() + fromArguments.problems;
     if (project.isEmpty()) {
         project = store.value(QStringLiteral("Project")).toString();
         if (!project.isEmpty() && !QFileInfo::exists(project))

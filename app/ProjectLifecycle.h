@@ -41,6 +41,8 @@ public:
     const QJsonObject* data() const { return &projectData; }
     QSize screenSize() const;
     QString editorLocation() const { return location; }
+    // A folder that holds no game runtime leaves the location empty.
+    void setEditorLocation(const QString& folder);
     // What keeps the game from running for want of a runtime, in a sentence;
     // empty when the RPG Maker location holds one.
     QString locationProblem() const;

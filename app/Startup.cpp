@@ -74,6 +74,28 @@ QString commandLineAnswer(const QStringList& arguments)
     return QString();
 }
 
+namespace {
+
+QStringList& notices()
+{
+    static QStringList list;
+    return list;
+}
+
+}
+
+void addNotice(const QString& text)
+{
+    notices().append(text);
+}
+
+QStringList takeNotices()
+{
+    QStringList taken;
+    taken.swap(notices());
+    return taken;
+}
+
 Settings applySettings()
 {
     Settings settings;
@@ -83,10 +105,13 @@ Settings applySettings()
     // A theme that is gone or unreadable leaves the default table, and the
     // name is dropped from the settings at exit.
     if (!settings.theme.isEmpty()) {
-        if (Theme::load(settings.theme))
+        QString problem;
+        if (Theme::load(settings.theme, &problem))
             Theme::apply();
         else
             settings.theme.clear();
+        if (!problem.isEmpty())
+            addNotice(problem);
     }
     Theme::refreshCachedColors();
 

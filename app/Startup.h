@@ -21,7 +21,13 @@ struct Settings {
 
 // Loads the settings and brings up the theme, the translator and the style;
 // a theme or language that can't be found is dropped from what is returned.
+// What went wrong with the theme's file is kept for the status bar.
 Settings applySettings();
+
+// What start-up found wrong before the main window stood, for its status
+// bar; taking them empties the list.
+void addNotice(const QString& text);
+QStringList takeNotices();
 
 // The exit's settings step: writes what the main window holds, then removes
 // the translator.

@@ -1,13 +1,25 @@
 #pragma once
 
-#include "widgets/AlertDialog.h"
+#include "widgets/TrovDialog.h"
 
-// The About box: the program's icon, name, author and version. For now it
-// stands on the alert dialog; the full help page with credits and the
-// program's own font replaces this when the help pages are built.
-class VelmoAbout : public AlertDialog
+class QLabel;
+class QPushButton;
+
+// The About box: the program's icon, name, author, the testers it owes
+// thanks to and its version, in the program's own face.
+class VelmoAbout : public TrovDialog
 {
     Q_OBJECT
 public:
     explicit VelmoAbout(QWidget* parent = nullptr);
+
+    QLabel* logo;
+    QLabel* title;
+    QLabel* author;
+    QLabel* credits;
+    QLabel* version;
+    QPushButton* cancelButton;
+
+public slots:
+    void on_cancelButton_clicked();
 };

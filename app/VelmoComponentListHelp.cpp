@@ -1,14 +1,51 @@
 #include "app/VelmoComponentListHelp.h"
 
+#include "theme/ThemeKey.h"
+#include "widgets/MyGroupBox.h"
+
+#include <QFontDatabase>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QList>
 #include <QPair>
+#include <QPushButton>
 #include <QStringList>
+#include <QVBoxLayout>
 
-VelmoComponentListHelp::VelmoComponentListHelp(QWidget* parent)
-    : AlertDialog(keyTable(), tr("Component List Help"), parent)
+VelmoComponentListHelp::VelmoComponentListHelp(QWidget* parent) : TrovDialog(parent)
 {
-    label()->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setObjectName(QStringLiteral("VelmoComponentListHelp"));
+    const FormFrame frame = layOutForm();
+    QWidget* content = frame.content;
+    MyGroupBox* group = new MyGroupBox(tr("Component List Controls"), content);
+    group->setObjectName(QStringLiteral("groupBox"));
+    QVBoxLayout* groupLayout = new QVBoxLayout(group);
+    groupLayout->setContentsMargins(14, MyGroupBox::TitleHeight + 10, 14, 12);
+    label = new QLabel(keyTable(), group);
+    label->setObjectName(QStringLiteral("label"));
+    label->setTextFormat(Qt::RichText);
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setWeight(57);
+    label->setFont(fixed);
+    groupLayout->addWidget(label);
+    frame.contentLayout->addWidget(group);
+
+    QHBoxLayout* foot = new QHBoxLayout();
+    foot->addStretch();
+    cancelButton = new QPushButton(tr("Close"), content);
+    cancelButton->setObjectName(QStringLiteral("cancelButton"));
+    cancelButton->setMinimumWidth(96);
+    cancelButton->setDefault(true);
+    colorButton(cancelButton, ThemeKey::CancelButton);
+    foot->addWidget(cancelButton);
+    frame.contentLayout->addLayout(foot);
+
+    QMetaObject::connectSlotsByName(this);
+    setCenterWidget(content);
+    setTitleBar(frame.titleBar);
+    setDialogTitle(tr("Component List Help"));
+    adjustSize();
+    fixSize();
 }
 
 QString VelmoComponentListHelp::keyTable()
@@ -18,18 +55,22 @@ QString VelmoComponentListHelp::keyTable()
         {QT_TR_NOOP("Show/Hide Component"), "CTRL + Q"},         {nullptr, nullptr},
         {QT_TR_NOOP("Copy Component"), "CTRL + C"},              {QT_TR_NOOP("Cut Component"), "CTRL + X"},
         {QT_TR_NOOP("Paste Component"), "CTRL + V"},             {QT_TR_NOOP("Delete Component"), "DEL"}};
-    // Names padded with blanks so the keys stand in one column of the fixed font.
+    // Names padded with blanks so the keys stand in one column of the fixed face.
     int width = 0;
     for (const auto& line : lines)
         width = qMax(width, line.first ? tr(line.first).size() : 0);
     QStringList rows;
     for (const auto& line : lines) {
         const QString name = line.first ? tr(line.first) : QString();
-        rows.append(line.first ? QStringLiteral("\u2022 %1%2<b>%3</b>")
+        rows.append(line.first ? QStringLiteral("\u2022 %1%2%3")
                                      .arg(name.toHtmlEscaped(), QString(width - name.size() + 2, QLatin1Char(' ')),
                                           QLatin1String(line.second))
                                : QString());
     }
-    return QStringLiteral("<pre style=\"font-family: monospace; font-weight: 600;\">%1</pre>")
-        .arg(rows.join(QLatin1Char('\n')));
+    return QStringLiteral("<pre>%1</pre>").arg(rows.join(QStringLiteral("<br>")));
+}
+
+void VelmoComponentListHelp::on_cancelButton_clicked()
+{
+    reject();
 }

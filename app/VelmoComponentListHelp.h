@@ -1,16 +1,24 @@
 #pragma once
 
-#include "widgets/AlertDialog.h"
+#include "widgets/TrovDialog.h"
+
+class QLabel;
+class QPushButton;
 
 // The keys of the component list, one per line with the key in a column of
-// its own. For now it stands on the alert dialog; the full help page replaces
-// this when the help pages are built.
-class VelmoComponentListHelp : public AlertDialog
+// its own, in a fixed-pitch face.
+class VelmoComponentListHelp : public TrovDialog
 {
     Q_OBJECT
 public:
     explicit VelmoComponentListHelp(QWidget* parent = nullptr);
 
-private:
+    QLabel* label;
+    QPushButton* cancelButton;
+
+    // The lines, each a name padded with blanks and its key.
     static QString keyTable();
+
+public slots:
+    void on_cancelButton_clicked();
 };

@@ -1,10 +1,11 @@
 #include "app/VelmoMainTitleBar.h"
 
+#include "app/PathManager.h"
+
 #include "widgets/InflateButton.h"
 #include "widgets/TitleBarButtons.h"
 
 #include <QAction>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
@@ -14,18 +15,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-// The title's face, compiled in and loaded on first use; empty when it can't
-// be loaded, and the title keeps the default font.
-QString titleFontFamily()
-{
-    static const QString family = [] {
-        const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/resources/Fonts/Pangolin-Regular.ttf"));
-        const QStringList families = QFontDatabase::applicationFontFamilies(id);
-        return families.isEmpty() ? QString() : families.first();
-    }();
-    return family;
-}
 
 QIcon menuBarIcon(const char* file)
 {
@@ -287,8 +276,9 @@ void VelmoMainTitleBar::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(this);
     QFont font = painter.font();
-    if (!titleFontFamily().isEmpty())
-        font.setFamily(titleFontFamily());
+    // Without the program's face the title keeps the default font.
+    if (!PathManager::programFontFamily().isEmpty())
+        font.setFamily(PathManager::programFontFamily());
     font.setWeight(QFont::Bold);
     font.setPointSizeF(font.pointSizeF() + 1);
     painter.setFont(font);

@@ -8,6 +8,8 @@
 #include "app/SettingsStore.h"
 #include "app/VelmoAbout.h"
 #include "app/VelmoComponentListHelp.h"
+#include "app/VelmoEasterEggGame.h"
+#include "app/VelmoSettings.h"
 #include "app/VelmoMainTitleBar.h"
 #include "app/WindowPlacement.h"
 #include "components/GameUIEditorSceneHelper.h"
@@ -448,9 +450,15 @@ void VelmoMainWindow::OpenSettings()
 {
     if (!lifecycle->isOpen())
         return;
-    AlertDialog::alert(tr("The settings of this version are kept in the settings file and "
-                          "take effect at the next start."),
-                       {QDir::toNativeSeparators(SettingsStore().fileName())}, tr("Change Settings"), this);
+    double percent = form.editor->editorScene()->darkness() * 100.0;
+    bool confirmed = false;
+    VelmoSettings dialog(&percent, &confirmed, this);
+    dialog.exec();
+    if (!confirmed)
+        return;
+    form.editor->editorScene()->setDarkness(percent / 100.0);
+    refreshScene();
+    lifecycle->markChanged();
 }
 
 void VelmoMainWindow::About()
@@ -475,9 +483,10 @@ void VelmoMainWindow::OpenDownloads()
     QDesktopServices::openUrl(QUrl(QStringLiteral("https://github.com/ostrel-vane/velmora/releases")));
 }
 
-void VelmoMainWindow::SystemCall(int)
+void VelmoMainWindow::SystemCall(int id)
 {
-    // The window menu's own entry; what it opens is a little game of its own.
+    if (id == 9)
+        VelmoEasterEggGame::reach(this, QApplication::keyboardModifiers() & Qt::ControlModifier);
 }
 
 void VelmoMainWindow::refreshScene()

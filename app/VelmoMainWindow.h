@@ -42,6 +42,13 @@ public:
     bool getNativeMenuBar() const { return nativeMenuBar; }
     QString getTheme() const { return theme; }
     QString getLanguage() const { return language; }
+    // Kept until exit, when they are stored; style, menu bar and language
+    // take effect at the next start, the theme is applied by its chooser.
+    void setWindowStyle(int style) { windowStyle = style; }
+    void setNativeMenuBar(bool on) { nativeMenuBar = on; }
+    void setTheme(const QString& name) { theme = name; }
+    void setLanguage(const QString& path) { language = path; }
+    void setEditorLocation(const QString& folder) { lifecycle->setEditorLocation(folder); }
 
     bool projectIsOpen() const { return lifecycle->isOpen(); }
     bool projectIsChanged() const { return lifecycle->isChanged(); }

@@ -348,7 +348,7 @@ private slots:
         QApplication::sendEvent(runButton, &hover);
         qApp->removeEventFilter(window.get());
         QVERIFY(UltimateToolTip::current());
-        QVERIFY2(UltimateToolTip::current()->description().contains(QStringLiteral("EditorLocation")),
+        QVERIFY2(UltimateToolTip::current()->description().contains(QStringLiteral("in the settings")),
                  qPrintable(UltimateToolTip::current()->description()));
         UltimateToolTip::current()->end();
         key(Qt::Key_R);

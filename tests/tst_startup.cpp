@@ -34,8 +34,9 @@ private slots:
         QCOMPARE(settings.windowStyle, 0);
         QVERIFY(!settings.nativeMenuBar);
         QVERIFY(!MorvikCSVTranslator::current());
-        QVERIFY(qobject_cast<VelmoStyle*>(QApplication::style()));
-        // The default theme is in force and the palette follows it.
+        // The style's sheet is in force, in the default theme's colours
+        // (the status bar's top, #353535), and the palette follows the theme.
+        QVERIFY(qApp->styleSheet().contains(QStringLiteral("rgba(53, 53, 53,255)")));
         QCOMPARE(themeColor(1), QColor(0x3c, 0x3c, 0x4b));
         QCOMPARE(QApplication::palette().color(QPalette::Window), QColor(0x18, 0x18, 0x22));
 

@@ -7,7 +7,26 @@
 #include "theme/VelmoStyle.h"
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QLabel>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QStatusBar>
+
+namespace {
+
+QStringList& messages()
+{
+    static QStringList list;
+    return list;
+}
+
+void record(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    messages().append(message);
+}
+
+}
 
 class TestTheme : public QObject
 {
@@ -130,6 +149,149 @@ private slots:
         Theme::installDefault();
         QVERIFY(Theme::load(QStringLiteral("Portable")));
         QCOMPARE(themeColor(0), QColor(0x01, 0x02, 0x03));
+    }
+
+    // The style sheet of each shipped theme: every placeholder filled, and
+    // Qt takes it without a word; the menus, status bar and group boxes
+    // wear the theme's colours.
+    void styleSheetOfEveryShippedTheme_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("default") << QString();
+        QTest::newRow("Red Tint") << QStringLiteral("Red Tint");
+        QTest::newRow("Light") << QStringLiteral("Light");
+    }
+
+    void styleSheetOfEveryShippedTheme()
+    {
+        QFETCH(QString, name);
+        QVERIFY(Theme::load(name));
+        messages().clear();
+        const QtMessageHandler previous = qInstallMessageHandler(record);
+        Theme::apply();
+        // Widgets of the rules that are polished against the sheet.
+        QMenu menu;
+        menu.addAction(QStringLiteral("Copy"));
+        QStatusBar status;
+        QGroupBox group(QStringLiteral("HUD Editor"));
+        for (QWidget* widget : {static_cast<QWidget*>(&menu), static_cast<QWidget*>(&status), static_cast<QWidget*>(&group)})
+            widget->grab();
+        qInstallMessageHandler(previous);
+        QVERIFY2(messages().isEmpty(), qPrintable(messages().join(QLatin1Char('\n'))));
+
+        const QString sheet = qApp->styleSheet();
+        QVERIFY(sheet.size() > 1000);
+        QVERIFY2(!sheet.contains(QRegularExpression(QStringLiteral("%[A-Za-z0-9]*%|%1|%2|\\[window"))),
+                 qPrintable(sheet));
+        auto rgb = [](int key) {
+            const QColor color = themeColor(key);
+            return QStringLiteral("%1, %2, %3").arg(color.red()).arg(color.green()).arg(color.blue());
+        };
+        QVERIFY(sheet.contains(QStringLiteral("background-color: rgb(%1);").arg(rgb(ThemeKey::MenuBackgroundColor))));
+        QVERIFY(sheet.contains(QStringLiteral("stop:0 rgba(%1,255)").arg(rgb(ThemeKey::StatusBarTop))));
+        QVERIFY(sheet.contains(QStringLiteral("stop:1 rgba(%1,180)").arg(rgb(ThemeKey::DockBackgroundBottom))));
+        QVERIFY(sheet.contains(QStringLiteral("stop:0 %1, stop:1 %2").arg(themeColor(ThemeKey::WindowTop).name(),
+                                                                        themeColor(ThemeKey::WindowBottom).name())));
+    }
+
+    // Polishing again for each theme change leaves the font's size alone,
+    // and a new status bar colour is in the sheet at once.
+    void repolishingKeepsTheFont()
+    {
+        const int size = QApplication::font().pointSize();
+        Theme::apply();
+        Theme::apply();
+        QCOMPARE(QApplication::font().pointSize(), size);
+        ThemeTable table = Theme::table();
+        table.insert(ThemeKey::StatusBarTop, QColor(1, 2, 3));
+        Theme::replace(table);
+        QVERIFY(qApp->styleSheet().contains(QStringLiteral("rgba(1, 2, 3,255)")));
+    }
+
+    // Theme files that are damaged, partial, huge or not files: what can be
+    // read is used, and the problem names the file.
+    void damagedThemeFilesAreNamed()
+    {
+        QString problem;
+        // Cut short in the middle of an entry.
+        writeTheme(QStringLiteral("Cut"), "{\"0\":\"#0a0b0c\",\"1004\":\"#ddeeff\",\"1005\":\"#12");
+        QVERIFY(Theme::load(QStringLiteral("Cut"), &problem));
+        QCOMPARE(themeColor(0), QColor(0x0a, 0x0b, 0x0c));
+        QCOMPARE(themeColor(1004), QColor(0xdd, 0xee, 0xff));
+        QCOMPARE(themeColor(1005), Theme::builtInTable().value(1005));
+        QVERIFY2(problem.contains(QStringLiteral("damaged")) && problem.contains(QStringLiteral("Themes/Cut/Theme.json")),
+                 qPrintable(problem));
+        QVERIFY2(problem.contains(QStringLiteral("2 colour")), qPrintable(problem));
+
+        // Entries that aren't a key and a colour.
+        Theme::installDefault();
+        writeTheme(QStringLiteral("Odd entries"), "{\"1\":\"#102030\",\"1000\":\"teal-ish\"}");
+        QVERIFY(Theme::load(QStringLiteral("Odd entries"), &problem));
+        QCOMPARE(themeColor(1), QColor(0x10, 0x20, 0x30));
+        QVERIFY2(problem.contains(QStringLiteral("1 entry")), qPrintable(problem));
+
+        // A partial theme written by hand is no problem.
+        writeTheme(QStringLiteral("Partial"), "{\"1\":\"#203040\"}");
+        QVERIFY(Theme::load(QStringLiteral("Partial"), &problem));
+        QVERIFY(problem.isEmpty());
+
+        // A root that isn't an object.
+        writeTheme(QStringLiteral("List"), "[\"#ffffff\"]");
+        QVERIFY(Theme::load(QStringLiteral("List"), &problem));
+        QVERIFY(problem.contains(QStringLiteral("damaged")));
+
+        // Far too large: not read at all.
+        const ThemeTable before = Theme::table();
+        QByteArray huge("{\"0\":\"#ffffff\"");
+        huge.append(QByteArray(Theme::MaximumFileSize, ' '));
+        huge.append('}');
+        writeTheme(QStringLiteral("Huge"), huge);
+        QVERIFY(!Theme::load(QStringLiteral("Huge"), &problem));
+        QVERIFY2(problem.contains(QStringLiteral("too large")), qPrintable(problem));
+        QCOMPARE(Theme::table(), before);
+
+        // A folder where the file should be.
+        QDir().mkpath(programFolder + QStringLiteral("/Themes/Folder/Theme.json"));
+        QVERIFY(!Theme::load(QStringLiteral("Folder"), &problem));
+        QVERIFY2(problem.contains(QStringLiteral("isn't a file")), qPrintable(problem));
+        QVERIFY(!Theme::load(QStringLiteral("Nowhere"), &problem));
+        QVERIFY2(problem.contains(QStringLiteral("has no file")), qPrintable(problem));
+        QCOMPARE(Theme::table(), before);
+    }
+
+    void renameAndRemove()
+    {
+        QVERIFY(Theme::save(Theme::builtInTable(), QStringLiteral("Old Name")));
+        QVERIFY(Theme::save(Theme::builtInTable(), QStringLiteral("Taken")));
+        QString error;
+        QVERIFY(!Theme::rename(QStringLiteral("Old Name"), QStringLiteral("Taken"), &error));
+        QVERIFY(error.contains(QStringLiteral("exists already")));
+        QVERIFY(Theme::rename(QStringLiteral("Old Name"), QStringLiteral("New Name"), &error));
+        QVERIFY(Theme::names().contains(QStringLiteral("New Name")));
+        QVERIFY(!Theme::names().contains(QStringLiteral("Old Name")));
+        QVERIFY(Theme::load(QStringLiteral("New Name")));
+        QVERIFY(Theme::remove(QStringLiteral("New Name"), &error));
+        QVERIFY(!Theme::names().contains(QStringLiteral("New Name")));
+        QVERIFY(!Theme::remove(QStringLiteral("New Name"), &error));
+    }
+
+    // A theme can't be written where the folder can't be made: the old
+    // file stays whole and the reason is given.
+    void failedSaveKeepsTheOldFile()
+    {
+        QVERIFY(Theme::save(Theme::builtInTable(), QStringLiteral("Kept")));
+        const QByteArray before = TestEnvironment::readFile(programFolder + QStringLiteral("/Themes/Kept/Theme.json"));
+        QFile::setPermissions(programFolder + QStringLiteral("/Themes/Kept"), QFile::ReadOwner | QFile::ExeOwner);
+        ThemeTable changed = Theme::builtInTable();
+        changed.insert(0, QColor(9, 9, 9));
+        QString error;
+        const bool saved = Theme::save(changed, QStringLiteral("Kept"), &error);
+        QFile::setPermissions(programFolder + QStringLiteral("/Themes/Kept"),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        if (saved)
+            QSKIP("the folder stays writable (run as root)");
+        QVERIFY(error.contains(QStringLiteral("Kept")));
+        QCOMPARE(TestEnvironment::readFile(programFolder + QStringLiteral("/Themes/Kept/Theme.json")), before);
     }
 
     void applyingReachesEveryWidget()

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QSet>
 #include <QStyle>
@@ -182,6 +183,90 @@ QString themeFileName(const QString& name)
     return QStringLiteral("Themes/%1/Theme.json").arg(name);
 }
 
+QString shownPath(const QString& path)
+{
+    return QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+}
+
+// The pairs of key and colour that can still be read from a theme file that
+// isn't whole JSON, such as one cut short while it was written.
+QJsonObject salvage(const QByteArray& bytes)
+{
+    static const QRegularExpression pair(QStringLiteral("\"(-?\\d+)\"\\s*:\\s*\"(#[0-9A-Fa-f]{6})\""));
+    QJsonObject object;
+    QRegularExpressionMatchIterator it = pair.globalMatch(QString::fromUtf8(bytes));
+    while (it.hasNext()) {
+        const QRegularExpressionMatch match = it.next();
+        object.insert(match.captured(1), match.captured(2));
+    }
+    return object;
+}
+
+// The entries of a theme object that aren't a decimal key with a colour.
+int badEntries(const QJsonObject& object)
+{
+    int bad = 0;
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        bool numeric = false;
+        it.key().toInt(&numeric);
+        if (!numeric || !QColor::isValidColor(it.value().toString()))
+            ++bad;
+    }
+    return bad;
+}
+
+bool readFile(const QString& name, QString* problem)
+{
+    if (name.isEmpty()) {
+        Theme::installDefault();
+        return true;
+    }
+    const QString path = Theme::filePath(name);
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        *problem = QCoreApplication::translate("", "The theme \"%1\" has no file \"%2\"; the default theme is used.")
+                       .arg(name, shownPath(path));
+        return false;
+    }
+    if (!info.isFile()) {
+        *problem = QCoreApplication::translate("", "The theme file \"%1\" isn't a file; the default theme is used.")
+                       .arg(shownPath(path));
+        return false;
+    }
+    if (info.size() > Theme::MaximumFileSize) {
+        *problem = QCoreApplication::translate("", "The theme file \"%1\" is far too large to be a theme (%2 bytes); "
+                                                   "the default theme is used.")
+                       .arg(shownPath(path))
+                       .arg(info.size());
+        return false;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *problem = QCoreApplication::translate("", "The theme file \"%1\" can't be read: %2.")
+                       .arg(shownPath(path), file.errorString());
+        return false;
+    }
+    const QByteArray bytes = file.read(Theme::MaximumFileSize + 1);
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        const QJsonObject rescued = salvage(bytes);
+        Theme::readObject(rescued);
+        *problem = QCoreApplication::translate("", "The theme file \"%1\" is damaged; %n colour(s) could be read "
+                                                   "from it, the others stay as they were.", "", rescued.size())
+                       .arg(shownPath(path));
+        return true;
+    }
+    const QJsonObject object = document.object();
+    Theme::readObject(object);
+    if (const int bad = badEntries(object)) {
+        *problem = QCoreApplication::translate("", "The theme file \"%1\" is damaged: %n entry(s) aren't a colour "
+                                                   "key with a colour such as \"#2a82da\".", "", bad)
+                       .arg(shownPath(path));
+    }
+    return true;
+}
+
 }
 
 QColor themeColor(int key)
@@ -230,17 +315,13 @@ QString filePath(const QString& name)
     return PathManager::readablePath(themeFileName(name));
 }
 
-bool load(const QString& name)
+bool load(const QString& name, QString* problem)
 {
-    if (name.isEmpty()) {
-        installDefault();
-        return true;
-    }
-    QFile file(filePath(name));
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    readObject(QJsonDocument::fromJson(file.readAll()).object());
-    return true;
+    QString found;
+    const bool loaded = readFile(name, &found);
+    if (problem)
+        *problem = found;
+    return loaded;
 }
 
 void readObject(const QJsonObject& object)
@@ -292,16 +373,78 @@ void replace(ThemeTable table)
     apply();
 }
 
-bool save(const ThemeTable& table, const QString& name)
+bool save(const ThemeTable& table, const QString& name, QString* error)
 {
     const QString path = PathManager::writablePath(themeFileName(name));
-    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDir().mkpath(folder)) {
+        if (error)
+            *error = QCoreApplication::translate("", "The folder \"%1\" can't be made.").arg(shownPath(folder));
         return false;
+    }
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(QJsonDocument(toObject(table)).toJson(QJsonDocument::Compact));
+        if (file.commit())
+            return true;
+    }
+    if (error)
+        *error = QStringLiteral("%1: %2").arg(shownPath(path), file.errorString());
+    return false;
+}
+
+namespace {
+
+// The folder of a theme the user may change: the user's own, or the one
+// beside the executable when the program writes there.
+QString changeableFolder(const QString& name)
+{
+    const QString relative = QStringLiteral("Themes/%1").arg(name);
+    const QString own = PathManager::inUserFolder(relative);
+    if (QFileInfo(own).isDir())
+        return own;
+    if (PathManager::writesBesideExecutable(QStringLiteral("Themes"))) {
+        const QString beside = PathManager::besideExecutable(relative);
+        if (QFileInfo(beside).isDir())
+            return beside;
+    }
+    return QString();
+}
+
+}
+
+bool rename(const QString& from, const QString& to, QString* error)
+{
+    const QString folder = changeableFolder(from);
+    if (folder.isEmpty()) {
+        if (error)
+            *error = QCoreApplication::translate("", "The theme \"%1\" can't be changed here.").arg(from);
         return false;
-    file.write(QJsonDocument(toObject(table)).toJson(QJsonDocument::Compact));
-    return file.commit();
+    }
+    if (names().contains(to)) {
+        if (error)
+            *error = QCoreApplication::translate("", "A theme named \"%1\" exists already.").arg(to);
+        return false;
+    }
+    const QString target = QFileInfo(folder).absolutePath() + QLatin1Char('/') + to;
+    if (!QDir().rename(folder, target)) {
+        if (error)
+            *error = QCoreApplication::translate("", "\"%1\" can't be renamed to \"%2\".")
+                         .arg(shownPath(folder), to);
+        return false;
+    }
+    return true;
+}
+
+bool remove(const QString& name, QString* error)
+{
+    const QString folder = changeableFolder(name);
+    if (folder.isEmpty() || !QDir(folder).removeRecursively()) {
+        if (error)
+            *error = QCoreApplication::translate("", "The theme \"%1\" can't be deleted.").arg(name);
+        return false;
+    }
+    return true;
 }
 
 QStringList names()

@@ -59,8 +59,13 @@ void resetToBuiltIn();
 void installDefault();
 
 // Merges the named theme's file over the table; an empty name installs the
-// default theme. False when the file is missing or can't be opened.
-bool load(const QString& name);
+// default theme. False when the file is missing, isn't a file, can't be
+// opened or is far too large to be a theme. A file that opens but is
+// damaged (not JSON, cut short, entries that aren't key and colour) gives
+// what can be read of it and counts as loaded. problem, if given, tells
+// which file and what was wrong, in words for the user; empty when all was
+// well.
+bool load(const QString& name, QString* problem = nullptr);
 // Merges a theme object over the table without resetting first. Keys are
 // read with QString::toInt (so a malformed key is 0) and colours as named
 // colours (so a malformed one is invalid).
@@ -74,8 +79,18 @@ void refreshCachedColors();
 void apply();
 // Swaps a table in and applies it.
 void replace(ThemeTable table);
-// Writes "Themes/<name>/Theme.json" where the user can write.
-bool save(const ThemeTable& table, const QString& name);
+// Writes "Themes/<name>/Theme.json" where the user can write; the file is
+// replaced only once the new one is complete. error, if given, takes the
+// system's reason on failure.
+bool save(const ThemeTable& table, const QString& name, QString* error = nullptr);
+// Renames a theme the user can write. False when the name is taken or the
+// folder can't be renamed.
+bool rename(const QString& from, const QString& to, QString* error = nullptr);
+// Removes a theme's folder where the user can write; the shipped themes of
+// an installed program stay. False when nothing could be removed.
+bool remove(const QString& name, QString* error = nullptr);
+// The largest theme file read; a full theme is a few kilobytes.
+constexpr qint64 MaximumFileSize = 1 << 20;
 
 // The path a named theme is read from: the user's folder first, then the
 // folder of the executable.

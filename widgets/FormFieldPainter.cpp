@@ -20,7 +20,11 @@ QColor ink(const QWidget* widget, const QColor& background, double strength)
     const QColor text = Contrast::over(textColor(), background, strength);
     if (widget->isEnabled())
         return Contrast::readable(text, background, Contrast::Text);
-    const QColor window = widget->palette().color(QPalette::Window);
+    // The style sheet makes the fields' own background transparent; what
+    // shows through is the dialog's window colour.
+    QColor window = widget->palette().color(QPalette::Window);
+    if (window.alpha() == 0)
+        window = themeColor(ThemeKey::WindowBackground);
     return Contrast::readable(Contrast::over(text, window, 0.5), Contrast::over(background, window, 0.5),
                               Contrast::DisabledText);
 }
