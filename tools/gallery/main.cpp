@@ -2,13 +2,18 @@
 // side by side, so that a theme or a language can be checked at a glance.
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
 //                        [--dialog selector|TYPE]
-//                        [--picker color|image|font|easing] [--project FOLDER]
+//                        [--picker color|image|font|easing|text[:TYPE]|number[:TYPE]]
+//                        [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
 // pictures or fonts, and --screenshot takes its picture instead.
 #include "app/PathManager.h"
+#include "app/ProjectData.h"
 #include "app/Startup.h"
 #include "components/UIComponentCommonDialog.h"
 #include "components/VelmoUISelector.h"
+#include "logic/RMNumberSelector.h"
+#include "logic/RMTextSelector.h"
+#include "logic/VelmoTextInputExtend.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -46,6 +51,7 @@
 #include <QCommandLineParser>
 #include <QGridLayout>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
@@ -595,6 +601,37 @@ int showDialog(const QString& which, const QString& shot)
 
 }
 
+// A dynamic text or number input on a value of one "Type" ("number:8" is
+// math), with the sample project's names.
+void showDynamicInput(const QString& which, QWidget* parent)
+{
+    static QJsonObject projectData;
+    ProjectData::ScreenSize screen;
+    ProjectData::load(QDir(projectFolder), projectData, screen);
+    VelmoTextInputExtend::install(&projectData);
+    const bool numeric = which.startsWith(QLatin1String("number"));
+    const int type = which.section(QLatin1Char(':'), 1).toInt();
+    const QByteArray samples[] = {
+        numeric ? R"j({"Type":0,"Number":250})j" : R"j({"Type":0,"Text":"Quest Log"})j",
+        R"j({"Type":1,"Info":101})j",
+        numeric ? R"j({"Type":2,"ID":3,"OnNum":1,"OffNum":{"Type":1,"ID":4}})j"
+                : R"j({"Type":2,"ID":3,"OnText":"Open","OffText":"Closed"})j",
+        R"j({"Type":3,"ID":2})j",
+        R"j({"Type":4,"ActorType":false,"Index":1,"Info":3})j",
+        R"j({"Type":5,"EnemyType":true,"ID":1,"Info":1})j",
+        R"j({"Type":6,"ItemType":1,"ID":2})j",
+        R"j({"Type":7,"Code":"const gold = $gameParty.gold();\nreturn gold;","Display":"(gold)"})j",
+        R"j({"Type":8,"FirstNum":{"Type":4,"ActorType":false,"Index":1,"Info":3},"SecondNum":{"Type":0,"Number":2},"Op":3})j",
+        R"j({"Type":9,"ListData":{"Type":2,"MembersType":0,"Data":0},"Op":1,"Frequency":90})j",
+    };
+    QJsonObject value = QJsonDocument::fromJson(samples[qBound(0, type, 9)]).object();
+    bool accepted = false;
+    if (numeric)
+        RMNumberSelector(&value, &accepted, &projectData, parent).exec();
+    else
+        RMTextSelector(&value, &accepted, &projectData, parent).exec();
+}
+
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
@@ -608,7 +645,8 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write a picture of the gallery and quit."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("picker"),
-                      QStringLiteral("Open a picker over the gallery: color, image, font or easing."),
+                      QStringLiteral("Open a picker over the gallery: color, image, font, easing, or the dynamic "
+                                     "input text or number, with :TYPE for a value of that \"Type\"."),
                       QStringLiteral("kind")});
     parser.addOption({QStringLiteral("project"),
                       QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),
@@ -688,6 +726,8 @@ int main(int argc, char** argv)
             } else if (picker == QLatin1String("easing")) {
                 int value = 14;
                 EasingCurveSelector(&value, &accepted, &scroll).exec();
+            } else if (picker.startsWith(QLatin1String("text")) || picker.startsWith(QLatin1String("number"))) {
+                showDynamicInput(picker, &scroll);
             } else {
                 std::fprintf(stderr, "unknown picker \"%s\"\n", qPrintable(picker));
             }
