@@ -45,7 +45,7 @@ RMActorSelector::RMActorSelector(QJsonObject* object, bool* accepted, QJsonObjec
     VariableField->setValue(GameDataLabel::variableEntry(projectData, variableId));
     CodeField->setValue(RMCodeInput::singleLine(codeText));
 
-    finishTabs(tr("Actor Input"), type, 400);
+    finishTabs(tr("Actor Input"), type, 480);
     PartyIndex->setNumberField(1, 500, 4, confirmButton(), new QIntValidator(0, 9999, PartyIndex));
     PartyIndex->setExtendable(QStringLiteral("1"), 0, this);
     PartyIndex->fromJson(type == PartyActor ? object->value(QStringLiteral("Index")) : QJsonValue(), 1);

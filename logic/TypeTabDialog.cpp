@@ -46,7 +46,8 @@ void TypeTabDialog::finishTabs(const QString& title, int type, int width, int he
     buttons->setSpacing(8);
     if (leadingButton) {
         leadingButton->setParent(content);
-        leadingButton->setMinimumWidth(96);
+        // As wide as the other buttons, or as its text needs in a longer language.
+        leadingButton->setMinimumWidth(qMax(96, leadingButton->sizeHint().width() + 20));
         buttons->addWidget(leadingButton);
     }
     addButtons(buttons);

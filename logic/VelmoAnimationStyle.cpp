@@ -71,7 +71,7 @@ VelmoAnimationStyle::VelmoAnimationStyle(QJsonObject* object, bool* accepted, QJ
     SwitchField->setValue(GameDataLabel::switchEntry(projectData, switchId));
     CodeField->setValue(RMCodeInput::singleLine(codeText));
     showOtherConditions();
-    finishTabs(tr("Animation Run Type"), type, 400, 183);
+    finishTabs(tr("Animation Run Type"), type, 440, 183);
 }
 
 QString VelmoAnimationStyle::runTypeName(int runType)
