@@ -13,6 +13,7 @@
 #include "app/VelmoMainTitleBar.h"
 #include "app/WindowPlacement.h"
 #include "components/GameUIEditorSceneHelper.h"
+#include "logic/DynamicValueSelector.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -89,6 +90,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
     // Every extendable field takes a dynamic value through its kind 0.
     VelmoTextInputExtend::install(lifecycle->data());
+    // The component dialogs open and show dynamic texts and numbers through these.
+    DynamicValueSelector::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
     BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
         PathManager::getFont(fileName, folder, false);
@@ -149,6 +152,7 @@ VelmoMainWindow::~VelmoMainWindow()
         PathManager::setGraphicsFolderHook(nullptr);
         // The dynamic input reads this window's project data, which goes with it.
         VelmoTextInputExtend::install(nullptr);
+        DynamicValueSelector::install(nullptr);
     }
 }
 
