@@ -6,7 +6,12 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QThread>
 #include <QVector>
+
+#include <atomic>
+#include <thread>
+#include <vector>
 
 namespace ProjectData {
 
@@ -48,14 +53,27 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
           QStringList* problems)
 {
     const QStringList& names = fileNames();
-    QVector<QJsonDocument> documents;
-    QStringList reasons;
-    documents.reserve(names.size());
-    for (const QString& name : names) {
-        QString reason;
-        documents.append(JsonFile::read(projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(name)), &reason));
-        reasons.append(reason);
-    }
+    const int count = names.size();
+    QStringList paths;
+    for (const QString& name : names)
+        paths.append(projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(name)));
+    QVector<QJsonDocument> documents(count);
+    QVector<QString> reasons(count);
+    // The database of a big project is tens of megabytes of JSON in files
+    // that don't depend on each other, so they are parsed side by side; the
+    // caller waits for all of them and sees nothing of the threads.
+    std::atomic<int> next{0};
+    const auto readFiles = [&]() {
+        for (int i = next++; i < count; i = next++)
+            documents[i] = JsonFile::read(paths.at(i), &reasons[i]);
+    };
+    std::vector<std::thread> helpers;
+    const int helperCount = qBound(0, QThread::idealThreadCount() - 1, count - 1);
+    for (int i = 0; i < helperCount; ++i)
+        helpers.emplace_back(readFiles);
+    readFiles();
+    for (std::thread& helper : helpers)
+        helper.join();
 
     bool good = true;
     for (int i = 0; i < names.size(); ++i) {
@@ -66,7 +84,7 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
         good = false;
         if (!problems)
             break;
-        const QString path = projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(names[i]));
+        const QString& path = paths.at(i);
         const bool missing = !QFileInfo::exists(path) && !QFileInfo(path).isSymLink();
         problems->append(problemOf(names[i], documents[i], reasons[i], missing, wantObject));
     }
