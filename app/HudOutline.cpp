@@ -88,11 +88,25 @@ QString valueText(ValueKind kind, const QJsonValue& value, const QJsonObject* pr
     return text.isEmpty() ? QStringLiteral("(empty)") : text;
 }
 
+// The kind of a dynamic text or number by its "Type", as its dialog's tabs
+// name them: the display string alone reads the same for the label "Gold"
+// and the party's gold.
+const char* dynamicKindName(int type)
+{
+    static const char* const names[] = {"plain", "general", "switch", "variable", "actor data",
+                                        "enemy data", "item count", "code", "math", "list"};
+    return type >= 0 && type < int(sizeof(names) / sizeof(names[0])) ? names[type] : nullptr;
+}
+
 void writeValue(const QString& label, ValueKind kind, const QJsonValue& value, const QJsonObject* projectData,
                 const QString& indent, QTextStream& out)
 {
-    out << indent << "- " << label << " (" << kindOfValue(kind).description
-        << "): " << valueText(kind, value, projectData) << "\n";
+    out << indent << "- " << label << " (" << kindOfValue(kind).description;
+    if ((kind == ValueKind::Text || kind == ValueKind::Number) && hasIntegerType(value)) {
+        if (const char* name = dynamicKindName(value.toObject().value(QStringLiteral("Type")).toInt(-1)))
+            out << ", " << name;
+    }
+    out << "): " << valueText(kind, value, projectData) << "\n";
 }
 
 // The values of one data object in the order of their keys. A key the
