@@ -380,6 +380,38 @@ private slots:
             QVERIFY2(it.value() == 1, qPrintable(it.key()));
     }
 
+    // Rows that come while one floats leave the others where they stand,
+    // so the gap stays, but the scene grows at once; the drop lays all out.
+    void bulkFillDuringADrag()
+    {
+        list->resize(300, 80);
+        buildList();
+        QApplication::processEvents();
+        UltimateTreeItem* d = tree()->row(3);
+        const QPoint start = pointOf(d);
+        QTest::mousePress(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start);
+        TestEnvironment::moveWithButtons(tree()->viewport(), start + QPoint(0, 25), Qt::RightButton);
+        QVERIFY(tree()->isDragging());
+        const double height = tree()->sceneRect().height();
+        QList<double> ys;
+        for (int i = 0; i < tree()->rowCount(); ++i)
+            ys.append(tree()->row(i)->y());
+
+        tree()->insertRows(1, {makeRow(QStringLiteral("F")), makeRow(QStringLiteral("G"))});
+        QCOMPARE(tree()->sceneRect().height(), height + 40);
+        QCOMPARE(tree()->row(0)->y(), ys.at(0));
+        for (int i = 1; i < ys.size(); ++i)
+            QCOMPARE(tree()->row(i + 2)->y(), ys.at(i));
+
+        QTest::mouseRelease(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start + QPoint(0, 25));
+        QVERIFY(!tree()->isDragging());
+        QCOMPARE(topLevelNames(tree()), QStringList({"A", "F", "G", "B", "C", "E", "D"}));
+        int y = 0;
+        for (UltimateTreeItem* row = tree()->firstVisibleRow(); row; row = row->next(), y += 20)
+            QVERIFY2(row->y() == y, qPrintable(row->text(0)));
+        QCOMPARE(y, 7 * 20);
+    }
+
     void clipboardCopyCutPaste()
     {
         UltimateTreeWidget::setupStandardDatabaseList(list.get());

@@ -121,9 +121,12 @@ double UltimateTree::placeFrom(UltimateTreeItem* row, double y)
 
 void UltimateTree::relayoutAfter(UltimateTreeItem* before)
 {
-    if (before) {
+    // In a drag the rows stay where they are, but the scene takes the new height.
+    if (dragging) {
+        updateScene();
+    } else if (before) {
         layoutFrom(before);
-    } else if (firstRow && !dragging) {
+    } else if (firstRow) {
         firstRow->setPos(0, 0);
         firstRow->homeY = 0;
         layoutFrom(firstRow);
@@ -186,7 +189,7 @@ void UltimateTree::insertRows(int index, const QList<UltimateTreeItem*>& newRows
     }
     contentHeight += added;
     // Rows below the new ones move down by all of them at once.
-    if (after)
+    if (after && !dragging)
         layoutFrom(previous);
     else
         updateScene();
