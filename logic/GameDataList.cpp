@@ -7,14 +7,6 @@
 
 #include <QCoreApplication>
 
-namespace {
-
-// Rows added or removed in one turn of the event loop: a few milliseconds'
-// work on a list of ten thousand rows.
-const int SliceRows = 400;
-
-}
-
 GameDataList::GameDataList(UltimateTreeWidget* list, const QString& header, QObject* parent)
     : QObject(parent), list(list)
 {
@@ -26,13 +18,6 @@ GameDataList::GameDataList(UltimateTreeWidget* list, const QString& header, QObj
     tree->setTextOffset(4);
     tree->setKeepSelectionLook(true);
     tree->startView();
-    slices.setInterval(0);
-    connect(&slices, &QTimer::timeout, this, &GameDataList::step);
-    // A row the user picks is the one to keep while the rest comes.
-    connect(list, &UltimateTreeWidget::currentItemChanged, this, [this](UltimateTreeItem* current) {
-        if (!selecting && current && current->id() >= 0)
-            wantedId = current->id();
-    });
 }
 
 MyLineEdit* GameDataList::makeFilterField(QWidget* parent)
@@ -53,73 +38,53 @@ bool GameDataList::matches(const Entry& entry, const QString& filter)
     return filter.isEmpty() || entry.label.contains(filter, Qt::CaseInsensitive);
 }
 
-void GameDataList::show(const QVector<Entry>& entries, const QString& filter, int currentId, bool sliced)
+void GameDataList::show(const QVector<Entry>& entries, const QString& filter, int currentId)
 {
-    wanted.clear();
+    QVector<const Entry*> wanted;
+    wanted.reserve(entries.size());
     for (const Entry& entry : entries) {
         if (matches(entry, filter))
-            wanted.append(entry);
+            wanted.append(&entry);
     }
-    wantedId = currentId;
     UltimateTree* tree = list->tree();
-    // The rows the list has take the first entries; a row with nothing to
-    // show is blank until it goes.
-    const int rows = tree->rowCount();
-    for (int i = 0; i < rows; ++i) {
-        UltimateTreeItem* row = tree->row(i);
-        const bool used = i < wanted.size();
-        row->setId(used ? wanted.at(i).id : -1);
-        row->setText(0, used ? wanted.at(i).label : QString());
-    }
-    if (sliced) {
-        step();
-        if (isFilling())
-            slices.start();
-    } else {
-        finish();
-    }
-    selectWanted();
-}
-
-void GameDataList::finish()
-{
-    while (isFilling())
-        step();
-    slices.stop();
-}
-
-bool GameDataList::isFilling() const
-{
-    return list->tree()->rowCount() != wanted.size();
-}
-
-void GameDataList::step()
-{
-    UltimateTree* tree = list->tree();
-    const int rows = tree->rowCount();
-    if (rows < wanted.size()) {
-        const int end = qMin(wanted.size(), rows + SliceRows);
-        for (int i = rows; i < end; ++i) {
-            UltimateTreeItem* row = new UltimateTreeItem();
-            row->setId(wanted.at(i).id);
-            row->setText(0, wanted.at(i).label);
-            tree->addRow(row);
-        }
-        selectWanted();
-    } else if (rows > wanted.size() && wanted.isEmpty() && rows > SliceRows) {
-        // All go: at once is quickest.
+    const int surplus = tree->rowCount() - wanted.size();
+    if (surplus > 0 && wanted.isEmpty()) {
         tree->clear();
-    } else {
-        // The last rows go first, so that none of the others moves.
-        const int end = qMax(wanted.size(), rows - SliceRows);
-        for (int i = rows - 1; i >= end; --i) {
-            UltimateTreeItem* row = tree->row(i);
-            tree->takeRow(row, true);
-            delete row;
+    } else if (surplus > 0) {
+        // Every row is relabelled below, so any may go: the top ones, because
+        // the graphics scene searches its item lists from the front for an
+        // item that leaves, which makes rows from the bottom slow to remove.
+        qDeleteAll(tree->takeRows(0, surplus));
+    }
+    // A row that shows its entry already is left alone, unpainted.
+    const int kept = tree->rowCount();
+    for (int i = 0; i < kept; ++i) {
+        UltimateTreeItem* row = tree->row(i);
+        const Entry& entry = *wanted.at(i);
+        if (row->id() != entry.id || row->text(0) != entry.label) {
+            row->setId(entry.id);
+            row->setText(0, entry.label);
         }
     }
-    if (!isFilling())
-        slices.stop();
+    if (kept < wanted.size()) {
+        QList<UltimateTreeItem*> added;
+        added.reserve(wanted.size() - kept);
+        for (int i = kept; i < wanted.size(); ++i) {
+            UltimateTreeItem* row = new UltimateTreeItem();
+            row->setId(wanted.at(i)->id);
+            row->setText(0, wanted.at(i)->label);
+            added.append(row);
+        }
+        tree->addRows(added);
+    }
+    // A relabelled row no longer stands for the entry it showed before; a
+    // row that still does stays where the user scrolled it.
+    const UltimateTreeItem* current = tree->currentRow();
+    if (current && current->id() == currentId)
+        return;
+    UltimateTreeItem* row = rowOf(currentId);
+    tree->setCurrentRow(row);
+    list->ensureRowVisible(row);
 }
 
 UltimateTreeItem* GameDataList::rowOf(int id) const
@@ -130,21 +95,6 @@ UltimateTreeItem* GameDataList::rowOf(int id) const
             return tree->row(i);
     }
     return nullptr;
-}
-
-void GameDataList::selectWanted()
-{
-    UltimateTree* tree = list->tree();
-    UltimateTreeItem* current = tree->currentRow();
-    if (current && current->id() == wantedId && current->id() >= 0)
-        return;
-    // A relabelled row no longer stands for the wanted entry; while rows
-    // still come, the wanted one may be among them.
-    UltimateTreeItem* row = rowOf(wantedId);
-    selecting = true;
-    tree->setCurrentRow(row);
-    selecting = false;
-    list->ensureRowVisible(row);
 }
 
 int GameDataList::currentId(int fallback) const

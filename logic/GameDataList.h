@@ -2,7 +2,6 @@
 
 #include <QObject>
 #include <QString>
-#include <QTimer>
 #include <QVector>
 
 class MyLineEdit;
@@ -16,9 +15,8 @@ class UltimateTreeWidget;
 //
 // A database may hold ten thousand entries, and a row costs the list far
 // more to add or remove than to relabel. So a change of what is shown
-// relabels the rows the list already has at once and adds or removes only
-// the difference, and a large difference goes in slices on the event loop:
-// every key stays quick, and the list is whole a moment later.
+// relabels the rows the list already has and adds or removes only the
+// difference, all at once: the list is whole when a key has been handled.
 class GameDataList : public QObject
 {
     Q_OBJECT
@@ -40,26 +38,14 @@ public:
 
     // Shows the entries that match, in their order, and makes the row of
     // currentId current and scrolls to it (nothing is current without it).
-    // With sliced, rows beyond those the list has come in slices.
-    void show(const QVector<Entry>& entries, const QString& filter, int currentId, bool sliced = true);
-    // Completes the rows still to come at once.
-    void finish();
-    bool isFilling() const;
+    void show(const QVector<Entry>& entries, const QString& filter, int currentId);
 
     // The id of the current row, or fallback with none.
     int currentId(int fallback) const;
     UltimateTreeWidget* widget() const { return list; }
 
 private:
-    void step();
     UltimateTreeItem* rowOf(int id) const;
-    void selectWanted();
 
     UltimateTreeWidget* list;
-    // What the list is to show; rows below shownCount still have to come,
-    // rows beyond it still have to go.
-    QVector<Entry> wanted;
-    int wantedId = 0;
-    bool selecting = false;
-    QTimer slices;
 };

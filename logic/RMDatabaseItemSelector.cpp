@@ -40,7 +40,7 @@ RMDatabaseItemSelector::RMDatabaseItemSelector(int* id, bool* accepted, QJsonObj
         entries.append({entryId, QStringLiteral("%1 %2").arg(GameDataLabel::paddedId(entryId),
                                                              GameDataLabel::recordName(records, entryId))});
     }
-    rows->show(entries, QString(), *id, false);
+    rows->show(entries, QString(), *id);
 
     // Cancel has a slot of its own.
     disconnect(cancelButton(), &QPushButton::clicked, this, &QDialog::reject);

@@ -94,10 +94,10 @@ void SwitchSelector::showGroups(int selectedId)
     // current (after a filter) is chosen again.
     keptId = selectedId;
     containerList->tree()->setCurrentRow(nullptr);
-    groupRows->show(groupEntries, QString(), group, false);
+    groupRows->show(groupEntries, QString(), group);
     keptId = *id;
     if (groupEntries.isEmpty())
-        entryRows->show({}, QString(), selectedId, false);
+        entryRows->show({}, QString(), selectedId);
 }
 
 void SwitchSelector::on_containerList_currentItemChanged(UltimateTreeItem* current, UltimateTreeItem*)

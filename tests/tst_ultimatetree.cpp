@@ -139,6 +139,12 @@ private slots:
         tree()->addRow(makeRow(QStringLiteral("too early")));
         QCOMPARE(tree()->rowCount(), 0);
         QCOMPARE(freed, 1);
+        // Rows given at once are dropped and freed each.
+        QTest::ignoreMessage(QtCriticalMsg, "VIEW HAS NO STARTED!");
+        QTest::ignoreMessage(QtCriticalMsg, "VIEW HAS NO STARTED!");
+        tree()->addRows({makeRow(QStringLiteral("early 1")), makeRow(QStringLiteral("early 2"))});
+        QCOMPARE(tree()->rowCount(), 0);
+        QCOMPARE(freed, 3);
     }
 
     void clickingSelectsAndToggles()
@@ -287,6 +293,123 @@ private slots:
         delete a;
         QCOMPARE(log.freed.value(QStringLiteral("A")), 1);
         QCOMPARE(log.freed.value(QStringLiteral("P2")), 1);
+    }
+
+    // Rows given at once stand where single ones would, on screen as in the
+    // list; rows that can't join are left out, and every record is freed
+    // once whether its row was taken out or cleared.
+    void bulkFillKeepsOrderParentsAndRecords()
+    {
+        buildList();
+        UltimateTreeItem* b = tree()->row(1);
+        UltimateTreeItem* c = tree()->row(2);
+        UltimateTreeItem* d = tree()->row(3);
+        b->expand();
+        tree()->setCurrentRow(c);
+        QSignalSpy changed(list.get(), &UltimateTreeWidget::currentItemChanged);
+
+        // X2 comes with an open child; B1 is a child elsewhere and D is in
+        // the list already, so neither moves, and X1 given twice joins once.
+        UltimateTreeItem* x1 = makeRow(QStringLiteral("X1"));
+        UltimateTreeItem* x2 = makeRow(QStringLiteral("X2"), true);
+        UltimateTreeItem* x2a = makeRow(QStringLiteral("X2a"));
+        x2->addChild(x2a);
+        x2->expand();
+        UltimateTreeItem* x3 = makeRow(QStringLiteral("X3"));
+        tree()->insertRows(2, {x1, x2, b->child(0), nullptr, d, x1, x3});
+        QCOMPARE(topLevelNames(tree()), QStringList({"A", "B", "X1", "X2", "X3", "C", "D", "E"}));
+        QCOMPARE(chain(tree()),
+                 QStringList({"A", "B", "  B1", "  B2", "  B3", "X1", "X2", "  X2a", "X3", "C", "D", "E"}));
+        QCOMPARE(childNames(b), QStringList({"B1", "B2", "B3"}));
+        QCOMPARE(x2a->parentItem(), x2);
+        QCOMPARE(x2a->depth(), 1);
+        QCOMPARE(x1->parentItem(), nullptr);
+        QCOMPARE(tree()->currentRow(), c);
+        QCOMPARE(changed.count(), 0);
+
+        tree()->addRows({makeRow(QStringLiteral("Y1")), makeRow(QStringLiteral("Y2"))});
+        QCOMPARE(topLevelNames(tree()).mid(6), QStringList({"D", "E", "Y1", "Y2"}));
+        // Every row on screen stands one row below the one before, and the
+        // "+" row below the last.
+        int y = 0;
+        for (UltimateTreeItem* row = tree()->firstVisibleRow(); row; row = row->next(), y += 20) {
+            QVERIFY2(row->scene() && row->y() == y, qPrintable(row->text(0)));
+            QCOMPARE(row->home(), double(y));
+        }
+        QCOMPARE(y, 14 * 20);
+        QCOMPARE(tree()->fillerItem()->y(), double(y));
+        QVERIFY(tree()->sceneRect().height() >= y + 20);
+
+        // The pointer and the keys find the new rows where they show.
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(x1));
+        QCOMPARE(tree()->currentRow(), x1);
+        QTest::keyClick(tree()->viewport(), Qt::Key_Down);
+        QCOMPARE(tree()->currentRow(), x2);
+        QTest::keyClick(tree()->viewport(), Qt::Key_Down);
+        QTest::keyClick(tree()->viewport(), Qt::Key_Down);
+        QCOMPARE(tree()->currentRow(), c);
+        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, pointOf(x2a));
+        QCOMPARE(tree()->currentRow(), x2a);
+
+        // Taking B, X1 and X2 closes the gap and leaves no current row, as
+        // X2a went with its parent; the rows are the caller's, records and all.
+        const QList<UltimateTreeItem*> taken = tree()->takeRows(1, 3);
+        QCOMPARE(taken, QList<UltimateTreeItem*>({b, x1, x2}));
+        QCOMPARE(chain(tree()), QStringList({"A", "X3", "C", "D", "E", "Y1", "Y2"}));
+        QCOMPARE(tree()->row(1)->y(), 20.0);
+        QCOMPARE(tree()->currentRow(), nullptr);
+        QVERIFY(!x2a->scene());
+        QCOMPARE(childNames(x2), QStringList({"X2a"}));
+        QCOMPARE(log.freed.size(), 0);
+        qDeleteAll(taken);
+        QCOMPARE(log.freed.size(), 7);
+
+        // Taken rows can join again, and clearing frees each record once.
+        UltimateTreeItem* z = makeRow(QStringLiteral("Z"));
+        tree()->addRows({z});
+        QList<UltimateTreeItem*> back = tree()->takeRows(tree()->rowCount() - 1, 5);
+        QCOMPARE(back, QList<UltimateTreeItem*>({z}));
+        tree()->insertRows(0, back);
+        QCOMPARE(topLevelNames(tree()).first(), QStringLiteral("Z"));
+        tree()->clear();
+        QCOMPARE(tree()->rowCount(), 0);
+        QCOMPARE(tree()->firstVisibleRow(), nullptr);
+        const QStringList all{"A", "B", "B1", "B2", "B3", "C", "D", "E", "X1", "X2", "X2a", "X3", "Y1", "Y2", "Z"};
+        QCOMPARE(QStringList(log.freed.keys()), all);
+        for (auto it = log.freed.begin(); it != log.freed.end(); ++it)
+            QVERIFY2(it.value() == 1, qPrintable(it.key()));
+    }
+
+    // Rows that come while one floats leave the others where they stand,
+    // so the gap stays, but the scene grows at once; the drop lays all out.
+    void bulkFillDuringADrag()
+    {
+        list->resize(300, 80);
+        buildList();
+        QApplication::processEvents();
+        UltimateTreeItem* d = tree()->row(3);
+        const QPoint start = pointOf(d);
+        QTest::mousePress(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start);
+        TestEnvironment::moveWithButtons(tree()->viewport(), start + QPoint(0, 25), Qt::RightButton);
+        QVERIFY(tree()->isDragging());
+        const double height = tree()->sceneRect().height();
+        QList<double> ys;
+        for (int i = 0; i < tree()->rowCount(); ++i)
+            ys.append(tree()->row(i)->y());
+
+        tree()->insertRows(1, {makeRow(QStringLiteral("F")), makeRow(QStringLiteral("G"))});
+        QCOMPARE(tree()->sceneRect().height(), height + 40);
+        QCOMPARE(tree()->row(0)->y(), ys.at(0));
+        for (int i = 1; i < ys.size(); ++i)
+            QCOMPARE(tree()->row(i + 2)->y(), ys.at(i));
+
+        QTest::mouseRelease(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start + QPoint(0, 25));
+        QVERIFY(!tree()->isDragging());
+        QCOMPARE(topLevelNames(tree()), QStringList({"A", "F", "G", "B", "C", "E", "D"}));
+        int y = 0;
+        for (UltimateTreeItem* row = tree()->firstVisibleRow(); row; row = row->next(), y += 20)
+            QVERIFY2(row->y() == y, qPrintable(row->text(0)));
+        QCOMPARE(y, 7 * 20);
     }
 
     void clipboardCopyCutPaste()

@@ -79,7 +79,7 @@ void UltimateTree::linkTopLevel(UltimateTreeItem* row, int index)
         }
         return;
     }
-    if (!row || row->parentRow || rows.contains(row))
+    if (!row || row->parentRow || row->topLevel)
         return;
     index = qBound(0, index, rows.size());
     UltimateTreeItem* before = index > 0 ? rows.at(index - 1)->lastVisibleDescendant() : nullptr;
@@ -90,19 +90,109 @@ void UltimateTree::linkTopLevel(UltimateTreeItem* row, int index)
     else
         firstRow = row;
     rows.insert(index, row);
+    adoptTopLevel(row);
+    addToContent(row->showInScene(true));
+    relayoutAfter(before);
+}
+
+void UltimateTree::adoptTopLevel(UltimateTreeItem* row)
+{
+    row->topLevel = true;
     row->setTreeRecursive(this);
     row->setDepthRecursive(0);
     if (row->height < 0)
         row->setRowHeight(rowHeight);
     row->adoptRowHeight(rowHeight);
-    addToContent(row->showInScene(true));
-    if (before) {
-        layoutFrom(before);
-    } else if (!dragging) {
-        row->setPos(0, 0);
-        row->homeY = 0;
-        layoutFrom(row);
+}
+
+double UltimateTree::placeFrom(UltimateTreeItem* row, double y)
+{
+    UltimateTreeItem* last = row->lastVisibleDescendant();
+    for (UltimateTreeItem* item = row;; item = item->nextVisible) {
+        if (item->motion)
+            item->motion->stop();
+        item->setPos(0, y);
+        item->homeY = y;
+        y += item->height;
+        if (item == last)
+            return y;
     }
+}
+
+void UltimateTree::relayoutAfter(UltimateTreeItem* before)
+{
+    // In a drag the rows stay where they are, but the scene takes the new height.
+    if (dragging) {
+        updateScene();
+    } else if (before) {
+        layoutFrom(before);
+    } else if (firstRow) {
+        firstRow->setPos(0, 0);
+        firstRow->homeY = 0;
+        layoutFrom(firstRow);
+    } else {
+        updateScene();
+    }
+}
+
+void UltimateTree::addRows(const QList<UltimateTreeItem*>& newRows)
+{
+    insertRows(rows.size(), newRows);
+}
+
+void UltimateTree::insertRows(int index, const QList<UltimateTreeItem*>& newRows)
+{
+    if (!scene) {
+        for (UltimateTreeItem* row : newRows)
+            linkTopLevel(row, index);
+        return;
+    }
+    QList<UltimateTreeItem*> joining;
+    joining.reserve(newRows.size());
+    for (UltimateTreeItem* row : newRows) {
+        // Marked as they join, so that a row given twice joins once.
+        if (!row || row->parentRow || row->topLevel)
+            continue;
+        adoptTopLevel(row);
+        joining.append(row);
+    }
+    if (joining.isEmpty())
+        return;
+    index = qBound(0, index, rows.size());
+    UltimateTreeItem* before = index > 0 ? rows.at(index - 1)->lastVisibleDescendant() : nullptr;
+    UltimateTreeItem* after = index < rows.size() ? rows.at(index) : nullptr;
+    // Each row is placed before it enters the scene, where moving it would
+    // cost more; in a drag the layout stays frozen, as for a single row.
+    double y = before ? before->y() + before->height : 0;
+    UltimateTreeItem* previous = before;
+    int added = 0;
+    for (UltimateTreeItem* row : joining) {
+        if (previous)
+            previous->nextVisible = row;
+        else
+            firstRow = row;
+        if (!dragging)
+            y = placeFrom(row, y);
+        previous = row->lastVisibleDescendant();
+        added += row->showInScene(true);
+    }
+    previous->nextVisible = after;
+    if (index == rows.size()) {
+        rows.append(joining);
+    } else {
+        QList<UltimateTreeItem*> merged;
+        merged.reserve(rows.size() + joining.size());
+        merged.append(rows.mid(0, index));
+        merged.append(joining);
+        merged.append(rows.mid(index));
+        rows = merged;
+    }
+    contentHeight += added;
+    // Rows below the new ones move down by all of them at once.
+    if (after && !dragging)
+        layoutFrom(previous);
+    else
+        updateScene();
 }
 
 void UltimateTree::addRow(UltimateTreeItem* row)
@@ -128,7 +218,7 @@ void UltimateTree::insertRowAfter(UltimateTreeItem* row, UltimateTreeItem* after
 
 void UltimateTree::takeRow(UltimateTreeItem* row, bool keepLayout)
 {
-    const int index = rows.indexOf(row);
+    const int index = row && row->topLevel ? rows.indexOf(row) : -1;
     if (index < 0)
         return;
     UltimateTreeItem* last = row->lastVisibleDescendant();
@@ -140,18 +230,39 @@ void UltimateTree::takeRow(UltimateTreeItem* row, bool keepLayout)
         firstRow = after;
     last->nextVisible = nullptr;
     rows.removeAt(index);
+    row->topLevel = false;
     addToContent(-row->hideFromScene(true));
     if (!dragging)
         rowTaken(row);
-    if (!keepLayout) {
-        if (before) {
-            layoutFrom(before);
-        } else if (firstRow && !dragging) {
-            firstRow->setPos(0, 0);
-            firstRow->homeY = 0;
-            layoutFrom(firstRow);
-        }
+    if (!keepLayout)
+        relayoutAfter(before);
+}
+
+QList<UltimateTreeItem*> UltimateTree::takeRows(int index, int count)
+{
+    index = qBound(0, index, rows.size());
+    count = qBound(0, count, rows.size() - index);
+    if (count == 0)
+        return {};
+    const QList<UltimateTreeItem*> taken = rows.mid(index, count);
+    UltimateTreeItem* before = index > 0 ? rows.at(index - 1)->lastVisibleDescendant() : nullptr;
+    UltimateTreeItem* after = taken.last()->lastVisibleDescendant()->nextVisible;
+    if (before)
+        before->nextVisible = after;
+    else
+        firstRow = after;
+    rows.erase(rows.begin() + index, rows.begin() + index + count);
+    int removed = 0;
+    for (UltimateTreeItem* row : taken) {
+        row->lastVisibleDescendant()->nextVisible = nullptr;
+        row->topLevel = false;
+        removed += row->hideFromScene(true);
+        if (!dragging)
+            rowTaken(row);
     }
+    contentHeight -= removed;
+    relayoutAfter(before);
+    return taken;
 }
 
 void UltimateTree::removeRow(UltimateTreeItem* row)
@@ -166,7 +277,7 @@ void UltimateTree::removeRow(UltimateTreeItem* row)
 
 void UltimateTree::deleteRow(UltimateTreeItem* row)
 {
-    if (!row || (!row->parentRow && !rows.contains(row)))
+    if (!row || (!row->parentRow && !(row->topLevel && row->treeView() == this)))
         return;
     removeRow(row);
     deleteLaterOwned(row);

@@ -38,8 +38,15 @@ public:
     void prependRow(UltimateTreeItem* row);
     void insertRow(UltimateTreeItem* row, int index);
     void insertRowAfter(UltimateTreeItem* row, UltimateTreeItem* after);
+    // Many top-level rows at once, in their order, with one layout and one
+    // resize of the scene at the end; the same as adding them one by one.
+    void addRows(const QList<UltimateTreeItem*>& newRows);
+    void insertRows(int index, const QList<UltimateTreeItem*>& newRows);
     // Takes a top-level row out; the caller owns it then.
     void takeRow(UltimateTreeItem* row, bool keepLayout = false);
+    // Takes count top-level rows from index on, with one layout at the end;
+    // the caller owns them then.
+    QList<UltimateTreeItem*> takeRows(int index, int count);
     // Removes any row, top-level or child, and deletes it later.
     void deleteRow(UltimateTreeItem* row);
     // Removes any row, top-level or child; the caller owns it then.
@@ -147,6 +154,14 @@ private:
 
     // The chain around a row about to be linked or unlinked.
     void linkTopLevel(UltimateTreeItem* row, int index);
+    // Gives a row joining the top level this tree, depth 0 and its height.
+    void adoptTopLevel(UltimateTreeItem* row);
+    // Places a row and its visible descendants from y down; returns the y
+    // below them.
+    double placeFrom(UltimateTreeItem* row, double y);
+    // Lays the chain out again after the top level changed below a row
+    // (null: from the head).
+    void relayoutAfter(UltimateTreeItem* before);
     void addToContent(int height);
     void computeViewWidth();
     UltimateTreeItemBase* selectAt(const QPoint& point, bool track, bool hover);

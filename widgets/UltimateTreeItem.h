@@ -142,6 +142,8 @@ private:
     bool dragged = false;
     bool hasIcon = false;
     bool canHaveChildren = false;
+    // In a tree's top-level list: the tree asks this rather than search the list.
+    bool topLevel = false;
 };
 
 Q_DECLARE_METATYPE(UltimateTreeItem*)
