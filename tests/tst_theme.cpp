@@ -184,7 +184,7 @@ private slots:
 
         const QString sheet = qApp->styleSheet();
         QVERIFY(sheet.size() > 1000);
-        QVERIFY2(!sheet.contains(QRegularExpression(QStringLiteral("%[A-Za-z0-9]*%|%1|%2|\\[window"))),
+        QVERIFY2(!sheet.contains(QRegularExpression(QStringLiteral("%[A-Za-z0-9]*%|%1|%2|\\[[A-Za-z]+\\]"))),
                  qPrintable(sheet));
         auto rgb = [](int key) {
             const QColor color = themeColor(key);
