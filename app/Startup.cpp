@@ -166,7 +166,12 @@ int run(int argc, char** argv)
         splash.finish(&mainWindow);
         application.installEventFilter(&mainWindow);
 
-        result = application.exec();
+        // A window closed while start-up still waited for it (a user who
+        // closes at once, before the splash screen has gone) ended before the
+        // event loop ran, and the loop would never hear of it: there is
+        // nothing left to run then.
+        if (mainWindow.isVisible())
+            result = application.exec();
 
         saveOnExit(mainWindow);
         application.removeEventFilter(&mainWindow);

@@ -14,6 +14,10 @@
 //                            and the "Red Tint" theme with the keys, switches
 //                            the dialogs' opening animation off, confirms and
 //                            quits without saving the project.
+// VELMORA_TEST_USER=discard  pastes that HUD, closes the window and answers
+//                            "No" to the question whether to save.
+// VELMORA_TEST_USER=closeatonce closes the window the moment it is shown,
+//                            before start-up has finished with it.
 // VELMORA_TEST_USER=report   writes the window style, frame, theme and the
 //                            opening animation the editor started with, and
 //                            quits.
@@ -168,6 +172,24 @@ bool act()
         reported = true;
         return false;
     }
+    if (mode == QLatin1String("discard")) {
+        static bool closing = false;
+        if (!closing) {
+            if (!pasteHud(window))
+                return false;
+            closing = true;
+            QTimer::singleShot(50, window, [window]() { window->close(); });
+            return false;
+        }
+        QWidget* question = QApplication::activeModalWidget();
+        QPushButton* no = question ? question->findChild<QPushButton*>(QStringLiteral("cancelButton")) : nullptr;
+        if (!no || !no->isVisible())
+            return false;
+        note(QStringLiteral("asked: %1").arg(question->windowTitle()));
+        no->click();
+        note(QStringLiteral("answered No"));
+        return true;
+    }
     if (mode == QLatin1String("save")) {
         if (!pasteHud(window))
             return false;
@@ -201,10 +223,32 @@ bool act()
     return true;
 }
 
+// Closes the editor's window in the middle of its being shown, as a user does
+// who closes at once.
+class CloseAtOnce : public QObject
+{
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && watched->inherits("VelmoMainWindow")) {
+            note(QStringLiteral("closing at once"));
+            static_cast<QWidget*>(watched)->close();
+        }
+        return false;
+    }
+};
+
 void startUser()
 {
     if (qEnvironmentVariableIsEmpty("VELMORA_TEST_USER"))
         return;
+    if (qEnvironmentVariable("VELMORA_TEST_USER") == QLatin1String("closeatonce")) {
+        QCoreApplication::instance()->installEventFilter(new CloseAtOnce(QCoreApplication::instance()));
+        return;
+    }
     QTimer* timer = new QTimer(QCoreApplication::instance());
     timer->setInterval(50);
     QObject::connect(timer, &QTimer::timeout, [timer]() {

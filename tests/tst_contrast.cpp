@@ -18,12 +18,20 @@
 #include "widgets/MyTabSystemHelper.h"
 #include "widgets/TitleBarButtons.h"
 #include "widgets/TrovDialog.h"
+#include "widgets/UltimateToolTip.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeHeader.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
+#include <QGroupBox>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QStyleOptionGroupBox>
+#include <QStyleOptionSlider>
 #include <QLabel>
 #include <QMap>
 #include <QMenu>
@@ -398,6 +406,116 @@ private:
         checkText(QStringLiteral("drop-down row"), Normal, image, QRect(6, 26, 200, 20));
     }
 
+    // The parts of the application's style sheet that carry text: a status
+    // bar's message, a plain group box's title strip, the menu bar's entries
+    // at rest, under the pointer and open.
+    void styleSheetTexts()
+    {
+        QStatusBar status;
+        status.resize(400, 24);
+        status.showMessage(QStringLiteral("/home/maker/Project  —  816 × 624"));
+        status.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&status));
+        checkText(QStringLiteral("status bar message"), Normal, shot(&status), QRect(1, 2, 300, 20));
+
+        Surface surface;
+        QGroupBox* group = new QGroupBox(QStringLiteral("HUD Editor"), &surface);
+        group->setGeometry(10, 10, 300, 100);
+        QStyleOptionGroupBox option;
+        option.initFrom(group);
+        option.text = group->title();
+        option.subControls = QStyle::SC_GroupBoxLabel;
+        option.lineWidth = 1;
+        const QImage groupImage = surface.picture(group);
+        const QRect label = group->style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, group);
+        checkText(QStringLiteral("QGroupBox title"), Normal, groupImage, label.adjusted(1, 2, -1, -2));
+
+        QMainWindow window;
+        QMenu* file = window.menuBar()->addMenu(QStringLiteral("File"));
+        file->addAction(QStringLiteral("Open Project"));
+        window.menuBar()->addMenu(QStringLiteral("Edit"))->addAction(QStringLiteral("Undo"));
+        window.resize(400, 200);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QMenuBar* bar = window.menuBar();
+        const QRect fileEntry = bar->actionGeometry(file->menuAction());
+        const QRect editEntry = bar->actionGeometry(bar->actions().at(1));
+        // The text of an entry, clear of the border it gets under the pointer.
+        auto inner = [](const QRect& entry) { return QRect(2, 2, entry.width() - 4, entry.height() - 4); };
+        checkText(QStringLiteral("menu bar entry"), Normal, shot(bar, editEntry), inner(editEntry));
+        bar->setActiveAction(bar->actions().at(1));
+        QCoreApplication::processEvents();
+        checkText(QStringLiteral("menu bar entry"), Hover, shot(bar, editEntry), inner(editEntry));
+        file->menuAction()->trigger();
+        bar->setActiveAction(file->menuAction());
+        QTRY_VERIFY(file->isVisible());
+        checkText(QStringLiteral("menu bar entry"), Pressed, shot(bar, fileEntry), inner(fileEntry));
+        file->close();
+    }
+
+    // The program's own tooltip: its title over the title bar, its
+    // description below.
+    void toolTip()
+    {
+        QWidget owner;
+        owner.resize(200, 40);
+        owner.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&owner));
+        UltimateToolTip* tip = UltimateToolTip::showFor(&owner, QStringLiteral("Editor Location"),
+                                                        QStringLiteral("The location of the MZ executable."),
+                                                        owner.mapToGlobal(QPoint(10, 10)));
+        QVERIFY(tip);
+        QTRY_COMPARE(tip->windowOpacity(), 1.0);
+        const QImage image = shot(tip);
+        // The body is where its grey fill is; its grey inner outline and the
+        // grey line across it below the title bar mark the parts.
+        const QRgb fill = qRgb(0x33, 0x33, 0x33);
+        const QRgb grey = qRgb(0x66, 0x66, 0x66);
+        QRect body;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixel(x, y) == fill)
+                    body |= QRect(x, y, 1, 1);
+        QVERIFY(body.width() > 50);
+        QList<int> lines;
+        for (int y = 0; y < image.height(); ++y)
+            if (image.pixel(body.center().x(), y) == grey)
+                lines << y;
+        QCOMPARE(lines.size(), 3);
+        checkText(QStringLiteral("tool-tip title"), Normal, image,
+                  QRect(body.left() + 1, lines.at(0) + 1, body.width() - 2, lines.at(1) - lines.at(0) - 2));
+        checkText(QStringLiteral("tool-tip description"), Normal, image,
+                  QRect(body.left() + 1, lines.at(1) + 1, body.width() - 2, lines.at(2) - lines.at(1) - 2));
+        tip->end();
+    }
+
+    // A scroll bar's handle against its groove, a control of 3:1: the
+    // lists', the canvas's and the help pages' scroll bars are the style's.
+    void scrollBar()
+    {
+        Surface surface;
+        QScrollBar* bar = new QScrollBar(Qt::Vertical, &surface);
+        bar->setRange(0, 100);
+        bar->setPageStep(30);
+        bar->setValue(40);
+        bar->setGeometry(10, 10, 16, 140);
+        const QImage image = surface.picture(bar);
+        QStyleOptionSlider option;
+        option.initFrom(bar);
+        option.orientation = Qt::Vertical;
+        option.minimum = 0;
+        option.maximum = 100;
+        option.pageStep = 30;
+        option.sliderPosition = option.sliderValue = 40;
+        const QRect handle = bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, bar);
+        const QRect groove = bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarGroove, bar);
+        QVERIFY(groove.top() + 3 < handle.top());
+        // The groove's colour beside the handle, against the handle's edge
+        // and body.
+        const QPoint ground(groove.center().x(), groove.top() + 2);
+        check(QStringLiteral("scroll bar handle"), Normal, symbol(image, handle.adjusted(0, 0, 0, 0), ground), IconMinimum);
+    }
+
 private slots:
     void initTestCase()
     {
@@ -441,6 +559,9 @@ private slots:
         listRows();
         menu();
         popupRows();
+        styleSheetTexts();
+        toolTip();
+        scrollBar();
         // VELMORA_CONTRAST_REPORT prints every pair measured, for a person
         // who tunes a theme.
         if (qEnvironmentVariableIsSet("VELMORA_CONTRAST_REPORT"))

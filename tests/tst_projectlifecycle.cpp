@@ -98,6 +98,32 @@ QStringList recoveryFiles(const QString& home = TestEnvironment::home())
     return files;
 }
 
+// An editor process of its own (velmora-test-editor) on the project, with a
+// home of its own and the user of tests/EditorUser.cpp acting in the given
+// mode; what that user saw goes to user.log in the home.
+QProcess* startEditor(QObject* owner, const QString& project, const QString& childHome, const char* mode,
+                      const QString& hud = QString())
+{
+    QDir().mkpath(childHome + QStringLiteral("/runtime"));
+    QFile::setPermissions(childHome + QStringLiteral("/runtime"),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), childHome);
+    for (const char* folder : {"CONFIG_HOME=/config", "DATA_HOME=/data", "CACHE_HOME=/cache", "RUNTIME_DIR=/runtime"}) {
+        const QStringList pair = QString::fromLatin1(folder).split(QLatin1Char('='));
+        environment.insert(QStringLiteral("XDG_") + pair.at(0), childHome + pair.at(1));
+    }
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("VELMORA_TEST_USER"), QLatin1String(mode));
+    environment.insert(QStringLiteral("VELMORA_TEST_USER_LOG"), childHome + QStringLiteral("/user.log"));
+    environment.insert(QStringLiteral("VELMORA_TEST_USER_HUD"), hud);
+    auto* process = new QProcess(owner);
+    process->setProcessEnvironment(environment);
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process->start(QStringLiteral(VELMORA_TEST_EDITOR), {project});
+    return process;
+}
+
 
 QByteArray documentWithHuds(const QStringList& names)
 {
@@ -506,30 +532,13 @@ private slots:
         // is kept within seconds, not minutes.
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("killed"));
         const QString childHome = TestEnvironment::newFolder(QStringLiteral("child-home"));
-        QDir().mkpath(childHome + QStringLiteral("/runtime"));
-        QFile::setPermissions(childHome + QStringLiteral("/runtime"),
-                              QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         const QString log = childHome + QStringLiteral("/user.log");
         // A component in the form the canvas writes it back.
         const QJsonObject pasted{{"Name", "Survives the kill"}, {"IsHUD", true},
                                  {"HUD", QJsonArray{QJsonObject{{"Type", 0}, {"X", 12}, {"Y", 34}, {"Rotation", 0},
                                                                 {"Opacity", 100}, {"ScaleX", 1.0}, {"ScaleY", 1.0}}}}};
         auto editor = [&](const char* mode) {
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("HOME"), childHome);
-            for (const char* folder : {"CONFIG_HOME=/config", "DATA_HOME=/data", "CACHE_HOME=/cache", "RUNTIME_DIR=/runtime"}) {
-                const QStringList pair = QString::fromLatin1(folder).split(QLatin1Char('='));
-                environment.insert(QStringLiteral("XDG_") + pair.at(0), childHome + pair.at(1));
-            }
-            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-            environment.insert(QStringLiteral("VELMORA_TEST_USER"), QLatin1String(mode));
-            environment.insert(QStringLiteral("VELMORA_TEST_USER_LOG"), log);
-            environment.insert(QStringLiteral("VELMORA_TEST_USER_HUD"), QString::fromUtf8(TestEnvironment::compact(pasted)));
-            auto* process = new QProcess(this);
-            process->setProcessEnvironment(environment);
-            process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            process->start(QStringLiteral(VELMORA_TEST_EDITOR), {project});
-            return process;
+            return startEditor(this, project, childHome, mode, QString::fromUtf8(TestEnvironment::compact(pasted)));
         };
         auto recoveries = [&]() { return recoveryFiles(childHome); };
 
@@ -567,6 +576,45 @@ private slots:
         const QString id = restored.take(QStringLiteral("ID")).toString();
         QVERIFY2(QRegularExpression(QStringLiteral("^[0-6]{5}$")).match(id).hasMatch(), qPrintable(id));
         QCOMPARE(restored, pasted);
+    }
+
+    // A real editor process, closed by its user: it must end, whatever the
+    // answer and however early the window is closed.
+    void editorProcessEndsWhenClosed()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("closed"));
+        const QByteArray before = TestEnvironment::readFile(TestEnvironment::documentPath(project));
+        const QJsonObject pasted{{"Name", "Thrown away"}, {"IsHUD", true}, {"HUD", QJsonArray()}};
+
+        // Edited, closed, and "No" to saving: the process ends, nothing written.
+        const QString discardHome = TestEnvironment::newFolder(QStringLiteral("discard-home"));
+        QProcess* discard = startEditor(this, project, discardHome, "discard",
+                                        QString::fromUtf8(TestEnvironment::compact(pasted)));
+        const bool discardEnded = discard->waitForFinished(30000);
+        const QByteArray discardSeen = TestEnvironment::readFile(discardHome + QStringLiteral("/user.log"));
+        if (!discardEnded)
+            discard->kill();
+        QVERIFY2(discardEnded, discardSeen.constData());
+        QCOMPARE(discard->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(discard->exitCode(), 0);
+        QVERIFY2(discardSeen.contains("asked: Save Confirmation\nanswered No"), discardSeen.constData());
+        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), before);
+        QVERIFY(recoveryFiles(discardHome).isEmpty());
+
+        // Closed in the very moment the window shows, in each window style.
+        for (const int style : {0, 2}) {
+            const QString home = TestEnvironment::newFolder(QStringLiteral("at-once-%1").arg(style));
+            QDir().mkpath(home + QStringLiteral("/config/Ostrel Vane"));
+            TestEnvironment::writeFile(home + QStringLiteral("/config/Ostrel Vane/Velmora 2.conf"),
+                                       QStringLiteral("[General]\nwindowStyle=%1\nsettingsVersion=1\n").arg(style).toUtf8());
+            QProcess* atOnce = startEditor(this, project, home, "closeatonce");
+            const bool ended = atOnce->waitForFinished(20000);
+            if (!ended)
+                atOnce->kill();
+            QVERIFY2(ended, qPrintable(QStringLiteral("window style %1").arg(style)));
+            QCOMPARE(atOnce->exitCode(), 0);
+            QVERIFY(TestEnvironment::readFile(home + QStringLiteral("/user.log")).contains("closing at once"));
+        }
     }
 };
 

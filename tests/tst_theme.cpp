@@ -5,6 +5,8 @@
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
+#include "widgets/MyGroupBox.h"
+#include "widgets/MyLineEdit.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -12,6 +14,7 @@
 #include <QMenu>
 #include <QRegularExpression>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -181,7 +184,7 @@ private slots:
 
         const QString sheet = qApp->styleSheet();
         QVERIFY(sheet.size() > 1000);
-        QVERIFY2(!sheet.contains(QRegularExpression(QStringLiteral("%[A-Za-z0-9]*%|%1|%2|\\[window"))),
+        QVERIFY2(!sheet.contains(QRegularExpression(QStringLiteral("%[A-Za-z0-9]*%|%1|%2|\\[[A-Za-z]+\\]"))),
                  qPrintable(sheet));
         auto rgb = [](int key) {
             const QColor color = themeColor(key);
@@ -308,6 +311,59 @@ private slots:
         QCOMPARE(label.palette().color(QPalette::Window), QColor(0x20, 0x40, 0x60));
         // Lists paint from the cached copies: they follow too.
         QCOMPARE(CachedColor::ListItemHover, QColor(0x0a, 0x0b, 0x0c));
+    }
+
+    // The program's own group box and text field place their contents by
+    // themselves: under the application's sheet they stand where they stand
+    // without it, right below the title strip and with the whole placeholder.
+    void ownWidgetsLayOutAsWithoutTheSheet()
+    {
+        struct Look {
+            int childTop;
+            QImage placeholder;
+        };
+        auto look = [](const QString& title) {
+            QWidget window;
+            window.resize(360, 200);
+            MyGroupBox* box = new MyGroupBox(title, &window);
+            QVBoxLayout* layout = new QVBoxLayout(box);
+            layout->setContentsMargins(10, MyGroupBox::TitleHeight + 8, 12, 12);
+            MyLineEdit* field = new MyLineEdit(box);
+            field->setInputType(MyLineEdit::Text);
+            field->setPlaceholderText(QStringLiteral("None"));
+            layout->addWidget(field);
+            layout->addStretch();
+            box->setGeometry(0, 0, 360, 120);
+            window.show();
+            // The title can change after the box was made (a new language).
+            box->setTitle(title + QStringLiteral(" Options"));
+            QApplication::processEvents();
+            Look seen;
+            seen.childTop = field->mapTo(box, QPoint(0, 0)).y();
+            // The lower part of the field, where the value or its placeholder stands.
+            seen.placeholder = field->grab(QRect(0, 24, field->width(), 22)).toImage();
+            return seen;
+        };
+
+        Theme::installDefault();
+        Theme::apply();
+        const Look sheet = look(QStringLiteral("Editor"));
+        QCOMPARE(sheet.childTop, MyGroupBox::TitleHeight + 8);
+
+        const QString kept = qApp->styleSheet();
+        qApp->setStyleSheet(QString());
+        const Look plain = look(QStringLiteral("Editor"));
+        qApp->setStyleSheet(kept);
+        QCOMPARE(plain.childTop, MyGroupBox::TitleHeight + 8);
+        QCOMPARE(sheet.placeholder, plain.placeholder);
+        // And the placeholder is there at all: some pixels differ from the
+        // field's background.
+        const QRgb background = plain.placeholder.pixel(plain.placeholder.width() - 12, 4);
+        int drawn = 0;
+        for (int x = 0; x < 60; ++x)
+            for (int y = 0; y < plain.placeholder.height(); ++y)
+                drawn += plain.placeholder.pixel(x, y) != background;
+        QVERIFY(drawn > 20);
     }
 };
 

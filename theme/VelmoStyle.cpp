@@ -1,5 +1,6 @@
 #include "theme/VelmoStyle.h"
 
+#include "theme/Contrast.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
 
@@ -82,6 +83,8 @@ QString VelmoStyle::styleSheet()
     QString text = QString::fromUtf8(file.readAll());
     text.replace(QLatin1String("[windowTop]"), themeColor(ThemeKey::WindowTop).name());
     text.replace(QLatin1String("[windowBottom]"), themeColor(ThemeKey::WindowBottom).name());
+    text.replace(QLatin1String("[scrollBarHandle]"),
+                 Contrast::readable(themeColor(ThemeKey::Highlight), themeColor(ThemeKey::Base), Contrast::Symbol).name());
     for (const auto& placeholder : placeholders())
         text.replace(QLatin1Char('%') + QLatin1String(placeholder.first) + QLatin1Char('%'),
                      rgbText(placeholder.second));

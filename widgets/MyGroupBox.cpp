@@ -4,17 +4,28 @@
 #include "theme/ThemeManager.h"
 #include "widgets/FormFieldPainter.h"
 
+#include <QEvent>
 #include <QLinearGradient>
 #include <QPainter>
 
 MyGroupBox::MyGroupBox(QWidget* parent) : QGroupBox(parent)
 {
-    setContentsMargins(8, TitleHeight + 6, 10, 12);
+    setContentsMargins(QMargins());
 }
 
 MyGroupBox::MyGroupBox(const QString& title, QWidget* parent) : MyGroupBox(parent)
 {
     setTitle(title);
+}
+
+bool MyGroupBox::event(QEvent* event)
+{
+    // QGroupBox sets its margins from the style's frame and title (and from a
+    // style sheet's group box rules) whenever the title, font or style
+    // changes. This box draws its own frame and title, so it takes them back.
+    if (event->type() == QEvent::ContentsRectChange && contentsMargins() != QMargins())
+        setContentsMargins(QMargins());
+    return QGroupBox::event(event);
 }
 
 void MyGroupBox::paintEvent(QPaintEvent*)

@@ -11,9 +11,11 @@ public:
     explicit MyGroupBox(QWidget* parent = nullptr);
     explicit MyGroupBox(const QString& title, QWidget* parent = nullptr);
 
-    // Height of the title strip; the layout starts below it.
+    // Height of the title strip. The box keeps no margins of its own: the
+    // layout's margins place the contents, below the strip as the owner says.
     static const int TitleHeight = 24;
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 };

@@ -16,6 +16,8 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QRegularExpressionValidator>
 #include <QtMath>
 
@@ -107,10 +109,7 @@ void MyLineEdit::setCaption(const QString& text)
 void MyLineEdit::setSuffix(const QString& text)
 {
     suffixText = text;
-    QFont valueFont = font();
-    valueFont.setPixelSize(15);
-    // The value stops short of the unit.
-    setTextMargins(0, 0, text.isEmpty() ? 0 : QFontMetrics(valueFont).horizontalAdvance(text) + 8, 0);
+    placeText();
     update();
 }
 
@@ -450,13 +449,38 @@ QSize MyLineEdit::minimumSizeHint() const
     return QSize(60, 46);
 }
 
-void MyLineEdit::resizeEvent(QResizeEvent* event)
+void MyLineEdit::placeText()
 {
     // The text stands in the lower part of the 46-pixel field, wherever the
-    // field is centred.
+    // field is centred, and stops short of the unit. The margins count from
+    // where the style puts the contents, which a style sheet's padding may
+    // already have moved: the text stands in the same place either way.
     const int top = (height() - 46) / 2;
-    setTextMargins(7, top + 17, 8, qMax(0, height() - top - 44));
+    int right = 8;
+    if (!suffixText.isEmpty()) {
+        QFont valueFont = font();
+        valueFont.setPixelSize(15);
+        right += QFontMetrics(valueFont).horizontalAdvance(suffixText) + 8;
+    }
+    const QRect wanted = rect().adjusted(7, top + 17, -right, -qMax(0, height() - top - 44));
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    const QRect contents = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    setTextMargins(qMax(0, wanted.left() - contents.left()), qMax(0, wanted.top() - contents.top()),
+                   qMax(0, contents.right() - wanted.right()), qMax(0, contents.bottom() - wanted.bottom()));
+}
+
+void MyLineEdit::resizeEvent(QResizeEvent* event)
+{
+    placeText();
     QLineEdit::resizeEvent(event);
+}
+
+void MyLineEdit::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)
+        placeText();
 }
 
 void MyLineEdit::focusInEvent(QFocusEvent* event)
