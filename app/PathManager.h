@@ -64,6 +64,9 @@ QString graphicsFile(GraphicsType type, const QString& fileName, const QDir& bas
 QFont getFont(const QString& fileName, const QDir& fontsFolder, bool inAssetsFolder);
 // The family a font file name was loaded under; empty when it wasn't.
 QString loadedFontFamily(const QString& fileName);
+// Loads the font file below the folder as getFont() does and gives the
+// family it was loaded under; empty when it can't be loaded.
+QString fontFamilyOf(const QString& fileName, const QDir& fontsFolder);
 
 // Where the n-th converted font of this run is written: "FontCache/font<n>.otf"
 // beside the executable when the program may write there (never when

@@ -4,6 +4,7 @@
 #include "app/GameProcess.h"
 #include "app/HudListController.h"
 #include "app/PathManager.h"
+#include "components/ProjectFonts.h"
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoAbout.h"
@@ -85,9 +86,9 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     PathManager::setProjectDirectory(&lifecycle->directory());
     PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
     // The font picker shows the game's fonts as the text component draws them.
-    BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
-        PathManager::getFont(fileName, folder, false);
-        return PathManager::loadedFontFamily(fileName);
+    BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
+    ProjectFonts::setFolderHook([this]() {
+        return lifecycle->isOpen() ? lifecycle->directory().absoluteFilePath(QStringLiteral("fonts")) : QString();
     });
 
     huds->setup();
@@ -142,6 +143,7 @@ VelmoMainWindow::~VelmoMainWindow()
     if (PathManager::projectDirectory() == &lifecycle->directory()) {
         PathManager::setProjectDirectory(nullptr);
         PathManager::setGraphicsFolderHook(nullptr);
+        ProjectFonts::setFolderHook(nullptr);
     }
 }
 

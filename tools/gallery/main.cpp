@@ -7,7 +7,8 @@
 // pictures or fonts, and --screenshot takes its picture instead.
 #include "app/PathManager.h"
 #include "app/Startup.h"
-#include "components/UIComponentCommonDialog.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/UIComponentBaseDialog.h"
 #include "components/VelmoUISelector.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
@@ -581,7 +582,10 @@ int showDialog(const QString& which, const QString& shot)
     if (which == QLatin1String("selector"))
         dialog.reset(new VelmoUISelector(&json, &accepted, 6, true, &projectData, nullptr));
     else
-        dialog.reset(new UIComponentCommonDialog(&json, &accepted, true, nullptr, &projectData));
+        dialog.reset(GameUIEditorSceneHelper<VelmoUISelector>::makeDialog(json, &accepted, true, nullptr, &projectData)
+                         .release());
+    if (!dialog)
+        return 1;
     if (shot.isEmpty())
         return dialog->exec();
     dialog->show();
