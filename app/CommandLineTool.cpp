@@ -1,6 +1,7 @@
 #include "app/CommandLineTool.h"
 
 #include "app/HudDocument.h"
+#include "app/HudOutline.h"
 #include "app/JsonFile.h"
 #include "app/PathManager.h"
 #include "app/ProjectData.h"
@@ -80,6 +81,16 @@ const char* const Usage =
     "                              editor, darkened as the editor shows it, or the\n"
     "                              canvas tile), otherwise it stays transparent.\n"
     "                              Exit 0 when every HUD was written, 1 otherwise.\n"
+    "  outline PROJECT [--hud NAME]\n"
+    "                              Prints every HUD of the project (or only the one\n"
+    "                              of that name or ID) as an indented tree of its\n"
+    "                              components: kind, name, position and size, and\n"
+    "                              under each, as the editor shows them, the values\n"
+    "                              the game works out while it runs: dynamic texts\n"
+    "                              and numbers, lists, actors, and fields that take a\n"
+    "                              dynamic input. A value the editor can't read is\n"
+    "                              shown as \"(unknown value)\". Exit 1 when the HUD\n"
+    "                              document is damaged or has no HUD of that name.\n"
     "\n"
     "Options:\n"
     "  --help     Shows this text.\n"
@@ -405,6 +416,27 @@ void loadProjectFonts(const QDir& folder, const QJsonObject& system, GameUIEdito
     scene->setFontNames(main, number, fallback);
 }
 
+// The HUDs of a document that a command works on: all of them, or those
+// whose name or ID is hud. Says so when there is none.
+QVector<const HudEntry*> chosenHuds(const HudDocument& document, const QString& hud, const char* verb,
+                                    QTextStream& err)
+{
+    QVector<const HudEntry*> chosen;
+    QStringList names;
+    for (const HudEntry& entry : document.entries) {
+        const QString name = HudDocument::displayName(entry.type, entry.object);
+        names.append(name);
+        if (hud.isEmpty() || hud == name || hud == entry.object.value(HudDocument::KeyId).toString())
+            chosen.append(&entry);
+    }
+    if (chosen.isEmpty() && hud.isEmpty())
+        err << "velmora-cli: the project has no HUD to " << verb << "\n";
+    else if (chosen.isEmpty())
+        err << "velmora-cli: the project has no HUD named \"" << hud << "\"; its HUDs are: \""
+            << names.join(QStringLiteral("\", \"")) << "\"\n";
+    return chosen;
+}
+
 int render(const QDir& folder, const RenderOptions& options, QTextStream& out, QTextStream& err)
 {
     QJsonObject projectData;
@@ -430,23 +462,9 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     else if (document.fromTemplates)
         out << "The project has no HUD document yet; its HUDs are those a new project starts with\n";
 
-    QVector<const HudEntry*> chosen;
-    QStringList names;
-    for (const HudEntry& entry : document.entries) {
-        const QString name = HudDocument::displayName(entry.type, entry.object);
-        names.append(name);
-        if (options.hud.isEmpty() || options.hud == name
-            || options.hud == entry.object.value(HudDocument::KeyId).toString())
-            chosen.append(&entry);
-    }
-    if (chosen.isEmpty()) {
-        if (options.hud.isEmpty())
-            err << "velmora-cli: the project has no HUD to draw\n";
-        else
-            err << "velmora-cli: the project has no HUD named \"" << options.hud << "\"; its HUDs are: \""
-                << names.join(QStringLiteral("\", \"")) << "\"\n";
+    const QVector<const HudEntry*> chosen = chosenHuds(document, options.hud, "draw", err);
+    if (chosen.isEmpty())
         return Failure;
-    }
 
     const QString outputPath = QFileInfo(options.outputFolder).absoluteFilePath();
     const QFileInfo outputInfo(outputPath);
@@ -522,6 +540,33 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     return failures == 0 ? Success : Failure;
 }
 
+int outline(const QDir& folder, const QString& hud, QTextStream& out, QTextStream& err)
+{
+    QJsonObject projectData;
+    ProjectData::ScreenSize screen;
+    QStringList problems;
+    if (!ProjectData::load(folder, projectData, screen, &problems)) {
+        err << "velmora-cli: " << QDir::toNativeSeparators(folder.absolutePath())
+            << " is not a usable RPG Maker MZ project\n";
+        for (const QString& problem : qAsConst(problems))
+            err << "  " << problem << "\n";
+        return Failure;
+    }
+    const HudDocument document = HudDocument::load(folder);
+    if (document.damagedFile) {
+        // An outline of what could be read would pass for the whole document.
+        err << "velmora-cli: " << QDir::toNativeSeparators(JsonFile::pluginPath(folder, HudDocument::FileName))
+            << " can't be read as a HUD document (" << document.damage << ")\n";
+        return Failure;
+    }
+    if (document.fromTemplates)
+        out << "The project has no HUD document yet; its HUDs are those a new project starts with\n";
+    const QVector<const HudEntry*> chosen = chosenHuds(document, hud, "outline", err);
+    for (const HudEntry* entry : chosen)
+        HudOutline::write(*entry, &projectData, out);
+    return chosen.isEmpty() ? Failure : Success;
+}
+
 int resave(const QDir& folder, const QString& output, bool visit, bool throughDialogs, QTextStream& out,
            QTextStream& err)
 {
@@ -572,7 +617,8 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     const QString command = args.first();
     const bool isResave = command == QLatin1String("resave");
     const bool isRender = command == QLatin1String("render");
-    if (command != QLatin1String("check") && !isResave && !isRender)
+    const bool isOutline = command == QLatin1String("outline");
+    if (command != QLatin1String("check") && !isResave && !isRender && !isOutline)
         return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 
     QString project;
@@ -597,7 +643,7 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
             visit = true;
         } else if (isResave && arg == QLatin1String("--through-dialogs")) {
             throughDialogs = true;
-        } else if (isRender && arg == QLatin1String("--hud")) {
+        } else if ((isRender || isOutline) && arg == QLatin1String("--hud")) {
             if (i + 1 >= args.size() || hudGiven || args.at(i + 1).isEmpty())
                 return usageError(err, QStringLiteral("--hud takes one HUD name"));
             renderOptions.hud = args.at(++i);
@@ -633,6 +679,8 @@ int execute(const QStringList& arguments, QTextStream& out, QTextStream& err)
     }
     if (command == QLatin1String("check"))
         return check(folder, out);
+    if (isOutline)
+        return outline(folder, renderOptions.hud, out, err);
     if (isRender) {
         if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
             err << "velmora-cli: render needs the widget application\n";

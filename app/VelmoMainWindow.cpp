@@ -12,6 +12,8 @@
 #include "app/VelmoMainTitleBar.h"
 #include "app/WindowPlacement.h"
 #include "components/GameUIEditorSceneHelper.h"
+#include "logic/DynamicValueSelector.h"
+#include "logic/VelmoTextInputExtend.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "widgets/AlertDialog.h"
@@ -85,6 +87,10 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     theMainWindow = this;
     PathManager::setProjectDirectory(&lifecycle->directory());
     PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+    // Every extendable field takes a dynamic value through its kind 0.
+    VelmoTextInputExtend::install(lifecycle->data());
+    // The component dialogs open and show dynamic texts and numbers through these.
+    DynamicValueSelector::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
     BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
     ProjectFonts::setFolderHook([this]() {
@@ -144,6 +150,9 @@ VelmoMainWindow::~VelmoMainWindow()
         PathManager::setProjectDirectory(nullptr);
         PathManager::setGraphicsFolderHook(nullptr);
         ProjectFonts::setFolderHook(nullptr);
+        // The dynamic input reads this window's project data, which goes with it.
+        VelmoTextInputExtend::install(nullptr);
+        DynamicValueSelector::install(nullptr);
     }
 }
 

@@ -7,7 +7,8 @@ H x C in {10 x 50, 50 x 500}, then measures:
   - opening (data files + HUD document + the first HUD onto the canvas), a
     change of HUD between the two largest HUDs, saving, and a bare JSON parse
     and compact write of the same document, in process (velmora-bench-project);
-  - velmora-cli check and resave of the 50 x 500 projects, as processes;
+  - velmora-cli check, resave and outline of the 50 x 500 projects, as
+    processes;
   - the editor's peak resident memory after opening the 50 x 500 project;
   - velmora-cli render of every HUD of the 100 / 50 x 500 project at zoom 1
     and 2, in total and per HUD;
@@ -109,20 +110,21 @@ def main():
 
     cli = os.path.join(build, "bin", "velmora-cli")
     print("| project | data ms | document ms | first HUD ms | open ms | HUD change ms | save ms | bare JSON ms "
-          "| check ms | resave ms | editor peak MB |")
-    print("|---|---|---|---|---|---|---|---|---|---|---|")
+          "| check ms | resave ms | outline ms | editor peak MB |")
+    print("|---|---|---|---|---|---|---|---|---|---|---|---|")
     for (n, h, c), path in zip(SIZES, projects):
         name = os.path.basename(path)
         row = rows[name]
-        check = resave = peak = "-"
+        check = resave = outline = peak = "-"
         if c == 500:
             check = "%.0f" % median_ms([cli, "check", path], runs, env)
             resave = "%.0f" % median_ms([cli, "resave", path, "--out", os.path.join(build, "bench-resave.json")],
                                         runs, env)
+            outline = "%.0f" % median_ms([cli, "outline", path], runs, env)
             peak = "%.0f" % peak_resident_mb(build, path, env)
-        print("| %s | %s | %s | %s | %s | %s | %s | %s | %s | %s | %s |"
+        print("| %s | %s | %s | %s | %s | %s | %s | %s | %s | %s | %s | %s |"
               % (name, row["data"], row["document"], row["first"], row["open"], row["change"], row["save"],
-                 row["bare"], check, resave, peak))
+                 row["bare"], check, resave, outline, peak))
     sys.stdout.flush()
     print()
     render_table(build, runs, env)

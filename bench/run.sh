@@ -6,7 +6,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${VELMORA_BUILD:-$root/build}"
 runs="${1:-5}"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project >/dev/null
+cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers >/dev/null
 
 echo "== The program's list: 5,000 rows (ms)"
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-tree" "$runs"
@@ -25,6 +25,12 @@ QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-codeinput"
 echo
 echo "== A property dialog with 200 animations and 200 custom properties: from the double-click (ms, median of $runs runs)"
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-dialog" "$runs"
+echo
+echo "== The game-data pickers on a project of 10,000 entries per table (ms, median of $runs runs)"
+pickers="$build/bench-projects/n10000-10x50"
+[ -f "$pickers/data/plugin/VelmoraHUD.json" ] || "$root/tools/gen-project" --out "$pickers" --entries 10000 --huds 10 \
+    --components 50 --depth 4 --seed 7 >/dev/null
+QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-datapickers" "$pickers" "$runs"
 echo
 echo "== Projects made by tools/gen-project (median of $runs runs)"
 python3 "$root/bench/projects.py" "$build" "$runs"

@@ -41,6 +41,8 @@ UIComponentBaseDialog::ConditionsText UIComponentBaseDialog::showConditions =
             opener->setValue(tr("%1 Conditions").arg(conditions.size()));
     };
 UIComponentBaseDialog::ConditionsOpener UIComponentBaseDialog::openConditions;
+UIComponentBaseDialog::DynamicValueOpener UIComponentBaseDialog::openDynamicValue;
+UIComponentBaseDialog::DynamicValueText UIComponentBaseDialog::showDynamicValue;
 
 UIComponentBaseDialog::UIComponentBaseDialog(int location, int componentId, int animationFlags, QWidget* parent,
                                              QJsonObject* projectData)

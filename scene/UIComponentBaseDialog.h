@@ -38,6 +38,15 @@ public:
     using ConditionsText = std::function<void(MyDialogOpener* opener, const QJsonArray& conditions)>;
     static ConditionsOpener openConditions;
     static ConditionsText showConditions;
+    // Run the dynamic text or number input on a field's value (true when
+    // confirmed; the opener then shows the new value), and write an opener's
+    // text for a value. The dynamic inputs install them at start-up; a null
+    // hook is skipped.
+    using DynamicValueOpener =
+        std::function<bool(MyDialogOpener* opener, QJsonObject* value, bool numeric, QWidget* parentDialog)>;
+    using DynamicValueText = std::function<void(MyDialogOpener* opener, const QJsonObject& value, bool numeric)>;
+    static DynamicValueOpener openDynamicValue;
+    static DynamicValueText showDynamicValue;
 
     // location and componentId make the key of the custom properties' order;
     // animationFlags are the kind's capabilities (which properties it can

@@ -253,6 +253,71 @@ private slots:
         QCOMPARE(QFileInfo(document).size(), qint64(300) * 1024 * 1024);
     }
 
+    // Every kind of value a component holds is shown under it, with names
+    // from the project; what isn't a value the editor knows is said so.
+    void outlineShowsEveryValue()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("outline"));
+        const QByteArray document = R"j({"Map":0,"Battle":1,"Data":[{"HUD":[
+            {"Type":6,"ID":1,"Name":"Box","X":10,"Y":20,"Children":[
+              {"Type":0,"ID":2,"Name":"Label","X":1,"Y":2,"ScaleX":1.5,"TextData":{"Text":{"Type":2,"ID":1},
+                "FontSize":{"Type":0,"Param":"Size"},"OutlineSize":{"Type":7}}},
+              {"Type":4,"ID":3,"X":0,"Y":0,"GaugeData":{"Width":250,"Height":30,
+                "Value":{"Type":8,"Op":10,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":0}},
+                "Maximum":{"Type":12},"Smoothness":{"Type":1,"ID":7}}}]},
+            {"Type":9,"ID":4,"Name":"Coin","X":5,"Y":5,"IconData":{"IconIndex":"oops"}},
+            {"Type":8,"ID":5,"Name":"Face","X":0,"Y":0,"ActorFaceData":{"ActorID":{"Type":0,"ID":1}}},
+            {"Type":11,"ID":6,"Name":"Rows","X":0,"Y":0,"CustomCollectionData":{"Width":40,"Height":20,
+              "ListData":{"Type":4,"Data":16},"Params":{"Hp":{"Type":6,"ItemType":1,"ID":1},"Tag":"x","All":true}}},
+            {"Type":42,"ID":7,"Name":"Future","X":3,"Y":4,"FutureData":{"Text":{"Type":0,"Text":"Hi"}}},
+            "not a component"]},{"HUD":[]},
+           {"ID":"ABCDE","Name":"Extra","IsHUD":true,"HUD":[]}]})j";
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), document);
+        Result result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
+        QCOMPARE(result.code, 0);
+        const QString expected = QStringLiteral(
+            "HUD \"Map HUD\" (the Map HUD): 7 components\n"
+            "  Group \"Box\" at 10, 20, 50 x 50\n"
+            "    Text \"Label\" at 1, 2, scale 150% x 100%\n"
+            "      - FontSize (dynamic input): Param: Size\n"
+            "      - OutlineSize (dynamic input): (unknown value)\n"
+            "      - Text (dynamic text): [0001] Show HUD\n"
+            "    Gauge (no name) at 0, 0, 250 x 30\n"
+            "      - Maximum (dynamic number): (unknown value)\n"
+            "      - Smoothness (dynamic input): Variable: [0007]\n"
+            "      - Value (dynamic number): (Abs.) [0001] Gold Goal\n"
+            "  Icon \"Coin\" at 5, 5, scale 100% x 100%\n"
+            "    - IconIndex (dynamic number): (unknown value)\n"
+            "  Actor Face \"Face\" at 0, 0, scale 100% x 100%\n"
+            "    - ActorID (actor): [0001] First Actors\n"
+            "  Custom Collection \"Rows\" at 0, 0, 40 x 20\n"
+            "    - ListData (list): Actor's State Turns \n"
+            "    - Parameter \"Hp\" (dynamic number): Count: [0001] First Weapons\n"
+            "  Unknown kind (\"Type\" 42) \"Future\" at 3, 4\n"
+            "    - Text (dynamic text): Hi\n"
+            "  (not a component: a JSON value)\n");
+        QCOMPARE(result.out, expected);
+        QVERIFY(result.err.isEmpty());
+
+        // All HUDs without --hud; a name that isn't there is an error.
+        result = run({QStringLiteral("outline"), project});
+        QCOMPARE(result.code, 0);
+        QVERIFY(result.out.endsWith(QStringLiteral("HUD \"Battle HUD\" (the Battle HUD): 0 components\n"
+                                                   "HUD \"Extra\" (extra HUD, ID ABCDE): 0 components\n")));
+        result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Nope")});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.out.isEmpty());
+        QVERIFY2(result.err.contains(QStringLiteral("no HUD named \"Nope\"")), qPrintable(result.err));
+
+        // A damaged document is named, and nothing is printed as if it were whole.
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), document.left(200));
+        result = run({QStringLiteral("outline"), project});
+        QCOMPARE(result.code, 1);
+        QVERIFY(result.out.isEmpty());
+        QVERIFY2(result.err.contains(QStringLiteral("VelmoraHUD.json can't be read as a HUD document (")),
+                 qPrintable(result.err));
+    }
+
     void usage_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -265,6 +330,8 @@ private slots:
         // Only a resave goes through the dialogs.
         QTest::newRow("dialogs on check") << QStringList{QStringLiteral("check"), QStringLiteral("."),
                                                          QStringLiteral("--through-dialogs")} << 2;
+        QTest::newRow("hud without name") << QStringList{QStringLiteral("outline"), QStringLiteral("."),
+                                                         QStringLiteral("--hud")} << 2;
         QTest::newRow("help") << QStringList{QStringLiteral("--help")} << 0;
     }
 

@@ -2,14 +2,25 @@
 // side by side, so that a theme or a language can be checked at a glance.
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
 //                        [--dialog selector|TYPE]
-//                        [--picker color|image|font|easing] [--project FOLDER]
+//                        [--picker color|image|font|easing|switch|variable|database|code|actor|dynamic|runtype
+//                                  |text[:TYPE]|number[:TYPE]]
+//                        [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
 // pictures or fonts, and --screenshot takes its picture instead.
 #include "app/PathManager.h"
+#include "app/ProjectData.h"
 #include "app/Startup.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/UIComponentBaseDialog.h"
 #include "components/VelmoUISelector.h"
+#include "logic/RMActorSelector.h"
+#include "logic/RMCodeInput.h"
+#include "logic/RMDatabaseItemSelector.h"
+#include "logic/RMNumberSelector.h"
+#include "logic/RMTextSelector.h"
+#include "logic/SwitchSelector.h"
+#include "logic/VelmoAnimationStyle.h"
+#include "logic/VelmoTextInputExtend.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -45,8 +56,10 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QGridLayout>
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
@@ -597,6 +610,66 @@ int showDialog(const QString& which, const QString& shot)
     return QApplication::exec();
 }
 
+// A value of one "Type" for the dynamic text or number input ("number:8" is math).
+QJsonObject dynamicSample(const QString& which)
+{
+    const bool numeric = which.startsWith(QLatin1String("number"));
+    const int type = which.section(QLatin1Char(':'), 1).toInt();
+    const QByteArray samples[] = {
+        numeric ? R"j({"Type":0,"Number":250})j" : R"j({"Type":0,"Text":"Quest Log"})j",
+        R"j({"Type":1,"Info":101})j",
+        numeric ? R"j({"Type":2,"ID":3,"OnNum":1,"OffNum":{"Type":1,"ID":4}})j"
+                : R"j({"Type":2,"ID":3,"OnText":"Open","OffText":"Closed"})j",
+        R"j({"Type":3,"ID":2})j",
+        R"j({"Type":4,"ActorType":false,"Index":1,"Info":3})j",
+        R"j({"Type":5,"EnemyType":true,"ID":1,"Info":1})j",
+        R"j({"Type":6,"ItemType":1,"ID":2})j",
+        R"j({"Type":7,"Code":"const gold = $gameParty.gold();\nreturn gold;","Display":"(gold)"})j",
+        R"j({"Type":8,"FirstNum":{"Type":4,"ActorType":false,"Index":1,"Info":3},"SecondNum":{"Type":0,"Number":2},"Op":3})j",
+        R"j({"Type":9,"ListData":{"Type":2,"MembersType":0,"Data":0},"Op":1,"Frequency":90})j",
+    };
+    return QJsonDocument::fromJson(samples[qBound(0, type, 9)]).object();
+}
+
+// The game-data pickers on the project's database; false for a name that
+// isn't one of them.
+bool runGameDataPicker(const QString& picker, QWidget* parent)
+{
+    static QJsonObject projectData;
+    ProjectData::ScreenSize screen;
+    ProjectData::load(QDir(projectFolder), projectData, screen);
+    VelmoTextInputExtend::install(&projectData);
+    bool accepted = false;
+    bool removed = false;
+    int id = 3;
+    if (picker == QLatin1String("switch") || picker == QLatin1String("variable")) {
+        SwitchSelector(&id, &accepted, &projectData, picker == QLatin1String("switch"), parent).exec();
+    } else if (picker == QLatin1String("database")) {
+        RMDatabaseItemSelector(&id, &accepted, &projectData, QStringLiteral("Actors.json"), t("Actor"), parent).exec();
+    } else if (picker == QLatin1String("code")) {
+        QString code = QString::fromUtf8(PluginScript);
+        RMCodeInput(&code, &accepted, nullptr, parent).exec();
+    } else if (picker == QLatin1String("actor")) {
+        QJsonObject actor{{"Type", 0}, {"ID", 1}};
+        RMActorSelector(&actor, &accepted, &projectData, parent).exec();
+    } else if (picker == QLatin1String("dynamic")) {
+        QJsonObject extension{{"Type", 1}, {"ID", 2}};
+        VelmoTextInputExtend(&extension, &accepted, &removed, &projectData, true, parent).exec();
+    } else if (picker == QLatin1String("runtype")) {
+        QJsonObject runType{{"Type", 0}, {"RunType", 2}};
+        VelmoAnimationStyle(&runType, &accepted, &projectData, parent).exec();
+    } else if (picker.startsWith(QLatin1String("text"))) {
+        QJsonObject value = dynamicSample(picker);
+        RMTextSelector(&value, &accepted, &projectData, parent).exec();
+    } else if (picker.startsWith(QLatin1String("number"))) {
+        QJsonObject value = dynamicSample(picker);
+        RMNumberSelector(&value, &accepted, &projectData, parent).exec();
+    } else {
+        return false;
+    }
+    return true;
+}
+
 }
 
 int main(int argc, char** argv)
@@ -612,7 +685,9 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("screenshot"), QStringLiteral("Write a picture of the gallery and quit."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("picker"),
-                      QStringLiteral("Open a picker over the gallery: color, image, font or easing."),
+                      QStringLiteral("Open a picker over the gallery: color, image, font, easing, switch, variable, "
+                                     "database, code, actor, dynamic, runtype, or the dynamic text or number "
+                                     "input (text, number, with :TYPE for a value of that \"Type\")."),
                       QStringLiteral("kind")});
     parser.addOption({QStringLiteral("project"),
                       QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),
@@ -692,7 +767,7 @@ int main(int argc, char** argv)
             } else if (picker == QLatin1String("easing")) {
                 int value = 14;
                 EasingCurveSelector(&value, &accepted, &scroll).exec();
-            } else {
+            } else if (!runGameDataPicker(picker, &scroll)) {
                 std::fprintf(stderr, "unknown picker \"%s\"\n", qPrintable(picker));
             }
             if (!shot.isEmpty())

@@ -13,7 +13,7 @@ _velmora_cli()
     command=""
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$word" in
-            check|resave|render) command="$word"; break ;;
+            check|resave|render|outline) command="$word"; break ;;
         esac
     done
 
@@ -38,7 +38,7 @@ _velmora_cli()
     esac
 
     if [ -z "$command" ]; then
-        mapfile -t COMPREPLY < <(compgen -W "check resave render --help --version" -- "$cur")
+        mapfile -t COMPREPLY < <(compgen -W "check resave render outline --help --version" -- "$cur")
         return 0
     fi
 
@@ -47,6 +47,7 @@ _velmora_cli()
         case "$command" in
             resave) options="--out --visit-all --through-dialogs" ;;
             render) options="--out --hud --zoom --background" ;;
+            outline) options="--hud" ;;
         esac
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$cur")
         return 0

@@ -1,0 +1,194 @@
+#include "app/HudOutline.h"
+
+#include "app/HudDocument.h"
+#include "components/ComponentKinds.h"
+#include "logic/DynamicValueDisplay.h"
+#include "logic/RMActorSelector.h"
+#include "logic/VelmoTextInputExtend.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QTextStream>
+
+namespace HudOutline {
+
+namespace {
+
+// How a value of a data object is read, by the key it stands under in the
+// kinds' data: the keys that hold a dynamic text, a dynamic number, a list
+// or an actor. Any other object with a "Type" is the dynamic input of a
+// field (a number or text that the game supplies).
+enum class ValueKind { Text, Number, List, Actor, Input };
+
+struct KindOfValue {
+    const char* description;
+    // The "Type" values this kind knows, from 0.
+    int types;
+};
+
+KindOfValue kindOfValue(ValueKind kind)
+{
+    switch (kind) {
+    case ValueKind::Text:
+        return {"dynamic text", 10};
+    case ValueKind::Number:
+        return {"dynamic number", 10};
+    case ValueKind::List:
+        return {"list", 8};
+    case ValueKind::Actor:
+        return {"actor", 4};
+    default:
+        return {"dynamic input", 3};
+    }
+}
+
+ValueKind valueKindOf(const QString& key)
+{
+    if (key == QLatin1String("Text"))
+        return ValueKind::Text;
+    if (key == QLatin1String("Value") || key == QLatin1String("Maximum") || key == QLatin1String("IconIndex"))
+        return ValueKind::Number;
+    if (key == QLatin1String("ListData"))
+        return ValueKind::List;
+    if (key == QLatin1String("ActorID"))
+        return ValueKind::Actor;
+    return ValueKind::Input;
+}
+
+bool hasIntegerType(const QJsonValue& value)
+{
+    const QJsonValue type = value.toObject().value(QStringLiteral("Type"));
+    return value.isObject() && type.isDouble() && type.toDouble() == double(qint64(type.toDouble()));
+}
+
+QString valueText(ValueKind kind, const QJsonValue& value, const QJsonObject* projectData)
+{
+    const int type = hasIntegerType(value) ? value.toObject().value(QStringLiteral("Type")).toInt(-1) : -1;
+    if (type < 0 || type >= kindOfValue(kind).types)
+        return QStringLiteral("(unknown value)");
+    const QJsonObject object = value.toObject();
+    QString text;
+    switch (kind) {
+    case ValueKind::Text:
+        text = dynamicTextDisplay(object, projectData);
+        break;
+    case ValueKind::Number:
+        text = dynamicNumberDisplay(object, projectData);
+        break;
+    case ValueKind::List:
+        text = dynamicListDisplay(object, projectData);
+        break;
+    case ValueKind::Actor:
+        text = RMActorSelector::display(object, projectData);
+        break;
+    default:
+        text = VelmoTextInputExtend::display(object);
+        break;
+    }
+    return text.isEmpty() ? QStringLiteral("(empty)") : text;
+}
+
+void writeValue(const QString& label, ValueKind kind, const QJsonValue& value, const QJsonObject* projectData,
+                const QString& indent, QTextStream& out)
+{
+    out << indent << "- " << label << " (" << kindOfValue(kind).description
+        << "): " << valueText(kind, value, projectData) << "\n";
+}
+
+// The values of one data object in the order of their keys. A key the
+// kinds name as a value is shown whatever it holds; elsewhere only what
+// has the shape of a dynamic input.
+void writeData(const QJsonObject& data, const QJsonObject* projectData, const QString& indent, QTextStream& out)
+{
+    for (auto it = data.begin(); it != data.end(); ++it) {
+        const QString key = it.key();
+        if (key == QLatin1String("Params") && it.value().isObject()) {
+            // A custom HUD's number parameters may be dynamic numbers; texts
+            // and the list's own value (true) are plain.
+            const QJsonObject params = it.value().toObject();
+            for (auto param = params.begin(); param != params.end(); ++param) {
+                if (param.value().isObject())
+                    writeValue(QStringLiteral("Parameter \"%1\"").arg(param.key()), ValueKind::Number, param.value(),
+                               projectData, indent, out);
+            }
+            continue;
+        }
+        const ValueKind kind = valueKindOf(key);
+        if (kind != ValueKind::Input || hasIntegerType(it.value()))
+            writeValue(key, kind, it.value(), projectData, indent, out);
+    }
+}
+
+QString sizeText(const QJsonObject& component, const ComponentKinds::Kind* kind)
+{
+    if (!kind)
+        return QString();
+    if (kind->size == ComponentKinds::SizeStorage::Fixed)
+        return QStringLiteral(", 50 x 50");
+    if (kind->size == ComponentKinds::SizeStorage::Scale)
+        return QStringLiteral(", scale %1% x %2%")
+            .arg(component.value(QStringLiteral("ScaleX")).toDouble(1.0) * 100, 0, 'g', 6)
+            .arg(component.value(QStringLiteral("ScaleY")).toDouble(1.0) * 100, 0, 'g', 6);
+    const QSize size = ComponentKinds::storedSize(component, kind->dataKey);
+    return QStringLiteral(", %1 x %2").arg(size.width()).arg(size.height());
+}
+
+void writeComponents(const QJsonArray& components, const QJsonObject* projectData, const QString& indent,
+                     QTextStream& out)
+{
+    for (const QJsonValue& value : components) {
+        if (!value.isObject()) {
+            out << indent << "(not a component: a JSON " << (value.isArray() ? "array" : "value") << ")\n";
+            continue;
+        }
+        const QJsonObject component = value.toObject();
+        const QJsonValue typeValue = component.value(QStringLiteral("Type"));
+        const ComponentKinds::Kind* kind =
+            typeValue.isDouble() ? ComponentKinds::find(typeValue.toInt(-1)) : nullptr;
+        const QString name = component.value(QStringLiteral("Name")).toString();
+        out << indent
+            << (kind ? QString::fromLatin1(kind->label)
+                     : QStringLiteral("Unknown kind (\"Type\" %1)")
+                           .arg(typeValue.isDouble() ? QString::number(typeValue.toDouble())
+                                                     : QStringLiteral("missing")))
+            << (name.isEmpty() ? QStringLiteral(" (no name)") : QStringLiteral(" \"%1\"").arg(name)) << " at "
+            << component.value(QStringLiteral("X")).toInt(0) << ", " << component.value(QStringLiteral("Y")).toInt(0)
+            << sizeText(component, kind) << "\n";
+        const QString inner = indent + QStringLiteral("  ");
+        // The kind's own data object first; a kind this program doesn't know
+        // shows every data object it has.
+        if (kind) {
+            writeData(component.value(QLatin1String(kind->dataKey)).toObject(), projectData, inner, out);
+        } else {
+            for (auto it = component.begin(); it != component.end(); ++it) {
+                if (it.key().endsWith(QLatin1String("Data")) && it.value().isObject())
+                    writeData(it.value().toObject(), projectData, inner, out);
+            }
+        }
+        writeComponents(component.value(HudDocument::KeyChildren).toArray(), projectData, indent + QStringLiteral("  "),
+                        out);
+    }
+}
+
+}
+
+void write(const HudEntry& entry, const QJsonObject* projectData, QTextStream& out)
+{
+    const QJsonArray components = entry.object.value(HudDocument::KeyHud).toArray();
+    const int count = HudDocument::componentCount(components);
+    QString what;
+    if (entry.type == HudEntry::Map)
+        what = QStringLiteral("the Map HUD");
+    else if (entry.type == HudEntry::Battle)
+        what = QStringLiteral("the Battle HUD");
+    else
+        what = QStringLiteral("%1, ID %2")
+                   .arg(entry.object.value(HudDocument::KeyIsHud).toBool(true) ? QStringLiteral("extra HUD")
+                                                                             : QStringLiteral("custom component"),
+                        entry.object.value(HudDocument::KeyId).toString());
+    out << "HUD \"" << HudDocument::displayName(entry.type, entry.object) << "\" (" << what << "): " << count
+        << (count == 1 ? " component\n" : " components\n");
+    writeComponents(components, projectData, QStringLiteral("  "), out);
+}
+
+}

@@ -1,0 +1,360 @@
+#include "TestEnvironment.h"
+
+#include "logic/DynamicValueDisplay.h"
+#include "logic/RMNumberSelector.h"
+#include "logic/RMTextSelector.h"
+#include "logic/VelmoTextInputExtend.h"
+#include "scene/UIComponentBaseDialog.h"
+#include "theme/ThemeManager.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyEitherBox.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPopup.h"
+#include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
+
+#include <QApplication>
+#include <QJsonDocument>
+#include <QPushButton>
+
+using TestEnvironment::answering;
+
+namespace {
+
+QJsonObject json(const char* text)
+{
+    return QJsonDocument::fromJson(text).object();
+}
+
+// Switches 1 "Door" and 2 "" (empty name), variable 1 "Gold", item 1
+// "Potion", item 2 a null record, weapon 1 "Sword", armor 1 "Cap".
+QJsonObject projectData()
+{
+    const auto named = [](const char* name) { return QJsonArray{QJsonValue(), QJsonObject{{"name", name}}}; };
+    QJsonArray items = named("Potion");
+    items.append(QJsonValue());
+    return QJsonObject{{"System.json", QJsonObject{{"switches", QJsonArray{"", "Door", ""}},
+                                                   {"variables", QJsonArray{"", "Gold"}}}},
+                       {"Items.json", items},
+                       {"Weapons.json", named("Sword")},
+                       {"Armors.json", named("Cap")}};
+}
+
+// Clicks the tab of a public index on the upper or the lower row.
+void clickTab(DynamicValueSelector* dialog, int index)
+{
+    MyTabSystem* tabs = dialog->tabs();
+    const int perRow = tabs->count() / 2;
+    MyTabSystemHeader* row = index < perRow ? tabs->header() : tabs->secondHeader();
+    QTest::mouseClick(row, Qt::LeftButton, Qt::NoModifier, row->tabRect(index % perRow).center());
+    QTRY_COMPARE(tabs->currentIndex(), index);
+    QTRY_VERIFY(!tabs->isAnimating());
+}
+
+template <class T>
+T* field(QWidget* dialog, const char* name)
+{
+    T* found = dialog->findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no field %s", name);
+    return found;
+}
+
+void retype(MyLineEdit* edit, const QString& text)
+{
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(edit, text);
+}
+
+// Picks a row of a combo through its popup, by keys as a user does.
+void choose(MyComboBox* combo, int row)
+{
+    QTest::mouseClick(combo, Qt::LeftButton);
+    QTRY_VERIFY(combo->popup());
+    for (int i = combo->currentIndex(); i < row; ++i)
+        QTest::keyClick(combo->popup(), Qt::Key_Down);
+    for (int i = combo->currentIndex(); i > row; --i)
+        QTest::keyClick(combo->popup(), Qt::Key_Up);
+    QTest::keyClick(combo->popup(), Qt::Key_Return);
+    QTRY_COMPARE(combo->currentIndex(), row);
+}
+
+QJsonObject confirmed(DynamicValueSelector* dialog, QJsonObject* object)
+{
+    QTest::mouseClick(dialog->confirmButton(), Qt::LeftButton);
+    return *object;
+}
+
+void show(QDialog* dialog)
+{
+    dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(dialog));
+    QTest::qWait(20);
+}
+
+}
+
+class TestDynamicValues : public QObject
+{
+    Q_OBJECT
+
+    QJsonObject data = projectData();
+
+private slots:
+    void initTestCase()
+    {
+        Theme::installDefault();
+        Theme::refreshCachedColors();
+        // Extension objects in fields need the dynamic input's handler.
+        VelmoTextInputExtend::install(nullptr);
+    }
+
+    void displayStrings_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<bool>("withData");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* kind, const char* value, bool withData, const QString& text) {
+            QTest::newRow(name) << kind << QByteArray(value) << withData << text;
+        };
+        row("plain text", "text", R"({"Type":0,"Text":"Hello"})", true, "Hello");
+        row("extended text", "text", R"({"Type":0,"Text":{"Type":0,"Param":"P"}})", true, "[DYNAMIC]");
+        row("plain number", "number", R"({"Type":0,"Number":-42})", true, "-42");
+        row("fraction truncated", "number", R"({"Type":0,"Number":7.9})", true, "7");
+        row("extended number", "number", R"({"Type":0,"Number":{"Type":1,"ID":3}})", true, "[DYNAMIC]");
+        row("map name text", "text", R"({"Type":1,"Info":8})", true, "Map Name");
+        row("map name number", "number", R"({"Type":1,"Info":8})", true, "");
+        row("display name number", "number", R"({"Type":1,"Info":1})", true, "");
+        row("general default", "number", R"({"Type":1})", true, "Map ID");
+        row("unknown info", "text", R"({"Type":1,"Info":300})", true, "");
+        row("switch", "text", R"({"Type":2,"ID":1,"OnText":{"Type":2,"Code":"x"}})", true, "[0001] Door");
+        row("switch empty name", "number", R"({"Type":2,"ID":2})", true, "[0002] ");
+        row("switch past end", "text", R"({"Type":2,"ID":99})", true, "[0099] ");
+        row("switch no data", "text", R"({"Type":2,"ID":7})", false, "[0007]");
+        row("variable default id", "number", R"({"Type":3})", true, "[0001] Gold");
+        row("variable no data", "number", R"({"Type":3,"ID":12})", false, "[0012]");
+        row("any actor", "number", R"({"Type":4,"ActorType":true,"ID":5,"Info":3})", true, "Actor HP");
+        row("party actor", "number", R"({"Type":4,"ActorType":false,"Index":2,"Info":3})", true, "Actor HP");
+        row("actor name text", "text", R"({"Type":4,"Info":0})", true, "Actor Name");
+        row("actor name number", "number", R"({"Type":4,"Info":0})", true, "Actor ");
+        row("enemy luck", "text", R"({"Type":5,"Info":14})", true, "Enemy Luck");
+        row("item", "text", R"({"Type":6,"ItemType":0,"ID":1})", true, "Count: [0001] Potion");
+        row("null record", "text", R"({"Type":6,"ItemType":0,"ID":2})", true, "Count: [0002] ");
+        row("weapon", "number", R"({"Type":6,"ItemType":1,"ID":1})", true, "Count: [0001] Sword");
+        row("other type is armor", "number", R"({"Type":6,"ItemType":7,"ID":1})", true, "Count: [0001] Cap");
+        row("item past end", "number", R"({"Type":6,"ItemType":0,"ID":50})", true, "Count: [0050] ");
+        row("item no data", "text", R"({"Type":6,"ID":3})", false, "Count: [0003]");
+        row("code", "text", R"j({"Type":7,"Code":"a\nb","Display":"(x)"})j", true, QStringLiteral("a \u23CE b"));
+        row("abs omits second", "number", R"({"Type":8,"Op":10,"FirstNum":{"Type":0,"Number":5},"SecondNum":{"Type":0,"Number":9}})",
+            true, "(Abs.) 5");
+        row("math nested", "number",
+            R"({"Type":8,"Op":0,"FirstNum":{"Type":8,"Op":2,"FirstNum":{"Type":0,"Number":2},
+                "SecondNum":{"Type":8,"Op":9,"FirstNum":{"Type":3,"ID":1}}},
+                "SecondNum":{"Type":4,"Info":8}})",
+            true, "2 (*) (Sqrt.) [0001] Gold (+) Actor Maximum HP");
+        row("list cycle", "number", R"({"Type":9,"Op":1,"ListData":{"Type":0,"Start":0,"End":5}})", true, "(Cycle) 0 ~ 5");
+        row("list unknown op", "text", R"({"Type":9,"Op":4,"ListData":{"Type":6}})", true, "() Combination");
+        row("type above 9", "text", R"({"Type":10,"Text":"x"})", true, "");
+        row("list extended start", "list", R"({"Type":0,"Start":{"Type":0,"Param":"A"},"End":5})", true,
+            "[DYNAMIC] ~ 5");
+        row("list variables", "list", R"({"Type":1,"Start":1,"End":3})", true, "[0001] Gold ~ [0003] ");
+        row("list variables no data", "list", R"({"Type":1})", false, "");
+        row("list members", "list", R"({"Type":2,"MembersType":2})", true, "Map Events List");
+        row("list state turns", "list", R"({"Type":4,"Data":16})", true, "Actor's State Turns ");
+        row("list enemy skills", "list", R"({"Type":5,"Data":1})", true, "Enemy's Skill Names");
+        row("list unknown", "list", R"({"Type":12})", true, "Type: 12");
+    }
+
+    void displayStrings()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QByteArray, value);
+        QFETCH(bool, withData);
+        QFETCH(QString, expected);
+        const QJsonObject object = json(value.constData());
+        QVERIFY(!object.isEmpty());
+        const QJsonObject* database = withData ? &data : nullptr;
+        const QString shown = kind == QLatin1String("text")     ? dynamicTextDisplay(object, database)
+                              : kind == QLatin1String("number") ? dynamicNumberDisplay(object, database)
+                                                                : dynamicListDisplay(object, database);
+        QCOMPARE(shown, expected);
+    }
+
+    // Each tab's confirm writes its "Type" and that kind's keys, nothing of
+    // the object it opened on.
+    void confirmWritesOnlyItsTab_data()
+    {
+        QTest::addColumn<bool>("numeric");
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QByteArray>("expected");
+        const char* const text[] = {
+            R"({"Type":0,"Text":"Hi"})", R"({"Type":1,"Info":101})",
+            R"({"Type":2,"ID":1,"OnText":"Hi","OffText":"OFF"})", R"({"Type":3,"ID":1})",
+            R"({"Type":6,"ItemType":1,"ID":1})", R"({"Type":4,"ActorType":false,"Index":3,"Info":1})",
+            R"({"Type":5,"EnemyType":true,"ID":1,"Info":0})",
+            R"({"Type":8,"FirstNum":{"Type":0,"Number":0},"SecondNum":{"Type":0,"Number":0},"Op":0})",
+            R"({"Type":9,"ListData":{"Type":0,"Start":0,"End":1},"Op":0})",
+            "{\"Type\":7,\"Code\":\"return \\\"\\\";\",\"Display\":\"Hi\"}"};
+        for (int tab = 0; tab < 10; ++tab) {
+            QByteArray expected(text[tab]);
+            QTest::newRow(qPrintable(QStringLiteral("text %1").arg(tab))) << false << tab << expected;
+            expected.replace("\"Text\":\"Hi\"", "\"Number\":3").replace("\"OnText\":\"Hi\"", "\"OnNum\":3");
+            expected.replace("\"OffText\":\"OFF\"", "\"OffNum\":0").replace("return \\\"\\\";", "return 0;");
+            // Without "Name" the number's enemy info starts on "HP".
+            expected.replace("\"ID\":1,\"Info\":0", "\"ID\":1,\"Info\":1");
+            QTest::newRow(qPrintable(QStringLiteral("number %1").arg(tab))) << true << tab << expected;
+        }
+    }
+
+    void confirmWritesOnlyItsTab()
+    {
+        QFETCH(bool, numeric);
+        QFETCH(int, tab);
+        QFETCH(QByteArray, expected);
+        QJsonObject object{{"Type", 12}, {"Text", "x"}, {"Number", 4}, {"Info", 5}, {"Op", 3}, {"Junk", true}};
+        bool accepted = false;
+        QScopedPointer<DynamicValueSelector> dialog(
+            numeric ? static_cast<DynamicValueSelector*>(new RMNumberSelector(&object, &accepted, &data, nullptr))
+                    : new RMTextSelector(&object, &accepted, &data, nullptr));
+        show(dialog.data());
+        QCOMPARE(dialog->tabs()->currentIndex(), 0);
+        if (tab != 0)
+            clickTab(dialog.data(), tab);
+        // One field of each page that has one is worked as a user would.
+        const QString typed = numeric ? QStringLiteral("3") : QStringLiteral("Hi");
+        if (tab == 0)
+            retype(field<MyLineEdit>(dialog.data(), numeric ? "Number" : "Text"), typed);
+        else if (tab == 1)
+            choose(field<MyComboBox>(dialog.data(), "Section"), 1), choose(field<MyComboBox>(dialog.data(), "PlayerData"), 1);
+        else if (tab == 2)
+            retype(field<MyLineEdit>(dialog.data(), numeric ? "OnNum" : "OnText"), typed);
+        else if (tab == 4)
+            choose(field<MyComboBox>(dialog.data(), "Inventory"), 1);
+        else if (tab == 5) {
+            QTest::mouseClick(field<MyEitherBox>(dialog.data(), "ActorType"), Qt::LeftButton);
+            retype(field<MyLineEdit>(dialog.data(), "PartyIndex"), QStringLiteral("3"));
+            choose(field<MyComboBox>(dialog.data(), "ActorInfo"), numeric ? 0 : 1);
+        } else if (tab == 9)
+            retype(field<MyLineEdit>(dialog.data(), "Display"), QStringLiteral("Hi"));
+        QVERIFY(dialog->confirmButton()->isEnabled());
+        QCOMPARE(confirmed(dialog.data(), &object), json(expected.constData()));
+        QVERIFY(accepted);
+    }
+
+    // A value opened and confirmed untouched comes back as it was.
+    void unchangedConfirmKeepsTheValue_data()
+    {
+        QTest::addColumn<bool>("numeric");
+        QTest::addColumn<QByteArray>("value");
+        QTest::newRow("extended text") << false << QByteArray(R"({"Type":0,"Text":{"Type":1,"ID":4}})");
+        QTest::newRow("meta data") << true << QByteArray(R"({"Type":1,"Info":205})");
+        QTest::newRow("switch") << true << QByteArray(R"({"Type":2,"ID":2,"OnNum":{"Type":2,"Code":"c"},"OffNum":-7})");
+        QTest::newRow("variable") << false << QByteArray(R"({"Type":3,"ID":1})");
+        QTest::newRow("party") << true << QByteArray(R"({"Type":4,"ActorType":false,"Index":{"Type":0,"Param":"i"},"Info":16})");
+        QTest::newRow("any enemy") << false << QByteArray(R"({"Type":5,"EnemyType":true,"ID":9,"Info":0})");
+        QTest::newRow("armor") << false << QByteArray(R"({"Type":6,"ItemType":2,"ID":4})");
+        QTest::newRow("code") << true << QByteArray(R"j({"Type":7,"Code":"a\nb","Display":"(b)"})j");
+        QTest::newRow("math") << true << QByteArray(R"({"Type":8,"Op":11,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":2}})");
+        QTest::newRow("list") << false << QByteArray(R"({"Type":9,"Op":2,"ListData":{"Type":4,"Index":1,"Data":16},"Frequency":30})");
+    }
+
+    void unchangedConfirmKeepsTheValue()
+    {
+        QFETCH(bool, numeric);
+        QFETCH(QByteArray, value);
+        QJsonObject object = json(value.constData());
+        bool accepted = false;
+        QScopedPointer<DynamicValueSelector> dialog(
+            numeric ? static_cast<DynamicValueSelector*>(new RMNumberSelector(&object, &accepted, &data, nullptr))
+                    : new RMTextSelector(&object, &accepted, &data, nullptr));
+        show(dialog.data());
+        QCOMPARE(confirmed(dialog.data(), &object), json(value.constData()));
+    }
+
+    void mapNameStandsSecondAndKeepsItsValue()
+    {
+        QJsonObject object{{"Type", 1}, {"Info", 8}};
+        bool accepted = false;
+        RMTextSelector dialog(&object, &accepted, &data, nullptr);
+        QCOMPARE(field<MyComboBox>(&dialog, "MapData")->currentIndex(), 1);
+        show(&dialog);
+        QCOMPARE(confirmed(&dialog, &object), (QJsonObject{{"Type", 1}, {"Info", 8}}));
+    }
+
+    void sumHasNoFrequency()
+    {
+        QJsonObject object = json(R"({"Type":9,"Op":1,"ListData":{"Type":6},"Frequency":30})");
+        bool accepted = false;
+        RMNumberSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        MyLineEdit* frequency = field<MyLineEdit>(&dialog, "ListOffset");
+        QCOMPARE(frequency->text(), QStringLiteral("30"));
+        choose(field<MyComboBox>(&dialog, "ListOperator"), 0);
+        QVERIFY(!frequency->isEnabled());
+        QCOMPARE(confirmed(&dialog, &object), json(R"({"Type":9,"Op":0,"ListData":{"Type":6}})"));
+    }
+
+    // A party position out of range holds the confirm button, Ctrl+Return
+    // included; Escape leaves the value alone.
+    void outOfRangeHoldsAndCancelKeeps()
+    {
+        const QJsonObject original{{"Type", 4}, {"ActorType", false}, {"Index", 2}, {"Info", 3}};
+        QJsonObject object = original;
+        bool accepted = false;
+        RMNumberSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        retype(field<MyLineEdit>(&dialog, "PartyIndex"), QStringLiteral("501"));
+        QVERIFY(!dialog.confirmButton()->isEnabled());
+        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(dialog.isVisible());
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QVERIFY(!accepted);
+        QCOMPARE(object, original);
+    }
+
+    // The first number of a math value is edited in a nested number input.
+    void mathNestsANumberInput()
+    {
+        QJsonObject object = json(R"({"Type":8,"Op":9,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":0}})");
+        bool accepted = false;
+        RMTextSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        MyDialogOpener* first = field<MyDialogOpener>(&dialog, "FirstMath");
+        QVERIFY(first->isItalic());
+        QVERIFY(!field<MyDialogOpener>(&dialog, "SecondMath")->isEnabled());
+        answering([&] { QTest::mouseClick(first, Qt::LeftButton); },
+                  {[&](TrovDialog* nested) {
+                      auto* number = qobject_cast<RMNumberSelector*>(nested);
+                      QVERIFY(number);
+                      QCOMPARE(number->tabs()->currentIndex(), 3);
+                      clickTab(number, 0);
+                      retype(field<MyLineEdit>(number, "Number"), QStringLiteral("16"));
+                      QTest::mouseClick(number->confirmButton(), Qt::LeftButton);
+                  }});
+        QCOMPARE(first->value(), QStringLiteral("16"));
+        QVERIFY(!first->isItalic());
+        QCOMPARE(confirmed(&dialog, &object)["FirstNum"].toObject(), (QJsonObject{{"Type", 0}, {"Number", 16}}));
+    }
+
+    // The component dialogs reach the inputs through the hooks of start-up.
+    void hooksOpenAndShowValues()
+    {
+        DynamicValueSelector::install(&data);
+        MyDialogOpener opener;
+        UIComponentBaseDialog::showDynamicValue(&opener, json(R"({"Type":2,"ID":1})"), false);
+        QCOMPARE(opener.value(), QStringLiteral("[0001] Door"));
+        QVERIFY(opener.isItalic());
+        QJsonObject value = json(R"({"Type":0,"Number":1})");
+        answering([&] { QVERIFY(UIComponentBaseDialog::openDynamicValue(&opener, &value, true, nullptr)); },
+                  {TestEnvironment::press("confirmButton")});
+        QCOMPARE(opener.value(), QStringLiteral("1"));
+        DynamicValueSelector::install(nullptr);
+        QVERIFY(!UIComponentBaseDialog::openDynamicValue);
+    }
+};
+
+VELMORA_TEST_MAIN(TestDynamicValues, QApplication)
+#include "tst_dynamicvalues.moc"
