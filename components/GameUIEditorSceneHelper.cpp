@@ -5,6 +5,8 @@
 #include "components/UIComponentPendingKind.h"
 #include "components/UIComponentShape.h"
 #include "components/UIComponentShapeDialog.h"
+#include "components/UIComponentText.h"
+#include "components/UIComponentTextDialog.h"
 #include "components/VelmoUISelector.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/OwnerDimming.h"
@@ -17,7 +19,9 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
 {
     const int type = json.value(QStringLiteral("Type")).toInt(-1);
     UIComponentBase* component;
-    if (type == ComponentKinds::Shape)
+    if (type == ComponentKinds::Text)
+        component = new UIComponentText(scene);
+    else if (type == ComponentKinds::Shape)
         component = new UIComponentShape(scene);
     else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
@@ -56,6 +60,8 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
                                                                                      QJsonObject* projectData)
 {
     switch (json.value(QStringLiteral("Type")).toInt(-1)) {
+    case ComponentKinds::Text:
+        return std::make_unique<UIComponentTextDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::Shape:
         return std::make_unique<UIComponentShapeDialog>(&json, accepted, flag, owner, projectData);
     default:
