@@ -1,12 +1,17 @@
 #include "TestEnvironment.h"
 
 #include "components/GameUIEditorSceneHelper.h"
+#include "components/ProjectFonts.h"
 #include "components/UIComponentShape.h"
+#include "components/UIComponentText.h"
 #include "components/VelmoUISelector.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
+#include "logic/DynamicValueDisplay.h"
+#include "widgets/BasicFontSelector.h"
 #include "widgets/DialogFlags.h"
+#include "widgets/MyDialogOpener.h"
 #include "widgets/MyButton.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyLineEdit.h"
@@ -17,7 +22,11 @@
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
 #include <QJsonDocument>
+
+#include <cmath>
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
@@ -103,6 +112,52 @@ Answer typing(const char* field, const QString& text)
     };
 }
 
+QJsonObject textOf(const QJsonObject& textData, int x = 300, int y = 200)
+{
+    return QJsonObject{{"ID", 1}, {"Type", 0}, {"Name", "Text"}, {"X", x}, {"Y", y}, {"TextData", textData}};
+}
+
+QJsonObject plain(const QString& text)
+{
+    return QJsonObject{{"Type", 0}, {"Text", text}};
+}
+
+// Which pixels of a box are mostly red (text), and which blue with no red
+// at all (outline clear of the text's edges); the most covering blue one.
+struct Census {
+    int red = 0;
+    int blue = 0;
+    int firstRedX = INT_MAX;
+    int lastRedX = -1;
+    int darkestBlue = 0;
+};
+
+Census census(const QImage& image, const QRect& box)
+{
+    Census seen;
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        for (int x = box.left(); x <= box.right(); ++x) {
+            const QColor pixel = at(image, x, y);
+            if (pixel.alpha() > 100 && pixel.red() > 200 && pixel.blue() < 60) {
+                ++seen.red;
+                seen.firstRedX = qMin(seen.firstRedX, x);
+                seen.lastRedX = qMax(seen.lastRedX, x);
+            } else if (pixel.alpha() > 20 && pixel.blue() > 200 && pixel.red() == 0) {
+                ++seen.blue;
+                seen.darkestBlue = qMax(seen.darkestBlue, pixel.alpha());
+            }
+        }
+    }
+    return seen;
+}
+
+// The box a component covers on the canvas at zoom 1.
+QRect boxOf(const UIComponentBase* component)
+{
+    return QRect(component->x - component->width / 2, component->y - component->height / 2, component->width,
+                 component->height);
+}
+
 const QColor Red(255, 0, 0);
 const QColor Blue(0, 0, 255);
 const QColor Clear(0, 0, 0, 0);
@@ -113,6 +168,10 @@ class TestTextShape : public QObject
 {
     Q_OBJECT
 
+    QString fonts;
+    QFont hand;
+    QJsonObject withMainFont;
+
 private slots:
     void init()
     {
@@ -120,6 +179,272 @@ private slots:
         dialogDarkenLayers = false;
         dialogDarkenAnimated = false;
         dialogOpenAnimated = false;
+    }
+
+
+    // ---------------------------------------------------------------- text
+
+    // The project's fonts: a hand-drawn face as the main font, loaded from
+    // the project's fonts folder as the editor loads it.
+    void initTestCase()
+    {
+        fonts = TestEnvironment::newFolder(QStringLiteral("fonts"));
+        QVERIFY(QFile::copy(QStringLiteral(":/resources/Fonts/Pangolin-Regular.ttf"), fonts + "/Hand.ttf"));
+        QFile::setPermissions(fonts + "/Hand.ttf", QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        ProjectFonts::setFolderHook([this]() { return fonts; });
+        BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
+            const int id = QFontDatabase::addApplicationFont(folder.absoluteFilePath(fileName));
+            return id < 0 ? QString() : QFontDatabase::applicationFontFamilies(id).value(0);
+        });
+        hand = QFont(BasicFontSelector::loadFamily(QStringLiteral("Hand.ttf"), QDir(fonts)));
+        QVERIFY(!hand.family().isEmpty());
+        withMainFont = QJsonObject{
+            {"System.json", QJsonObject{{"advanced", QJsonObject{{"mainFontFilename", "Hand.ttf"}}}}}};
+    }
+
+    // Width and height from the Part's formulas: the box is "MaxWidth", or
+    // the text's advance + 50, plus the outline; the height the font's line
+    // height plus the outline; both times the scales.
+    void textSizes_data()
+    {
+        QTest::addColumn<QJsonObject>("textData");
+        QTest::addColumn<bool>("mainFont");
+        QTest::addColumn<QString>("sample");
+        QTest::addColumn<int>("pixelSize");
+        QTest::addColumn<int>("outline");
+        QTest::addColumn<int>("maxWidth");
+        const QJsonObject dynamic{{"Type", 1}, {"ID", 4}};
+        QTest::newRow("plain") << QJsonObject{{"Text", plain("Gold")}, {"FontSize", 24}, {"OutlineSize", 4}}
+                               << true << "Gold" << 24 << 4 << -1;
+        QTest::newRow("max width") << QJsonObject{{"Text", plain("Gold")}, {"FontSize", 24}, {"OutlineSize", 3},
+                                                  {"MaxWidth", 120}}
+                                   << true << "Gold" << 24 << 3 << 120;
+        QTest::newRow("empty text") << QJsonObject{{"Text", plain("")}, {"OutlineSize", 6}} << true << "" << 30 << 6
+                                    << -1;
+        // No "Text" at all is a plain text without its string.
+        QTest::newRow("no text at all") << QJsonObject{} << true << "[DYNAMIC]" << 30 << 0 << -1;
+        // Values the game gives at run time preview with the load defaults.
+        QTest::newRow("extension objects")
+            << QJsonObject{{"Text", plain("Gold")}, {"FontSize", dynamic}, {"OutlineSize", dynamic},
+                           {"MaxWidth", dynamic}, {"OutlineOpacity", dynamic}}
+            << true << "Gold" << 30 << 0 << -1;
+        QTest::newRow("no advanced in System.json")
+            << QJsonObject{{"Text", plain("Gold")}, {"FontSize", 20}, {"OutlineSize", 2}} << false << "Gold" << 20
+            << 2 << -1;
+    }
+
+    void textSizes()
+    {
+        QFETCH(QJsonObject, textData);
+        QFETCH(bool, mainFont);
+        QFETCH(QString, sample);
+        QFETCH(int, pixelSize);
+        QFETCH(int, outline);
+        QFETCH(int, maxWidth);
+        Editor editor;
+        if (mainFont)
+            editor.projectData = withMainFont;
+        else
+            editor.projectData = QJsonObject{{"System.json", QJsonObject{{"gameTitle", "No advanced"}}}};
+        QFont font = mainFont ? hand : QFont();
+        font.setPixelSize(pixelSize);
+        const QFontMetricsF metrics(font);
+        const double a = metrics.horizontalAdvance(sample);
+        const double h = metrics.height();
+        const int naturalWidth = int((maxWidth < 0 ? a + 50 : maxWidth) + outline);
+        const int naturalHeight = int(h + outline);
+
+        QJsonObject component = textOf(textData);
+        auto* text = qobject_cast<UIComponentText*>(editor.load(component));
+        QVERIFY(text);
+        QCOMPARE(text->displayText, sample);
+        QCOMPARE(text->font.family(), font.family());
+        QCOMPARE(text->naturalWidth, naturalWidth);
+        QCOMPARE(text->naturalHeight, naturalHeight);
+        QCOMPARE(text->width, naturalWidth);
+        QCOMPARE(text->height, naturalHeight);
+        QCOMPARE(text->maximumWidth(), 5 * naturalWidth);
+
+        // Scales apply after the rendering.
+        component.insert("ScaleX", 1.5);
+        component.insert("ScaleY", 0.5);
+        text = qobject_cast<UIComponentText*>(editor.load(component));
+        QCOMPARE(text->width, int(naturalWidth * 1.5));
+        QCOMPARE(text->height, int(naturalHeight * 0.5));
+        // A resize on the canvas gives the document the new ratio.
+        text->setWidth(naturalWidth * 2);
+        text->resized();
+        QCOMPARE(text->data().value("ScaleX").toDouble(), 2.0);
+    }
+
+    // The sample each kind of dynamic text shows, and whether in italics.
+    void previewTexts_data()
+    {
+        QTest::addColumn<QJsonObject>("value");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("italic");
+        QTest::newRow("plain") << plain("Gold:") << "Gold:" << false;
+        QTest::newRow("gold") << QJsonObject{{"Type", 1}, {"Info", 101}} << "123456" << false;
+        QTest::newRow("direction") << QJsonObject{{"Type", 1}, {"Info", 104}} << "Down" << false;
+        QTest::newRow("play time") << QJsonObject{{"Type", 1}, {"Info", 201}} << "00:00:00" << false;
+        QTest::newRow("party size") << QJsonObject{{"Type", 1}, {"Info", 100}} << "4" << false;
+        QTest::newRow("screen width") << QJsonObject{{"Type", 1}, {"Info", 4}} << "12345" << false;
+        QTest::newRow("switch") << QJsonObject{{"Type", 2}, {"ID", 3}, {"OffText", "AUS"}, {"OnText", "AN"}} << "AUS"
+                                << false;
+        QTest::newRow("switch, extended")
+            << QJsonObject{{"Type", 2}, {"OffText", QJsonObject{{"Type", 0}, {"Param", "P"}}}} << "[DYNAMIC]" << false;
+        QTest::newRow("variable") << QJsonObject{{"Type", 3}, {"ID", 14}} << "123" << false;
+        QTest::newRow("item count") << QJsonObject{{"Type", 6}, {"ItemType", 0}, {"ID", 7}} << "123" << false;
+        QTest::newRow("actor level") << QJsonObject{{"Type", 4}, {"ActorType", true}, {"ID", 1}, {"Info", 2}} << "123"
+                                     << false;
+        QTest::newRow("code") << QJsonObject{{"Type", 7}, {"Code", "return 1;"}, {"Display", "Wert: 1"}} << "Wert: 1"
+                              << false;
+        const QJsonObject actorName{{"Type", 4}, {"ActorType", true}, {"ID", 1}, {"Info", 0}};
+        QTest::newRow("actor name") << actorName << dynamicTextDisplay(actorName, nullptr) << true;
+        const QJsonObject mapName{{"Type", 1}, {"Info", 8}};
+        QTest::newRow("map name") << mapName << dynamicTextDisplay(mapName, nullptr) << true;
+    }
+
+    void previewTexts()
+    {
+        QFETCH(QJsonObject, value);
+        QFETCH(QString, shown);
+        QFETCH(bool, italic);
+        Editor editor;
+        auto* text = qobject_cast<UIComponentText*>(editor.load(textOf({{"Text", value}})));
+        QCOMPARE(text->displayText, shown);
+        QCOMPARE(text->dynamicLook, italic);
+        QCOMPARE(text->font.italic(), italic);
+        QVERIFY(!shown.isEmpty());
+    }
+
+    // Text in "Color" with "OutlineColor" around it; none with no outline;
+    // at half opacity the outline is even, never darker where the sixteen
+    // copies overlap.
+    void textAndOutlinePixels()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QJsonObject base{{"Text", plain("HOH")}, {"FontSize", 60}, {"Color", "#ff0000"},
+                               {"OutlineColor", "#0000ff"}, {"MaxWidth", 200}};
+        QJsonObject outlined = base;
+        outlined.insert("OutlineSize", 8);
+        QImage image = editor.render(textOf(outlined), 10);
+        Census seen = census(image, boxOf(editor.scene->components().value(0)));
+        QVERIFY2(seen.red > 300, qPrintable(QString::number(seen.red)));
+        QVERIFY2(seen.blue > 300, qPrintable(QString::number(seen.blue)));
+        QVERIFY(seen.darkestBlue > 240);
+
+        QJsonObject bare = base;
+        bare.insert("OutlineSize", 0);
+        image = editor.render(textOf(bare), 10);
+        seen = census(image, boxOf(editor.scene->components().value(0)));
+        QVERIFY(seen.red > 300);
+        QCOMPARE(seen.blue, 0);
+
+        QJsonObject half = outlined;
+        half.insert("OutlineOpacity", 50);
+        image = editor.render(textOf(half), 10);
+        seen = census(image, boxOf(editor.scene->components().value(0)));
+        QVERIFY(seen.blue > 300);
+        QVERIFY2(seen.darkestBlue <= 130, qPrintable(QString::number(seen.darkestBlue)));
+        QVERIFY(seen.darkestBlue >= 120);
+    }
+
+    // A text wider than "MaxWidth" is squeezed into the box, not cut off:
+    // the letter at its end still shows. Alignment 3 and up acts as right.
+    void squeezeAndAlignment()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QJsonObject squeezed{{"Text", plain("          H")}, {"FontSize", 40}, {"Color", "#ff0000"},
+                                   {"OutlineSize", 0}, {"MaxWidth", 10}};
+        QImage image = editor.render(textOf(squeezed), 10);
+        UIComponentBase* text = editor.scene->components().value(0);
+        QCOMPARE(text->width, 10);
+        Census seen = census(image, boxOf(text));
+        QVERIFY2(seen.red > 5, qPrintable(QString::number(seen.red)));
+        QVERIFY(seen.firstRedX >= boxOf(text).center().x());
+
+        QJsonObject right{{"Text", plain("H")}, {"FontSize", 40}, {"Color", "#ff0000"}, {"OutlineSize", 0},
+                          {"MaxWidth", 200}, {"Alignment", 3}};
+        image = editor.render(textOf(right), 10);
+        text = editor.scene->components().value(0);
+        seen = census(image, boxOf(text));
+        QVERIFY(seen.firstRedX > boxOf(text).left() + 150);
+        const QImage asRight = image;
+        right.insert("Alignment", 2);
+        QCOMPARE(editor.render(textOf(right), 10), asRight);
+        right.insert("Alignment", 0);
+        image = editor.render(textOf(right), 10);
+        QVERIFY(census(image, boxOf(text)).lastRedX < boxOf(text).left() + 50);
+    }
+
+    // The pixmap is made when the data or the zoom changes; painting only
+    // draws it. At zoom 2 the text covers twice the pixels.
+    void textFollowsTheZoom()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QJsonObject data{{"Text", plain("HOH")}, {"FontSize", 30}, {"Color", "#ff0000"}, {"OutlineSize", 0},
+                               {"MaxWidth", 100}};
+        const QImage one = editor.render(textOf(data, 150, 100), 10);
+        const int redOne = census(one, QRect(0, 0, one.width(), one.height())).red;
+        const QImage two = editor.render(textOf(data, 150, 100), 20);
+        const int redTwo = census(two, QRect(0, 0, two.width(), two.height())).red;
+        QVERIFY2(redTwo > 3 * redOne && redTwo < 5 * redOne, qPrintable(QStringLiteral("%1 %2").arg(redOne).arg(redTwo)));
+    }
+
+    // ---------------------------------------------------------------- text dialog
+
+    // A text made from the selector shows the dialog's defaults; the value
+    // typed in the dynamic text input, a font size and an alignment land in
+    // "TextData" with the other defaults, and come back from a reload.
+    void newTextFromTheSelector()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QPoint spot = editor.view->mapFromScene(QPointF(300, 200));
+        answering([&]() { QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
+                  {press("text"), Answer([](TrovDialog* dialog) {
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("FontSize")->text(), QStringLiteral("30"));
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineSize")->text(), QStringLiteral("4"));
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("Maximum_Width")->text(), QStringLiteral("200"));
+                       QCOMPARE(dialog->findChild<MyComboBox*>("Alignment")->currentIndex(), 1);
+                       MyDialogOpener* font = dialog->findChild<MyDialogOpener*>("FontFamily");
+                       QCOMPARE(font->value(), QStringLiteral("(Default)"));
+                       QVERIFY(font->isItalic());
+                       MyDialogOpener* text = dialog->findChild<MyDialogOpener*>("Text");
+                       QCOMPARE(text->value(), QStringLiteral("My Text"));
+                       QVERIFY(!text->isItalic());
+                       QTest::mouseClick(text, Qt::LeftButton);
+                   }),
+                   typing("Text", "Gold:"), press("confirmButton"),
+                   Answer([](TrovDialog* dialog) {
+                       QCOMPARE(dialog->findChild<MyDialogOpener*>("Text")->value(), QStringLiteral("Gold:"));
+                   }),
+                   typing("FontSize", "24"), choosing("Alignment", 0), typing("OutlineOpacity", "50"),
+                   press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        auto* text = qobject_cast<UIComponentText*>(editor.scene->components().at(0));
+        QVERIFY(text);
+        const QJsonObject made = text->data();
+        const QJsonObject expected{{"Text", plain("Gold:")}, {"FontFamily", ""},     {"FontSize", 24},
+                                   {"OutlineSize", 4},       {"Alignment", 0},       {"MaxWidth", 200},
+                                   {"Color", "#ffffff"},     {"OutlineColor", "#000000"}, {"OutlineOpacity", 50}};
+        QCOMPARE(made.value("TextData").toObject(), expected);
+        QCOMPARE(made.value("ScaleX").toDouble(), 1.0);
+        // A new text is 200 + 4 wide, the font's height + 4 high.
+        QFont font = hand;
+        font.setPixelSize(24);
+        QCOMPARE(text->width, 204);
+        QCOMPARE(text->height, int(QFontMetricsF(font).height() + 4));
+        QCOMPARE(text->displayText, QStringLiteral("Gold:"));
+
+        const QByteArray saved = QJsonDocument(editor.scene->toJson()).toJson();
+        editor.scene->clear();
+        editor.scene->loadFromJson(QJsonDocument::fromJson(saved).array());
+        QCOMPARE(editor.scene->components().at(0)->data(), made);
     }
 
     // ---------------------------------------------------------------- shape
