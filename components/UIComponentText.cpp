@@ -7,6 +7,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QStaticText>
 #include <QtMath>
 
 #include <cmath>
@@ -115,19 +116,43 @@ void UIComponentText::render(const QJsonObject& text)
     const double lineHeight = metrics.height();
     const int outline = qBound(0, readInteger(text.value(QStringLiteral("OutlineSize")), 0), largestOutline);
     const double radius = outline * 0.5;
+    const int alignment = readInteger(text.value(QStringLiteral("Alignment")), 1);
 
     // Kept well inside int, so that the outline and the size limits of five
     // times this width can be added and multiplied.
-    naturalWidth = qBound(-largestPictureSide, readInteger(text.value(QStringLiteral("MaxWidth")), int(advance + 50)),
-                          largestNaturalWidth);
-    naturalHeight = int(lineHeight);
-
-    const QSize layerSize(int(std::ceil(outline + qMin(advance, 4.0 * largestPictureSide))),
-                          int(std::ceil(lineHeight + outline)));
-    QPixmap layer(layerSize);
-    layer.fill(Qt::transparent);
-    QPainter painter(&layer);
+    const int boxWidth =
+        qBound(-largestPictureSide, readInteger(text.value(QStringLiteral("MaxWidth")), int(advance + 50)),
+               largestNaturalWidth);
+    naturalWidth = boxWidth + outline;
+    naturalHeight = int(lineHeight + outline);
+    zoomed = QPixmap();
+    const int pictureWidth = int(std::ceil(double(boxWidth) + outline));
+    const int pictureHeight = int(std::ceil(lineHeight + outline));
+    if (pictureWidth <= 0 || pictureHeight <= 0 || pictureWidth > largestPictureSide
+        || pictureHeight > largestPictureSide) {
+        pixmap = QPixmap();
+        return;
+    }
+    pixmap = QPixmap(pictureWidth, pictureHeight);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    if (naturalWidth < advance) {
+        // Text wider than its box is squeezed into it, not cut off. The box
+        // is compared with the text alone, without its outline.
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.scale(naturalWidth / std::ceil(outline + advance), naturalHeight / std::ceil(lineHeight + outline));
+    } else {
+        // The text's own width within the box, placed by the alignment.
+        const int free = naturalWidth - int(advance);
+        painter.translate(alignment == 0 ? 0 : alignment == 1 ? free / 2 : free, 0);
+    }
     painter.setFont(font);
+    // Laid out once, drawn seventeen times. The line is exactly as wide and
+    // high as the rectangle it is drawn in, so its top-left corner is the
+    // rectangle's whatever the alignment.
+    QStaticText line(displayText);
+    line.setTextFormat(Qt::PlainText);
+    line.prepare(painter.transform(), font);
     if (radius > 0) {
         // Sixteen copies around a circle make the outline round.
         const double outlineOpacity = text.value(QStringLiteral("OutlineOpacity")).toDouble(100.0);
@@ -142,42 +167,13 @@ void UIComponentText::render(const QJsonObject& text)
         painter.setPen(QColor(text.value(QStringLiteral("OutlineColor")).toString(QStringLiteral("#000000"))));
         for (int k = 0; k < 16; ++k) {
             const double angle = k * M_PI / 8;
-            painter.drawText(QRectF(std::cos(angle) * radius + radius, std::sin(angle) * radius + radius, advance,
-                                    lineHeight),
-                             Qt::AlignHCenter | Qt::AlignVCenter, displayText);
+            painter.drawStaticText(QPointF(std::cos(angle) * radius + radius, std::sin(angle) * radius + radius), line);
         }
         if (translucent)
             painter.restore();
     }
-    const int alignment = readInteger(text.value(QStringLiteral("Alignment")), 1);
-    const Qt::Alignment horizontal = alignment == 0 ? Qt::AlignLeft : alignment == 1 ? Qt::AlignHCenter : Qt::AlignRight;
     painter.setPen(QColor(text.value(QStringLiteral("Color")).toString(QStringLiteral("#ffffff"))));
-    painter.drawText(QRectF(radius, radius, advance, lineHeight), Qt::AlignVCenter | horizontal, displayText);
-    painter.end();
-
-    const int pictureWidth = int(std::ceil(double(naturalWidth) + outline));
-    const int pictureHeight = int(std::ceil(lineHeight + outline));
-    naturalWidth = naturalWidth + outline;
-    naturalHeight = int(lineHeight + outline);
-    zoomed = QPixmap();
-    if (pictureWidth <= 0 || pictureHeight <= 0 || pictureWidth > largestPictureSide
-        || pictureHeight > largestPictureSide) {
-        pixmap = QPixmap();
-        return;
-    }
-    pixmap = QPixmap(pictureWidth, pictureHeight);
-    pixmap.fill(Qt::transparent);
-    QPainter onPixmap(&pixmap);
-    if (naturalWidth < advance) {
-        // Text wider than its box is squeezed into it, not cut off. The box
-        // is compared with the text alone, without its outline.
-        onPixmap.setRenderHint(QPainter::SmoothPixmapTransform);
-        onPixmap.drawPixmap(QRectF(0, 0, naturalWidth, naturalHeight), layer, QRectF(layer.rect()));
-    } else {
-        const int free = naturalWidth - int(advance);
-        const int x = alignment == 0 ? 0 : alignment == 1 ? free / 2 : free;
-        onPixmap.drawPixmap(x, 0, layer);
-    }
+    painter.drawStaticText(QPointF(radius, radius), line);
 }
 
 const QPixmap& UIComponentText::drawnPixmap(const QSize& size)
