@@ -33,6 +33,7 @@ const int TabCount = 10;
 const int DialogWidth = 640;
 // The height the dialog asks for; the form keeps it from collapsing further.
 const int DialogHeight = 202;
+const int OperatorWidth = 110;
 
 const char* const DatabaseFiles[] = {"Items.json", "Weapons.json", "Armors.json"};
 
@@ -91,7 +92,7 @@ DynamicValueSelector::DynamicValueSelector(QJsonObject* object, bool* accepted, 
     updateConfirm();
 }
 
-QWidget* DynamicValueSelector::page(const QVector<QWidget*>& fields)
+QWidget* DynamicValueSelector::page(const QVector<QWidget*>& fields, QWidget* narrow)
 {
     QWidget* page = new QWidget();
     QVBoxLayout* column = new QVBoxLayout(page);
@@ -99,7 +100,10 @@ QWidget* DynamicValueSelector::page(const QVector<QWidget*>& fields)
     QHBoxLayout* row = new QHBoxLayout();
     row->setSpacing(10);
     for (QWidget* field : fields)
-        row->addWidget(field, 1);
+        row->addWidget(field, field == narrow ? 0 : 1);
+    // An operator's word is short; the values beside it need the room.
+    if (narrow)
+        narrow->setFixedWidth(OperatorWidth);
     column->addLayout(row);
     column->addStretch();
     return page;
@@ -203,9 +207,9 @@ void DynamicValueSelector::buildPages()
     system->addTab(tr("General"), page({section, mapData, playerData, metaData}));
     system->addTab(tr("Enemy Data"), page({enemyType, troopIndex, databaseEnemies, enemyInfo}));
     system->addTab(tr("Switch"), page({switchField, onValue, offValue}));
-    system->addTab(tr("Math"), page({firstMath, mathOperator, secondMath}));
+    system->addTab(tr("Math"), page({firstMath, mathOperator, secondMath}, mathOperator));
     system->addTab(tr("Variable"), page({variableField}));
-    system->addTab(tr("List"), page({list, listOperator, listOffset}));
+    system->addTab(tr("List"), page({list, listOperator, listOffset}, listOperator));
     system->addTab(tr("Item Count"), page({inventory, itemCount, weaponCount, armorCount}));
     system->addTab(tr("Code"), page({codeField, display}));
 }

@@ -83,8 +83,9 @@ private:
     static void picked(MyDialogOpener* opener, QJsonObject* value, const QJsonObject& result,
                        QJsonObject* projectData, bool numeric);
 
-    // The pages, each a row of fields.
-    QWidget* page(const QVector<QWidget*>& fields);
+    // The pages, each a row of fields; narrow, when given, keeps to the
+    // width of an operator.
+    QWidget* page(const QVector<QWidget*>& fields, QWidget* narrow = nullptr);
     MyLineEdit* lineEdit(const char* name, const QString& caption, const QString& hint, bool integer);
     MyComboBox* comboBox(const char* name, const QString& caption, const QString& hint);
     MyEitherBox* eitherBox(const char* name, const QString& caption, const QString& hint, const QString& first,

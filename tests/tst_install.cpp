@@ -429,7 +429,8 @@ private slots:
         const QString page = manText(shared(QStringLiteral("man/man1/velmora-cli.1.gz")));
         const QMap<QString, QString> blocks = commandBlocks();
         QCOMPARE(QStringList(blocks.keys()),
-                 QStringList({QString(), QStringLiteral("check"), QStringLiteral("render"), QStringLiteral("resave")}));
+                 QStringList({QString(), QStringLiteral("check"), QStringLiteral("outline"), QStringLiteral("render"),
+                              QStringLiteral("resave")}));
         for (const QString& command : blocks.keys()) {
             if (!command.isEmpty())
                 QVERIFY2(page.contains(QStringLiteral("velmora-cli ") + command), qPrintable(command));
