@@ -1,6 +1,5 @@
 #include "components/UIComponentText.h"
 
-#include "components/ComponentKinds.h"
 #include "components/ProjectFonts.h"
 #include "logic/DynamicValueDisplay.h"
 #include "scene/GameUIEditorScene.h"

@@ -196,6 +196,7 @@ private slots:
             const int id = QFontDatabase::addApplicationFont(folder.absoluteFilePath(fileName));
             return id < 0 ? QString() : QFontDatabase::applicationFontFamilies(id).value(0);
         });
+        QVERIFY(QFile::copy(QStringLiteral(VELMORA_SAMPLE_PROJECT "/fonts/DejaVuSans.ttf"), fonts + "/Plain.ttf"));
         hand = QFont(BasicFontSelector::loadFamily(QStringLiteral("Hand.ttf"), QDir(fonts)));
         QVERIFY(!hand.family().isEmpty());
         withMainFont = QJsonObject{
@@ -445,6 +446,52 @@ private slots:
         editor.scene->clear();
         editor.scene->loadFromJson(QJsonDocument::fromJson(saved).array());
         QCOMPARE(editor.scene->components().at(0)->data(), made);
+    }
+
+    // The font picker opens on the project's fonts folder; the chosen file
+    // goes into "FontFamily" and the canvas draws the text in it. Back to
+    // "(Default)", the key is empty and the main font draws it again.
+    void fontFamilyFromThePicker()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        editor.load(textOf({{"Text", plain("Gold")}, {"FontSize", 30}, {"OutlineSize", 0}}));
+        auto pickRow = [](int row) {
+            return Answer([row](TrovDialog* dialog) {
+                UltimateTreeWidget* files = dialog->findChild<UltimateTreeWidget*>("fileList");
+                UltimateTree* tree = files->tree();
+                QTRY_VERIFY(tree->rowCount() > row);
+                UltimateTreeItem* item = tree->row(row);
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                   tree->mapFromScene(QPointF(60, item->y() + item->rowHeight() / 2.0)));
+            });
+        };
+        auto openFonts = Answer([](TrovDialog* dialog) {
+            QTest::mouseClick(dialog->findChild<MyDialogOpener*>("FontFamily"), Qt::LeftButton);
+        });
+        auto editText = [&](const QList<Answer>& answers) {
+            UltimateTree* tree = editor.list->tree();
+            answering([&]() {
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                   tree->mapFromScene(QPointF(40, tree->row(0)->y() + 10)));
+            },
+                      answers);
+        };
+        // Rows: "(Default)", Hand.ttf, Plain.ttf.
+        editText({openFonts, pickRow(2), Answer([](TrovDialog* dialog) {
+                      MyDialogOpener* font = dialog->findChild<MyDialogOpener*>("FontFamily");
+                      QCOMPARE(font->value(), QStringLiteral("Plain.ttf"));
+                      QVERIFY(!font->isItalic());
+                  }),
+                  press("confirmButton")});
+        auto* text = qobject_cast<UIComponentText*>(editor.scene->components().value(0));
+        QCOMPARE(text->data().value("TextData").toObject().value("FontFamily").toString(), QStringLiteral("Plain.ttf"));
+        QCOMPARE(text->font.family(), QStringLiteral("DejaVu Sans"));
+
+        editText({openFonts, pickRow(0), press("confirmButton")});
+        text = qobject_cast<UIComponentText*>(editor.scene->components().value(0));
+        QCOMPARE(text->data().value("TextData").toObject().value("FontFamily").toString(), QString());
+        QCOMPARE(text->font.family(), hand.family());
     }
 
     // ---------------------------------------------------------------- shape
