@@ -133,4 +133,10 @@ QString loadedFontFamily(const QString& fileName)
     return state().fontFamilies.value(fileName);
 }
 
+QString fontFamilyOf(const QString& fileName, const QDir& fontsFolder)
+{
+    getFont(fileName, fontsFolder, false);
+    return loadedFontFamily(fileName);
+}
+
 }

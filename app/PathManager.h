@@ -67,6 +67,9 @@ QString loadedFontFamily(const QString& fileName);
 // The program's own face, "resources/Fonts/Pangolin-Regular.ttf", loaded on
 // first use; empty when it can't be loaded.
 QString programFontFamily();
+// Loads the font file below the folder as getFont() does and gives the
+// family it was loaded under; empty when it can't be loaded.
+QString fontFamilyOf(const QString& fileName, const QDir& fontsFolder);
 
 // Where the n-th converted font of this run is written: "FontCache/font<n>.otf"
 // beside the executable when the program may write there (never when

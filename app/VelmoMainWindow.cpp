@@ -4,6 +4,7 @@
 #include "app/GameProcess.h"
 #include "app/HudListController.h"
 #include "app/PathManager.h"
+#include "components/ProjectFonts.h"
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoAbout.h"
@@ -93,9 +94,9 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     // The component dialogs open and show dynamic texts and numbers through these.
     DynamicValueSelector::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
-    BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
-        PathManager::getFont(fileName, folder, false);
-        return PathManager::loadedFontFamily(fileName);
+    BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
+    ProjectFonts::setFolderHook([this]() {
+        return lifecycle->isOpen() ? lifecycle->directory().absoluteFilePath(QStringLiteral("fonts")) : QString();
     });
 
     huds->setup();
@@ -150,6 +151,7 @@ VelmoMainWindow::~VelmoMainWindow()
     if (PathManager::projectDirectory() == &lifecycle->directory()) {
         PathManager::setProjectDirectory(nullptr);
         PathManager::setGraphicsFolderHook(nullptr);
+        ProjectFonts::setFolderHook(nullptr);
         // The dynamic input reads this window's project data, which goes with it.
         VelmoTextInputExtend::install(nullptr);
         DynamicValueSelector::install(nullptr);

@@ -58,6 +58,43 @@ inline QJsonArray hud()
     return top;
 }
 
+// 400 texts with outlines among 100 shapes, spread over the canvas: plain
+// texts and game values of several kinds, in five sizes, some squeezed.
+inline QJsonArray textHud()
+{
+    const QJsonObject values[] = {
+        {{"Type", 0}, {"Text", "HP 123 / 456"}},
+        {{"Type", 1}, {"Info", 101}},
+        {{"Type", 4}, {"ActorType", false}, {"Index", 1}, {"Info", 0}},
+        {{"Type", 3}, {"ID", 14}},
+        {{"Type", 7}, {"Code", "return 1;"}, {"Display", "Gold: 1,234"}},
+    };
+    QJsonArray array;
+    for (int i = 0; i < 500; ++i) {
+        QJsonObject component{{"ID", i + 1},
+                              {"Name", QStringLiteral("Component %1").arg(i + 1)},
+                              {"X", 40 + (i % 10) * 80},
+                              {"Y", 12 + (i / 10) * 12}};
+        if (i % 5 == 0) {
+            component.insert("Type", 1);
+            component.insert("ShapeData", QJsonObject{{"Width", 60}, {"Height", 10}, {"Shape", i % 2},
+                                                      {"OutlineSize", 2}, {"Color", "#335577"}});
+        } else {
+            component.insert("Type", 0);
+            component.insert("TextData", QJsonObject{{"Text", values[i % 5]},
+                                                     {"FontSize", 14 + 4 * (i % 5)},
+                                                     {"OutlineSize", 2 + i % 4},
+                                                     {"OutlineOpacity", i % 3 == 0 ? 60 : 100},
+                                                     {"MaxWidth", i % 7 == 0 ? 40 : 90},
+                                                     {"Alignment", i % 3},
+                                                     {"Color", "#ffffff"},
+                                                     {"OutlineColor", "#000000"}});
+        }
+        array.append(component);
+    }
+    return array;
+}
+
 // The canvas and its list, shown, with an 816 x 624 screen and the real
 // component factory.
 struct Editor {

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QJsonArray>
 #include <QTextStream>
 
@@ -98,8 +99,32 @@ int main(int argc, char** argv)
         }
     }
 
+    // The same change of HUD between two HUDs of outlined texts and shapes,
+    // and the canvas drawn into a picture as velmora-cli render draws it.
+    std::vector<double> textChange, textRender;
+    QJsonArray texts = BenchHud::textHud();
+    QJsonArray otherTexts = BenchHud::textHud();
+    scene->setZoom(10);
+    for (int run = 0; run < runs; ++run) {
+        scene->loadFromJson(texts);
+        QApplication::processEvents();
+        timer.start();
+        const QJsonArray saved = scene->toJson();
+        scene->clear();
+        scene->loadFromJson(otherTexts);
+        textChange.push_back(timer.nsecsElapsed() / 1e6);
+        otherTexts = saved;
+        timer.start();
+        const QImage picture = scene->canvasImage(false);
+        textRender.push_back(timer.nsecsElapsed() / 1e6);
+        scene->clear();
+        QApplication::processEvents();
+    }
+
     QTextStream out(stdout);
     out << "scene: " << components << " components, median of " << runs << " runs (ms)\n";
+    out << "text HUD (400 outlined texts, 100 shapes): change " << BenchHud::median(textChange)
+        << "  canvas picture at zoom 1 " << BenchHud::median(textRender) << "\n";
     out << "load " << BenchHud::median(load) << "  toJson " << BenchHud::median(toJson) << "  clear " << BenchHud::median(clear)
         << "  change " << BenchHud::median(change) << "\n";
     out << "zoom: " << stepIn.size() << " steps in and " << stepOut.size()

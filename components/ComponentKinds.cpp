@@ -51,6 +51,11 @@ QString label(int type)
     return kind ? QCoreApplication::translate("", kind->label) : QString();
 }
 
+bool hasOwnClass(int type)
+{
+    return type == Text || type == Shape;
+}
+
 int capabilities(int type)
 {
     const Kind* kind = find(type);

@@ -3,6 +3,10 @@
 #include "components/ComponentKinds.h"
 #include "components/UIComponentCommonDialog.h"
 #include "components/UIComponentPendingKind.h"
+#include "components/UIComponentShape.h"
+#include "components/UIComponentShapeDialog.h"
+#include "components/UIComponentText.h"
+#include "components/UIComponentTextDialog.h"
 #include "components/VelmoUISelector.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/OwnerDimming.h"
@@ -15,7 +19,11 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
 {
     const int type = json.value(QStringLiteral("Type")).toInt(-1);
     UIComponentBase* component;
-    if (ComponentKinds::find(type))
+    if (type == ComponentKinds::Text)
+        component = new UIComponentText(scene);
+    else if (type == ComponentKinds::Shape)
+        component = new UIComponentShape(scene);
+    else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
     else
         component = new UIComponentBase(scene);
@@ -37,15 +45,31 @@ void GameUIEditorSceneHelper<Selector>::editComponent(QJsonObject& json, bool* a
                                                       QWidget* dialogOwner, bool flag, QJsonObject* projectData)
 {
     QApplication::restoreOverrideCursor();
-    const int type = json.value(QStringLiteral("Type")).toInt(-1);
     QWidget* owner = parentDialog ? static_cast<QWidget*>(parentDialog) : dialogOwner;
     OwnerDimming::dim(owner);
-    if (type >= 0 && type <= ComponentKinds::Animation) {
-        // Every kind opens the dialog of the shared fields until it has its own.
-        UIComponentCommonDialog dialog(&json, accepted, flag, owner, projectData);
-        dialog.exec();
-    }
+    const std::unique_ptr<UIComponentBaseDialog> dialog = makeDialog(json, accepted, flag, owner, projectData);
+    if (dialog)
+        dialog->exec();
     OwnerDimming::undim(owner);
+}
+
+template <class Selector>
+std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDialog(QJsonObject& json, bool* accepted,
+                                                                                     bool flag, QWidget* owner,
+                                                                                     QJsonObject* projectData)
+{
+    switch (json.value(QStringLiteral("Type")).toInt(-1)) {
+    case ComponentKinds::Text:
+        return std::make_unique<UIComponentTextDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Shape:
+        return std::make_unique<UIComponentShapeDialog>(&json, accepted, flag, owner, projectData);
+    default:
+        break;
+    }
+    if (!ComponentKinds::find(json.value(QStringLiteral("Type")).toInt(-1)))
+        return nullptr;
+    // The kinds without a dialog of their own edit the fields they share.
+    return std::make_unique<UIComponentCommonDialog>(&json, accepted, flag, owner, projectData);
 }
 
 template class GameUIEditorSceneHelper<VelmoUISelector>;

@@ -2,6 +2,11 @@
 
 #include "scene/GameUIEditorSceneHelperBase.h"
 
+#include <memory>
+
+class QWidget;
+class UIComponentBaseDialog;
+
 class VelmoUISelector;
 
 // The component registry as the scene sees it: builds the live component of
@@ -19,6 +24,11 @@ public:
                             TrovDialog* parentDialog) override;
     void editComponent(QJsonObject& json, bool* accepted, TrovDialog* parentDialog, QWidget* dialogOwner, bool flag,
                        QJsonObject* projectData) override;
+
+    // The property dialog of the component json's kind, not yet run; null
+    // for a "Type" that names no kind.
+    static std::unique_ptr<UIComponentBaseDialog> makeDialog(QJsonObject& json, bool* accepted, bool flag,
+                                                             QWidget* owner, QJsonObject* projectData);
 };
 
 extern template class GameUIEditorSceneHelper<VelmoUISelector>;

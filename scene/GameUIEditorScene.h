@@ -46,6 +46,9 @@ public:
     GameUIEditorSceneHelperBase* helper() const { return componentHelper; }
     // The project's data object, handed on to the helper.
     void setProjectData(QJsonObject* data) { projectData = data; }
+    // The project's database by file name, for the kinds that show game
+    // data; null without a project.
+    QJsonObject* projectDataObject() const { return projectData; }
     GameUIEditor* editorView() const { return view; }
     // The component list; null until bound, and again once it is gone.
     void setList(UltimateTreeWidget* list);

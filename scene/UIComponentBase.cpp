@@ -26,17 +26,6 @@ constexpr int rotationHandleDistance = 5 * UIComponentBase::handleSize;
 constexpr int clockTicks = 120;
 constexpr int clockDuration = 2000;
 
-// Whole and fractional numbers alike, so that a hand-edited document with
-// "X": 10.5 doesn't jump to the origin; out-of-range values are clamped.
-int readInteger(const QJsonValue& value)
-{
-    const double number = value.toDouble(0.0);
-    if (!std::isfinite(number))
-        return 0;
-    return int(qBound(double(std::numeric_limits<int>::min()), std::trunc(number),
-                      double(std::numeric_limits<int>::max())));
-}
-
 }
 
 UIComponentBase::UIComponentBase(GameUIEditorScene* scene, QGraphicsItem* parent)
@@ -91,6 +80,15 @@ void UIComponentBase::paint(QPainter* painter, const QStyleOptionGraphicsItem*, 
         lastHeight = height;
         recomputeBounds(false);
     }
+}
+
+int UIComponentBase::readInteger(const QJsonValue& value, int fallback)
+{
+    const double number = value.toDouble(fallback);
+    if (!std::isfinite(number))
+        return fallback;
+    return int(qBound(double(std::numeric_limits<int>::min()), std::trunc(number),
+                      double(std::numeric_limits<int>::max())));
 }
 
 void UIComponentBase::drawContents(QPainter* painter)

@@ -50,6 +50,11 @@ public:
     // "Opacity" filled in when missing.
     virtual QJsonObject& data();
 
+    // A number of the document as an integer, whole and fractional numbers
+    // alike (a hand-edited "X": 10.5 doesn't jump to the origin), clamped
+    // into int; anything else, an extension object included, gives fallback.
+    static int readInteger(const QJsonValue& value, int fallback = 0);
+
     int aniTime() const { return aniTimeValue; }
     void setAniTime(int value);
     int aniFrame() const { return aniFrameValue; }

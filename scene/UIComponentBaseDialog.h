@@ -93,11 +93,13 @@ public slots:
     void cutCustomProperty();
     void pasteCustomProperty();
 
-protected:
     // A number field whose validity gates the confirm button: the button is
     // enabled only while every such field holds a valid value.
     void followConfirm(MyLineEdit* field, QAbstractButton* confirm);
+    // The validator of the fields that take a size.
+    QIntValidator* sizeValidator() const { return integerValidator; }
 
+protected:
     QJsonArray conditions;
     QIntValidator* integerValidator;
     QIntValidator* coordinateValidator;

@@ -4,6 +4,9 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTextStream>
 
@@ -50,6 +53,70 @@ private slots:
         QVERIFY2(result.out.contains(QStringLiteral("Custom HUD objects: 3 (2 extra HUDs, 1 custom components)")),
                  qPrintable(result.out));
         QVERIFY(result.out.contains(QStringLiteral("Components: 56")));
+    }
+
+    // After the totals, one line per kind the document holds, in "Type"
+    // order, children and custom HUD objects counted, and the number of
+    // components drawn as the plain rectangle: unknown kinds and the kinds
+    // whose drawing isn't there yet, but never Text or Shape.
+    void checkCountsEachKindAndThePlaceholders()
+    {
+        auto component = [](int type, const QJsonArray& children = QJsonArray()) {
+            QJsonObject made{{"ID", 1}, {"Type", type}, {"X", 0}, {"Y", 0}};
+            if (!children.isEmpty())
+                made.insert("Children", children);
+            return made;
+        };
+        // Map HUD: every kind once, a window holding a text and a group that
+        // holds a shape; the extra HUD two texts and two unknown kinds; a
+        // custom component object one shape.
+        QJsonArray map;
+        for (int type = 0; type <= 13; ++type) {
+            if (type == 7)
+                map.append(component(7, QJsonArray{component(0), component(6, QJsonArray{component(1)})}));
+            else
+                map.append(component(type));
+        }
+        const QJsonArray extra{component(0), component(14), component(-1), component(0)};
+        const QJsonObject document{
+            {"Map", 0},
+            {"Battle", 1},
+            {"Data", QJsonArray{QJsonObject{{"HUD", map}}, QJsonObject{{"HUD", QJsonArray()}},
+                                QJsonObject{{"HUD", extra}, {"IsHUD", true}, {"ID", "123"}, {"Name", "Extra"}},
+                                QJsonObject{{"HUD", QJsonArray{component(1)}}, {"IsHUD", false}, {"ID", "456"},
+                                            {"Name", "Part"}, {"Width", 10}, {"Height", 10}}}}};
+        const QString project = TestEnvironment::makeProject(QStringLiteral("kinds"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project),
+                                   QJsonDocument(document).toJson(QJsonDocument::Compact));
+        const Result result = run({QStringLiteral("check"), project});
+        QCOMPARE(result.code, 0);
+        const QString expected = QStringLiteral(
+            "Components: 22\n"
+            "Kind 0 Text: 4\n"
+            "Kind 1 Shape: 3\n"
+            "Kind 2 Picture: 1\n"
+            "Kind 3 Repeating Picture: 1\n"
+            "Kind 4 Gauge: 1\n"
+            "Kind 5 Picture Gauge: 1\n"
+            "Kind 6 Group: 2\n"
+            "Kind 7 Window: 1\n"
+            "Kind 8 Actor Face: 1\n"
+            "Kind 9 Icon: 1\n"
+            "Kind 10 Custom: 1\n"
+            "Kind 11 Custom Collection: 1\n"
+            "Kind 12 Attach Collection: 1\n"
+            "Kind 13 Animation: 1\n"
+            "Placeholders: 15\n");
+        QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
+
+        // Kinds the document lacks get no line.
+        TestEnvironment::writeFile(
+            TestEnvironment::documentPath(project),
+            QJsonDocument(QJsonObject{{"Data", QJsonArray{QJsonObject{{"HUD", QJsonArray{component(1), component(99)}}}}}})
+                .toJson(QJsonDocument::Compact));
+        const Result sparse = run({QStringLiteral("check"), project});
+        QVERIFY2(sparse.out.endsWith(QStringLiteral("Components: 2\nKind 1 Shape: 1\nPlaceholders: 1\n")),
+                 qPrintable(sparse.out));
     }
 
     // A script must be able to tell a damaged document from a good one: the

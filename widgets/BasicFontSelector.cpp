@@ -56,6 +56,11 @@ void BasicFontSelector::setFontLoader(const FontLoader& fontLoader)
     loader() = fontLoader;
 }
 
+QString BasicFontSelector::loadFamily(const QString& fileName, const QDir& folder)
+{
+    return fileName.isEmpty() || !loader() ? QString() : loader()(fileName, folder);
+}
+
 void BasicFontSelector::showFont(MyDialogOpener* field, const QString& font)
 {
     field->setValue(font.isEmpty() ? tr("(Default)") : font);

@@ -31,6 +31,9 @@ public:
     // The program installs its font loading here, which converts web fonts;
     // without it the list and the preview show the default face.
     static void setFontLoader(const FontLoader& loader);
+    // The family of a font file below a folder through the installed loader;
+    // empty without one or when the file can't be loaded.
+    static QString loadFamily(const QString& fileName, const QDir& folder);
     // Shows a font value in its field: the value, or "(Default)" in italics.
     static void showFont(MyDialogOpener* field, const QString& font);
 

@@ -10,7 +10,8 @@
 #include "app/PathManager.h"
 #include "app/ProjectData.h"
 #include "app/Startup.h"
-#include "components/UIComponentCommonDialog.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "scene/UIComponentBaseDialog.h"
 #include "components/VelmoUISelector.h"
 #include "logic/RMActorSelector.h"
 #include "logic/RMCodeInput.h"
@@ -594,7 +595,10 @@ int showDialog(const QString& which, const QString& shot)
     if (which == QLatin1String("selector"))
         dialog.reset(new VelmoUISelector(&json, &accepted, 6, true, &projectData, nullptr));
     else
-        dialog.reset(new UIComponentCommonDialog(&json, &accepted, true, nullptr, &projectData));
+        dialog.reset(GameUIEditorSceneHelper<VelmoUISelector>::makeDialog(json, &accepted, true, nullptr, &projectData)
+                         .release());
+    if (!dialog)
+        return 1;
     if (shot.isEmpty())
         return dialog->exec();
     dialog->show();

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <QHash>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QStringList>
+#include <QString>
+
+class CustomTitleBar;
+class MyButton;
+class MyColorPickerButton;
+class MyComboBox;
+class MyDialogOpener;
+class MyGroupBox;
+class MyLineEdit;
+class QGridLayout;
+class QHBoxLayout;
+class QLabel;
+class QVBoxLayout;
+class QWidget;
+class UIComponentBaseDialog;
+class UltimateTreeWidget;
+
+// The form every component's property dialog is built on: the box of the
+// fields all kinds share (name, display conditions, position, scale or size,
+// rotation, opacity), under it the kind's own property box, beside them the
+// tabs of the animations and custom properties, and the confirm and cancel
+// buttons. The dialog lays out its frame, builds this form into it, sets up
+// its own fields in the property box and calls finish().
+class ComponentDialogForm
+{
+public:
+    // Builds the form into the dialog's content for the component json of
+    // the kind type, and fills the shared fields from json.
+    ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTitleBar* titleBar, QWidget* content,
+                        QVBoxLayout* contentLayout, QJsonObject* json, int type);
+
+    // The kind's own box below the shared one, titled and named as given;
+    // its grid has two columns of fields.
+    MyGroupBox* addPropertyBox(const QString& title, const char* objectName);
+    QGridLayout* propertyGrid() const { return grid; }
+    // Fields of the property box, each with its tooltip title (also its
+    // caption) and description, placed in the grid at row and column.
+    struct Label {
+        const char* title;
+        const char* description;
+    };
+    // A number field taking value, or defaultText when value isn't a number.
+    // An extendable one can stand for a value the game gives at run time.
+    MyLineEdit* addNumber(const char* objectName, Label label, double minimum, double maximum, int digits,
+                          bool decimal, const QString& defaultText, const QJsonValue& value, int row, int column);
+    MyColorPickerButton* addColor(const char* objectName, Label label, const QString& value, int row, int column);
+    // A choice of items by index; a missing value shows defaultIndex.
+    MyComboBox* addChoice(const char* objectName, Label label, const QStringList& items, const QJsonValue& value,
+                          int defaultIndex, int row, int column);
+    MyDialogOpener* addOpener(const char* objectName, Label label, int row, int column, int columnSpan = 1);
+    // What a number field writes: its number, or the object it stands for.
+    QJsonValue numberOf(MyLineEdit* field) const;
+    // What a choice writes: its index, or, while the user left it as it
+    // opened, a value outside the items as it came.
+    QJsonValue choiceOf(MyComboBox* field) const;
+
+    // A dim line beside the buttons.
+    void setNote(const QString& text);
+    // Connects the dialog's slots by name and settles its size.
+    void finish();
+
+    // The component's data object as the dialog opened it; empty when missing.
+    QJsonObject dataObject() const;
+    // Confirm: the shared fields into the component's object, then the
+    // kind's new data object under its key (with the size of a kind that
+    // stores one, and what the add-on box would write).
+    void applyCommonFields();
+    void writeDataObject(QJsonObject data) const;
+
+    // The form's widgets, by the names every kind's form uses. A scale kind
+    // has Width_Scale and Height_Scale, a kind that stores its size Width and
+    // Height; the others have neither.
+    CustomTitleBar* titleBar;
+    MyLineEdit* Name;
+    MyDialogOpener* Conditions;
+    MyLineEdit* X_Position;
+    MyLineEdit* Y_Position;
+    MyLineEdit* Width_Scale = nullptr;
+    MyLineEdit* Height_Scale = nullptr;
+    MyLineEdit* Width = nullptr;
+    MyLineEdit* Height = nullptr;
+    MyLineEdit* Rotation;
+    MyLineEdit* Opacity;
+    UltimateTreeWidget* animations;
+    UltimateTreeWidget* customProperties;
+    QLabel* note = nullptr;
+    MyButton* confirmButton;
+    MyButton* cancelButton;
+
+private:
+    void setUpSize();
+    void describe(QWidget* field, Label label, int row, int column, int columnSpan = 1);
+
+    UIComponentBaseDialog* dialog;
+    QWidget* content;
+    QVBoxLayout* leftColumn;
+    QHBoxLayout* buttonRow;
+    QGridLayout* grid = nullptr;
+    QJsonObject* json;
+    int type;
+    // Values of extendable fields that the field can't show as an extension
+    // (no handler for it is installed): written back as they came.
+    QHash<MyLineEdit*, QJsonValue> keptValues;
+    struct KeptChoice {
+        int shownIndex;
+        QJsonValue value;
+    };
+    QHash<MyComboBox*, KeptChoice> keptChoices;
+};

@@ -1,0 +1,696 @@
+#include "TestEnvironment.h"
+
+#include "components/GameUIEditorSceneHelper.h"
+#include "components/ProjectFonts.h"
+#include "components/UIComponentShape.h"
+#include "components/UIComponentText.h"
+#include "components/VelmoUISelector.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
+#include "logic/DynamicValueDisplay.h"
+#include "widgets/BasicFontSelector.h"
+#include "widgets/DialogFlags.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyButton.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPopup.h"
+#include "widgets/TrovDialog.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QJsonDocument>
+
+#include <cmath>
+
+using TestEnvironment::Answer;
+using TestEnvironment::answering;
+using TestEnvironment::press;
+
+namespace {
+
+// The canvas with the real registry, its selector and dialogs.
+struct Editor : TestEnvironment::Canvas {
+    Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
+    {
+        scene->setProjectData(&projectData);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        scene->setZoom(10);
+    }
+    UIComponentBase* load(const QJsonObject& component)
+    {
+        scene->clear();
+        scene->loadFromJson(QJsonArray{component});
+        return scene->components().value(0);
+    }
+    // The HUD as velmora-cli render draws it, at a zoom in tenths.
+    QImage render(const QJsonObject& component, int zoom)
+    {
+        scene->setZoom(zoom);
+        load(component);
+        return scene->canvasImage(false).convertToFormat(QImage::Format_ARGB32);
+    }
+    QJsonObject projectData;
+};
+
+QJsonObject shapeOf(const QJsonObject& shapeData, int x = 100, int y = 100)
+{
+    return QJsonObject{{"ID", 1}, {"Type", 1}, {"Name", "Shape"}, {"X", x}, {"Y", y}, {"ShapeData", shapeData}};
+}
+
+// The pixel as an unpremultiplied colour, alpha included.
+QColor at(const QImage& image, int x, int y)
+{
+    return QColor::fromRgba(image.pixel(x, y));
+}
+
+bool near(const QColor& actual, const QColor& expected, int tolerance = 3)
+{
+    return qAbs(actual.red() - expected.red()) <= tolerance && qAbs(actual.green() - expected.green()) <= tolerance
+        && qAbs(actual.blue() - expected.blue()) <= tolerance && qAbs(actual.alpha() - expected.alpha()) <= tolerance;
+}
+
+#define COMPARE_COLOR(image, x, y, expected)                                                                      \
+    QVERIFY2(near(at(image, x, y), expected),                                                                     \
+             qPrintable(QStringLiteral("pixel %1,%2 is %3 alpha %4, not %5 alpha %6")                             \
+                            .arg(x)                                                                               \
+                            .arg(y)                                                                               \
+                            .arg(at(image, x, y).name())                                                          \
+                            .arg(at(image, x, y).alpha())                                                         \
+                            .arg(QColor(expected).name())                                                         \
+                            .arg(QColor(expected).alpha())))
+
+// Clicks an item of a choice field's list, as a user picks it.
+Answer choosing(const char* field, int index)
+{
+    return [field, index](TrovDialog* dialog) {
+        MyComboBox* combo = dialog->findChild<MyComboBox*>(QLatin1String(field));
+        QTest::mouseClick(combo, Qt::LeftButton);
+        QTRY_VERIFY(combo->popup());
+        for (int i = combo->currentIndex(); i < index; ++i)
+            QTest::keyClick(combo->popup(), Qt::Key_Down);
+        for (int i = combo->currentIndex(); i > index; --i)
+            QTest::keyClick(combo->popup(), Qt::Key_Up);
+        QTest::keyClick(combo->popup(), Qt::Key_Return);
+        QTRY_COMPARE(combo->currentIndex(), index);
+    };
+}
+
+Answer typing(const char* field, const QString& text)
+{
+    return [field, text](TrovDialog* dialog) {
+        MyLineEdit* edit = dialog->findChild<MyLineEdit*>(QLatin1String(field));
+        QTest::mouseClick(edit, Qt::LeftButton);
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    };
+}
+
+QJsonObject textOf(const QJsonObject& textData, int x = 300, int y = 200)
+{
+    return QJsonObject{{"ID", 1}, {"Type", 0}, {"Name", "Text"}, {"X", x}, {"Y", y}, {"TextData", textData}};
+}
+
+QJsonObject plain(const QString& text)
+{
+    return QJsonObject{{"Type", 0}, {"Text", text}};
+}
+
+// Which pixels of a box are mostly red (text), and which blue with no red
+// at all (outline clear of the text's edges); the most covering blue one.
+struct Census {
+    int red = 0;
+    int blue = 0;
+    int firstRedX = INT_MAX;
+    int lastRedX = -1;
+    int darkestBlue = 0;
+};
+
+Census census(const QImage& image, const QRect& box)
+{
+    Census seen;
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        for (int x = box.left(); x <= box.right(); ++x) {
+            const QColor pixel = at(image, x, y);
+            if (pixel.alpha() > 100 && pixel.red() > 200 && pixel.blue() < 60) {
+                ++seen.red;
+                seen.firstRedX = qMin(seen.firstRedX, x);
+                seen.lastRedX = qMax(seen.lastRedX, x);
+            } else if (pixel.alpha() > 20 && pixel.blue() > 200 && pixel.red() == 0) {
+                ++seen.blue;
+                seen.darkestBlue = qMax(seen.darkestBlue, pixel.alpha());
+            }
+        }
+    }
+    return seen;
+}
+
+// The box a component covers on the canvas at zoom 1.
+QRect boxOf(const UIComponentBase* component)
+{
+    return QRect(component->x - component->width / 2, component->y - component->height / 2, component->width,
+                 component->height);
+}
+
+const QColor Red(255, 0, 0);
+const QColor Blue(0, 0, 255);
+const QColor Clear(0, 0, 0, 0);
+
+}
+
+class TestTextShape : public QObject
+{
+    Q_OBJECT
+
+    QString fonts;
+    QFont hand;
+    QJsonObject withMainFont;
+
+private slots:
+    void init()
+    {
+        dialogNativeTitleBar = false;
+        dialogDarkenLayers = false;
+        dialogDarkenAnimated = false;
+        dialogOpenAnimated = false;
+    }
+
+
+    // ---------------------------------------------------------------- text
+
+    // The project's fonts: a hand-drawn face as the main font, loaded from
+    // the project's fonts folder as the editor loads it.
+    void initTestCase()
+    {
+        fonts = TestEnvironment::newFolder(QStringLiteral("fonts"));
+        QVERIFY(QFile::copy(QStringLiteral(":/resources/Fonts/Pangolin-Regular.ttf"), fonts + "/Hand.ttf"));
+        QFile::setPermissions(fonts + "/Hand.ttf", QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+        ProjectFonts::setFolderHook([this]() { return fonts; });
+        BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
+            const int id = QFontDatabase::addApplicationFont(folder.absoluteFilePath(fileName));
+            return id < 0 ? QString() : QFontDatabase::applicationFontFamilies(id).value(0);
+        });
+        QVERIFY(QFile::copy(QStringLiteral(VELMORA_SAMPLE_PROJECT "/fonts/DejaVuSans.ttf"), fonts + "/Plain.ttf"));
+        hand = QFont(BasicFontSelector::loadFamily(QStringLiteral("Hand.ttf"), QDir(fonts)));
+        QVERIFY(!hand.family().isEmpty());
+        withMainFont = QJsonObject{
+            {"System.json", QJsonObject{{"advanced", QJsonObject{{"mainFontFilename", "Hand.ttf"}}}}}};
+    }
+
+    // Width and height from the Part's formulas: the box is "MaxWidth", or
+    // the text's advance + 50, plus the outline; the height the font's line
+    // height plus the outline; both times the scales.
+    void textSizes_data()
+    {
+        QTest::addColumn<QJsonObject>("textData");
+        QTest::addColumn<bool>("mainFont");
+        QTest::addColumn<QString>("sample");
+        QTest::addColumn<int>("pixelSize");
+        QTest::addColumn<int>("outline");
+        QTest::addColumn<int>("maxWidth");
+        const QJsonObject dynamic{{"Type", 1}, {"ID", 4}};
+        QTest::newRow("plain") << QJsonObject{{"Text", plain("Gold")}, {"FontSize", 24}, {"OutlineSize", 4}}
+                               << true << "Gold" << 24 << 4 << -1;
+        QTest::newRow("max width") << QJsonObject{{"Text", plain("Gold")}, {"FontSize", 24}, {"OutlineSize", 3},
+                                                  {"MaxWidth", 120}}
+                                   << true << "Gold" << 24 << 3 << 120;
+        QTest::newRow("empty text") << QJsonObject{{"Text", plain("")}, {"OutlineSize", 6}} << true << "" << 30 << 6
+                                    << -1;
+        // No "Text" at all is a plain text without its string.
+        QTest::newRow("no text at all") << QJsonObject{} << true << "[DYNAMIC]" << 30 << 0 << -1;
+        // Values the game gives at run time preview with the load defaults.
+        QTest::newRow("extension objects")
+            << QJsonObject{{"Text", plain("Gold")}, {"FontSize", dynamic}, {"OutlineSize", dynamic},
+                           {"MaxWidth", dynamic}, {"OutlineOpacity", dynamic}}
+            << true << "Gold" << 30 << 0 << -1;
+        QTest::newRow("no advanced in System.json")
+            << QJsonObject{{"Text", plain("Gold")}, {"FontSize", 20}, {"OutlineSize", 2}} << false << "Gold" << 20
+            << 2 << -1;
+    }
+
+    void textSizes()
+    {
+        QFETCH(QJsonObject, textData);
+        QFETCH(bool, mainFont);
+        QFETCH(QString, sample);
+        QFETCH(int, pixelSize);
+        QFETCH(int, outline);
+        QFETCH(int, maxWidth);
+        Editor editor;
+        if (mainFont)
+            editor.projectData = withMainFont;
+        else
+            editor.projectData = QJsonObject{{"System.json", QJsonObject{{"gameTitle", "No advanced"}}}};
+        QFont font = mainFont ? hand : QFont();
+        font.setPixelSize(pixelSize);
+        const QFontMetricsF metrics(font);
+        const double a = metrics.horizontalAdvance(sample);
+        const double h = metrics.height();
+        const int naturalWidth = int((maxWidth < 0 ? a + 50 : maxWidth) + outline);
+        const int naturalHeight = int(h + outline);
+
+        QJsonObject component = textOf(textData);
+        auto* text = qobject_cast<UIComponentText*>(editor.load(component));
+        QVERIFY(text);
+        QCOMPARE(text->displayText, sample);
+        QCOMPARE(text->font.family(), font.family());
+        QCOMPARE(text->naturalWidth, naturalWidth);
+        QCOMPARE(text->naturalHeight, naturalHeight);
+        QCOMPARE(text->width, naturalWidth);
+        QCOMPARE(text->height, naturalHeight);
+        QCOMPARE(text->maximumWidth(), 5 * naturalWidth);
+
+        // Scales apply after the rendering.
+        component.insert("ScaleX", 1.5);
+        component.insert("ScaleY", 0.5);
+        text = qobject_cast<UIComponentText*>(editor.load(component));
+        QCOMPARE(text->width, int(naturalWidth * 1.5));
+        QCOMPARE(text->height, int(naturalHeight * 0.5));
+        // A resize on the canvas gives the document the new ratio.
+        text->setWidth(naturalWidth * 2);
+        text->resized();
+        QCOMPARE(text->data().value("ScaleX").toDouble(), 2.0);
+    }
+
+    // The sample each kind of dynamic text shows, and whether in italics.
+    void previewTexts_data()
+    {
+        QTest::addColumn<QJsonObject>("value");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("italic");
+        QTest::newRow("plain") << plain("Gold:") << "Gold:" << false;
+        QTest::newRow("gold") << QJsonObject{{"Type", 1}, {"Info", 101}} << "123456" << false;
+        QTest::newRow("direction") << QJsonObject{{"Type", 1}, {"Info", 104}} << "Down" << false;
+        QTest::newRow("play time") << QJsonObject{{"Type", 1}, {"Info", 201}} << "00:00:00" << false;
+        QTest::newRow("party size") << QJsonObject{{"Type", 1}, {"Info", 100}} << "4" << false;
+        QTest::newRow("screen width") << QJsonObject{{"Type", 1}, {"Info", 4}} << "12345" << false;
+        QTest::newRow("switch") << QJsonObject{{"Type", 2}, {"ID", 3}, {"OffText", "AUS"}, {"OnText", "AN"}} << "AUS"
+                                << false;
+        QTest::newRow("switch, extended")
+            << QJsonObject{{"Type", 2}, {"OffText", QJsonObject{{"Type", 0}, {"Param", "P"}}}} << "[DYNAMIC]" << false;
+        QTest::newRow("variable") << QJsonObject{{"Type", 3}, {"ID", 14}} << "123" << false;
+        QTest::newRow("item count") << QJsonObject{{"Type", 6}, {"ItemType", 0}, {"ID", 7}} << "123" << false;
+        QTest::newRow("actor level") << QJsonObject{{"Type", 4}, {"ActorType", true}, {"ID", 1}, {"Info", 2}} << "123"
+                                     << false;
+        QTest::newRow("code") << QJsonObject{{"Type", 7}, {"Code", "return 1;"}, {"Display", "Wert: 1"}} << "Wert: 1"
+                              << false;
+        const QJsonObject actorName{{"Type", 4}, {"ActorType", true}, {"ID", 1}, {"Info", 0}};
+        QTest::newRow("actor name") << actorName << dynamicTextDisplay(actorName, nullptr) << true;
+        const QJsonObject mapName{{"Type", 1}, {"Info", 8}};
+        QTest::newRow("map name") << mapName << dynamicTextDisplay(mapName, nullptr) << true;
+    }
+
+    void previewTexts()
+    {
+        QFETCH(QJsonObject, value);
+        QFETCH(QString, shown);
+        QFETCH(bool, italic);
+        Editor editor;
+        auto* text = qobject_cast<UIComponentText*>(editor.load(textOf({{"Text", value}})));
+        QCOMPARE(text->displayText, shown);
+        QCOMPARE(text->dynamicLook, italic);
+        QCOMPARE(text->font.italic(), italic);
+        QVERIFY(!shown.isEmpty());
+    }
+
+    // Text in "Color" with "OutlineColor" around it; none with no outline;
+    // at half opacity the outline is even, never darker where the sixteen
+    // copies overlap.
+    void textAndOutlinePixels()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QJsonObject base{{"Text", plain("HOH")}, {"FontSize", 60}, {"Color", "#ff0000"},
+                               {"OutlineColor", "#0000ff"}, {"MaxWidth", 200}};
+        QJsonObject outlined = base;
+        outlined.insert("OutlineSize", 8);
+        QImage image = editor.render(textOf(outlined), 10);
+        Census seen = census(image, boxOf(editor.scene->components().value(0)));
+        QVERIFY2(seen.red > 300, qPrintable(QString::number(seen.red)));
+        QVERIFY2(seen.blue > 300, qPrintable(QString::number(seen.blue)));
+        QVERIFY(seen.darkestBlue > 240);
+
+        QJsonObject bare = base;
+        bare.insert("OutlineSize", 0);
+        image = editor.render(textOf(bare), 10);
+        seen = census(image, boxOf(editor.scene->components().value(0)));
+        QVERIFY(seen.red > 300);
+        QCOMPARE(seen.blue, 0);
+
+        QJsonObject half = outlined;
+        half.insert("OutlineOpacity", 50);
+        image = editor.render(textOf(half), 10);
+        seen = census(image, boxOf(editor.scene->components().value(0)));
+        QVERIFY(seen.blue > 300);
+        QVERIFY2(seen.darkestBlue <= 130, qPrintable(QString::number(seen.darkestBlue)));
+        QVERIFY(seen.darkestBlue >= 120);
+    }
+
+    // A text wider than "MaxWidth" is squeezed into the box, not cut off:
+    // the letter at its end still shows. Alignment 3 and up acts as right.
+    void squeezeAndAlignment()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QJsonObject squeezed{{"Text", plain("          H")}, {"FontSize", 40}, {"Color", "#ff0000"},
+                                   {"OutlineSize", 0}, {"MaxWidth", 10}};
+        QImage image = editor.render(textOf(squeezed), 10);
+        UIComponentBase* text = editor.scene->components().value(0);
+        QCOMPARE(text->width, 10);
+        Census seen = census(image, boxOf(text));
+        QVERIFY2(seen.red > 5, qPrintable(QString::number(seen.red)));
+        QVERIFY(seen.firstRedX >= boxOf(text).center().x());
+
+        QJsonObject right{{"Text", plain("H")}, {"FontSize", 40}, {"Color", "#ff0000"}, {"OutlineSize", 0},
+                          {"MaxWidth", 200}, {"Alignment", 3}};
+        image = editor.render(textOf(right), 10);
+        text = editor.scene->components().value(0);
+        seen = census(image, boxOf(text));
+        QVERIFY(seen.firstRedX > boxOf(text).left() + 150);
+        const QImage asRight = image;
+        right.insert("Alignment", 2);
+        QCOMPARE(editor.render(textOf(right), 10), asRight);
+        right.insert("Alignment", 0);
+        image = editor.render(textOf(right), 10);
+        QVERIFY(census(image, boxOf(text)).lastRedX < boxOf(text).left() + 50);
+    }
+
+    // The pixmap is made when the data or the zoom changes; painting only
+    // draws it. At zoom 2 the text covers twice the pixels.
+    void textFollowsTheZoom()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QJsonObject data{{"Text", plain("HOH")}, {"FontSize", 30}, {"Color", "#ff0000"}, {"OutlineSize", 0},
+                               {"MaxWidth", 100}};
+        const QImage one = editor.render(textOf(data, 150, 100), 10);
+        const int redOne = census(one, QRect(0, 0, one.width(), one.height())).red;
+        const QImage two = editor.render(textOf(data, 150, 100), 20);
+        const int redTwo = census(two, QRect(0, 0, two.width(), two.height())).red;
+        QVERIFY2(redTwo > 3 * redOne && redTwo < 5 * redOne, qPrintable(QStringLiteral("%1 %2").arg(redOne).arg(redTwo)));
+    }
+
+    // ---------------------------------------------------------------- text dialog
+
+    // A text made from the selector shows the dialog's defaults; the value
+    // typed in the dynamic text input, a font size and an alignment land in
+    // "TextData" with the other defaults, and come back from a reload.
+    void newTextFromTheSelector()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        const QPoint spot = editor.view->mapFromScene(QPointF(300, 200));
+        answering([&]() { QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
+                  {press("text"), Answer([](TrovDialog* dialog) {
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("FontSize")->text(), QStringLiteral("30"));
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineSize")->text(), QStringLiteral("4"));
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("Maximum_Width")->text(), QStringLiteral("200"));
+                       QCOMPARE(dialog->findChild<MyComboBox*>("Alignment")->currentIndex(), 1);
+                       MyDialogOpener* font = dialog->findChild<MyDialogOpener*>("FontFamily");
+                       QCOMPARE(font->value(), QStringLiteral("(Default)"));
+                       QVERIFY(font->isItalic());
+                       MyDialogOpener* text = dialog->findChild<MyDialogOpener*>("Text");
+                       QCOMPARE(text->value(), QStringLiteral("My Text"));
+                       QVERIFY(!text->isItalic());
+                       QTest::mouseClick(text, Qt::LeftButton);
+                   }),
+                   typing("Text", "Gold:"), press("confirmButton"),
+                   Answer([](TrovDialog* dialog) {
+                       QCOMPARE(dialog->findChild<MyDialogOpener*>("Text")->value(), QStringLiteral("Gold:"));
+                   }),
+                   typing("FontSize", "24"), choosing("Alignment", 0), typing("OutlineOpacity", "50"),
+                   press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        auto* text = qobject_cast<UIComponentText*>(editor.scene->components().at(0));
+        QVERIFY(text);
+        const QJsonObject made = text->data();
+        const QJsonObject expected{{"Text", plain("Gold:")}, {"FontFamily", ""},     {"FontSize", 24},
+                                   {"OutlineSize", 4},       {"Alignment", 0},       {"MaxWidth", 200},
+                                   {"Color", "#ffffff"},     {"OutlineColor", "#000000"}, {"OutlineOpacity", 50}};
+        QCOMPARE(made.value("TextData").toObject(), expected);
+        QCOMPARE(made.value("ScaleX").toDouble(), 1.0);
+        // A new text is 200 + 4 wide, the font's height + 4 high.
+        QFont font = hand;
+        font.setPixelSize(24);
+        QCOMPARE(text->width, 204);
+        QCOMPARE(text->height, int(QFontMetricsF(font).height() + 4));
+        QCOMPARE(text->displayText, QStringLiteral("Gold:"));
+
+        const QByteArray saved = QJsonDocument(editor.scene->toJson()).toJson();
+        editor.scene->clear();
+        editor.scene->loadFromJson(QJsonDocument::fromJson(saved).array());
+        QCOMPARE(editor.scene->components().at(0)->data(), made);
+    }
+
+    // The font picker opens on the project's fonts folder; the chosen file
+    // goes into "FontFamily" and the canvas draws the text in it. Back to
+    // "(Default)", the key is empty and the main font draws it again.
+    void fontFamilyFromThePicker()
+    {
+        Editor editor;
+        editor.projectData = withMainFont;
+        editor.load(textOf({{"Text", plain("Gold")}, {"FontSize", 30}, {"OutlineSize", 0}}));
+        auto pickRow = [](int row) {
+            return Answer([row](TrovDialog* dialog) {
+                UltimateTreeWidget* files = dialog->findChild<UltimateTreeWidget*>("fileList");
+                UltimateTree* tree = files->tree();
+                QTRY_VERIFY(tree->rowCount() > row);
+                UltimateTreeItem* item = tree->row(row);
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                   tree->mapFromScene(QPointF(60, item->y() + item->rowHeight() / 2.0)));
+            });
+        };
+        auto openFonts = Answer([](TrovDialog* dialog) {
+            QTest::mouseClick(dialog->findChild<MyDialogOpener*>("FontFamily"), Qt::LeftButton);
+        });
+        auto editText = [&](const QList<Answer>& answers) {
+            UltimateTree* tree = editor.list->tree();
+            answering([&]() {
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                   tree->mapFromScene(QPointF(40, tree->row(0)->y() + 10)));
+            },
+                      answers);
+        };
+        // Rows: "(Default)", Hand.ttf, Plain.ttf.
+        editText({openFonts, pickRow(2), Answer([](TrovDialog* dialog) {
+                      MyDialogOpener* font = dialog->findChild<MyDialogOpener*>("FontFamily");
+                      QCOMPARE(font->value(), QStringLiteral("Plain.ttf"));
+                      QVERIFY(!font->isItalic());
+                  }),
+                  press("confirmButton")});
+        auto* text = qobject_cast<UIComponentText*>(editor.scene->components().value(0));
+        QCOMPARE(text->data().value("TextData").toObject().value("FontFamily").toString(), QStringLiteral("Plain.ttf"));
+        QCOMPARE(text->font.family(), QStringLiteral("DejaVu Sans"));
+
+        editText({openFonts, pickRow(0), press("confirmButton")});
+        text = qobject_cast<UIComponentText*>(editor.scene->components().value(0));
+        QCOMPARE(text->data().value("TextData").toObject().value("FontFamily").toString(), QString());
+        QCOMPARE(text->font.family(), hand.family());
+    }
+
+    // ---------------------------------------------------------------- shape
+
+    // A rectangle fills exactly its box at every zoom, and nothing beside it.
+    void rectangleFillsItsBox_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("zoom 1") << 10;
+        QTest::newRow("zoom 2") << 20;
+    }
+
+    void rectangleFillsItsBox()
+    {
+        QFETCH(int, zoom);
+        const int f = zoom / 10;
+        Editor editor;
+        const QImage image =
+            editor.render(shapeOf({{"Width", 40}, {"Height", 30}, {"Color", "#ff0000"}}), zoom);
+        // Centre (100, 100): the box runs from (80, 85) to (119, 114) at zoom 1.
+        COMPARE_COLOR(image, 80 * f, 85 * f, Red);
+        COMPARE_COLOR(image, 120 * f - 1, 115 * f - 1, Red);
+        COMPARE_COLOR(image, 100 * f, 100 * f, Red);
+        COMPARE_COLOR(image, 80 * f - 1, 100 * f, Clear);
+        COMPARE_COLOR(image, 120 * f, 100 * f, Clear);
+        COMPARE_COLOR(image, 100 * f, 85 * f - 1, Clear);
+        COMPARE_COLOR(image, 100 * f, 115 * f, Clear);
+    }
+
+    // The outline lies inside the edge, as thick as "OutlineSize" times the
+    // zoom, at its opacity; the fill takes the rest.
+    void rectangleOutlineLiesInside_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("zoom 1") << 10;
+        QTest::newRow("zoom 2") << 20;
+    }
+
+    void rectangleOutlineLiesInside()
+    {
+        QFETCH(int, zoom);
+        const int f = zoom / 10;
+        Editor editor;
+        QImage image = editor.render(shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"},
+                                              {"OutlineColor", "#0000ff"}, {"OutlineSize", 5}}),
+                                     zoom);
+        // Box (80, 80) to (119, 119): the outline is x 80 to 84, the fill from 85.
+        COMPARE_COLOR(image, 80 * f, 100 * f, Blue);
+        COMPARE_COLOR(image, 85 * f - 1, 100 * f, Blue);
+        COMPARE_COLOR(image, 85 * f, 100 * f, Red);
+        COMPARE_COLOR(image, 115 * f - 1, 100 * f, Red);
+        COMPARE_COLOR(image, 115 * f, 100 * f, Blue);
+        COMPARE_COLOR(image, 100 * f, 80 * f, Blue);
+        COMPARE_COLOR(image, 100 * f, 100 * f, Red);
+        COMPARE_COLOR(image, 80 * f - 1, 100 * f, Clear);
+
+        // At half opacity the outline is half covering; the fill stays whole.
+        image = editor.render(shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"},
+                                       {"OutlineColor", "#0000ff"}, {"OutlineSize", 5}, {"OutlineOpacity", 50}}),
+                              zoom);
+        COMPARE_COLOR(image, 82 * f, 100 * f, QColor(0, 0, 255, 128));
+        COMPARE_COLOR(image, 100 * f, 100 * f, Red);
+    }
+
+    // A circle without outline has a pen of its own colour, so it reaches
+    // the box's edge; with an outline it has none. Corners stay empty.
+    void circleReachesItsEdgeOnlyWithoutOutline()
+    {
+        Editor editor;
+        QImage image = editor.render(shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"}, {"Shape", 1}}), 10);
+        COMPARE_COLOR(image, 100, 100, Red);
+        COMPARE_COLOR(image, 81, 81, Clear);
+        COMPARE_COLOR(image, 118, 118, Clear);
+        // The pen's half pixel beyond the ellipse's left and top edge.
+        QVERIFY(at(image, 79, 100).alpha() > 60);
+        QVERIFY(at(image, 100, 79).alpha() > 60);
+
+        image = editor.render(shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"}, {"Shape", 1},
+                                       {"OutlineSize", 4}, {"OutlineColor", "#0000ff"}}),
+                              20);
+        COMPARE_COLOR(image, 200, 200, Red);
+        // Zoom 2: the box runs from 160 to 239; the outline is 8 pixels.
+        COMPARE_COLOR(image, 164, 200, Blue);
+        COMPARE_COLOR(image, 200, 164, Blue);
+        COMPARE_COLOR(image, 158, 200, Clear);
+        COMPARE_COLOR(image, 163, 163, Clear);
+    }
+
+    // The edge cases: an outline thicker than half the shape leaves only the
+    // outline; "Shape" 2 draws nothing and can still be selected; an outline
+    // size the game gives at run time previews as none; the component's own
+    // opacity dims both layers.
+    void shapeEdgeCases()
+    {
+        Editor editor;
+        QImage image = editor.render(shapeOf({{"Width", 30}, {"Height", 60}, {"Color", "#ff0000"},
+                                              {"OutlineColor", "#0000ff"}, {"OutlineSize", 16}}),
+                                     10);
+        COMPARE_COLOR(image, 100, 100, Blue);
+        COMPARE_COLOR(image, 100, 75, Blue);
+
+        image = editor.render(shapeOf({{"Width", 60}, {"Height", 60}, {"Shape", 2}, {"OutlineSize", 5}}), 10);
+        for (int y = 65; y < 135; y += 3)
+            for (int x = 65; x < 135; x += 3)
+                QVERIFY(at(image, x, y).alpha() == 0);
+        UIComponentBase* nothing = editor.scene->components().value(0);
+        editor.scene->select(nullptr);
+        QTest::mouseClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          editor.view->mapFromScene(QPointF(100, 100)));
+        QCOMPARE(editor.scene->selectedComponent(), nothing);
+
+        image = editor.render(shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"},
+                                       {"OutlineSize", QJsonObject{{"Code", "return 3;"}, {"Type", 2}}}}),
+                              10);
+        COMPARE_COLOR(image, 80, 100, Red);
+
+        QJsonObject dimmed = shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"},
+                                      {"OutlineColor", "#0000ff"}, {"OutlineSize", 5}});
+        dimmed.insert("Opacity", 0.5);
+        image = editor.render(dimmed, 10);
+        // Half a red over half a blue: three quarters covered, two parts red
+        // to one part blue.
+        COMPARE_COLOR(image, 100, 100, QColor(170, 0, 85, 191));
+        COMPARE_COLOR(image, 81, 100, QColor(0, 0, 255, 128));
+    }
+
+    // A shape resized on the canvas keeps its size in its data object, next
+    // to every key it came with.
+    void shapeWritesItsSizeBack()
+    {
+        Editor editor;
+        const QJsonObject data{{"Width", 40},        {"Height", 40},      {"Shape", 1},
+                               {"OutlineSize", 3},   {"Color", "#202040"}, {"OutlineColor", "#c0c0ff"},
+                               {"OutlineOpacity", 75.25}, {"Future", "kept"}};
+        UIComponentBase* shape = editor.load(shapeOf(data));
+        shape->setWidth(70);
+        shape->setHeight(20);
+        QJsonObject expected = data;
+        expected.insert("Width", 70);
+        expected.insert("Height", 20);
+        QCOMPARE(shape->data().value("ShapeData").toObject(), expected);
+    }
+
+    // ---------------------------------------------------------------- shape dialog
+
+    // A shape made from the selector and edited in its dialog gets the keys
+    // of its kind, with the dialog's defaults for what the user left alone.
+    void newShapeFromTheSelector()
+    {
+        Editor editor;
+        const QPoint spot = editor.view->mapFromScene(QPointF(300, 200));
+        answering([&]() { QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
+                  {press("shape"), Answer([](TrovDialog* dialog) {
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("Width")->text(), QStringLiteral("100"));
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineSize")->text(), QStringLiteral("0"));
+                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineOpacity")->text(), QStringLiteral("100"));
+                       // No note of kept properties: the kind's box edits them.
+                       QVERIFY(!dialog->findChild<QWidget*>("keptNote"));
+                   }),
+                   typing("Width", "60"), choosing("Shape_Type", 1), typing("OutlineSize", "6"),
+                   typing("OutlineOpacity", "40"), press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        const QJsonObject made = editor.scene->components().at(0)->data();
+        const QJsonObject expected{{"Width", 60},          {"Height", 100},          {"Shape", 1},
+                                   {"OutlineSize", 6},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
+                                   {"OutlineOpacity", 40}};
+        QCOMPARE(made.value("ShapeData").toObject(), expected);
+        QCOMPARE(made.value("Name").toString(), QStringLiteral("Shape (ID 1)"));
+        QCOMPARE(editor.scene->components().at(0)->width, 60);
+
+        // Saved and loaded again, it is the same object.
+        const QJsonArray saved = editor.scene->toJson();
+        editor.scene->clear();
+        editor.scene->loadFromJson(QJsonArray::fromVariantList(
+            QJsonDocument::fromJson(QJsonDocument(saved).toJson()).array().toVariantList()));
+        QCOMPARE(editor.scene->components().at(0)->data(), made);
+    }
+
+    // Keys the dialog doesn't show are dropped, but the add-ons and their
+    // note pass through; a "Shape" value past the list stays unless chosen.
+    void shapeDialogKeepsAddonsAndDropsTheRest()
+    {
+        Editor editor;
+        const QJsonArray addons{QJsonObject{{"Type", 0}, {"Note", "A"}}};
+        editor.load(shapeOf({{"Width", 40}, {"Height", 40}, {"Shape", 2}, {"Addons", addons}, {"Note", "A"},
+                             {"Future", "dropped"}}));
+        answering([&]() {
+            QTest::mouseDClick(editor.list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                               editor.list->tree()->mapFromScene(
+                                   QPointF(40, editor.list->tree()->row(0)->y() + 10)));
+        },
+                  {press("confirmButton")});
+        const QJsonObject data = editor.scene->components().at(0)->data().value("ShapeData").toObject();
+        QCOMPARE(data.value("Addons"), QJsonValue(addons));
+        QCOMPARE(data.value("Note").toString(), QStringLiteral("A"));
+        QCOMPARE(data.value("Shape").toInt(), 2);
+        QVERIFY(!data.contains("Future"));
+    }
+};
+
+VELMORA_TEST_MAIN(TestTextShape, QApplication)
+#include "tst_textshape.moc"
