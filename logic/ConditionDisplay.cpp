@@ -108,7 +108,8 @@ QString conditionText(const QJsonObject& object, const QJsonObject* projectData)
     case Inventory:
         return inventoryText(object, projectData);
     case Other:
-        return label(otherChecks(), intOf(object, "Check"));
+        // Known but unnamed checks read as an empty text, not as an unknown kind.
+        return QStringLiteral("%1").arg(label(otherChecks(), intOf(object, "Check")));
     case Code:
         return tr("Eval: %1").arg(object.value(QStringLiteral("Code")).toString());
     case CustomParamExists:
