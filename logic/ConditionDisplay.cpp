@@ -3,6 +3,7 @@
 #include "logic/ConditionTables.h"
 #include "logic/DynamicValueDisplay.h"
 #include "logic/GameDataLabel.h"
+#include "logic/RMCodeInput.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/UltimateTreeItem.h"
 
@@ -111,7 +112,8 @@ QString conditionText(const QJsonObject& object, const QJsonObject* projectData)
         // Known but unnamed checks read as an empty text, not as an unknown kind.
         return QStringLiteral("%1").arg(label(otherChecks(), intOf(object, "Check")));
     case Code:
-        return tr("Eval: %1").arg(object.value(QStringLiteral("Code")).toString());
+        // Kept on one line, as the code's opener shows it.
+        return tr("Eval: %1").arg(RMCodeInput::singleLine(object.value(QStringLiteral("Code")).toString()));
     case CustomParamExists:
         return tr("%1 Exists?").arg(object.value(QStringLiteral("Param")).toString());
     case CustomParam:

@@ -14,7 +14,6 @@
 #include <QIntValidator>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QTimer>
 
 namespace {
 
@@ -174,11 +173,8 @@ void RMConditionDialog::finishForm(int width)
     // Cancel has a slot of its own.
     disconnect(cancelButton(), &QPushButton::clicked, this, &QDialog::reject);
     QMetaObject::connectSlotsByName(this);
-    finish(windowTitle(), width > 0 ? QSize(width, minimumSizeHint().height()) : QSize());
+    finish(windowTitle(), width > 0 ? QSize(width, sizeHint().height()) : QSize());
     updateConfirm();
-    // Fields that only show once a choice is made settle their heights
-    // after the first layout pass.
-    QTimer::singleShot(0, this, &TrovDialog::fixSize);
 }
 
 void RMConditionDialog::updateConfirm()

@@ -186,6 +186,8 @@ private slots:
         QTest::newRow("other out of range") << json(R"({"Type":8,"Check":7})") << "";
         QTest::newRow("code") << json(R"({"Type":9,"Code":"return $gameParty.size() > 1;"})")
                               << "Eval: return $gameParty.size() > 1;";
+        QTest::newRow("code on lines") << json(R"({"Type":9,"Code":"const n = 1;\nreturn n > 0;"})")
+                                       << "Eval: const n = 1; \u23CE return n > 0;";
         QTest::newRow("param exists") << json(R"({"Type":10,"Param":"Speed"})") << "Speed Exists?";
         QTest::newRow("param number") << json(R"({"Type":11,"Param":"Hp","IsString":false,"Op":4,"Value":7})")
                                       << "Hp < 7";

@@ -647,8 +647,8 @@ QJsonObject conditionSample(int type)
         R"j({"Type":9,"Code":"// Shown while the party is small.\nreturn $gameParty.size() < 3;"})j",
         R"j({"Type":10,"Param":"ShowQuest"})j",
         R"j({"Type":11,"Param":"Mood","IsString":true,"Op":1,"Value":"angry"})j",
-        R"j({"Type":12})j",
-        R"j({"Type":13})j",
+        R"j({"Type":12,"Number1":{"Type":4,"ActorType":false,"Index":1,"Info":3},"Op":2,"Number2":{"Type":3,"ID":2}})j",
+        R"j({"Type":13,"Text1":{"Info":8,"Type":1},"Op":1,"Text2":{"Text":"Harbor Town","Type":0}})j",
     };
     return QJsonDocument::fromJson(samples[qBound(0, type, 13)]).object();
 }
