@@ -173,7 +173,7 @@ void RMConditionDialog::finishForm(int width)
     // Cancel has a slot of its own.
     disconnect(cancelButton(), &QPushButton::clicked, this, &QDialog::reject);
     QMetaObject::connectSlotsByName(this);
-    finish(windowTitle(), width > 0 ? QSize(width, sizeHint().height()) : QSize());
+    finish(windowTitle(), QSize(width > 0 ? width : 320, sizeHint().height()));
     updateConfirm();
 }
 

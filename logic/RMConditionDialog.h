@@ -68,7 +68,7 @@ protected:
     void addRow(std::initializer_list<std::pair<QWidget*, int>> fields);
 
     // Adds the buttons, connects the slots by name and settles the size,
-    // with this width when given.
+    // 320 pixels wide unless a width is given.
     void finishForm(int width = 0);
 
     // The confirm button is enabled while every shown integer field is valid.
