@@ -2,6 +2,7 @@
 
 #include "app/HudDocument.h"
 #include "components/ComponentKinds.h"
+#include "logic/ConditionDisplay.h"
 #include "logic/DynamicValueDisplay.h"
 #include "logic/RMActorSelector.h"
 #include "logic/VelmoTextInputExtend.h"
@@ -133,6 +134,22 @@ void writeData(const QJsonObject& data, const QJsonObject* projectData, const QS
     }
 }
 
+// A component's display conditions, one line each with its one-line text.
+void writeConditions(const QJsonObject& component, const QJsonObject* projectData, const QString& indent,
+                     QTextStream& out)
+{
+    const QJsonValue conditions = component.value(QStringLiteral("Conditions"));
+    if (conditions.isUndefined())
+        return;
+    if (!conditions.isArray()) {
+        out << indent << "- Conditions: (not a list of conditions)\n";
+        return;
+    }
+    int number = 0;
+    for (const QJsonValue& condition : conditions.toArray())
+        out << indent << "- Condition " << ++number << ": " << conditionEntryText(condition, projectData) << "\n";
+}
+
 QString sizeText(const QJsonObject& component, const ComponentKinds::Kind* kind)
 {
     if (!kind)
@@ -169,6 +186,7 @@ void writeComponents(const QJsonArray& components, const QJsonObject* projectDat
             << component.value(QStringLiteral("X")).toInt(0) << ", " << component.value(QStringLiteral("Y")).toInt(0)
             << sizeText(component, kind) << "\n";
         const QString inner = indent + QStringLiteral("  ");
+        writeConditions(component, projectData, inner, out);
         // The kind's own data object first; a kind this program doesn't know
         // shows every data object it has.
         if (kind) {

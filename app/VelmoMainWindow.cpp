@@ -15,6 +15,7 @@
 #include "app/WindowPlacement.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "logic/DynamicValueSelector.h"
+#include "logic/RMConditionList.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -93,6 +94,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     VelmoTextInputExtend::install(lifecycle->data());
     // The component dialogs open and show dynamic texts and numbers through these.
     DynamicValueSelector::install(lifecycle->data());
+    // Every opener of conditions runs the condition list and shows its text.
+    RMConditionList::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
     BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
     ProjectFonts::setFolderHook([this]() {
@@ -155,6 +158,7 @@ VelmoMainWindow::~VelmoMainWindow()
         // The dynamic input reads this window's project data, which goes with it.
         VelmoTextInputExtend::install(nullptr);
         DynamicValueSelector::install(nullptr);
+        RMConditionList::install(nullptr);
     }
 }
 

@@ -6,7 +6,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${VELMORA_BUILD:-$root/build}"
 runs="${1:-5}"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers >/dev/null
+cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers velmora-bench-conditions >/dev/null
 
 echo "== The program's list: 5,000 rows (ms)"
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-tree" "$runs"
@@ -25,6 +25,9 @@ QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-codeinput"
 echo
 echo "== A property dialog with 200 animations and 200 custom properties: from the double-click (ms, median of $runs runs)"
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-dialog" "$runs"
+echo
+echo "== The condition list with 500 conditions of every kind (ms, median of $runs runs)"
+QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-conditions" "$runs"
 echo
 echo "== The game-data pickers on a project of 10,000 entries per table (ms, median of $runs runs)"
 pickers="$build/bench-projects/n10000-10x50"

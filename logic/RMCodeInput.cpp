@@ -65,7 +65,8 @@ RMCodeInput::RMCodeInput(QString* codeText, bool* accepted, int* sizeIndex, QWid
 
     // The editor shows the built-in colours, whatever a syntax export put over them.
     BaseHighlighter::applySyntaxColors(QJsonObject());
-    code->setPlainText(*target);
+    if (target)
+        code->setPlainText(*target);
     code->setLanguageMode(HaxeCodeEdit::JavaScript);
     *this->sizeIndex = bounded(*this->sizeIndex);
     sizeButton->setText(sizeName(*this->sizeIndex));
@@ -163,8 +164,14 @@ void RMCodeInput::on_sizeButton_clicked()
 
 void RMCodeInput::on_confirmButton_clicked()
 {
-    *target = code->toPlainText();
+    keepCode(code->toPlainText());
     acceptChoice();
+}
+
+void RMCodeInput::keepCode(const QString& text)
+{
+    if (target)
+        *target = text;
 }
 
 void RMCodeInput::on_cancelButton_clicked()

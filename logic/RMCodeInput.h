@@ -22,7 +22,8 @@ public:
     // this on a lower screen.
     static const int TallSizeScreenHeight = 800;
 
-    // code is read and, on confirmation, written; sizeIndex is the caller's
+    // code is read and, on confirmation, written (a null code starts empty
+    // and leaves the result to keepCode); sizeIndex is the caller's
     // remembered size (0 to 3), read at opening and written on every change.
     // The title is "Text Input Code" unless the caller sets another.
     RMCodeInput(QString* code, bool* accepted, int* sizeIndex, QWidget* parent);
@@ -59,6 +60,9 @@ private slots:
 
 protected:
     void firstShown() override;
+    // Where confirmed code goes: the caller's string unless a dialog that
+    // holds its code elsewhere takes it.
+    virtual void keepCode(const QString& text);
 
 private:
     int screenHeight() const;

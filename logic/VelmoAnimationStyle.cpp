@@ -116,8 +116,6 @@ void VelmoAnimationStyle::on_Code_clicked()
 
 void VelmoAnimationStyle::on_Other_clicked()
 {
-    // Layer until the condition dialogs install their hook: without it the
-    // opener keeps showing the list it has, and the list stays as it is.
     if (UIComponentBaseDialog::openConditions)
         UIComponentBaseDialog::openConditions(componentDialogAbove(parentWidget()), OtherField, &otherConditions,
                                               this);

@@ -28,18 +28,7 @@ void describe(QWidget* field, const QString& title, const QString& description)
 
 }
 
-// Layer until the conditions install their own text: how many conditions
-// the component has, "None" in italics for none.
-UIComponentBaseDialog::ConditionsText UIComponentBaseDialog::showConditions =
-    [](MyDialogOpener* opener, const QJsonArray& conditions) {
-        opener->setItalic(conditions.isEmpty());
-        if (conditions.isEmpty())
-            opener->setValue(tr("None"));
-        else if (conditions.size() == 1)
-            opener->setValue(tr("1 Condition"));
-        else
-            opener->setValue(tr("%1 Conditions").arg(conditions.size()));
-    };
+UIComponentBaseDialog::ConditionsText UIComponentBaseDialog::showConditions;
 UIComponentBaseDialog::ConditionsOpener UIComponentBaseDialog::openConditions;
 UIComponentBaseDialog::DynamicValueOpener UIComponentBaseDialog::openDynamicValue;
 UIComponentBaseDialog::DynamicValueText UIComponentBaseDialog::showDynamicValue;

@@ -4,6 +4,7 @@
 #include "logic/GameDataList.h"
 #include "logic/RMActorSelector.h"
 #include "logic/RMCodeInput.h"
+#include "logic/RMConditionList.h"
 #include "logic/RMDatabaseItemSelector.h"
 #include "logic/SwitchSelector.h"
 #include "logic/VelmoAnimationStyle.h"
@@ -674,8 +675,8 @@ private slots:
         QCOMPARE(basic, (QJsonObject{{"Type", 0}, {"RunType", 3}}));
     }
 
-    // Without the condition dialogs the "Other" opener shows the count and
-    // leaves the list alone; with their hook, the hook edits the list.
+    // Without the condition hooks the "Other" opener shows the count and
+    // leaves the list alone; with them, the hook edits the list.
     void runTypeOtherConditions()
     {
         const QJsonArray three{QJsonObject{{"Type", 0}}, QJsonObject{{"Type", 5}}, QJsonObject{{"Type", 9}}};
@@ -683,13 +684,15 @@ private slots:
         bool accepted = false;
         {
             VelmoAnimationStyle dialog(&object, &accepted, nullptr, nullptr);
-            QCOMPARE(dialog.other()->value(), QStringLiteral("3 Conditions"));
+            QCOMPARE(dialog.other()->value(), QStringLiteral("3 Other Conditions"));
             showDialog(&dialog);
             QTest::mouseClick(dialog.other(), Qt::LeftButton);
             QCOMPARE(dialog.conditions(), three);
             QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
             QCOMPARE(object, (QJsonObject{{"Type", 3}, {"Conditions", three}}));
         }
+        QJsonObject noData;
+        RMConditionList::install(&noData);
         UIComponentBaseDialog::openConditions = [](UIComponentBaseDialog*, MyDialogOpener* opener,
                                                    QJsonArray* conditions, QWidget*) {
             conditions->removeLast();
@@ -701,6 +704,7 @@ private slots:
         QCOMPARE(dialog.other()->value(), QStringLiteral("2 Conditions"));
         QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
         QCOMPARE(object.value("Conditions").toArray().size(), 2);
+        RMConditionList::install(nullptr);
     }
 
     void actorDisplay()

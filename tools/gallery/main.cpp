@@ -3,6 +3,7 @@
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
 //                        [--dialog selector|TYPE]
 //                        [--picker color|image|font|easing|switch|variable|database|code|actor|dynamic|runtype
+//                                  |conditions|condition-chooser|condition:TYPE
 //                                  |text[:TYPE]|number[:TYPE]]
 //                        [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
@@ -13,8 +14,11 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/UIComponentBaseDialog.h"
 #include "components/VelmoUISelector.h"
+#include "logic/OpenConditionDialog.h"
 #include "logic/RMActorSelector.h"
 #include "logic/RMCodeInput.h"
+#include "logic/RMCondition.h"
+#include "logic/RMConditionList.h"
 #include "logic/RMDatabaseItemSelector.h"
 #include "logic/RMNumberSelector.h"
 #include "logic/RMTextSelector.h"
@@ -631,6 +635,28 @@ QJsonObject dynamicSample(const QString& which)
     return QJsonDocument::fromJson(samples[qBound(0, type, 9)]).object();
 }
 
+// A condition of one "Type", as a user might have made it.
+QJsonObject conditionSample(int type)
+{
+    const QByteArray samples[] = {
+        R"j({"Type":0,"ID":1,"Value":true})j",
+        R"j({"Type":1,"ID":2,"Op":3,"Value":100})j",
+        R"j({"Type":2,"ActorType":true,"Actor":1,"Check":3,"ID":2})j",
+        R"j({"Type":3,"EnemyType":false,"Enemy":2,"Check":1,"ID":1})j",
+        R"j({"Type":4,"State":8})j",
+        R"j({"Type":5,"Op":3,"Value":500})j",
+        R"j({"Type":6,"Key":0,"State":2})j",
+        R"j({"Type":7,"Check":0,"ID":1})j",
+        R"j({"Type":8,"Check":1})j",
+        R"j({"Type":9,"Code":"// Shown while the party is small.\nreturn $gameParty.size() < 3;"})j",
+        R"j({"Type":10,"Param":"ShowQuest"})j",
+        R"j({"Type":11,"Param":"Mood","IsString":true,"Op":1,"Value":"angry"})j",
+        R"j({"Type":12,"Number1":{"Type":4,"ActorType":false,"Index":1,"Info":3},"Op":2,"Number2":{"Type":3,"ID":2}})j",
+        R"j({"Type":13,"Text1":{"Info":8,"Type":1},"Op":1,"Text2":{"Text":"Harbor Town","Type":0}})j",
+    };
+    return QJsonDocument::fromJson(samples[qBound(0, type, 13)]).object();
+}
+
 // The game-data pickers on the project's database; false for a name that
 // isn't one of them.
 bool runGameDataPicker(const QString& picker, QWidget* parent)
@@ -658,6 +684,17 @@ bool runGameDataPicker(const QString& picker, QWidget* parent)
     } else if (picker == QLatin1String("runtype")) {
         QJsonObject runType{{"Type", 0}, {"RunType", 2}};
         VelmoAnimationStyle(&runType, &accepted, &projectData, parent).exec();
+    } else if (picker == QLatin1String("conditions")) {
+        QJsonArray conditions;
+        for (const int type : {0, 5, 2, 12, 9, 7})
+            conditions.append(conditionSample(type));
+        RMConditionList(&conditions, &accepted, &projectData, parent).exec();
+    } else if (picker == QLatin1String("condition-chooser")) {
+        QJsonObject condition;
+        RMCondition(&condition, &accepted, &projectData, parent).exec();
+    } else if (picker.startsWith(QLatin1String("condition:"))) {
+        QJsonObject condition = conditionSample(picker.section(QLatin1Char(':'), 1).toInt());
+        openConditionDialog(&condition, &accepted, parent, &projectData);
     } else if (picker.startsWith(QLatin1String("text"))) {
         QJsonObject value = dynamicSample(picker);
         RMTextSelector(&value, &accepted, &projectData, parent).exec();
@@ -686,8 +723,10 @@ int main(int argc, char** argv)
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("picker"),
                       QStringLiteral("Open a picker over the gallery: color, image, font, easing, switch, variable, "
-                                     "database, code, actor, dynamic, runtype, or the dynamic text or number "
-                                     "input (text, number, with :TYPE for a value of that \"Type\")."),
+                                     "database, code, actor, dynamic, runtype, the dynamic text or number "
+                                     "input (text, number, with :TYPE for a value of that \"Type\"), the "
+                                     "condition list (conditions), its chooser (condition-chooser) or a kind's "
+                                     "dialog (condition:TYPE)."),
                       QStringLiteral("kind")});
     parser.addOption({QStringLiteral("project"),
                       QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),

@@ -1,0 +1,654 @@
+#include "TestEnvironment.h"
+#include "logic/ConditionDisplay.h"
+#include "logic/OpenConditionDialog.h"
+#include "logic/RMCondition.h"
+#include "logic/RMConditionList.h"
+#include "logic/RMCondition_Code.h"
+#include "logic/VelmoAnimationStyle.h"
+#include "logic/VelmoTextInputExtend.h"
+#include "scene/UIComponentBaseDialog.h"
+#include "widgets/HaxeCodeEdit.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyEitherBox.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPopup.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMenu>
+#include <QPushButton>
+#include <QStackedWidget>
+
+using TestEnvironment::Answer;
+using TestEnvironment::answering;
+using TestEnvironment::press;
+
+namespace {
+
+QJsonArray records(const QString& prefix, int count)
+{
+    QJsonArray all{QJsonValue()};
+    for (int i = 1; i <= count; ++i)
+        all.append(QJsonObject{{"id", i}, {"name", QStringLiteral("%1 %2").arg(prefix).arg(i)}});
+    return all;
+}
+
+QJsonObject gameData()
+{
+    return {{"System.json", QJsonObject{{"switches", QJsonArray{QString(), "Show HUD", "Boss Fight"}},
+                                        {"variables", QJsonArray{QString(), "Gold Goal", "Steps"}}}},
+            {"Actors.json", records("Hero", 3)},     {"Classes.json", records("Class", 3)},
+            {"Skills.json", records("Skill", 3)},    {"Weapons.json", records("Sword", 3)},
+            {"Armors.json", records("Cap", 3)},      {"States.json", records("State", 3)},
+            {"Enemies.json", records("Slime", 3)},   {"Items.json", records("Potion", 3)}};
+}
+
+QJsonObject json(const char* text)
+{
+    return QJsonDocument::fromJson(QByteArray(text)).object();
+}
+
+template <class T>
+T* field(QWidget* dialog, const char* name)
+{
+    T* found = dialog->findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no field %s", name);
+    return found;
+}
+
+// Picks a row of a combo through its popup, by keys as a user does.
+void choose(MyComboBox* combo, int row)
+{
+    QTest::mouseClick(combo, Qt::LeftButton);
+    QTRY_VERIFY(combo->popup());
+    for (int i = combo->currentIndex(); i < row; ++i)
+        QTest::keyClick(combo->popup(), Qt::Key_Down);
+    for (int i = combo->currentIndex(); i > row; --i)
+        QTest::keyClick(combo->popup(), Qt::Key_Up);
+    QTest::keyClick(combo->popup(), Qt::Key_Return);
+    QTRY_COMPARE(combo->currentIndex(), row);
+}
+
+void retype(MyLineEdit* edit, const QString& text)
+{
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(edit, text);
+}
+
+QStringList rowTexts(UltimateTreeWidget* list)
+{
+    QStringList all;
+    for (int i = 0; i < list->tree()->rowCount(); ++i)
+        all.append(list->tree()->row(i)->text(0));
+    return all;
+}
+
+void clickRow(UltimateTreeWidget* list, int index, bool twice = false)
+{
+    UltimateTreeItem* row = list->tree()->row(index);
+    list->ensureRowVisible(row);
+    const QPoint at = list->tree()->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0));
+    if (twice)
+        QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    else
+        QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+}
+
+void showDialog(QDialog* dialog)
+{
+    dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(dialog));
+    QTest::qWait(20);
+}
+
+}
+
+class TestConditions : public QObject
+{
+    Q_OBJECT
+
+    QJsonObject data = gameData();
+
+    // Runs a kind's dialog on object: act does what the user does in it,
+    // then confirm is clicked. Returns whether it was confirmed.
+    bool runKind(QJsonObject* object, const Answer& act, bool confirm = true)
+    {
+        bool accepted = false;
+        answering([&]() { openConditionDialog(object, &accepted, nullptr, &data); },
+                  {[&](TrovDialog* dialog) {
+                       act(dialog);
+                       if (confirm)
+                           press("confirmButton")(dialog);
+                       else
+                           press("cancelButton")(dialog);
+                   }});
+        return accepted;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        // Extendable fields keep their extension objects only with the
+        // dynamic input registered, as the running program has it.
+        VelmoTextInputExtend::install(&data);
+    }
+
+    void cleanup()
+    {
+        RMConditionList::install(nullptr);
+        QApplication::clipboard()->clear();
+    }
+
+    // ------------------------------------------------------------ texts
+
+    void conditionTexts_data()
+    {
+        QTest::addColumn<QJsonObject>("condition");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("switch on") << json(R"({"Type":0,"ID":1,"Value":true})") << "[0001] Show HUD is ON";
+        QTest::newRow("switch not in the data") << json(R"({"Type":0,"ID":40})") << "[0040]  is OFF";
+        QTest::newRow("variable") << json(R"({"Type":1,"ID":2,"Op":3,"Value":50})") << "[0002] Steps \u2265 50";
+        QTest::newRow("variable extended")
+            << json(R"({"Type":1,"ID":1,"Op":1,"Value":{"Type":0,"Param":"Goal"}})") << "[0001] Gold Goal \u2260 0";
+        QTest::newRow("actor skill") << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":3,"ID":2})")
+                                     << "[0001] Hero 1 Has Skill: [0002] Skill 2";
+        QTest::newRow("actor named") << json(R"({"Type":2,"ActorType":true,"Actor":2,"Check":1,"Name":"Bob"})")
+                                     << "[0002] Hero 2 Is Named:";
+        QTest::newRow("party member state") << json(R"({"Type":2,"ActorType":false,"Actor":3,"Check":6,"ID":9})")
+                                            << "Party Member #3 Has State: [0009] ";
+        QTest::newRow("party position extended")
+            << json(R"({"Type":2,"ActorType":false,"Actor":{"Type":1,"ID":2},"Check":0})")
+            << "Party Member #0 Exists/In Party";
+        QTest::newRow("actor type missing") << json(R"({"Type":2,"Actor":2,"Check":4,"ID":1})")
+                                            << "Party Member #2 Has Weapon: [0001] Sword 1";
+        QTest::newRow("enemy state") << json(R"({"Type":3,"EnemyType":true,"Enemy":2,"Check":1,"ID":3})")
+                                     << "[0002] Slime 2 Has State: [0003] State 3";
+        QTest::newRow("troop member") << json(R"({"Type":3,"EnemyType":false,"Enemy":4,"Check":0})")
+                                      << "Troop Member #4 Exists/In Troop";
+        QTest::newRow("player") << json(R"({"Type":4,"State":8})") << "Player is looking Up";
+        QTest::newRow("player default") << json(R"({"Type":4})") << "Player is looking Down";
+        QTest::newRow("gold") << json(R"({"Type":5,"Op":5,"Value":100})") << "Gold > 100";
+        QTest::newRow("gold extended") << json(R"({"Type":5,"Op":0,"Value":{"Type":2,"Code":"return 1;"}})")
+                                       << "Gold = 0";
+        QTest::newRow("gold bad operator") << json(R"({"Type":5,"Op":9,"Value":3})") << "Gold  3";
+        QTest::newRow("button") << json(R"({"Type":6,"Key":2,"State":2})") << "Shift Button Was Just Pressed";
+        QTest::newRow("inventory weapon") << json(R"({"Type":7,"Check":1,"ID":2})") << "Party has [0002] Sword 2";
+        QTest::newRow("inventory item missing") << json(R"({"Type":7,"ID":77})") << "Party has [0077] ";
+        QTest::newRow("other") << json(R"({"Type":8,"Check":3})") << "Party Overlaps Component?";
+        QTest::newRow("other out of range") << json(R"({"Type":8,"Check":7})") << "";
+        QTest::newRow("code") << json(R"({"Type":9,"Code":"return $gameParty.size() > 1;"})")
+                              << "Eval: return $gameParty.size() > 1;";
+        QTest::newRow("code on lines") << json(R"({"Type":9,"Code":"const n = 1;\nreturn n > 0;"})")
+                                       << "Eval: const n = 1; \u23CE return n > 0;";
+        QTest::newRow("param exists") << json(R"({"Type":10,"Param":"Speed"})") << "Speed Exists?";
+        QTest::newRow("param number") << json(R"({"Type":11,"Param":"Hp","IsString":false,"Op":4,"Value":7})")
+                                      << "Hp < 7";
+        QTest::newRow("param text") << json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":1,"Value":"sad"})")
+                                    << "Mood \u2260 sad";
+        QTest::newRow("numbers")
+            << json(R"({"Type":12,"Number1":{"ActorType":false,"Index":1,"Info":3,"Type":4},"Op":2,
+                        "Number2":{"Number":100,"Type":0}})")
+            << "Actor HP \u2264 100";
+        QTest::newRow("numbers nested")
+            << json(R"({"Type":12,"Number1":{"Type":3,"ID":2},"Op":4,
+                        "Number2":{"Type":8,"Op":0,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":5}}})")
+            << "[0002] Steps < [0001] Gold Goal (+) 5";
+        QTest::newRow("texts") << json(R"({"Type":13,"Text1":{"Info":8,"Type":1},"Op":0,
+                                           "Text2":{"Text":"My Map","Type":0}})")
+                               << "Map Name = My Map";
+        QTest::newRow("texts bad operator") << json(R"({"Type":13,"Text1":{"Type":0,"Text":"a"},"Op":3,
+                                                        "Text2":{"Type":0,"Text":"b"}})")
+                                            << "a  b";
+    }
+
+    void conditionTexts()
+    {
+        QFETCH(QJsonObject, condition);
+        QFETCH(QString, text);
+        QCOMPARE(conditionText(condition, &data), text);
+        QCOMPARE(conditionEntryText(condition, &data), text);
+    }
+
+    // What the program can't read is named as such, never guessed at.
+    void entriesThatAreNoConditions()
+    {
+        QVERIFY(conditionText(json(R"({"Type":14})"), &data).isNull());
+        QVERIFY(conditionText(json(R"({"Type":-1})"), &data).isNull());
+        QVERIFY(conditionText(json(R"({"ID":1})"), &data).isNull());
+        QCOMPARE(conditionEntryText(json(R"({"Type":99})"), &data), QStringLiteral("(unknown condition)"));
+        QCOMPARE(conditionEntryText(QJsonValue(5), &data), QStringLiteral("(not a condition)"));
+        QCOMPARE(conditionEntryText(QJsonValue(QJsonArray{1}), nullptr), QStringLiteral("(not a condition)"));
+        // Without a project the names are empty, not missing.
+        QCOMPARE(conditionText(json(R"({"Type":0,"ID":1,"Value":true})"), nullptr), QStringLiteral("[0001]  is ON"));
+
+        UltimateTreeItem row;
+        row.setText(0, QStringLiteral("kept"));
+        conditionDisplay(&row, json(R"({"Type":20})"), &data);
+        QCOMPARE(row.text(0), QStringLiteral("kept"));
+        conditionDisplay(&row, json(R"({"Type":10,"Param":"P"})"), &data);
+        QCOMPARE(row.text(0), QStringLiteral("P Exists?"));
+    }
+
+    void openerText()
+    {
+        MyDialogOpener opener;
+        showConditionList(&opener, QJsonArray(), &data);
+        QCOMPARE(opener.value(), QStringLiteral("None"));
+        QVERIFY(opener.isItalic());
+        showConditionList(&opener, QJsonArray{json(R"({"Type":5,"Op":3,"Value":10})")}, &data);
+        QCOMPARE(opener.value(), QStringLiteral("Gold \u2265 10"));
+        QVERIFY(!opener.isItalic());
+        showConditionList(&opener, QJsonArray{json(R"({"Type":8})"), json(R"({"Type":9})")}, &data);
+        QCOMPARE(opener.value(), QStringLiteral("2 Conditions"));
+        QVERIFY(!opener.isItalic());
+    }
+
+    // ------------------------------------------------------------ kind dialogs
+
+    void switchAndVariable()
+    {
+        QJsonObject object{{"Type", 0}};
+        QVERIFY(runKind(&object, [](TrovDialog*) {}));
+        QCOMPARE(object, json(R"({"Type":0,"ID":1,"Value":false})"));
+        object = QJsonObject{{"Type", 0}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) { QTest::mouseClick(field<MyEitherBox>(d, "SwitchValue"), Qt::LeftButton); }));
+        QCOMPARE(object, json(R"({"Type":0,"ID":1,"Value":true})"));
+
+        object = QJsonObject{{"Type", 1}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            choose(field<MyComboBox>(d, "Operator"), 5);
+            retype(field<MyLineEdit>(d, "Value"), QStringLiteral("-12"));
+        }));
+        QCOMPARE(object, json(R"({"Type":1,"ID":1,"Op":5,"Value":-12})"));
+    }
+
+    // A position past the field's range holds the confirm button back.
+    void invalidNumberBlocksConfirm()
+    {
+        QJsonObject object{{"Type", 2}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QTest::mouseClick(field<MyEitherBox>(d, "ActorType"), Qt::LeftButton);
+            retype(field<MyLineEdit>(d, "PartyIndex"), QStringLiteral("600"));
+            QVERIFY(!field<QPushButton>(d, "confirmButton")->isEnabled());
+            // Back to a database actor the position doesn't count.
+            QTest::mouseClick(field<MyEitherBox>(d, "ActorType"), Qt::LeftButton);
+            QVERIFY(field<QPushButton>(d, "confirmButton")->isEnabled());
+            QTest::mouseClick(field<MyEitherBox>(d, "ActorType"), Qt::LeftButton);
+            retype(field<MyLineEdit>(d, "PartyIndex"), QStringLiteral("4"));
+            QVERIFY(field<QPushButton>(d, "confirmButton")->isEnabled());
+        }));
+        QCOMPARE(object, json(R"({"Type":2,"ActorType":false,"Actor":4,"Check":0})"));
+    }
+
+    void actorChecks_data()
+    {
+        QTest::addColumn<int>("check");
+        QTest::addColumn<QJsonObject>("expected");
+        QTest::newRow("exists") << 0 << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":0})");
+        QTest::newRow("named") << 1 << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":1,"Name":"Zed"})");
+        for (int check = 2; check <= 6; ++check)
+            QTest::newRow(qPrintable(QStringLiteral("record %1").arg(check)))
+                << check << QJsonObject{{"Type", 2}, {"ActorType", true}, {"Actor", 1}, {"Check", check}, {"ID", 1}};
+    }
+
+    void actorChecks()
+    {
+        QFETCH(int, check);
+        QFETCH(QJsonObject, expected);
+        QJsonObject object{{"Type", 2}};
+        QVERIFY(runKind(&object, [check](TrovDialog* d) {
+            QVERIFY(field<QWidget>(d, "blankSpace")->isVisible());
+            choose(field<MyComboBox>(d, "DataToCheck"), check);
+            if (check == 1)
+                QTest::keyClicks(field<MyLineEdit>(d, "Name"), QStringLiteral("Zed"));
+            // Only the field of the chosen check shows.
+            const char* const names[] = {"blankSpace", "Name", "Class", "Skill", "Weapon", "Armor", "State"};
+            for (int index = 0; index < 7; ++index)
+                QCOMPARE(field<QWidget>(d, names[index])->isVisible(), index == check);
+        }));
+        QCOMPARE(object, expected);
+    }
+
+    void partyMemberAndTroopMember()
+    {
+        QJsonObject object{{"Type", 2}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QTest::mouseClick(field<MyEitherBox>(d, "ActorType"), Qt::LeftButton);
+            QVERIFY(field<MyLineEdit>(d, "PartyIndex")->isVisible());
+            QVERIFY(!field<MyDialogOpener>(d, "DatabaseActors")->isVisible());
+            retype(field<MyLineEdit>(d, "PartyIndex"), QStringLiteral("3"));
+        }));
+        QCOMPARE(object, json(R"({"Type":2,"ActorType":false,"Actor":3,"Check":0})"));
+
+        object = QJsonObject{{"Type", 3}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QTest::mouseClick(field<MyEitherBox>(d, "EnemyType"), Qt::LeftButton);
+            retype(field<MyLineEdit>(d, "TroopIndex"), QStringLiteral("2"));
+            choose(field<MyComboBox>(d, "DataToCheck"), 1);
+            QVERIFY(field<MyDialogOpener>(d, "State")->isVisible());
+        }));
+        QCOMPARE(object, json(R"({"Type":3,"EnemyType":false,"Enemy":2,"Check":1,"ID":1})"));
+        object = QJsonObject{{"Type", 3}};
+        QVERIFY(runKind(&object, [](TrovDialog*) {}));
+        QCOMPARE(object, json(R"({"Type":3,"EnemyType":true,"Enemy":1,"Check":0})"));
+    }
+
+    void comboKinds_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("combo");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QList<int>>("values");
+        QTest::newRow("player") << 4 << "PlayerState" << "State" << QList<int>{2, 4, 6, 8};
+        QTest::newRow("button") << 6 << "Button" << "Key" << QList<int>{0, 1, 2, 3, 4, 5, 6};
+        QTest::newRow("button state") << 6 << "ButtonState" << "State" << QList<int>{0, 1, 2, 3};
+        QTest::newRow("inventory") << 7 << "DataToCheck" << "Check" << QList<int>{0, 1, 2};
+        QTest::newRow("other") << 8 << "OtherConditions" << "Check" << QList<int>{0, 1, 2, 3};
+    }
+
+    // Every choice of the kinds made of combos comes back under its key,
+    // with the kind's other keys at their defaults and nothing more.
+    void comboKinds()
+    {
+        QFETCH(int, type);
+        QFETCH(QString, combo);
+        QFETCH(QString, key);
+        QFETCH(QList<int>, values);
+        const QByteArray name = combo.toLatin1();
+        for (int index = 0; index < values.size(); ++index) {
+            QJsonObject object{{"Type", type}};
+            QVERIFY(runKind(&object, [&](TrovDialog* d) { choose(field<MyComboBox>(d, name.constData()), index); }));
+            QJsonObject expected{{"Type", type}, {key, values.at(index)}};
+            if (type == 6)
+                expected.insert(key == QLatin1String("Key") ? "State" : "Key", 0);
+            if (type == 7)
+                expected.insert("ID", 1);
+            QCOMPARE(object, expected);
+        }
+    }
+
+    void textKinds()
+    {
+        QJsonObject object{{"Type", 10}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) { QTest::keyClicks(field<MyLineEdit>(d, "ParamName"), "Speed"); }));
+        QCOMPARE(object, json(R"({"Type":10,"Param":"Speed"})"));
+
+        // An empty name is stored as it is.
+        object = QJsonObject{{"Type", 11}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) { choose(field<MyComboBox>(d, "Operator"), 3); }));
+        QCOMPARE(object, json(R"({"Type":11,"Param":"","IsString":false,"Op":3,"Value":0})"));
+
+        object = QJsonObject{{"Type", 11}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QTest::keyClicks(field<MyLineEdit>(d, "ParamName"), "Mood");
+            QTest::mouseClick(field<MyEitherBox>(d, "NumOrString"), Qt::LeftButton);
+            QVERIFY(field<MyLineEdit>(d, "StringValue")->isVisible());
+            QVERIFY(!field<MyLineEdit>(d, "Value")->isVisible());
+            QCOMPARE(field<MyComboBox>(d, "StrOperator")->count(), 2);
+            choose(field<MyComboBox>(d, "StrOperator"), 1);
+            QTest::keyClicks(field<MyLineEdit>(d, "StringValue"), "sad");
+        }));
+        QCOMPARE(object, json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":1,"Value":"sad"})"));
+    }
+
+    // A text comparison whose operator a number would use opens on "=".
+    void customParamOperatorFallsBack()
+    {
+        QJsonObject object = json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":4,"Value":"x"})");
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QCOMPARE(field<MyComboBox>(d, "StrOperator")->currentIndex(), 0);
+        }));
+        QCOMPARE(object, json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":0,"Value":"x"})"));
+    }
+
+    void comparisonDefaults()
+    {
+        QJsonObject object{{"Type", 12}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QCOMPARE(field<MyDialogOpener>(d, "Number1")->value(), QStringLiteral("Actor HP"));
+            QCOMPARE(field<MyComboBox>(d, "Operator")->currentText(), QStringLiteral("\u2264"));
+            QCOMPARE(field<MyDialogOpener>(d, "Number2")->value(), QStringLiteral("100"));
+        }));
+        QCOMPARE(object, json(R"({"Type":12,"Number1":{"ActorType":false,"Index":1,"Info":3,"Type":4},"Op":2,
+                                  "Number2":{"Number":100,"Type":0}})"));
+
+        object = QJsonObject{{"Type", 13}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            QCOMPARE(field<MyDialogOpener>(d, "Text1")->value(), QStringLiteral("Map Name"));
+            QVERIFY(field<MyDialogOpener>(d, "Text1")->isItalic());
+            QCOMPARE(field<MyDialogOpener>(d, "Text2")->value(), QStringLiteral("My Map"));
+            QVERIFY(!field<MyDialogOpener>(d, "Text2")->isItalic());
+            QCOMPARE(field<MyComboBox>(d, "Operator")->count(), 2);
+        }));
+        QCOMPARE(object, json(R"({"Type":13,"Text1":{"Info":8,"Type":1},"Op":0,"Text2":{"Text":"My Map","Type":0}})"));
+    }
+
+    void codeKind()
+    {
+        QJsonObject object{{"Type", 9}};
+        QVERIFY(runKind(&object, [](TrovDialog* d) {
+            HaxeCodeEdit* code = field<HaxeCodeEdit>(d, "code");
+            QCOMPARE(code->toPlainText(), QStringLiteral("return true;"));
+            code->selectAll();
+            QTest::keyClicks(code, "return false;");
+            QCOMPARE(d->windowTitle(), QStringLiteral("Code Condition"));
+        }));
+        QCOMPARE(object, json(R"({"Type":9,"Code":"return false;"})"));
+    }
+
+    // On a 768-pixel screen the code of a condition goes Small, Medium,
+    // Large, Small: "Massive" wouldn't fit.
+    void codeSizesOnALowScreen()
+    {
+        QJsonObject object{{"Type", 9}};
+        bool accepted = false;
+        *RMCodeInput::sizeIndexOf(&RMCondition_Code::staticMetaObject) = 0;
+        RMCondition_Code dialog(&object, &accepted, nullptr, &data);
+        dialog.setScreenFit(true, 768);
+        showDialog(&dialog);
+        QStringList names{dialog.sizeToggle()->text()};
+        for (int i = 0; i < 3; ++i) {
+            QTest::mouseClick(dialog.sizeToggle(), Qt::LeftButton);
+            names.append(dialog.sizeToggle()->text());
+        }
+        QCOMPARE(names, (QStringList{"Small", "Medium", "Large", "Small"}));
+        dialog.reject();
+        QVERIFY(!accepted);
+        QCOMPARE(object, (QJsonObject{{"Type", 9}}));
+    }
+
+    // A realistic record opened and confirmed unchanged comes back as it was.
+    void unchangedRecordsRoundTrip_data()
+    {
+        QTest::addColumn<QJsonObject>("record");
+        const char* const all[] = {
+            R"({"Type":0,"ID":2,"Value":true})",
+            R"({"Type":1,"ID":2,"Op":4,"Value":120})",
+            R"({"Type":1,"ID":1,"Op":0,"Value":{"Type":1,"ID":2}})",
+            R"({"Type":2,"ActorType":true,"Actor":3,"Check":5,"ID":2})",
+            R"({"Type":2,"ActorType":false,"Actor":2,"Check":1,"Name":"Ann"})",
+            R"({"Type":3,"EnemyType":false,"Enemy":3,"Check":1,"ID":2})",
+            R"({"Type":4,"State":6})",
+            R"({"Type":5,"Op":3,"Value":{"Type":0,"Param":"Price"}})",
+            R"({"Type":6,"Key":6,"State":3})",
+            R"({"Type":7,"Check":2,"ID":3})",
+            R"({"Type":8,"Check":2})",
+            R"({"Type":9,"Code":"return $gameMap.mapId() === 3;"})",
+            R"({"Type":10,"Param":"Speed"})",
+            R"({"Type":11,"Param":"Hp","IsString":false,"Op":5,"Value":-40})",
+            R"({"Type":12,"Number1":{"Type":3,"ID":2},"Op":1,"Number2":{"Type":8,"Op":0,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":5}}})",
+            R"({"Type":13,"Text1":{"Type":2,"ID":1,"OnText":"A","OffText":"B"},"Op":1,"Text2":{"Type":0,"Text":"A"}})",
+        };
+        for (const char* record : all) {
+            const QJsonObject object = json(record);
+            QTest::newRow(qPrintable(conditionText(object, &data))) << object;
+        }
+    }
+
+    void unchangedRecordsRoundTrip()
+    {
+        QFETCH(QJsonObject, record);
+        QJsonObject object = record;
+        QVERIFY(runKind(&object, [](TrovDialog*) {}));
+        QCOMPARE(object, record);
+        // Cancelled after changes, the record stays as it was.
+        QVERIFY(!runKind(&object, [](TrovDialog* d) {
+            for (MyEitherBox* box : d->findChildren<MyEitherBox*>())
+                QTest::mouseClick(box, Qt::LeftButton);
+        }, false));
+        QCOMPARE(object, record);
+    }
+
+    // ------------------------------------------------------------ the list
+
+    void chooserAddsAndEditsConditions()
+    {
+        QJsonArray array{json(R"({"Type":8,"Check":1})")};
+        bool accepted = false;
+        RMConditionList list(&array, &accepted, &data, nullptr);
+        showDialog(&list);
+        UltimateTreeWidget* rows = list.list();
+        // A kind's dialog cancelled keeps the chooser open for another choice.
+        QWidget* viewport = rows->tree()->viewport();
+        answering([&]() { QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, QPoint(60, viewport->height() - 8)); },
+                  {press("gold"), press("cancelButton"), press("player"),
+                   [](TrovDialog* d) { choose(field<MyComboBox>(d, "PlayerState"), 3); }, press("confirmButton")});
+        QCOMPARE(rowTexts(rows), (QStringList{"Player in Battle?", "Player is looking Up"}));
+        // Edited by a double click on its row.
+        answering([&]() { clickRow(rows, 0, true); },
+                  {[](TrovDialog* d) { choose(field<MyComboBox>(d, "OtherConditions"), 0); }, press("confirmButton")});
+        QCOMPARE(rowTexts(rows), (QStringList{"Is Playtest?", "Player is looking Up"}));
+        // Nothing reaches the array before the list is confirmed.
+        QCOMPARE(array, QJsonArray{json(R"({"Type":8,"Check":1})")});
+        QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
+        QVERIFY(accepted);
+        QCOMPARE(array, (QJsonArray{json(R"({"Type":8,"Check":0})"), json(R"({"Type":4,"State":8})")}));
+    }
+
+    void cancelKeepsTheArray()
+    {
+        const QJsonArray before{json(R"({"Type":10,"Param":"A"})"), json(R"({"Type":10,"Param":"B"})")};
+        QJsonArray array = before;
+        bool accepted = false;
+        RMConditionList list(&array, &accepted, &data, nullptr);
+        showDialog(&list);
+        clickRow(list.list(), 0);
+        QTest::keyClick(list.list()->tree(), Qt::Key_Delete);
+        QCOMPARE(rowTexts(list.list()), QStringList{"B Exists?"});
+        answering([&]() { list.createNewCondition(); }, {press("customExists"), press("confirmButton")});
+        QCOMPARE(list.list()->tree()->rowCount(), 2);
+        QTest::mouseClick(list.cancelButton(), Qt::LeftButton);
+        QVERIFY(!accepted);
+        QCOMPARE(array, before);
+    }
+
+    // Entries the program can't edit keep their place and come back as they were.
+    void foreignEntriesSurvive()
+    {
+        const QJsonArray before{QJsonValue(7), json(R"({"Type":42,"Future":true})"), json(R"({"Type":5,"Op":1})"),
+                                QJsonValue(QStringLiteral("text"))};
+        QJsonArray array = before;
+        bool accepted = false;
+        RMConditionList list(&array, &accepted, &data, nullptr);
+        showDialog(&list);
+        QCOMPARE(rowTexts(list.list()), (QStringList{"(not a condition)", "(unknown condition)", "Gold \u2260 0",
+                                                    "(not a condition)"}));
+        // Double clicks on them open nothing; a cut of one that isn't an
+        // object neither copies nor removes it.
+        clickRow(list.list(), 1, true);
+        clickRow(list.list(), 0, true);
+        QTest::keyClick(list.list()->tree(), Qt::Key_X, Qt::ControlModifier);
+        QCOMPARE(list.list()->tree()->rowCount(), 4);
+        QVERIFY(QApplication::clipboard()->text().isEmpty());
+        QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
+        QCOMPARE(array, before);
+    }
+
+    void clipboardBetweenLists()
+    {
+        QJsonArray first{json(R"({"Type":0,"ID":2,"Value":true})"), json(R"({"Type":6,"Key":1,"State":0})")};
+        QJsonArray second{json(R"({"Type":8})")};
+        bool accepted = false;
+        {
+            RMConditionList list(&first, &accepted, &data, nullptr);
+            showDialog(&list);
+            clickRow(list.list(), 1);
+            QTest::keyClick(list.list()->tree(), Qt::Key_C, Qt::ControlModifier);
+            list.reject();
+        }
+        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("RMCONDITION{")));
+        RMConditionList list(&second, &accepted, &data, nullptr);
+        showDialog(&list);
+        clickRow(list.list(), 0);
+        QTest::keyClick(list.list()->tree(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(rowTexts(list.list()), (QStringList{"Is Playtest?", "Cancel Button Is Pressed"}));
+
+        // The menu offers the paste under the condition's own text.
+        list.on_conditions_customContextMenuRequested(list.list()->mapToGlobal(QPoint(10, 10)));
+        const QList<QAction*> actions = list.contextMenu()->actions();
+        QTRY_VERIFY(list.contextMenu()->isVisible());
+        QCOMPARE(actions.at(6)->text(), QStringLiteral("Paste \"Cancel Button Is Pressed\""));
+        QVERIFY(actions.at(6)->isVisible());
+        list.contextMenu()->hide();
+
+        // Another list's record, broken JSON and bare text are not pasted.
+        for (const QString& foreign : {QStringLiteral("VELMORAADDON{\"Type\":1}"), QStringLiteral("RMCONDITION{\"Type\":"),
+                                       QStringLiteral("RMCONDITION[1,2]"), QStringLiteral("hello")}) {
+            QApplication::clipboard()->setText(foreign);
+            QTest::keyClick(list.list()->tree(), Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(list.list()->tree()->rowCount(), 2);
+        }
+        QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
+        QCOMPARE(second, (QJsonArray{json(R"({"Type":8})"), json(R"({"Type":6,"Key":1,"State":0})")}));
+    }
+
+    // The hooks run the list from any condition opener, also from an
+    // animation's style that has no component dialog above it.
+    void hooksFromAnAnimationStyle()
+    {
+        RMConditionList::install(&data);
+        QJsonObject style{{"Type", 3}, {"Conditions", QJsonArray()}};
+        bool accepted = false;
+        VelmoAnimationStyle dialog(&style, &accepted, &data, nullptr);
+        showDialog(&dialog);
+        QCOMPARE(dialog.other()->value(), QStringLiteral("None"));
+        answering([&]() { QTest::mouseClick(dialog.other(), Qt::LeftButton); },
+                  {[](TrovDialog* d) { static_cast<RMConditionList*>(d)->createNewCondition(); },
+                   press("code"), press("confirmButton"), press("confirmButton")});
+        QCOMPARE(dialog.other()->value(), QStringLiteral("Eval: return true;"));
+        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
+        QCOMPARE(style, json(R"({"Type":3,"Conditions":[{"Type":9,"Code":"return true;"}]})"));
+    }
+
+    // ------------------------------------------------------------ outline
+
+    void outlineListsConditions()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("conditions"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), R"j({"Map":0,"Battle":1,"Data":[{"HUD":[
+            {"Type":1,"ID":1,"Name":"Bar","X":0,"Y":0,"ShapeData":{"Width":10,"Height":10},
+             "Conditions":[{"Type":0,"ID":1,"Value":true},{"Type":77},5]},
+            {"Type":1,"ID":2,"Name":"Odd","X":0,"Y":0,"ShapeData":{"Width":10,"Height":10},"Conditions":"yes"}]},
+            {"HUD":[]}]})j");
+        const TestEnvironment::CliResult result =
+            TestEnvironment::runCli({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
+        QCOMPARE(result.code, 0);
+        QVERIFY2(result.out.contains(QStringLiteral("    - Condition 1: [0001] Show HUD is ON\n"
+                                                    "    - Condition 2: (unknown condition)\n"
+                                                    "    - Condition 3: (not a condition)\n")),
+                 qPrintable(result.out));
+        QVERIFY2(result.out.contains(QStringLiteral("    - Conditions: (not a list of conditions)\n")),
+                 qPrintable(result.out));
+    }
+};
+
+VELMORA_TEST_MAIN(TestConditions, QApplication)
+#include "tst_conditions.moc"
