@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QEvent>
 #include <QMenuBar>
 #include <QPainter>
 #include <QPushButton>
@@ -57,7 +58,6 @@ VelmoMainTitleBar::VelmoMainTitleBar(int windowStyle, bool nativeMenuBar, QWidge
     menus->setNativeMenuBar(nativeMenus);
     if (!nativeMenus) {
         menus->setStyleSheet(QStringLiteral("#menuBar { border: none; background: transparent; }"));
-        menus->setMaximumWidth(224);
     }
 
     Menu_File = menus->addMenu(tr("File"));
@@ -111,6 +111,7 @@ VelmoMainTitleBar::VelmoMainTitleBar(int windowStyle, bool nativeMenuBar, QWidge
                                  nullptr, "Tutorial.png");
     Action_Update = makeAction(Menu_Help, "Action_Update", QT_TR_NOOP("Open Download Page"), QT_TR_NOOP("Update"),
                                nullptr, "Update.png");
+    fitMenuBar();
     // The shortcuts live on the bar itself, which is always shown, so they
     // work while the menu row is hidden or belongs to the desktop.
     addActions(actions);
@@ -267,6 +268,25 @@ QWidget* VelmoMainTitleBar::makeGroup(QLabel** label, const char* labelName, con
     layout->addWidget(info);
     captions << group << info;
     return group;
+}
+
+// The row of menus is held to 224 pixels so the caption strip beside it stays
+// wide, but never so narrow that a menu falls into the overflow button: a
+// larger font or a longer language widens it to what its menus need.
+void VelmoMainTitleBar::fitMenuBar()
+{
+    if (nativeMenus)
+        return;
+    menus->ensurePolished();
+    menus->setMaximumWidth(qMax(224, menus->sizeHint().width()));
+}
+
+void VelmoMainTitleBar::changeEvent(QEvent* event)
+{
+    BaseMainTitleBar::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange
+        || event->type() == QEvent::LanguageChange)
+        fitMenuBar();
 }
 
 void VelmoMainTitleBar::paintEvent(QPaintEvent* event)

@@ -80,8 +80,10 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void fitMenuBar();
     QAction* makeAction(QMenu* menu, const char* name, const char* text, const char* iconText,
                         const char* shortcut, const char* icon);
     // One tool button: where it goes, its object name, its command, and the

@@ -726,6 +726,25 @@ private slots:
         QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
     }
 
+    void everyMenuShowsInTheBar()
+    {
+        // A larger font than the designed one (the style sheet's, the
+        // desktop's, a longer language) must not push a menu into the bar's
+        // overflow button.
+        const QFont before = QApplication::font();
+        QFont big = before;
+        big.setPointSizeF(before.pointSizeF() + 4);
+        QApplication::setFont(big);
+        openWindow(TestEnvironment::copySampleProject(QStringLiteral("menus")));
+        QMenuBar* bar = window->findChild<QMenuBar*>(QStringLiteral("menuBar"));
+        QVERIFY(bar && !bar->isNativeMenuBar());
+        QCOMPARE(bar->actions().size(), 5);
+        for (QAction* menu : bar->actions())
+            QVERIFY2(bar->actionGeometry(menu).right() < bar->width(), qPrintable(menu->text()));
+        window.reset();
+        QApplication::setFont(before);
+    }
+
     void aLeftOverBlankCursorComesBack()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("shortcuts"));
