@@ -44,6 +44,9 @@ QString generalSample(int info)
 constexpr int largestFontSize = 1000;
 constexpr int largestOutline = 1000;
 constexpr int largestPictureSide = 16384;
+// The most pixels a picture of the text may hold (128 MB): a side of 16384
+// is fine for a long line, not for a square.
+constexpr qint64 largestPictureArea = qint64(8192) * 4096;
 constexpr int largestNaturalWidth = 100000000;
 
 }
@@ -128,7 +131,7 @@ void UIComponentText::render(const QJsonObject& text)
     const int pictureWidth = int(std::ceil(double(boxWidth) + outline));
     const int pictureHeight = int(std::ceil(lineHeight + outline));
     if (pictureWidth <= 0 || pictureHeight <= 0 || pictureWidth > largestPictureSide
-        || pictureHeight > largestPictureSide) {
+        || pictureHeight > largestPictureSide || qint64(pictureWidth) * pictureHeight > largestPictureArea) {
         pixmap = QPixmap();
         return;
     }
@@ -196,6 +199,16 @@ void UIComponentText::drawContents(QPainter* painter)
     const QSize size(qRound(rect.width()), qRound(rect.height()));
     if (size == pixmap.size()) {
         painter->drawPixmap(rect.topLeft(), pixmap);
+        return;
+    }
+    // A copy at the drawn size is kept for the usual sizes; a component
+    // stretched far beyond the canvas (a scale of thousands) is drawn
+    // straight from the text's own picture, which the painter scales only
+    // where it lands, rather than made into a picture of gigabytes.
+    if (size.width() > largestPictureSide || size.height() > largestPictureSide
+        || qint64(size.width()) * size.height() > largestPictureArea) {
+        if (!pixmap.isNull())
+            painter->drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
         return;
     }
     const QPixmap& shown = drawnPixmap(size);
