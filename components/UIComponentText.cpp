@@ -196,19 +196,20 @@ const QPixmap& UIComponentText::drawnPixmap(const QSize& size)
 void UIComponentText::drawContents(QPainter* painter)
 {
     const QRectF rect = drawnRect();
+    // A copy at the drawn size is kept for the usual sizes; a component
+    // stretched far beyond the canvas (a scale of thousands, either way) is
+    // drawn straight from the text's own picture, which the painter scales
+    // only where it lands, rather than made into a picture of gigabytes.
+    const double width = std::abs(rect.width());
+    const double height = std::abs(rect.height());
+    if (!(width <= largestPictureSide && height <= largestPictureSide && width * height <= largestPictureArea)) {
+        if (!pixmap.isNull())
+            painter->drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
+        return;
+    }
     const QSize size(qRound(rect.width()), qRound(rect.height()));
     if (size == pixmap.size()) {
         painter->drawPixmap(rect.topLeft(), pixmap);
-        return;
-    }
-    // A copy at the drawn size is kept for the usual sizes; a component
-    // stretched far beyond the canvas (a scale of thousands) is drawn
-    // straight from the text's own picture, which the painter scales only
-    // where it lands, rather than made into a picture of gigabytes.
-    if (size.width() > largestPictureSide || size.height() > largestPictureSide
-        || qint64(size.width()) * size.height() > largestPictureArea) {
-        if (!pixmap.isNull())
-            painter->drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
         return;
     }
     const QPixmap& shown = drawnPixmap(size);
