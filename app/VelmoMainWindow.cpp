@@ -14,6 +14,7 @@
 #include "app/WindowPlacement.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "logic/DynamicValueSelector.h"
+#include "logic/VelmoAnimationStyle.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -92,6 +93,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     VelmoTextInputExtend::install(lifecycle->data());
     // The component dialogs open and show dynamic texts and numbers through these.
     DynamicValueSelector::install(lifecycle->data());
+    // The property animations choose and show their run type through these.
+    VelmoAnimationStyle::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
     BasicFontSelector::setFontLoader([](const QString& fileName, const QDir& folder) {
         PathManager::getFont(fileName, folder, false);
@@ -153,6 +156,7 @@ VelmoMainWindow::~VelmoMainWindow()
         // The dynamic input reads this window's project data, which goes with it.
         VelmoTextInputExtend::install(nullptr);
         DynamicValueSelector::install(nullptr);
+        VelmoAnimationStyle::install(nullptr);
     }
 }
 
