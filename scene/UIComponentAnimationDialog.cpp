@@ -157,10 +157,20 @@ UIComponentAnimationDialog::UIComponentAnimationDialog(QJsonObject* json, bool* 
     basicLayout->addWidget(Duration, 1, 0);
     basicLayout->addWidget(EasingCurve, 1, 1);
     // All pairs share one row; only the property's own is shown.
+    QWidget* values = new QWidget(basic);
+    values->setObjectName(QStringLiteral("values"));
+    QGridLayout* valuesLayout = new QGridLayout(values);
+    valuesLayout->setContentsMargins(0, 0, 0, 0);
+    valuesLayout->setHorizontalSpacing(10);
     for (const ValuePair& pair : {ValuePair{Start_Int, End_Int}, ValuePair{Start_Scale, End_Scale},
                                   ValuePair{Start_Opacity, End_Opacity}, ValuePair{Start_Rotation, End_Rotation}}) {
-        basicLayout->addWidget(pair.start, 2, 0);
-        basicLayout->addWidget(pair.end, 2, 1);
+        valuesLayout->addWidget(pair.start, 0, 0);
+        valuesLayout->addWidget(pair.end, 0, 1);
+    }
+    basicLayout->addWidget(values, 2, 0, 1, 2);
+    for (QGridLayout* grid : {basicLayout, valuesLayout}) {
+        grid->setColumnStretch(0, 1);
+        grid->setColumnStretch(1, 1);
     }
     contentLayout->addWidget(basic);
 
@@ -192,6 +202,8 @@ UIComponentAnimationDialog::UIComponentAnimationDialog(QJsonObject* json, bool* 
     bodyLayout->addWidget(ResetToStart, 0, 1);
     bodyLayout->addWidget(ReturnEasingType, 1, 0);
     bodyLayout->addWidget(CustomReturnEasing, 1, 1);
+    bodyLayout->setColumnStretch(0, 1);
+    bodyLayout->setColumnStretch(1, 1);
     advancedLayout->addWidget(advancedBody);
     // The title strip folds the group; the arrow at its end says which way.
     advancedToggle = new QToolButton(advancedProperties);
@@ -231,7 +243,7 @@ UIComponentAnimationDialog::UIComponentAnimationDialog(QJsonObject* json, bool* 
     QMetaObject::connectSlotsByName(this);
     on_Property_whenChoiceChanges();
     on_ReturnEasingType_whenChoiceChanges();
-    finish(tr("UI Component Animation"), QSize(460, 0));
+    finish(tr("UI Component Animation"), QSize(460, sizeHint().height()));
 }
 
 bool UIComponentAnimationDialog::edit(QJsonObject* json, int animationFlags, QWidget* owner)
@@ -472,6 +484,16 @@ void UIComponentAnimationDialog::setAdvancedShown(bool shown)
     advancedToggle->setArrowType(shown ? Qt::DownArrow : Qt::RightArrow);
     const int height = this->height() + (shown ? change : -change);
     setFixedSize(width(), height);
+}
+
+void UIComponentAnimationDialog::firstShown()
+{
+    // The group boxes know their title's room only once the style sheet
+    // reached them; the form then asks for a little more height.
+    const int needed = layout()->totalHeightForWidth(width()) > 0 ? layout()->totalHeightForWidth(width())
+                                                                  : layout()->totalSizeHint().height();
+    if (needed > height())
+        setFixedSize(width(), needed);
 }
 
 bool UIComponentAnimationDialog::eventFilter(QObject* watched, QEvent* event)

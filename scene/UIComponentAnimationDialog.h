@@ -56,6 +56,7 @@ public slots:
     void on_cancelButton_clicked();
 
 protected:
+    void firstShown() override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
