@@ -224,6 +224,7 @@ UIComponentAnimationDialog::UIComponentAnimationDialog(QJsonObject* json, bool* 
     // Reading: the combo's rows leave out what the kind can't animate, so the
     // row is found by its data; a property left out selects nothing.
     const int property = json->value(QStringLiteral("Property")).toInt(0);
+    Property->setCurrentIndex(-1, false);
     Property->selectByData(property);
     Loop_Type->setCurrentIndex(qBound(0, json->value(QStringLiteral("Type")).toInt(0), Loop_Type->count() - 1), false);
     Duration->setValue(QString::number(json->value(QStringLiteral("Duration")).toInt(60)));
