@@ -192,8 +192,10 @@ struct ComponentDialog {
 QString projectWithProperties(const QString& name, const QJsonObject& properties)
 {
     const QString project = TestEnvironment::makeProject(name, 816, 624);
+    const QJsonArray animations{QJsonObject{{"Property", 7}, {"StartOpacity", 0}, {"EndOpacity", 1}},
+                                QJsonObject{{"Property", 42}}};
     const QJsonObject icon{{"ID", 1}, {"Type", 9}, {"Name", "Icon"}, {"X", 10}, {"Y", 10},
-                           {"CustomProperties", properties}};
+                           {"CustomProperties", properties}, {"Animations", animations}};
     const QJsonObject document{{"Map", 0}, {"Battle", 1},
                                {"Data", QJsonArray{QJsonObject{{"HUD", QJsonArray{icon}}},
                                                    QJsonObject{{"HUD", QJsonArray()}}}}};
@@ -724,6 +726,9 @@ private slots:
         const int gamma = outline.out.indexOf("property \"Gamma\" = 3");
         const int delta = outline.out.indexOf("property \"Delta\" = 2");
         QVERIFY2(alpha >= 0 && alpha < gamma && gamma < delta, qPrintable(outline.out));
+        // And the animations, one line each, an unknown property as such.
+        QVERIFY2(outline.out.contains("    - animation: Opacity from 0% to 100%\n"), qPrintable(outline.out));
+        QVERIFY2(outline.out.contains("    - animation: (unknown property 42)\n"), qPrintable(outline.out));
     }
 
     // A missing, empty or damaged file of orders loses only the order: the
