@@ -244,7 +244,8 @@ UIComponentAnimationDialog::UIComponentAnimationDialog(QJsonObject* json, bool* 
     QMetaObject::connectSlotsByName(this);
     on_Property_whenChoiceChanges();
     on_ReturnEasingType_whenChoiceChanges();
-    finish(tr("UI Component Animation"), QSize(460, sizeHint().height()));
+    // Wide enough for the longest captions, "Start Repeating Offset" and its translations.
+    finish(tr("UI Component Animation"), QSize(520, sizeHint().height()));
 }
 
 bool UIComponentAnimationDialog::edit(QJsonObject* json, int animationFlags, QWidget* owner)

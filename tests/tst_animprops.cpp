@@ -482,6 +482,27 @@ private slots:
         QCOMPARE(record.value("EndOffset").toInt(), 6);
     }
 
+    // The advanced group folds by a click on its title and unfolds again;
+    // the dialog shrinks and grows with it, and the values stay.
+    void advancedGroupFolds()
+    {
+        QJsonObject record{{"Property", 0}, {"Reset", true}};
+        runAnimation(&record, 0, [](TrovDialog* dialog) {
+            QWidget* group = child<QWidget>(dialog, "advancedProperties");
+            QWidget* runType = child<QWidget>(dialog, "RunType");
+            QVERIFY(runType->isVisible());
+            const int height = dialog->height();
+            QTest::mouseClick(group, Qt::LeftButton, Qt::NoModifier, QPoint(60, 10));
+            QVERIFY(!runType->isVisible());
+            QVERIFY(dialog->height() < height);
+            QTest::mouseClick(group, Qt::LeftButton, Qt::NoModifier, QPoint(60, 10));
+            QVERIFY(runType->isVisible());
+            QCOMPARE(dialog->height(), height);
+            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+        });
+        QCOMPARE(record.value("Reset").toBool(), true);
+    }
+
     // ---------------------------------------------------------------- the component's lists
 
     // A double-click on the "+" row makes an animation after the current
@@ -793,7 +814,10 @@ private slots:
             QFile::remove(blocked);
             QVERIFY(QDir().mkpath(blocked + "/held"));
             main->markChanged();
-            const TestEnvironment::Seen seen = answerAll([&]() { key(Qt::Key_S); }, {press("okButton")});
+            // A second alert would be answered too, and counted.
+            const TestEnvironment::Seen seen =
+                answerAll([&]() { key(Qt::Key_S); }, {press("okButton"), press("okButton")});
+            QCOMPARE(seen.count, 1);
             QCOMPARE(seen.title, QStringLiteral("Save Error"));
             QVERIFY(seen.text.contains(documentFails ? "VelmoraHUD.json" : "PropertyOrders.json"));
             QVERIFY(main->projectIsChanged());
