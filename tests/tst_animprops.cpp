@@ -797,6 +797,24 @@ private slots:
         COMPARE_JSON(icon.value("CustomProperties").toObject(), properties);
         QCOMPARE(JsonFile::read(ordersPath(project)).object().value("UILoc1ID1"),
                  QJsonValue(QJsonArray{"Alpha", "Gamma", "Beta"}));
+
+        // A reorder alone changes no component, and still counts as unsaved work.
+        answerAll([&]() { QTest::mouseDClick(components->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                             rowPoint(components, 0)); },
+                  {[](TrovDialog* dialog) {
+                      showCustomProperties(dialog);
+                      UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                      clickRow(list, 0);
+                      QTest::keyClick(list->tree(), Qt::Key_X, Qt::ControlModifier);
+                      clickRow(list, 1);
+                      QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
+                      QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+                  }});
+        QVERIFY(main->projectIsChanged());
+        key(Qt::Key_S);
+        QVERIFY(!main->projectIsChanged());
+        QCOMPARE(JsonFile::read(ordersPath(project)).object().value("UILoc1ID1"),
+                 QJsonValue(QJsonArray{"Gamma", "Beta", "Alpha"}));
     }
 
     // Each file is written whatever becomes of the other: a failed document
