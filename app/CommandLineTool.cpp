@@ -16,6 +16,7 @@
 #include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/BasicFontSelector.h"
+#include "scene/UsesCustomProperties.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
@@ -565,6 +566,9 @@ int outline(const QDir& folder, const QString& hud, QTextStream& out, QTextStrea
     if (document.fromTemplates)
         out << "The project has no HUD document yet; its HUDs are those a new project starts with\n";
     const QVector<const HudEntry*> chosen = chosenHuds(document, hud, "outline", err);
+    // The user's order of custom properties; without a usable file they go by name.
+    projectData.insert(UsesCustomProperties::OrdersFile,
+                       JsonFile::readPlugin(folder, UsesCustomProperties::OrdersFile).object());
     for (const HudEntry* entry : chosen)
         HudOutline::write(*entry, &projectData, out);
     return chosen.isEmpty() ? Failure : Success;

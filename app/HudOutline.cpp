@@ -6,9 +6,12 @@
 #include "logic/DynamicValueDisplay.h"
 #include "logic/RMActorSelector.h"
 #include "logic/VelmoTextInputExtend.h"
+#include "scene/PropertyAnimationText.h"
+#include "scene/UsesCustomProperties.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QStringList>
 #include <QTextStream>
 
 namespace HudOutline {
@@ -150,6 +153,36 @@ void writeConditions(const QJsonObject& component, const QJsonObject* projectDat
         out << indent << "- Condition " << ++number << ": " << conditionEntryText(condition, projectData) << "\n";
 }
 
+// A component's property animations, one line each as its dialog's list
+// reads them, and its custom properties in the user's order.
+void writeExtras(const QJsonObject& component, const QJsonObject* projectData, const QString& indent,
+                 QTextStream& out)
+{
+    for (const QJsonValue& value : component.value(QStringLiteral("Animations")).toArray()) {
+        const QJsonObject animation = value.toObject();
+        const QStringList texts = PropertyAnimationText::rowTexts(animation);
+        out << indent << "- animation: ";
+        if (texts.value(0).isEmpty())
+            out << "(unknown property " << animation.value(QStringLiteral("Property")).toVariant().toString()
+                << ")\n";
+        else
+            out << texts.value(0) << " from " << texts.value(1) << " to " << texts.value(2) << "\n";
+    }
+    const QJsonObject properties = component.value(QStringLiteral("CustomProperties")).toObject();
+    if (properties.isEmpty())
+        return;
+    // The key the component's dialog keeps the order under on the canvas.
+    const QString key = QStringLiteral("UILoc1ID%1").arg(component.value(QStringLiteral("ID")).toInt(0));
+    const QJsonArray order = projectData ? projectData->value(UsesCustomProperties::OrdersFile)
+                                               .toObject()
+                                               .value(key)
+                                               .toArray()
+                                         : QJsonArray();
+    for (const QString& name : UsesCustomProperties::orderedNames(properties, order))
+        out << indent << "- property \"" << name
+            << "\" = " << UsesCustomProperties::displayValue(properties.value(name).toString()) << "\n";
+}
+
 QString sizeText(const QJsonObject& component, const ComponentKinds::Kind* kind)
 {
     if (!kind)
@@ -197,6 +230,7 @@ void writeComponents(const QJsonArray& components, const QJsonObject* projectDat
                     writeData(it.value().toObject(), projectData, inner, out);
             }
         }
+        writeExtras(component, projectData, inner, out);
         writeComponents(component.value(HudDocument::KeyChildren).toArray(), projectData, indent + QStringLiteral("  "),
                         out);
     }

@@ -12,6 +12,7 @@
 #include "app/Startup.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/UsesCustomProperties.h"
 #include "widgets/AlertDialog.h"
 #include "widgets/ConfirmationDialog.h"
 #include "widgets/UltimateTree.h"
@@ -164,6 +165,8 @@ void ProjectLifecycle::openAt(const QString& path)
             if (problems.size() > shown)
                 openReport.details.append(tr("... and %1 more.").arg(problems.size() - shown));
         }
+        if (isProjectOpen)
+            loadPropertyOrders();
         // Nothing of the project left behind is unsaved work of this one.
         takeUndoPositionAsSaved(false);
         if (!loadHUDs())
@@ -195,6 +198,24 @@ bool ProjectLifecycle::loadProjectData(QStringList* problems)
         return false;
     huds->setScreenSize(QSize(screen.width, screen.height));
     return true;
+}
+
+void ProjectLifecycle::loadPropertyOrders()
+{
+    // A missing or damaged file only loses the order: the properties
+    // themselves live in the document, and their names sort the list then.
+    const QJsonObject orders = JsonFile::readPlugin(projectDirectory, UsesCustomProperties::OrdersFile).object();
+    projectData.insert(UsesCustomProperties::OrdersFile, orders);
+}
+
+bool ProjectLifecycle::savePropertyOrders(QString* reason)
+{
+    const QJsonObject orders = projectData.value(UsesCustomProperties::OrdersFile).toObject();
+    // A project that never ordered a property gets no file of orders.
+    if (orders.isEmpty()
+        && !QFileInfo::exists(JsonFile::pluginPath(projectDirectory, UsesCustomProperties::OrdersFile)))
+        return true;
+    return JsonFile::writePlugin(projectDirectory, UsesCustomProperties::OrdersFile, orders, reason);
 }
 
 HudDocument ProjectLifecycle::readDocument() const
@@ -271,21 +292,34 @@ void ProjectLifecycle::save()
     allBackgrounds.insert(projectDirectory.absolutePath(), backgrounds);
     store.setValue(QStringLiteral("Backgrounds"), allBackgrounds);
 
-    if (!saved) {
-        // The project keeps its unsaved state, so closing still asks; the
-        // recovery file keeps the work meanwhile.
-        AlertDialog::alert(tr("Could not save to \"VelmoraHUD.json\"!"),
-                           {QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(
-                                JsonFile::pluginPath(projectDirectory, HudDocument::FileName)), reason)},
-                           tr("Save Error"), window);
-        changed = true;
-        recovery->writeNow();
-    } else {
+    // The order of the custom properties is written whatever became of the
+    // document, and the document whatever becomes of the order.
+    QString ordersReason;
+    const bool ordersSaved = savePropertyOrders(&ordersReason);
+
+    if (saved) {
         documentRoot = document;
         documentRoot.remove(HudDocument::KeyData);
+        documentWatcher->acknowledge();
+    }
+    const auto failed = [this](const QString& message, const QString& fileName, const QString& why) {
+        AlertDialog::alert(message,
+                           {QStringLiteral("%1: %2").arg(
+                               QDir::toNativeSeparators(JsonFile::pluginPath(projectDirectory, fileName)), why)},
+                           tr("Save Error"), window);
+    };
+    if (!saved)
+        failed(tr("Could not save to \"VelmoraHUD.json\"!"), HudDocument::FileName, reason);
+    if (!ordersSaved)
+        failed(tr("Could not save to \"PropertyOrders.json\"!"), UsesCustomProperties::OrdersFile, ordersReason);
+    if (saved && ordersSaved) {
         takeUndoPositionAsSaved(false);
         recovery->remove(projectDirectory);
-        documentWatcher->acknowledge();
+    } else {
+        // The project keeps its unsaved state, so closing still asks; the
+        // recovery file keeps the work meanwhile.
+        changed = true;
+        recovery->writeNow();
     }
     emit stateChanged();
 }

@@ -95,6 +95,10 @@ private:
     bool loadProjectData(QStringList* problems = nullptr);
     bool loadHUDs();
     HudDocument readDocument() const;
+    // The user's order of custom properties, "data/plugin/PropertyOrders.json",
+    // into the project data, and back to the file on saving.
+    void loadPropertyOrders();
+    bool savePropertyOrders(QString* reason);
     // Shows what the last opening has to tell, after the user asked for it.
     void reportOpening();
     // Asks before the open project is replaced; false when cancelled.

@@ -16,6 +16,7 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "logic/DynamicValueSelector.h"
 #include "logic/RMConditionList.h"
+#include "logic/VelmoAnimationStyle.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -96,6 +97,8 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     DynamicValueSelector::install(lifecycle->data());
     // Every opener of conditions runs the condition list and shows its text.
     RMConditionList::install(lifecycle->data());
+    // The property animations choose and show their run type through these.
+    VelmoAnimationStyle::install(lifecycle->data());
     // The font picker shows the game's fonts as the text component draws them.
     BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
     ProjectFonts::setFolderHook([this]() {
@@ -159,6 +162,7 @@ VelmoMainWindow::~VelmoMainWindow()
         VelmoTextInputExtend::install(nullptr);
         DynamicValueSelector::install(nullptr);
         RMConditionList::install(nullptr);
+        VelmoAnimationStyle::install(nullptr);
     }
 }
 

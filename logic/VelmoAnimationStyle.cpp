@@ -3,6 +3,7 @@
 #include "logic/GameDataLabel.h"
 #include "logic/RMCodeInput.h"
 #include "logic/SwitchSelector.h"
+#include "scene/UIComponentAnimationDialog.h"
 #include "scene/UIComponentBaseDialog.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyPopup.h"
@@ -72,6 +73,21 @@ VelmoAnimationStyle::VelmoAnimationStyle(QJsonObject* object, bool* accepted, QJ
     CodeField->setValue(RMCodeInput::singleLine(codeText));
     showOtherConditions();
     finishTabs(tr("Animation Run Type"), type, 440, 183);
+}
+
+void VelmoAnimationStyle::install(QJsonObject* projectData)
+{
+    if (!projectData) {
+        UIComponentAnimationDialog::openRunType = nullptr;
+        UIComponentAnimationDialog::runTypeText = nullptr;
+        return;
+    }
+    UIComponentAnimationDialog::openRunType = [projectData](QJsonObject* activateType, QWidget* parent) {
+        bool accepted = false;
+        VelmoAnimationStyle(activateType, &accepted, projectData, parent).exec();
+        return accepted;
+    };
+    UIComponentAnimationDialog::runTypeText = &VelmoAnimationStyle::display;
 }
 
 QString VelmoAnimationStyle::runTypeName(int runType)

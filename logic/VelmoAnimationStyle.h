@@ -22,6 +22,10 @@ public:
     // object is read and, on confirmation, replaced.
     VelmoAnimationStyle(QJsonObject* object, bool* accepted, QJsonObject* projectData, QWidget* parent);
 
+    // Makes the property animation dialog open and show its run type here,
+    // reading switch names from projectData; null takes the hooks away.
+    static void install(QJsonObject* projectData);
+
     // The one-line text of a run-type object: the run type's name,
     // "Switch: [0004]", "Code: ..." or "3 Other Conditions".
     static QString display(const QJsonObject& object);

@@ -8,6 +8,7 @@
 #include "scene/SceneMouseHandler.h"
 #include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
+#include "scene/UsesCustomProperties.h"
 #include "widgets/OwnerDimming.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -483,6 +484,10 @@ void GameUIEditorScene::editAComponent()
         return;
     QJsonObject copy = selection->data();
     bool accepted = false;
+    // The order of the custom properties lives in the project, not in the
+    // component: a confirmed dialog that only reordered them changes no
+    // component, yet leaves something to save.
+    const QJsonValue ordersBefore = projectData ? projectData->value(UsesCustomProperties::OrdersFile) : QJsonValue();
     componentHelper->editComponent(copy, &accepted, nullptr, view, true, projectData);
     if (!accepted)
         return;
@@ -491,6 +496,8 @@ void GameUIEditorScene::editAComponent()
     finishChange(selection);
     if (UltimateTreeItem* row = rowOfComponent(selection))
         row->setText(0, rowText(copy));
+    if (projectData && projectData->value(UsesCustomProperties::OrdersFile) != ordersBefore)
+        emit changedWithoutUndo();
 }
 
 void GameUIEditorScene::deleteAComponent()

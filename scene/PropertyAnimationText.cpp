@@ -6,16 +6,6 @@ namespace PropertyAnimationText {
 
 namespace {
 
-enum class Unit { Integer, Fraction, Degrees };
-
-struct Property {
-    const char* name;
-    const char* startKey;
-    const char* endKey;
-    Unit unit;
-    double fallback;
-};
-
 // By "Property". Repeat offset X and Y share their keys; "Property" tells them apart.
 const Property properties[] = {
     {QT_TR_NOOP("X-Pos"), "StartX", "EndX", Unit::Integer, 0},
@@ -33,16 +23,10 @@ const Property properties[] = {
     {QT_TR_NOOP("Hue"), "StartHue", "EndHue", Unit::Degrees, 0},
 };
 
-const Property* find(int property)
+QString valueText(const QJsonObject& animation, const Property& shown, const char* key)
 {
-    const int count = int(sizeof(properties) / sizeof(properties[0]));
-    return property >= 0 && property < count ? &properties[property] : nullptr;
-}
-
-QString valueText(const QJsonObject& animation, const Property& property, const char* key)
-{
-    const double value = animation.value(QLatin1String(key)).toDouble(property.fallback);
-    switch (property.unit) {
+    const double value = animation.value(QLatin1String(key)).toDouble(shown.fallback);
+    switch (shown.unit) {
     case Unit::Fraction:
         return QString::number(value * 100, 'g', 6) + QLatin1Char('%');
     case Unit::Degrees:
@@ -54,19 +38,29 @@ QString valueText(const QJsonObject& animation, const Property& property, const 
 
 }
 
-QString propertyName(int property)
+int propertyCount()
 {
-    const Property* found = find(property);
+    return int(sizeof(properties) / sizeof(properties[0]));
+}
+
+const Property* property(int number)
+{
+    return number >= 0 && number < propertyCount() ? &properties[number] : nullptr;
+}
+
+QString propertyName(int number)
+{
+    const Property* found = property(number);
     return found ? QCoreApplication::translate("", found->name) : QString();
 }
 
 QStringList rowTexts(const QJsonObject& animation)
 {
-    const Property* property = find(animation.value(QStringLiteral("Property")).toInt(0));
-    if (!property)
+    const Property* shown = property(animation.value(QStringLiteral("Property")).toInt(0));
+    if (!shown)
         return {QString(), QString(), QString()};
-    return {QCoreApplication::translate("", property->name), valueText(animation, *property, property->startKey),
-            valueText(animation, *property, property->endKey)};
+    return {QCoreApplication::translate("", shown->name), valueText(animation, *shown, shown->startKey),
+            valueText(animation, *shown, shown->endKey)};
 }
 
 }

@@ -1,6 +1,7 @@
 #include "scene/UIComponentBaseDialog.h"
 
 #include "scene/PropertyAnimationText.h"
+#include "scene/UIComponentAnimationDialog.h"
 #include "widgets/ClipboardIdentifiers.h"
 #include "widgets/MyButton.h"
 #include "widgets/MyDialogOpener.h"
@@ -165,15 +166,26 @@ QMenu* UIComponentBaseDialog::recordMenu(const char* objectName, const QString& 
     QAction* editAction = menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit ..."));
     QAction* removeAction =
         menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete ..."));
-    // Layer until the property animation dialog and the custom property
-    // editor exist: entries can be kept, moved, copied and deleted, but not
-    // yet made or changed.
-    addAction->setEnabled(false);
-    editAction->setEnabled(false);
     connect(addAction, &QAction::triggered, this, add);
     connect(editAction, &QAction::triggered, this, edit);
     connect(removeAction, &QAction::triggered, this, remove);
     return menu;
+}
+
+void UIComponentBaseDialog::fillAnimationRow(UltimateTreeItem* row, const QJsonObject& record)
+{
+    const QStringList texts = PropertyAnimationText::rowTexts(record);
+    for (int column = 0; column < texts.size(); ++column)
+        row->setText(column, texts.at(column));
+}
+
+UltimateTreeItem* UIComponentBaseDialog::animationRow(QJsonObject* record)
+{
+    UltimateTreeItem* row = new UltimateTreeItem();
+    row->setId(0);
+    row->setUserData(record);
+    fillAnimationRow(row, *record);
+    return row;
 }
 
 void UIComponentBaseDialog::setUpAnimationList(UltimateTreeWidget* animations, const QJsonArray& records)
@@ -197,24 +209,15 @@ void UIComponentBaseDialog::setUpAnimationList(UltimateTreeWidget* animations, c
     animations->connectClipboardKeys();
     animations->setListFunctions(
         [](QJsonObject* record) { return PropertyAnimationText::rowTexts(*record).value(0); },
-        [](UltimateTreeItem* row, QJsonObject* record) {
-            const QStringList texts = PropertyAnimationText::rowTexts(*record);
-            for (int column = 0; column < texts.size(); ++column)
-                row->setText(column, texts.at(column));
-        });
+        [](UltimateTreeItem* row, QJsonObject* record) { fillAnimationRow(row, *record); });
     tree->startView();
+    QList<UltimateTreeItem*> rows;
+    rows.reserve(records.size());
     for (const QJsonValue& value : records) {
-        if (!value.isObject())
-            continue;
-        QJsonObject* record = new QJsonObject(value.toObject());
-        UltimateTreeItem* row = new UltimateTreeItem();
-        row->setId(0);
-        row->setUserData(record);
-        const QStringList texts = PropertyAnimationText::rowTexts(*record);
-        for (int column = 0; column < texts.size(); ++column)
-            row->setText(column, texts.at(column));
-        tree->addRow(row);
+        if (value.isObject())
+            rows.append(animationRow(new QJsonObject(value.toObject())));
     }
+    tree->addRows(rows);
 
     animationMenu = recordMenu("animationMenu", tr("Add New Animation"), &UIComponentBaseDialog::newAnimationProperty,
                                &UIComponentBaseDialog::editAnimationProperty,
@@ -329,11 +332,34 @@ void UIComponentBaseDialog::whenAnimations_itemDoubleClicked(UltimateTreeItem* i
         newAnimationProperty();
 }
 
-// Layer until the property animation dialog exists: there is nothing to
-// make or change an entry in yet.
-void UIComponentBaseDialog::newAnimationProperty() {}
+void UIComponentBaseDialog::newAnimationProperty()
+{
+    if (!animationList)
+        return;
+    QJsonObject record;
+    if (!UIComponentAnimationDialog::edit(&record, animationFlags, this))
+        return;
+    UltimateTreeItem* row = animationRow(new QJsonObject(record));
+    UltimateTree* tree = animationList->tree();
+    if (UltimateTreeItem* current = tree->currentRow())
+        tree->insertRowAfter(row, current);
+    else
+        tree->addRow(row);
+    tree->setCurrentRow(row);
+    animationList->ensureRowVisible(row);
+}
 
-void UIComponentBaseDialog::editAnimationProperty() {}
+void UIComponentBaseDialog::editAnimationProperty()
+{
+    UltimateTreeItem* row = animationList ? animationList->tree()->currentRow() : nullptr;
+    if (!row || !row->userData())
+        return;
+    QJsonObject record = *row->userData();
+    if (!UIComponentAnimationDialog::edit(&record, animationFlags, this))
+        return;
+    *row->userData() = record;
+    fillAnimationRow(row, record);
+}
 
 void UIComponentBaseDialog::deleteAnimationProperty()
 {

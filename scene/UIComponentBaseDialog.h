@@ -117,6 +117,9 @@ private:
     // A list's menu with its first three entries: add, edit, delete.
     QMenu* recordMenu(const char* objectName, const QString& addText, void (UIComponentBaseDialog::*add)(),
                       void (UIComponentBaseDialog::*edit)(), void (UIComponentBaseDialog::*remove)());
+    static void fillAnimationRow(UltimateTreeItem* row, const QJsonObject& record);
+    // A row of the animation list owning its record.
+    static UltimateTreeItem* animationRow(QJsonObject* record);
     void setUpAnimationList(UltimateTreeWidget* animations, const QJsonArray& records);
     void setUpCustomPropertyList(UltimateTreeWidget* customProperties, const QJsonObject& values);
     void updateConfirm(QAbstractButton* confirm);

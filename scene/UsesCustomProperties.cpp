@@ -1,5 +1,6 @@
 #include "scene/UsesCustomProperties.h"
 
+#include "scene/CustomPropertyEdit.h"
 #include "widgets/ClipboardIdentifiers.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -16,8 +17,6 @@
 
 namespace {
 
-const QString OrdersFile = QStringLiteral("PropertyOrders.json");
-
 // The menu: add, edit, delete, separator, copy, cut, paste.
 enum MenuEntry { AddEntry = 0, EditEntry = 1, DeleteEntry = 2, CopyEntry = 4, CutEntry = 5, PasteEntry = 6 };
 
@@ -27,6 +26,8 @@ QString tr(const char* text)
 }
 
 }
+
+const QString UsesCustomProperties::OrdersFile = QStringLiteral("PropertyOrders.json");
 
 UsesCustomProperties::~UsesCustomProperties() = default;
 
@@ -55,6 +56,24 @@ QString UsesCustomProperties::clipboardText(const QString& name, const QString& 
         + QStringLiteral("{\"Name\":\"%1\",\"Prop\":\"%2\"}").arg(name, value);
 }
 
+QStringList UsesCustomProperties::orderedNames(const QJsonObject& values, const QJsonArray& order)
+{
+    QStringList names;
+    QSet<QString> placed;
+    for (const QJsonValue& entry : order) {
+        const QString name = entry.toString();
+        if (values.contains(name) && !placed.contains(name)) {
+            names.append(name);
+            placed.insert(name);
+        }
+    }
+    for (auto it = values.constBegin(); it != values.constEnd(); ++it) {
+        if (!placed.contains(it.key()))
+            names.append(it.key());
+    }
+    return names;
+}
+
 void UsesCustomProperties::loadProperties()
 {
     if (!list)
@@ -62,25 +81,15 @@ void UsesCustomProperties::loadProperties()
     list->tree()->clear();
     if (properties.isEmpty())
         return;
-    QSet<QString> shown;
     const QJsonObject orders = orderData ? orderData->value(OrdersFile).toObject() : QJsonObject();
-    const QJsonArray order = orders.value(customPropertiesKey()).toArray();
-    auto add = [this, &shown](const QString& name) {
+    QList<UltimateTreeItem*> rows;
+    for (const QString& name : orderedNames(properties, orders.value(customPropertiesKey()).toArray())) {
         UltimateTreeItem* row = new UltimateTreeItem();
         row->setText(0, name);
         row->setText(1, displayValue(properties.value(name).toString()));
-        list->tree()->addRow(row);
-        shown.insert(name);
-    };
-    for (const QJsonValue& entry : order) {
-        const QString name = entry.toString();
-        if (properties.contains(name) && !shown.contains(name))
-            add(name);
+        rows.append(row);
     }
-    for (auto it = properties.constBegin(); it != properties.constEnd(); ++it) {
-        if (!shown.contains(it.key()))
-            add(it.key());
-    }
+    list->tree()->addRows(rows);
 }
 
 void UsesCustomProperties::saveOrder()
@@ -122,11 +131,34 @@ void UsesCustomProperties::insertRow(const QString& name, const QString& value)
     list->ensureRowVisible(row);
 }
 
-// Layer until the custom property editor exists: there is nothing to type a
-// pair into yet, so adding and editing leave the list as it is.
-void UsesCustomProperties::newProperty(QWidget*) {}
+void UsesCustomProperties::newProperty(QWidget* ownerWidget)
+{
+    if (!list)
+        return;
+    QString name;
+    QString value;
+    if (!CustomPropertyEdit::edit(&name, &value, properties.keys(), ownerWidget))
+        return;
+    insertRow(name, value);
+    properties.insert(name, value);
+}
 
-void UsesCustomProperties::editProperty(QWidget*) {}
+void UsesCustomProperties::editProperty(QWidget* ownerWidget)
+{
+    UltimateTreeItem* row = list ? list->tree()->currentRow() : nullptr;
+    if (!row)
+        return;
+    const QString oldName = row->text(0);
+    QString name = oldName;
+    QString value = properties.value(oldName).toString();
+    if (!CustomPropertyEdit::edit(&name, &value, properties.keys(), ownerWidget))
+        return;
+    // A rename moves the value; the row keeps its place in the order.
+    properties.remove(oldName);
+    row->setText(0, name);
+    row->setText(1, displayValue(value));
+    properties.insert(name, value);
+}
 
 void UsesCustomProperties::deleteProperty()
 {

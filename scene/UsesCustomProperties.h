@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 
 class QMenu;
 class QWidget;
@@ -15,6 +17,9 @@ class UltimateTreeWidget;
 class UsesCustomProperties
 {
 public:
+    // The project's file of orders, and its key in the project's data.
+    static const QString OrdersFile;
+
     UsesCustomProperties() = default;
     virtual ~UsesCustomProperties();
     UsesCustomProperties(const UsesCustomProperties&) = delete;
@@ -43,6 +48,9 @@ public:
     // The pairs, with the list's order stored first.
     QJsonObject collectProperties();
 
+    // The names of values in a stored order: those of order that values
+    // hold, then the rest by name.
+    static QStringList orderedNames(const QJsonObject& values, const QJsonArray& order);
     // A value as the list shows it: every run of line breaks becomes " ↵ ".
     static QString displayValue(const QString& value);
     // The clipboard text of one pair. It is written by hand, without

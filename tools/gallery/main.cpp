@@ -25,6 +25,8 @@
 #include "logic/SwitchSelector.h"
 #include "logic/VelmoAnimationStyle.h"
 #include "logic/VelmoTextInputExtend.h"
+#include "scene/CustomPropertyEdit.h"
+#include "scene/UIComponentAnimationDialog.h"
 #include "theme/MorvikCSVTranslator.h"
 #include "theme/ThemeKey.h"
 #include "theme/ThemeManager.h"
@@ -695,6 +697,24 @@ bool runGameDataPicker(const QString& picker, QWidget* parent)
     } else if (picker.startsWith(QLatin1String("condition:"))) {
         QJsonObject condition = conditionSample(picker.section(QLatin1Char(':'), 1).toInt());
         openConditionDialog(&condition, &accepted, parent, &projectData);
+    } else if (picker.startsWith(QLatin1String("animation"))) {
+        // "animation:N" shows an entry of property N, on a window that can
+        // animate everything.
+        VelmoAnimationStyle::install(&projectData);
+        const int property = picker.section(QLatin1Char(':'), 1).toInt();
+        QJsonObject entry{{"Property", property}, {"Type", 2}, {"Duration", 90}, {"EasingCurve", 5},
+                          {"ActivateType", QJsonObject{{"Type", 0}, {"RunType", 3}}}, {"Reset", true},
+                          {"ReturnEasing", 1}, {"StartX", -40}, {"EndX", 120}, {"StartScaleWidth", 0.5},
+                          {"EndScaleWidth", 1.25}, {"StartOpacity", 0}, {"EndOpacity", 1}, {"StartRotation", -90},
+                          {"EndRotation", 90}, {"StartOffset", 8}, {"EndOffset", 64}};
+        UIComponentAnimationDialog(&entry, &accepted, UIComponentAnimationDialog::HasOpenness
+                                                          | UIComponentAnimationDialog::HasRepeatOffset,
+                                   parent)
+            .exec();
+    } else if (picker == QLatin1String("property")) {
+        QString name = QStringLiteral("Greeting");
+        QString value = QStringLiteral("Welcome back,\nhero!");
+        CustomPropertyEdit(&name, &value, {name, QStringLiteral("Speed")}, &accepted, parent).exec();
     } else if (picker.startsWith(QLatin1String("text"))) {
         QJsonObject value = dynamicSample(picker);
         RMTextSelector(&value, &accepted, &projectData, parent).exec();
@@ -723,10 +743,10 @@ int main(int argc, char** argv)
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("picker"),
                       QStringLiteral("Open a picker over the gallery: color, image, font, easing, switch, variable, "
-                                     "database, code, actor, dynamic, runtype, the dynamic text or number "
-                                     "input (text, number, with :TYPE for a value of that \"Type\"), the "
-                                     "condition list (conditions), its chooser (condition-chooser) or a kind's "
-                                     "dialog (condition:TYPE)."),
+                                     "database, code, actor, dynamic, runtype, animation (with :PROPERTY), "
+                                     "property, the dynamic text or number input (text, number, with :TYPE for a "
+                                     "value of that \"Type\"), the condition list (conditions), its chooser "
+                                     "(condition-chooser) or a kind's dialog (condition:TYPE)."),
                       QStringLiteral("kind")});
     parser.addOption({QStringLiteral("project"),
                       QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),
