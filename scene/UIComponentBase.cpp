@@ -352,8 +352,10 @@ void UIComponentBase::recomputeBounds(bool reset)
     const double factor = zoomFactor();
     const double w = width * factor;
     const double h = height * factor;
-    const QPointF topLeft(qRound(-w / 2), qRound(-h / 2));
-    const QPointF bottomRight(qRound(w / 2) - 1, qRound(h / 2) - 1);
+    // Rounded as doubles: a component of int-sized width at a zoom above 1
+    // is beyond int.
+    const QPointF topLeft(std::round(-w / 2), std::round(-h / 2));
+    const QPointF bottomRight(std::round(w / 2) - 1, std::round(h / 2) - 1);
     const QPointF centre = (topLeft + bottomRight) / 2;
     QTransform turn;
     turn.translate(centre.x(), centre.y());
