@@ -2,6 +2,7 @@
 
 #include "app/HudDocument.h"
 #include "components/ComponentKinds.h"
+#include "logic/AddonDisplay.h"
 #include "logic/ConditionDisplay.h"
 #include "logic/DynamicValueDisplay.h"
 #include "logic/RMActorSelector.h"
@@ -150,6 +151,29 @@ void writeConditions(const QJsonObject& component, const QJsonObject* projectDat
         out << indent << "- Condition " << ++number << ": " << conditionEntryText(condition, projectData) << "\n";
 }
 
+// A component's add-ons, one line each with their kind and one-line data.
+void writeAddons(const QJsonObject& data, const QJsonObject* projectData, const QString& indent, QTextStream& out)
+{
+    const QJsonValue addons = data.value(QStringLiteral("Addons"));
+    if (addons.isUndefined())
+        return;
+    if (!addons.isArray()) {
+        out << indent << "- Add-ons: (not a list of add-ons)\n";
+        return;
+    }
+    int number = 0;
+    for (const QJsonValue& addon : addons.toArray()) {
+        out << indent << "- Add-on " << ++number << ": ";
+        const QString kind = addonTypeText(addon.toObject());
+        if (!addon.isObject())
+            out << "(not an add-on)\n";
+        else if (kind.isEmpty())
+            out << "(unknown add-on)\n";
+        else
+            out << kind << ": " << addonDataText(addon.toObject(), projectData) << "\n";
+    }
+}
+
 QString sizeText(const QJsonObject& component, const ComponentKinds::Kind* kind)
 {
     if (!kind)
@@ -190,7 +214,9 @@ void writeComponents(const QJsonArray& components, const QJsonObject* projectDat
         // The kind's own data object first; a kind this program doesn't know
         // shows every data object it has.
         if (kind) {
-            writeData(component.value(QLatin1String(kind->dataKey)).toObject(), projectData, inner, out);
+            const QJsonObject data = component.value(QLatin1String(kind->dataKey)).toObject();
+            writeData(data, projectData, inner, out);
+            writeAddons(data, projectData, inner, out);
         } else {
             for (auto it = component.begin(); it != component.end(); ++it) {
                 if (it.key().endsWith(QLatin1String("Data")) && it.value().isObject())
