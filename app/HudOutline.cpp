@@ -118,6 +118,9 @@ void writeData(const QJsonObject& data, const QJsonObject* projectData, const QS
 {
     for (auto it = data.begin(); it != data.end(); ++it) {
         const QString key = it.key();
+        // The add-ons have lines of their own.
+        if (key == QLatin1String("Addons"))
+            continue;
         if (key == QLatin1String("Params") && it.value().isObject()) {
             // A custom HUD's number parameters may be dynamic numbers; texts
             // and the list's own value (true) are plain.

@@ -106,9 +106,9 @@ ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTi
     addonOrNote = new AddonOrNotebox();
     lists->addTab(UIComponentBaseDialog::tr("Add-ons"), addonOrNote);
     lists->setCurrentIndex(0, true, true);
-    // Wide enough for both tab labels and the column titles in longer
+    // Wide enough for the three tab labels and the column titles in longer
     // languages than English.
-    lists->setMinimumWidth(440);
+    lists->setMinimumWidth(560);
     columns->addWidget(lists, 2);
     contentLayout->addLayout(columns, 1);
 

@@ -46,7 +46,7 @@ AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
     tree->setColumnCount(2);
     tree->setColumnTitle(0, tr("Type"));
     tree->setColumnTitle(1, tr("Data"));
-    tree->setColumnWidth(0, 110);
+    tree->setColumnWidth(0, 140);
     tree->setFiller(true, QString());
     tree->setRowHeight(20);
     tree->setTextOffset(4);
