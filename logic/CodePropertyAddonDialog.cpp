@@ -23,19 +23,21 @@ CodePropertyAddonDialog::CodePropertyAddonDialog(QJsonObject* object, bool* acce
 {
     setObjectName(QStringLiteral("CodePropertyAddonDialog"));
     addFields("PropertyType", tr("Property"), tr("Property"), tr("The property modifed by the code."));
-    QVector<AddonTables::Property> offered = AddonTables::offeredProperties(capabilities);
+    const QVector<AddonTables::Property> offered = AddonTables::offeredProperties(capabilities);
+    for (const AddonTables::Property& entry : offered)
+        choice()->addItem(QCoreApplication::translate("", entry.label), entry.value);
+    // A property the kind doesn't offer (a pasted or older add-on) or one
+    // this program doesn't know stays choosable, so that opening the add-on
+    // doesn't change it.
     const int stored = object->value(QStringLiteral("Property")).toInt(offered.first().value);
-    // A property the kind doesn't offer (a pasted or older add-on) stays
-    // choosable, so that opening the add-on doesn't change it.
-    const AddonTables::Property* kept = AddonTables::property(stored);
     bool found = false;
     for (const AddonTables::Property& entry : offered)
         found = found || entry.value == stored;
-    if (kept && !found)
-        offered.append(*kept);
-    for (const AddonTables::Property& entry : offered)
-        choice()->addItem(QCoreApplication::translate("", entry.label), entry.value);
-    choice()->selectByData(kept ? stored : offered.first().value);
+    if (!found) {
+        const AddonTables::Property* known = AddonTables::property(stored);
+        choice()->addItem(known ? QCoreApplication::translate("", known->label) : QString::number(stored), stored);
+    }
+    choice()->selectByData(stored);
     shownProperty = choice()->currentData();
     setCode(object->value(QStringLiteral("Code")).toString(defaultCode(shownProperty)));
     finishForm(tr("Code Property Setup"));

@@ -345,6 +345,8 @@ private slots:
         QTest::newRow("click code") << R"({"Type":3,"ClickType":1,"Code":"SceneManager.push(Scene_Menu);"})";
         QTest::newRow("property") << R"({"Type":4,"Property":10,"Code":"return 4;"})";
         QTest::newRow("behavior") << R"({"Type":5,"Behavior":3,"Code":"cleanUp();"})";
+        QTest::newRow("unknown property") << R"({"Type":4,"Property":40,"Code":"return 4;"})";
+        QTest::newRow("unknown behavior") << R"({"Type":5,"Behavior":9,"Code":"later();"})";
     }
 
     void storedAddonsComeBackUnchanged()
