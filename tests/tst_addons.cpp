@@ -474,6 +474,35 @@ private slots:
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("first\n\nsecond"));
     }
 
+    // A double-click below the rows opens the chooser once; the menu names
+    // the add-on entries.
+    void doubleClickOnTheBlankAddsOne()
+    {
+        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
+            component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
+                QWidget* viewport = box->list()->tree()->viewport();
+                const TestEnvironment::Seen seen = answering(
+                    [&]() {
+                        QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier,
+                                           QPoint(60, viewport->height() - 8));
+                    },
+                    {press("codeBehavior"), press("confirmButton"), TestEnvironment::closeByFrame()});
+                QCOMPARE(seen.count, 2);
+                QCOMPARE(rowTexts(box->list()), QStringList{"Code Behavior | On Create: // Insert code here."});
+                clickRow(box->list(), 0);
+                box->on_addons_customContextMenuRequested(box->list()->mapToGlobal(QPoint(10, 10)));
+                QTRY_VERIFY(box->contextMenu()->isVisible());
+                QStringList texts;
+                for (QAction* action : box->contextMenu()->actions()) {
+                    if (!action->isSeparator() && action->isVisible())
+                        texts.append(action->text());
+                }
+                QCOMPARE(texts, (QStringList{"Add New Addon", "Edit Addon", "Delete Addon", "Copy Addon", "Cut Addon"}));
+                box->contextMenu()->hide();
+            });
+        QCOMPARE(dataOf(written).value("Addons").toArray().size(), 1);
+    }
+
     // What the program can't edit keeps its row and its place, opens
     // nothing and is written back as it came.
     void unknownAndBrokenAddonsAreKept()
