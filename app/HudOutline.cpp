@@ -2,6 +2,7 @@
 
 #include "app/HudDocument.h"
 #include "components/ComponentKinds.h"
+#include "logic/AddonDisplay.h"
 #include "logic/ConditionDisplay.h"
 #include "logic/DynamicValueDisplay.h"
 #include "logic/RMActorSelector.h"
@@ -120,6 +121,9 @@ void writeData(const QJsonObject& data, const QJsonObject* projectData, const QS
 {
     for (auto it = data.begin(); it != data.end(); ++it) {
         const QString key = it.key();
+        // The add-ons have lines of their own.
+        if (key == QLatin1String("Addons"))
+            continue;
         if (key == QLatin1String("Params") && it.value().isObject()) {
             // A custom HUD's number parameters may be dynamic numbers; texts
             // and the list's own value (true) are plain.
@@ -183,6 +187,29 @@ void writeExtras(const QJsonObject& component, const QJsonObject* projectData, c
             << "\" = " << UsesCustomProperties::displayValue(properties.value(name).toString()) << "\n";
 }
 
+// A component's add-ons, one line each with their kind and one-line data.
+void writeAddons(const QJsonObject& data, const QJsonObject* projectData, const QString& indent, QTextStream& out)
+{
+    const QJsonValue addons = data.value(QStringLiteral("Addons"));
+    if (addons.isUndefined())
+        return;
+    if (!addons.isArray()) {
+        out << indent << "- Add-ons: (not a list of add-ons)\n";
+        return;
+    }
+    int number = 0;
+    for (const QJsonValue& addon : addons.toArray()) {
+        out << indent << "- Add-on " << ++number << ": ";
+        const QString kind = addonTypeText(addon.toObject());
+        if (!addon.isObject())
+            out << "(not an add-on)\n";
+        else if (kind.isEmpty())
+            out << "(unknown add-on)\n";
+        else
+            out << kind << ": " << addonDataText(addon.toObject(), projectData) << "\n";
+    }
+}
+
 QString sizeText(const QJsonObject& component, const ComponentKinds::Kind* kind)
 {
     if (!kind)
@@ -223,7 +250,9 @@ void writeComponents(const QJsonArray& components, const QJsonObject* projectDat
         // The kind's own data object first; a kind this program doesn't know
         // shows every data object it has.
         if (kind) {
-            writeData(component.value(QLatin1String(kind->dataKey)).toObject(), projectData, inner, out);
+            const QJsonObject data = component.value(QLatin1String(kind->dataKey)).toObject();
+            writeData(data, projectData, inner, out);
+            writeAddons(data, projectData, inner, out);
         } else {
             for (auto it = component.begin(); it != component.end(); ++it) {
                 if (it.key().endsWith(QLatin1String("Data")) && it.value().isObject())

@@ -7,9 +7,9 @@ class QTextStream;
 // The outline of a HUD as text: its components as an indented tree, each
 // with its kind, name, position and size, and under it its display
 // conditions, every value of its data that the game computes at run time
-// (dynamic texts and numbers, lists, actors, dynamic inputs of fields) as
-// the editor shows them, its property animations and its custom
-// properties. It
+// (dynamic texts and numbers, lists, actors, dynamic inputs of fields) and
+// its add-ons as the editor shows them, its property animations and its
+// custom properties. It
 // reads the JSON only, so a damaged or unknown value is shown as such and
 // never stops it.
 namespace HudOutline {

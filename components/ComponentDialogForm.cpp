@@ -1,6 +1,7 @@
 #include "components/ComponentDialogForm.h"
 
 #include "components/ComponentKinds.h"
+#include "logic/AddonOrNotebox.h"
 #include "scene/UIComponentBase.h"
 #include "scene/UIComponentBaseDialog.h"
 #include "theme/ThemeKey.h"
@@ -44,7 +45,8 @@ QGridLayout* fieldGrid(MyGroupBox* box)
 }
 
 ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTitleBar* titleBar, QWidget* content,
-                                         QVBoxLayout* contentLayout, QJsonObject* json, int type)
+                                         QVBoxLayout* contentLayout, QJsonObject* json, int type,
+                                         QJsonObject* projectData)
     : titleBar(titleBar), dialog(dialog), content(content), json(json), type(type)
 {
     const ComponentKinds::Kind* kind = ComponentKinds::find(type);
@@ -101,10 +103,12 @@ ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTi
     customProperties->setObjectName(QStringLiteral("customProperties"));
     lists->addTab(UIComponentBaseDialog::tr("Animations"), animations);
     lists->addTab(UIComponentBaseDialog::tr("Custom Properties"), customProperties);
+    addonOrNote = new AddonOrNotebox();
+    lists->addTab(UIComponentBaseDialog::tr("Add-ons"), addonOrNote);
     lists->setCurrentIndex(0, true, true);
-    // Wide enough for both tab labels and the column titles in longer
+    // Wide enough for the three tab labels and the column titles in longer
     // languages than English.
-    lists->setMinimumWidth(440);
+    lists->setMinimumWidth(560);
     columns->addWidget(lists, 2);
     contentLayout->addLayout(columns, 1);
 
@@ -138,6 +142,7 @@ ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTi
         Rotation->setEnabled(false);
         Opacity->setEnabled(false);
     }
+    addonOrNote->loadData(dataObject(), projectData, kind ? kind->capabilities : 0, dialog);
 }
 
 MyGroupBox* ComponentDialogForm::addPropertyBox(const QString& title, const char* objectName)
@@ -333,12 +338,6 @@ void ComponentDialogForm::writeDataObject(QJsonObject data) const
         data.insert(QStringLiteral("Width"), Width->text().toInt());
         data.insert(QStringLiteral("Height"), Height->text().toInt());
     }
-    // Layer until the add-on box exists: the component's add-ons and the
-    // note derived from them pass through the dialog as they came.
-    const QJsonObject before = dataObject();
-    for (const QString& key : {QStringLiteral("Addons"), QStringLiteral("Note")}) {
-        if (before.contains(key))
-            data.insert(key, before.value(key));
-    }
+    addonOrNote->saveData(&data);
     json->insert(QLatin1String(kind->dataKey), data);
 }

@@ -7,6 +7,7 @@
 #include <QString>
 
 class CustomTitleBar;
+class AddonOrNotebox;
 class MyButton;
 class MyColorPickerButton;
 class MyComboBox;
@@ -33,7 +34,7 @@ public:
     // Builds the form into the dialog's content for the component json of
     // the kind type, and fills the shared fields from json.
     ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTitleBar* titleBar, QWidget* content,
-                        QVBoxLayout* contentLayout, QJsonObject* json, int type);
+                        QVBoxLayout* contentLayout, QJsonObject* json, int type, QJsonObject* projectData);
 
     // The kind's own box below the shared one, titled and named as given;
     // its grid has two columns of fields.
@@ -69,7 +70,7 @@ public:
     QJsonObject dataObject() const;
     // Confirm: the shared fields into the component's object, then the
     // kind's new data object under its key (with the size of a kind that
-    // stores one, and what the add-on box would write).
+    // stores one, and the add-ons with the note derived from them).
     void applyCommonFields();
     void writeDataObject(QJsonObject data) const;
 
@@ -89,6 +90,7 @@ public:
     MyLineEdit* Opacity;
     UltimateTreeWidget* animations;
     UltimateTreeWidget* customProperties;
+    AddonOrNotebox* addonOrNote;
     QLabel* note = nullptr;
     MyButton* confirmButton;
     MyButton* cancelButton;

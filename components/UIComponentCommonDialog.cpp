@@ -22,7 +22,7 @@ ComponentDialogForm UIComponentCommonDialog::layOut(QJsonObject* json)
 {
     const FormFrame frame = layOutForm();
     return ComponentDialogForm(this, frame.titleBar, frame.content, frame.contentLayout, json,
-                               json->value(QStringLiteral("Type")).toInt(-1));
+                               json->value(QStringLiteral("Type")).toInt(-1), projectData);
 }
 
 void UIComponentCommonDialog::on_confirmButton_clicked()

@@ -40,7 +40,8 @@ UIComponentShapeDialog::UIComponentShapeDialog(QJsonObject* json, bool* accepted
 ComponentDialogForm UIComponentShapeDialog::layOut(QJsonObject* json)
 {
     const FormFrame frame = layOutForm();
-    return ComponentDialogForm(this, frame.titleBar, frame.content, frame.contentLayout, json, ComponentKinds::Shape);
+    return ComponentDialogForm(this, frame.titleBar, frame.content, frame.contentLayout, json, ComponentKinds::Shape,
+                               projectData);
 }
 
 void UIComponentShapeDialog::on_confirmButton_clicked()

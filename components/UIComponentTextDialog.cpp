@@ -62,7 +62,8 @@ UIComponentTextDialog::UIComponentTextDialog(QJsonObject* json, bool* accepted, 
 ComponentDialogForm UIComponentTextDialog::layOut(QJsonObject* json)
 {
     const FormFrame frame = layOutForm();
-    return ComponentDialogForm(this, frame.titleBar, frame.content, frame.contentLayout, json, ComponentKinds::Text);
+    return ComponentDialogForm(this, frame.titleBar, frame.content, frame.contentLayout, json, ComponentKinds::Text,
+                               projectData);
 }
 
 void UIComponentTextDialog::on_Text_clicked()

@@ -255,6 +255,31 @@ private slots:
 
     // Every kind of value a component holds is shown under it, with names
     // from the project; what isn't a value the editor knows is said so.
+    // A component's add-ons follow its values, one line each as the add-on
+    // list shows them; what isn't an add-on says so.
+    void outlineShowsAddons()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("outline-addons"));
+        const QByteArray document = R"j({"Map":0,"Battle":1,"Data":[{"HUD":[
+            {"Type":0,"ID":1,"Name":"Label","X":1,"Y":2,"TextData":{"Note":"hi\nthere","Addons":[
+              {"Type":0,"Note":"hi\nthere"},{"Type":2,"HoverType":2,"ID":1},
+              {"Type":4,"Property":7,"Code":"return 1;"},{"Type":42},7]}},
+            {"Type":1,"ID":2,"X":0,"Y":0,"ShapeData":{"Addons":{"Type":0}}}]},{"HUD":[]}]})j";
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), document);
+        const Result result =
+            run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.out, QStringLiteral("HUD \"Map HUD\" (the Map HUD): 2 components\n"
+                                            "  Text \"Label\" at 1, 2, scale 100% x 100%\n"
+                                            "    - Add-on 1: Note: hi \u23ce there\n"
+                                            "    - Add-on 2: Hover: Bind to [0001] Show HUD\n"
+                                            "    - Add-on 3: Code Property: Opacity: return 1;\n"
+                                            "    - Add-on 4: (unknown add-on)\n"
+                                            "    - Add-on 5: (not an add-on)\n"
+                                            "  Shape (no name) at 0, 0, 100 x 100\n"
+                                            "    - Add-ons: (not a list of add-ons)\n"));
+    }
+
     void outlineShowsEveryValue()
     {
         const QString project = TestEnvironment::makeProject(QStringLiteral("outline"));

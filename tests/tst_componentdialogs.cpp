@@ -178,16 +178,40 @@ QJsonObject confirmed(QJsonObject component)
     return component;
 }
 
-// What the dialogs of Text and Shape write into their data object: the
-// keys of their table, the dialog's default for a missing one, and the
-// add-ons with their note as they came; every other key is gone. The other
-// kinds keep their data object as it is.
+// The add-on keys every dialog writes into the data object at confirm: the
+// add-ons in their order (a lone note of an older component becomes one
+// note add-on) and "Note" rebuilt from the note add-ons, empty without any.
+QJsonObject withAddonKeys(QJsonObject data)
+{
+    QJsonArray addons = data.value("Addons").toArray();
+    const QString note = data.value("Note").toString();
+    if (addons.isEmpty() && !note.isEmpty())
+        addons = QJsonArray{QJsonObject{{"Type", 0}, {"Note", note}}};
+    QStringList notes;
+    for (const QJsonValue& addon : addons) {
+        if (addon.toObject().value("Type") == QJsonValue(0))
+            notes.append(addon.toObject().value("Note").toString());
+    }
+    data.insert("Addons", addons);
+    data.insert("Note", notes.join("\n\n"));
+    return data;
+}
+
+// What the dialogs write into their data object. Text and Shape: the keys
+// of their table, the dialog's default for a missing one, and the add-on
+// keys; every other key is gone. The other kinds keep their data object as
+// it is, with the add-on keys rewritten.
 QJsonObject ownDataObject(QJsonObject component)
 {
     const int type = component.value("Type").toInt(-1);
-    if (type != 0 && type != 1)
+    if (type < 0 || type > 13)
         return component;
-    const char* dataKey = type == 0 ? "TextData" : "ShapeData";
+    const char* dataKey = Kinds[type].dataKey;
+    const QJsonObject before = component.value(dataKey).toObject();
+    if (type != 0 && type != 1) {
+        component.insert(dataKey, withAddonKeys(before));
+        return component;
+    }
     const QJsonObject defaults =
         type == 0 ? QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
                                 {"FontFamily", ""},
@@ -201,7 +225,6 @@ QJsonObject ownDataObject(QJsonObject component)
                   : QJsonObject{{"Width", 100},         {"Height", 100},          {"Shape", 0},
                                 {"OutlineSize", 0},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
                                 {"OutlineOpacity", 100}};
-    const QJsonObject before = component.value(dataKey).toObject();
     QJsonObject after;
     for (auto key = defaults.begin(); key != defaults.end(); ++key)
         after.insert(key.key(), before.contains(key.key()) ? before.value(key.key()) : key.value());
@@ -209,7 +232,7 @@ QJsonObject ownDataObject(QJsonObject component)
         if (before.contains(kept))
             after.insert(kept, before.value(kept));
     }
-    component.insert(dataKey, after);
+    component.insert(dataKey, withAddonKeys(after));
     return component;
 }
 
@@ -331,6 +354,7 @@ private slots:
                              }),
                              press("confirmButton")});
         expected.insert("Opacity", 0.833333);
+        expected.insert("PictureData", withAddonKeys(expected.value("PictureData").toObject()));
         COMPARE_JSON(loaded->data(), expected);
         QCOMPARE(editor.firstRowText(), QString());
     }
@@ -451,7 +475,7 @@ private slots:
         const QJsonObject data = editor.scene->components().value(0)->data();
         QCOMPARE(data.value("Name"), QJsonValue(QString()));
         QCOMPARE(data.value("Opacity").toDouble(), 0.5);
-        QCOMPARE(data.value("GroupData"), QJsonValue(QJsonObject()));
+        QCOMPARE(data.value("GroupData"), QJsonValue(withAddonKeys(QJsonObject())));
         QCOMPARE(editor.firstRowText(), QString());
     }
 
@@ -597,7 +621,7 @@ private slots:
         QCOMPARE(made.value("Name").toString(), QStringLiteral("Frame"));
         QCOMPARE(made.value("X").toInt(), 200);
         QCOMPARE(made.value("Y").toInt(), 150);
-        QCOMPARE(made.value("WindowData"), QJsonValue(QJsonObject{{"Width", 100}, {"Height", 100}}));
+        QCOMPARE(made.value("WindowData"), QJsonValue(withAddonKeys(QJsonObject{{"Width", 100}, {"Height", 100}})));
         QCOMPARE(made.value("Opacity").toDouble(), 1.0);
         QCOMPARE(editor.scene->idCounter(), 42);
     }

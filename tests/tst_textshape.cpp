@@ -432,7 +432,9 @@ private slots:
         const QJsonObject made = text->data();
         const QJsonObject expected{{"Text", plain("Gold:")}, {"FontFamily", ""},     {"FontSize", 24},
                                    {"OutlineSize", 4},       {"Alignment", 0},       {"MaxWidth", 200},
-                                   {"Color", "#ffffff"},     {"OutlineColor", "#000000"}, {"OutlineOpacity", 50}};
+                                   {"Color", "#ffffff"},     {"OutlineColor", "#000000"}, {"OutlineOpacity", 50},
+                                   // A new component has no add-ons and an empty note.
+                                   {"Addons", QJsonArray()}, {"Note", ""}};
         QCOMPARE(made.value("TextData").toObject(), expected);
         QCOMPARE(made.value("ScaleX").toDouble(), 1.0);
         // A new text is 200 + 4 wide, the font's height + 4 high.
@@ -657,7 +659,7 @@ private slots:
         const QJsonObject made = editor.scene->components().at(0)->data();
         const QJsonObject expected{{"Width", 60},          {"Height", 100},          {"Shape", 1},
                                    {"OutlineSize", 6},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
-                                   {"OutlineOpacity", 40}};
+                                   {"OutlineOpacity", 40}, {"Addons", QJsonArray()}, {"Note", ""}};
         QCOMPARE(made.value("ShapeData").toObject(), expected);
         QCOMPARE(made.value("Name").toString(), QStringLiteral("Shape (ID 1)"));
         QCOMPARE(editor.scene->components().at(0)->width, 60);

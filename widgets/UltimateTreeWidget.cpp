@@ -111,7 +111,14 @@ void UltimateTreeWidget::setupContextActions(QMenu* menu, const char* copyText, 
 
 bool UltimateTreeWidget::clipboardRecord(QJsonObject* record) const
 {
-    return ClipboardIdentifiers::readObject(QApplication::clipboard()->text(), clipboardId, record);
+    QJsonObject found;
+    if (!ClipboardIdentifiers::readObject(QApplication::clipboard()->text(), clipboardId, &found))
+        return false;
+    if (pasteCheck && !pasteCheck(found))
+        return false;
+    if (record)
+        *record = found;
+    return true;
 }
 
 void UltimateTreeWidget::updateContextActions(const QList<QAction*>& actions, UltimateTreeItem* row,

@@ -59,6 +59,9 @@ public:
     void setDeleteCheck(const DeleteCheck& check) { deleteCheck = check; }
     // Asked before a copy; false leaves the clipboard alone.
     void setCopyCheck(const DeleteCheck& check) { copyCheck = check; }
+    // Asked of a record on the clipboard before it is offered or pasted;
+    // false leaves the list alone.
+    void setPasteCheck(const std::function<bool(const QJsonObject&)>& check) { pasteCheck = check; }
     void setUniqueNames(bool on) { uniqueNames = on; }
 
     void scrollToBottom();
@@ -103,5 +106,6 @@ private:
     CopyHook copyHook;
     DeleteCheck deleteCheck;
     DeleteCheck copyCheck;
+    std::function<bool(const QJsonObject&)> pasteCheck;
     bool uniqueNames = false;
 };

@@ -1,9 +1,10 @@
 // The widget gallery: every form widget of the program in each of its looks,
 // side by side, so that a theme or a language can be checked at a glance.
 // Usage: velmora-gallery [--theme NAME] [--language FILE.csv] [--screenshot FILE.png] [--alert]
-//                        [--dialog selector|TYPE]
+//                        [--dialog selector|TYPE|TYPE:addons]
 //                        [--picker color|image|font|easing|switch|variable|database|code|actor|dynamic|runtype
 //                                  |conditions|condition-chooser|condition:TYPE
+//                                  |addon-chooser|addon:TYPE
 //                                  |text[:TYPE]|number[:TYPE]]
 //                        [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
@@ -13,7 +14,10 @@
 #include "app/Startup.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/UIComponentBaseDialog.h"
+#include "components/ComponentKinds.h"
 #include "components/VelmoUISelector.h"
+#include "logic/AddonSelector.h"
+#include "logic/OpenAddonDialog.h"
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMActorSelector.h"
 #include "logic/RMCodeInput.h"
@@ -569,11 +573,31 @@ private:
     QLabel* errorHolder;
 };
 
+// An add-on of one "Type", as a user might have made it.
+QJsonObject addonSample(int type)
+{
+    const QByteArray samples[] = {
+        R"j({"Type":0,"Note":"Shown on the map only.\nAsk Mira before moving it."})j",
+        R"j({"Type":1,"FilterType":1,"Tone":"#a87532","Grey":35})j",
+        R"j({"Type":2,"HoverType":0,"ID":2})j",
+        R"j({"Type":3,"ClickType":1,"Code":"SceneManager.push(Scene_Menu);"})j",
+        R"j({"Type":4,"Property":7,"Code":"return $gameParty.inBattle() ? 0.5 : 1.0;"})j",
+        R"j({"Type":5,"Behavior":2,"Code":"// Insert code here."})j",
+    };
+    return QJsonDocument::fromJson(samples[qBound(0, type, 5)]).object();
+}
+
 // A component of the kind as a document has it, with a condition, two
-// animations and two custom properties, for its property dialog.
+// animations, two custom properties and an add-on of each kind, for its
+// property dialog.
 QJsonObject sampleComponent(int type)
 {
+    QJsonArray addons;
+    for (int addon = 0; addon < 6; ++addon)
+        addons.append(addonSample(addon));
+    const ComponentKinds::Kind* kind = ComponentKinds::find(type);
     return QJsonObject{
+        {kind ? kind->dataKey : "Data", QJsonObject{{"Addons", addons}}},
         {"ID", 7},
         {"Type", type},
         {"Name", "Gold Amount"},
@@ -595,7 +619,7 @@ QJsonObject sampleComponent(int type)
 int showDialog(const QString& which, const QString& shot)
 {
     static QJsonObject projectData;
-    QJsonObject json = sampleComponent(which.toInt());
+    QJsonObject json = sampleComponent(which.section(QLatin1Char(':'), 0, 0).toInt());
     bool accepted = false;
     QScopedPointer<TrovDialog> dialog;
     if (which == QLatin1String("selector"))
@@ -605,6 +629,11 @@ int showDialog(const QString& which, const QString& shot)
                          .release());
     if (!dialog)
         return 1;
+    // "TYPE:addons" opens on the add-on list.
+    if (which.endsWith(QLatin1String(":addons"))) {
+        if (MyTabSystem* lists = dialog->findChild<MyTabSystem*>(QStringLiteral("lists")))
+            lists->setCurrentIndex(2, true, true);
+    }
     if (shot.isEmpty())
         return dialog->exec();
     dialog->show();
@@ -715,6 +744,13 @@ bool runGameDataPicker(const QString& picker, QWidget* parent)
         QString name = QStringLiteral("Greeting");
         QString value = QStringLiteral("Welcome back,\nhero!");
         CustomPropertyEdit(&name, &value, {name, QStringLiteral("Speed")}, &accepted, parent).exec();
+    } else if (picker == QLatin1String("addon-chooser")) {
+        QJsonObject addon;
+        AddonSelector(&addon, &accepted, &projectData, ComponentKinds::capabilities(ComponentKinds::Window), parent)
+            .exec();
+    } else if (picker.startsWith(QLatin1String("addon:"))) {
+        QJsonObject addon = addonSample(picker.section(QLatin1Char(':'), 1).toInt());
+        openAddonDialog(&addon, &accepted, &projectData, ComponentKinds::capabilities(ComponentKinds::Window), parent);
     } else if (picker.startsWith(QLatin1String("text"))) {
         QJsonObject value = dynamicSample(picker);
         RMTextSelector(&value, &accepted, &projectData, parent).exec();

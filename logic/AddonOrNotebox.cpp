@@ -1,0 +1,192 @@
+#include "logic/AddonOrNotebox.h"
+
+#include "logic/AddonDisplay.h"
+#include "logic/AddonSelector.h"
+#include "logic/AddonTables.h"
+#include "logic/OpenAddonDialog.h"
+#include "widgets/ClipboardIdentifiers.h"
+#include "widgets/TrovDialog.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QAction>
+#include <QIcon>
+#include <QJsonArray>
+#include <QMenu>
+#include <QStringList>
+#include <QVBoxLayout>
+
+namespace {
+
+// The menu: add, edit, delete, separator, copy, cut, paste.
+enum MenuEntry { EditEntry = 1, DeleteEntry = 2, CopyEntry = 4, CutEntry = 5, PasteEntry = 6 };
+
+const QString ForeignKey = QStringLiteral("Entry");
+
+}
+
+AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("addonOrNote"));
+    QVBoxLayout* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    QWidget* addonBox = new QWidget(this);
+    addonBox->setObjectName(QStringLiteral("addonBox"));
+    QVBoxLayout* boxLayout = new QVBoxLayout(addonBox);
+    boxLayout->setContentsMargins(0, 0, 0, 0);
+    addons = new UltimateTreeWidget(addonBox);
+    addons->setObjectName(QStringLiteral("addons"));
+    boxLayout->addWidget(addons);
+    layout->addWidget(addonBox);
+
+    addons->addHeader();
+    addons->setClipboardId(ClipboardIdentifiers::Addon);
+    UltimateTree* tree = addons->tree();
+    tree->setColumnCount(2);
+    tree->setColumnTitle(0, tr("Type"));
+    tree->setColumnTitle(1, tr("Data"));
+    tree->setColumnWidth(0, 140);
+    tree->setFiller(true, QString());
+    tree->setRowHeight(20);
+    tree->setTextOffset(4);
+    tree->setRelocationEnabled(true);
+    tree->setKeepSelectionLook(true);
+    tree->setRowDeleter([](UltimateTreeItem* row) { delete row->userData(); });
+    addons->connectClipboardKeys();
+    addons->setListFunctions([](QJsonObject* record) { return addonTypeText(*record); },
+                             [this](UltimateTreeItem* row, QJsonObject* record) {
+                                 addonDisplay(row, *record, projectData);
+                             });
+    // Only what the component could take again travels.
+    // Only add-ons of a known kind travel.
+    addons->setCopyCheck([](UltimateTreeItem* row) {
+        return row->id() != ForeignRow && AddonTables::kind(row->userData()->value(QStringLiteral("Type")).toInt(-1));
+    });
+    addons->setPasteCheck([this](const QJsonObject& record) { return AddonTables::accepts(capabilities, record); });
+    tree->startView();
+
+    menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("addonMenu"));
+    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")), tr("Add New Addon")),
+            &QAction::triggered, this, &AddonOrNotebox::CreateAddon);
+    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit Addon")),
+            &QAction::triggered, this, &AddonOrNotebox::EditAddon);
+    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete Addon")),
+            &QAction::triggered, this, &AddonOrNotebox::DeleteAddon);
+    addons->setupContextActions(menu, QT_TR_NOOP("Copy Addon"), QT_TR_NOOP("Cut Addon"), QT_TR_NOOP("Paste"));
+    connect(addons, &UltimateTreeWidget::onDeleteKeyPress, this, &AddonOrNotebox::DeleteAddon);
+    connect(addons, &UltimateTreeWidget::doubleClickedBlank, this, &AddonOrNotebox::CreateAddon);
+    QMetaObject::connectSlotsByName(this);
+}
+
+void AddonOrNotebox::loadData(const QJsonObject& data, QJsonObject* gameData, int kindCapabilities,
+                              TrovDialog* parent)
+{
+    projectData = gameData;
+    capabilities = kindCapabilities;
+    parentDialog = parent;
+    const QJsonArray entries = data.value(QStringLiteral("Addons")).toArray();
+    const QString note = data.value(QStringLiteral("Note")).toString();
+    if (entries.isEmpty() && !note.isEmpty()) {
+        // A component from before the add-ons had one note box.
+        addEntry(QJsonObject{{QStringLiteral("Type"), AddonTables::Note}, {QStringLiteral("Note"), note}});
+        return;
+    }
+    for (const QJsonValue& entry : entries)
+        addEntry(entry);
+}
+
+void AddonOrNotebox::addEntry(const QJsonValue& entry)
+{
+    UltimateTreeItem* row = new UltimateTreeItem();
+    if (entry.isObject()) {
+        row->setId(0);
+        row->setUserData(new QJsonObject(entry.toObject()));
+        addonDisplay(row, entry.toObject(), projectData);
+    } else {
+        row->setId(ForeignRow);
+        row->setUserData(new QJsonObject{{ForeignKey, entry}});
+    }
+    addons->tree()->addRow(row);
+}
+
+void AddonOrNotebox::saveData(QJsonObject* data) const
+{
+    QJsonArray entries;
+    QStringList notes;
+    const UltimateTree* tree = addons->tree();
+    for (int index = 0; index < tree->rowCount(); ++index) {
+        const UltimateTreeItem* row = tree->row(index);
+        const QJsonObject* record = row->userData();
+        if (!record)
+            continue;
+        if (row->id() == ForeignRow) {
+            entries.append(record->value(ForeignKey));
+            continue;
+        }
+        entries.append(*record);
+        if (record->value(QStringLiteral("Type")).toInt(-1) == AddonTables::Note)
+            notes.append(record->value(QStringLiteral("Note")).toString());
+    }
+    data->insert(QStringLiteral("Note"), notes.join(QStringLiteral("\n\n")));
+    data->insert(QStringLiteral("Addons"), entries);
+}
+
+void AddonOrNotebox::CreateAddon()
+{
+    QJsonObject created;
+    bool accepted = false;
+    if (parentDialog)
+        parentDialog->darken();
+    AddonSelector(&created, &accepted, projectData, capabilities, parentDialog ? parentDialog : window()).exec();
+    if (parentDialog)
+        parentDialog->undarken();
+    if (!accepted)
+        return;
+    addEntry(created);
+    UltimateTree* tree = addons->tree();
+    tree->setCurrentRow(tree->row(tree->rowCount() - 1));
+    addons->scrollToBottom();
+}
+
+void AddonOrNotebox::EditAddon()
+{
+    UltimateTreeItem* row = addons->tree()->currentRow();
+    if (!row || !row->userData() || row->id() == ForeignRow)
+        return;
+    QJsonObject edited = *row->userData();
+    bool accepted = false;
+    openAddonDialog(&edited, &accepted, projectData, capabilities, parentDialog ? parentDialog : window());
+    if (!accepted)
+        return;
+    *row->userData() = edited;
+    addonDisplay(row, edited, projectData);
+}
+
+void AddonOrNotebox::DeleteAddon()
+{
+    if (UltimateTreeItem* row = addons->tree()->currentRow())
+        addons->deleteRowSelectNext(row);
+}
+
+void AddonOrNotebox::on_addons_itemDoubleClicked(UltimateTreeItem* item, int)
+{
+    if (item)
+        EditAddon();
+    else
+        CreateAddon();
+}
+
+void AddonOrNotebox::on_addons_customContextMenuRequested(const QPoint& pos)
+{
+    UltimateTreeItem* row = addons->tree()->currentRow();
+    const QList<QAction*> actions = menu->actions();
+    const bool editable = row && row->id() != ForeignRow
+                          && AddonTables::kind(row->userData()->value(QStringLiteral("Type")).toInt(-1));
+    actions.at(EditEntry)->setVisible(editable);
+    actions.at(DeleteEntry)->setVisible(row != nullptr);
+    addons->updateContextActions(actions, editable ? row : nullptr, QString(), CopyEntry, CutEntry, PasteEntry);
+    addons->tree()->setPopupOpen(true);
+    menu->popup(pos);
+}

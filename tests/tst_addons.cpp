@@ -1,0 +1,657 @@
+#include "TestEnvironment.h"
+#include "ListMove.h"
+#include "components/ComponentKinds.h"
+#include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentShapeDialog.h"
+#include "components/UIComponentTextDialog.h"
+#include "logic/AddonDisplay.h"
+#include "logic/AddonOrNotebox.h"
+#include "logic/AddonSelector.h"
+#include "logic/OpenAddonDialog.h"
+#include "logic/TypeTabDialog.h"
+#include "logic/VelmoTextInputExtend.h"
+#include "widgets/DialogFlags.h"
+#include "widgets/MyColorPickerButton.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPlainTextEdit.h"
+#include "widgets/MyPopup.h"
+#include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QMenu>
+#include <QPushButton>
+
+using TestEnvironment::Answer;
+using TestEnvironment::answering;
+using TestEnvironment::press;
+
+// Compared as compact text, so that a failure shows both sides.
+#define COMPARE_JSON(actual, expected) QCOMPARE(TestEnvironment::compact(actual), TestEnvironment::compact(expected))
+#define COMPARE_ARRAY(actual, expected)                                                                          \
+    QCOMPARE(QJsonDocument(QJsonArray(actual)).toJson(QJsonDocument::Compact),                                 \
+             QJsonDocument(QJsonArray(expected)).toJson(QJsonDocument::Compact))
+
+namespace {
+
+QJsonObject json(const char* text)
+{
+    return QJsonDocument::fromJson(QByteArray(text)).object();
+}
+
+QJsonObject gameData()
+{
+    QJsonArray events{QJsonValue()};
+    for (const char* name : {"Open Menu", "Play Chime", "Hide HUD"})
+        events.append(QJsonObject{{"id", events.size()}, {"name", name}});
+    return {{"CommonEvents.json", events},
+            {"System.json", QJsonObject{{"switches", QJsonArray{QString(), "Hovered", "Boss Fight"}}}}};
+}
+
+template <class T>
+T* field(QWidget* dialog, const char* name)
+{
+    T* found = dialog->findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no field %s", name);
+    return found;
+}
+
+void clickTab(QWidget* dialog, int index)
+{
+    MyTabSystem* tabs = qobject_cast<TypeTabDialog*>(dialog)->tabs();
+    QTest::mouseClick(tabs->header(), Qt::LeftButton, Qt::NoModifier, tabs->header()->tabRect(index).center());
+    QTRY_COMPARE(tabs->currentIndex(), index);
+}
+
+void choose(MyComboBox* combo, int row)
+{
+    QTest::mouseClick(combo, Qt::LeftButton);
+    QTRY_VERIFY(combo->popup());
+    for (int i = combo->currentIndex(); i < row; ++i)
+        QTest::keyClick(combo->popup(), Qt::Key_Down);
+    for (int i = combo->currentIndex(); i > row; --i)
+        QTest::keyClick(combo->popup(), Qt::Key_Up);
+    QTest::keyClick(combo->popup(), Qt::Key_Return);
+    QTRY_COMPARE(combo->currentIndex(), row);
+}
+
+void retype(MyLineEdit* edit, const QString& text)
+{
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(edit, text);
+}
+
+QStringList itemTexts(MyComboBox* combo)
+{
+    QStringList texts;
+    for (int i = 0; i < combo->count(); ++i)
+        texts.append(combo->itemText(i));
+    return texts;
+}
+
+QStringList rowTexts(UltimateTreeWidget* list)
+{
+    QStringList all;
+    for (int i = 0; i < list->tree()->rowCount(); ++i)
+        all.append(list->tree()->row(i)->text(0) + QStringLiteral(" | ") + list->tree()->row(i)->text(1));
+    return all;
+}
+
+void clickRow(UltimateTreeWidget* list, int index, bool twice = false)
+{
+    UltimateTreeItem* row = list->tree()->row(index);
+    list->ensureRowVisible(row);
+    const QPoint at = list->tree()->mapFromScene(QPointF(40, row->y() + row->rowHeight() / 2.0));
+    if (twice)
+        QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    else
+        QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+}
+
+// An add-on with the two texts of its row.
+struct ListTextCase {
+    const char* addon;
+    const char* type;
+    const char* data;
+};
+
+// A component of a kind with the given add-ons in its data object.
+QJsonObject component(int type, const QJsonArray& addons, const QString& note = QString())
+{
+    const ComponentKinds::Kind* kind = ComponentKinds::find(type);
+    return {{"ID", 4},
+            {"Type", type},
+            {"Name", "Probe"},
+            {kind->dataKey, QJsonObject{{"Addons", addons}, {"Note", note}}}};
+}
+
+QJsonObject dataOf(const QJsonObject& component)
+{
+    return component.value(ComponentKinds::find(component.value("Type").toInt())->dataKey).toObject();
+}
+
+}
+
+class TestAddons : public QObject
+{
+    Q_OBJECT
+
+    QJsonObject data = gameData();
+
+    // Runs the dialog of the add-on's kind for a component of the given
+    // capabilities; act does what the user does before confirm or cancel.
+    bool runAddon(QJsonObject* addon, int capabilities, const Answer& act, bool confirm = true)
+    {
+        bool accepted = false;
+        answering([&]() { openAddonDialog(addon, &accepted, &data, capabilities, nullptr); },
+                  {[&](TrovDialog* dialog) {
+                      act(dialog);
+                      press(confirm ? "confirmButton" : "cancelButton")(dialog);
+                  }});
+        return accepted;
+    }
+
+    // Opens a component's property dialog, lets act work in it and confirms.
+    template <class Dialog>
+    QJsonObject confirmComponent(QJsonObject object, const std::function<void(Dialog&, AddonOrNotebox*)>& act)
+    {
+        bool accepted = false;
+        Dialog dialog(&object, &accepted, false, nullptr, &data);
+        dialog.show();
+        (void)QTest::qWaitForWindowExposed(&dialog);
+        act(dialog, dialog.template findChild<AddonOrNotebox*>(QStringLiteral("addonOrNote")));
+        QTest::mouseClick(field<QPushButton>(&dialog, "confirmButton"), Qt::LeftButton);
+        if (!accepted)
+            qWarning("component dialog not confirmed");
+        return object;
+    }
+
+private slots:
+    void init()
+    {
+        dialogNativeTitleBar = false;
+        dialogDarkenLayers = false;
+        dialogDarkenAnimated = false;
+        dialogOpenAnimated = false;
+        QApplication::clipboard()->clear();
+        VelmoTextInputExtend::install(&data);
+    }
+
+    // ------------------------------------------------------------ each dialog
+
+    void noteWritesItsText()
+    {
+        QJsonObject addon{{"Type", 0}};
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
+            MyPlainTextEdit* note = field<MyPlainTextEdit>(dialog, "Note");
+            QTest::mouseClick(note->viewport(), Qt::LeftButton);
+            QTest::keyClicks(note, "Hides in battle");
+            QTest::keyClick(note, Qt::Key_Return);
+            QTest::keyClicks(note, "Ask Mira");
+        }));
+        COMPARE_JSON(addon, json(R"({"Type":0,"Note":"Hides in battle\nAsk Mira"})"));
+    }
+
+    void colorFilterWritesTheKeysOfItsTab_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("hue") << 0 << "200" << R"({"Type":1,"FilterType":0,"Hue":200})";
+        QTest::newRow("tone") << 1 << "40" << R"({"Type":1,"FilterType":1,"Tone":"#000000","Grey":40})";
+        QTest::newRow("blend") << 2 << "75" << R"({"Type":1,"FilterType":2,"Blend":"#000000","Opacity":75})";
+        QTest::newRow("brightness") << 3 << "" << R"({"Type":1,"FilterType":3,"Brightness":100})";
+    }
+
+    void colorFilterWritesTheKeysOfItsTab()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, typed);
+        QFETCH(QString, expected);
+        const char* fields[] = {"Hue", "ToneGrey", "BlendOpacity", "Brightness"};
+        QJsonObject addon{{"Type", 1}};
+        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) {
+            clickTab(dialog, tab);
+            if (!typed.isEmpty())
+                retype(field<MyLineEdit>(dialog, fields[tab]), typed);
+        }));
+        COMPARE_JSON(addon, json(expected.toUtf8().constData()));
+    }
+
+    // A hue out of range keeps confirm from closing the dialog.
+    void colorFilterRefusesAHueOutOfRange()
+    {
+        QJsonObject addon{{"Type", 1}};
+        const QJsonObject before = addon;
+        QVERIFY(!runAddon(&addon, 0, [](TrovDialog* dialog) {
+            retype(field<MyLineEdit>(dialog, "Hue"), "999");
+            QVERIFY(!field<QPushButton>(dialog, "confirmButton")->isEnabled());
+        }, false));
+        COMPARE_JSON(addon, before);
+    }
+
+    void hoverWritesTheChoiceOfItsTab_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("on hover") << 0 << R"({"Type":2,"HoverType":0,"ID":1})";
+        QTest::newRow("on leave") << 1 << R"({"Type":2,"HoverType":1,"ID":1})";
+        QTest::newRow("bind switch") << 2 << R"({"Type":2,"HoverType":2,"ID":1})";
+        QTest::newRow("code") << 3
+                              << "{\"Type\":2,\"HoverType\":3,\"Code\":\"\\/\\/ Called on both hover and leave.\\n"
+                                 "\\/\\/ Use \\\"isHovered\\\" to distinguish.\"}";
+    }
+
+    void hoverWritesTheChoiceOfItsTab()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, expected);
+        QJsonObject addon{{"Type", 2}};
+        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) { clickTab(dialog, tab); }));
+        COMPARE_JSON(addon, json(expected.toUtf8().constData()));
+    }
+
+    // Each tab keeps its own pick: the event picked on hover survives a
+    // look at the other tabs, and only the selected tab is written.
+    void hoverKeepsEachTabsPickUntilConfirmed()
+    {
+        QJsonObject addon = json(R"({"Type":2,"HoverType":1,"ID":3})");
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
+            QCOMPARE(field<MyDialogOpener>(dialog, "CommonEventLeave")->value(), QStringLiteral("[0003] Hide HUD"));
+            QCOMPARE(field<MyDialogOpener>(dialog, "CommonEvent")->value(), QStringLiteral("[0001] Open Menu"));
+            clickTab(dialog, 2);
+            clickTab(dialog, 1);
+        }));
+        COMPARE_JSON(addon, json(R"({"Type":2,"HoverType":1,"ID":3})"));
+    }
+
+    void clickWritesTheChoiceOfItsTab()
+    {
+        QJsonObject addon{{"Type", 3}};
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog*) {}));
+        COMPARE_JSON(addon, json(R"({"Type":3,"ClickType":0,"ID":1})"));
+        addon = QJsonObject{{"Type", 3}};
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) { clickTab(dialog, 1); }));
+        COMPARE_JSON(addon, (QJsonObject{{"Type", 3}, {"ClickType", 1}, {"Code", "// Called on click."}}));
+    }
+
+    // The default code follows the property while it is unedited: "Width"
+    // to "Opacity" replaces "return 100;".
+    void codePropertyDefaultCodeFollowsTheProperty()
+    {
+        QJsonObject addon{{"Type", 4}};
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
+            MyComboBox* property = field<MyComboBox>(dialog, "PropertyType");
+            QCOMPARE(field<MyDialogOpener>(dialog, "Code")->value(), QStringLiteral("return 0;"));
+            choose(property, 2);
+            QCOMPARE(property->itemText(2), QStringLiteral("Width"));
+            QCOMPARE(field<MyDialogOpener>(dialog, "Code")->value(), QStringLiteral("return 100;"));
+            choose(property, 7);
+            QCOMPARE(property->itemText(7), QStringLiteral("Opacity"));
+        }));
+        COMPARE_JSON(addon, (QJsonObject{{"Type", 4}, {"Property", 7}, {"Code", "return 1.0; // 1.0 = 100%"}}));
+    }
+
+    // Edited code stays when the property changes.
+    void codePropertyKeepsEditedCode()
+    {
+        QJsonObject addon = json(R"({"Type":4,"Property":0,"Code":"return $gameVariables.value(3);"})");
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) { choose(field<MyComboBox>(dialog, "PropertyType"), 1); }));
+        COMPARE_JSON(addon, json(R"({"Type":4,"Property":1,"Code":"return $gameVariables.value(3);"})"));
+    }
+
+    void codeBehaviorWritesEachBehavior_data()
+    {
+        QTest::addColumn<int>("behavior");
+        for (int i = 0; i < 4; ++i)
+            QTest::newRow(QByteArray::number(i).constData()) << i;
+    }
+
+    void codeBehaviorWritesEachBehavior()
+    {
+        QFETCH(int, behavior);
+        QJsonObject addon{{"Type", 5}};
+        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) {
+            if (behavior > 0)
+                choose(field<MyComboBox>(dialog, "BehaviorType"), behavior);
+        }));
+        COMPARE_JSON(addon, (QJsonObject{{"Type", 5}, {"Behavior", behavior}, {"Code", "// Insert code here."}}));
+    }
+
+    // Opened on a stored add-on and confirmed untouched, every dialog gives
+    // it back, dynamic numbers and upper-case colours included.
+    void storedAddonsComeBackUnchanged_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("note") << R"({"Type":0,"Note":"Line\n\nwith gaps\t"})";
+        QTest::newRow("hue dynamic") << R"({"Type":1,"FilterType":0,"Hue":{"Type":1,"ID":4}})";
+        QTest::newRow("tone") << R"({"Type":1,"FilterType":1,"Tone":"#FF8800","Grey":35})";
+        QTest::newRow("blend") << R"({"Type":1,"FilterType":2,"Blend":"#102030","Opacity":{"Type":2,"Code":"return 5;"}})";
+        QTest::newRow("brightness") << R"({"Type":1,"FilterType":3,"Brightness":0})";
+        QTest::newRow("hover leave") << R"({"Type":2,"HoverType":1,"ID":2})";
+        QTest::newRow("hover switch") << R"({"Type":2,"HoverType":2,"ID":2})";
+        QTest::newRow("hover code") << R"({"Type":2,"HoverType":3,"Code":"if (isHovered) a();"})";
+        QTest::newRow("click") << R"({"Type":3,"ClickType":0,"ID":3})";
+        QTest::newRow("click code") << R"({"Type":3,"ClickType":1,"Code":"SceneManager.push(Scene_Menu);"})";
+        QTest::newRow("property") << R"({"Type":4,"Property":10,"Code":"return 4;"})";
+        QTest::newRow("behavior") << R"({"Type":5,"Behavior":3,"Code":"cleanUp();"})";
+        QTest::newRow("unknown property") << R"({"Type":4,"Property":40,"Code":"return 4;"})";
+        QTest::newRow("unknown behavior") << R"({"Type":5,"Behavior":9,"Code":"later();"})";
+    }
+
+    void storedAddonsComeBackUnchanged()
+    {
+        QFETCH(QString, stored);
+        const QJsonObject before = json(stored.toUtf8().constData());
+        QJsonObject addon = before;
+        // A repeating picture offers every property the records use.
+        QVERIFY(runAddon(&addon, ComponentKinds::capabilities(ComponentKinds::RepeatingPicture), [](TrovDialog*) {}));
+        COMPARE_JSON(addon, before);
+    }
+
+    void cancelLeavesTheAddonAlone()
+    {
+        QJsonObject addon = json(R"({"Type":3,"ClickType":0,"ID":2})");
+        const QJsonObject before = addon;
+        QVERIFY(!runAddon(&addon, 0, [](TrovDialog* dialog) { clickTab(dialog, 1); }, false));
+        COMPARE_JSON(addon, before);
+    }
+
+    // ------------------------------------------------------------ list texts
+
+    void listTextsOfEachKind()
+    {
+        const ListTextCase rows[] = {
+            {R"({"Type":0,"Note":"a\nb"})", "Note", "a \u23ce b"},
+            {R"({"Type":1,"FilterType":0,"Hue":30})", "Color Filter", "Hue: 30"},
+            {"{\"Type\":1,\"FilterType\":1,\"Tone\":\"#ff0000\"}", "Color Filter", "Tone: #ff0000"},
+            {R"({"Type":1,"FilterType":3,"Brightness":{"Type":0,"Param":"glow"}})", "Color Filter",
+             "Brightness: [DYNAMIC]%"},
+            {R"({"Type":2,"HoverType":0,"ID":2})", "Hover", "On Hover [0002] Play Chime"},
+            {R"({"Type":2,"HoverType":2,"ID":1})", "Hover", "Bind to [0001] Hovered"},
+            {R"({"Type":3,"ClickType":0,"ID":1})", "Click", "On Click [0001] Open Menu"},
+            {R"({"Type":4,"Property":8,"Code":"return 1;\nx"})", "Code Property", "Openness: return 1; \u23ce x"},
+            {R"({"Type":5,"Behavior":2,"Code":"tick();"})", "Code Behavior", "On Update: tick();"},
+            {R"({"Type":9,"Code":"x"})", "", ""},
+        };
+        for (const auto& row : rows) {
+            const QJsonObject addon = json(row.addon);
+            QCOMPARE(addonTypeText(addon), QString::fromUtf8(row.type));
+            QCOMPARE(addonDataText(addon, &data), QString::fromUtf8(row.data));
+        }
+    }
+
+    // ------------------------------------------------------------ the box
+
+    // An older component with only a note loads it as one note add-on and
+    // writes back both keys.
+    void aLoneNoteBecomesANoteAddon()
+    {
+        const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
+            component(ComponentKinds::Shape, QJsonArray(), "Old note"), [](auto&, AddonOrNotebox* box) {
+                QCOMPARE(rowTexts(box->list()), QStringList{"Note | Old note"});
+            });
+        COMPARE_ARRAY(dataOf(written).value("Addons").toArray(), (QJsonArray{json(R"({"Type":0,"Note":"Old note"})")}));
+        QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("Old note"));
+    }
+
+    // "Note" is derived from the note add-ons at every confirm: editing,
+    // moving and deleting them each rewrite it.
+    void noteStaysDerived()
+    {
+        QJsonObject object = component(ComponentKinds::Text,
+                                       QJsonArray{json(R"({"Type":0,"Note":"A"})"),
+                                                  json(R"({"Type":3,"ClickType":0,"ID":1})"),
+                                                  json(R"({"Type":0,"Note":"B"})")},
+                                       "stale text");
+        object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox*) {});
+        QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("A\n\nB"));
+
+        object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox* box) {
+            clickRow(box->list(), 2);
+            answering([&]() { clickRow(box->list(), 2, true); },
+                      {[](TrovDialog* dialog) {
+                          MyPlainTextEdit* note = field<MyPlainTextEdit>(dialog, "Note");
+                          QTest::mouseClick(note->viewport(), Qt::LeftButton);
+                          QTest::keyClick(note, Qt::Key_End, Qt::ControlModifier);
+                          QTest::keyClicks(note, "2");
+                          press("confirmButton")(dialog);
+                      }});
+            QCOMPARE(box->list()->tree()->row(2)->text(1), QStringLiteral("B2"));
+        });
+        QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("A\n\nB2"));
+
+        object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox* box) {
+            UltimateTree* tree = box->list()->tree();
+            QVERIFY(moveRowInList(tree, tree->row(0), tree->row(2), false));
+        });
+        QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("B2\n\nA"));
+        QCOMPARE(dataOf(object).value("Addons").toArray().at(0).toObject().value("Type").toInt(), 3);
+
+        object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox* box) {
+            clickRow(box->list(), 1);
+            QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
+            clickRow(box->list(), 1);
+            QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
+        });
+        QCOMPARE(dataOf(object).value("Note").toString(), QString());
+        QVERIFY(dataOf(object).contains("Note"));
+        COMPARE_ARRAY(dataOf(object).value("Addons").toArray(), (QJsonArray{json(R"({"Type":3,"ClickType":0,"ID":1})")}));
+    }
+
+    // Adding goes through the chooser: a kind whose dialog is cancelled
+    // leaves the chooser open for another; a confirmed one lands at the end.
+    void addingThroughTheChooser()
+    {
+        const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
+            component(ComponentKinds::Shape, QJsonArray{json(R"({"Type":0,"Note":"first"})")}),
+            [](auto&, AddonOrNotebox* box) {
+                const TestEnvironment::Seen seen = answering(
+                    [&]() { box->CreateAddon(); },
+                    {[](TrovDialog* selector) {
+                         QCOMPARE(selector->windowTitle(), QStringLiteral("Component Add-on Selector"));
+                         press("click")(selector);
+                     },
+                     press("cancelButton"),
+                     [](TrovDialog* selector) { press("note")(selector); },
+                     [](TrovDialog* dialog) {
+                         QTest::keyClicks(field<MyPlainTextEdit>(dialog, "Note"), "second");
+                         press("confirmButton")(dialog);
+                     }});
+                QCOMPARE(seen.count, 4);
+                QCOMPARE(rowTexts(box->list()), (QStringList{"Note | first", "Note | second"}));
+            });
+        QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("first\n\nsecond"));
+    }
+
+    // A double-click below the rows opens the chooser once; the menu names
+    // the add-on entries.
+    void doubleClickOnTheBlankAddsOne()
+    {
+        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
+            component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
+                QWidget* viewport = box->list()->tree()->viewport();
+                const TestEnvironment::Seen seen = answering(
+                    [&]() {
+                        QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier,
+                                           QPoint(60, viewport->height() - 8));
+                    },
+                    {press("codeBehavior"), press("confirmButton"), TestEnvironment::closeByFrame()});
+                QCOMPARE(seen.count, 2);
+                QCOMPARE(rowTexts(box->list()), QStringList{"Code Behavior | On Create: // Insert code here."});
+                clickRow(box->list(), 0);
+                box->on_addons_customContextMenuRequested(box->list()->mapToGlobal(QPoint(10, 10)));
+                QTRY_VERIFY(box->contextMenu()->isVisible());
+                QStringList texts;
+                for (QAction* action : box->contextMenu()->actions()) {
+                    if (!action->isSeparator() && action->isVisible())
+                        texts.append(action->text());
+                }
+                QCOMPARE(texts, (QStringList{"Add New Addon", "Edit Addon", "Delete Addon", "Copy Addon", "Cut Addon"}));
+                box->contextMenu()->hide();
+            });
+        QCOMPARE(dataOf(written).value("Addons").toArray().size(), 1);
+    }
+
+    // What the program can't edit keeps its row and its place, opens
+    // nothing and is written back as it came.
+    void unknownAndBrokenAddonsAreKept()
+    {
+        const QJsonArray addons{json(R"({"Type":12,"Future":[1,2]})"), QJsonValue("just text"),
+                                json(R"({"Type":0,"Note":"kept"})")};
+        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
+            component(ComponentKinds::Text, addons), [](auto&, AddonOrNotebox* box) {
+                QCOMPARE(rowTexts(box->list()), (QStringList{" | ", " | ", "Note | kept"}));
+                const TestEnvironment::Seen seen = answering([&]() { clickRow(box->list(), 0, true); }, {});
+                QCOMPARE(seen.count, 0);
+            });
+        COMPARE_ARRAY(dataOf(written).value("Addons").toArray(), addons);
+        QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("kept"));
+    }
+
+    // A kind the program doesn't build yet keeps its data object and still
+    // gets its add-on keys rewritten.
+    void pendingKindsRewriteOnlyTheAddonKeys()
+    {
+        QJsonObject object{{"ID", 2}, {"Type", ComponentKinds::Window}, {"Name", "Frame"},
+                           {"WindowData", QJsonObject{{"Skin", "Window"}, {"Width", 300}, {"Height", 90},
+                                                      {"Note", "legacy"}, {"Unknown", true}}}};
+        const QJsonObject written = confirmComponent<UIComponentCommonDialog>(object, [](auto&, AddonOrNotebox*) {});
+        COMPARE_JSON(dataOf(written),
+                     json(R"({"Skin":"Window","Width":300,"Height":90,"Unknown":true,"Note":"legacy",
+                              "Addons":[{"Type":0,"Note":"legacy"}]})"));
+    }
+
+    // ------------------------------------------------------------ clipboard
+
+    // A code property for openness travels from a window to another window
+    // but not to a text, which can't open; a note travels anywhere.
+    void clipboardFollowsTheCapabilities()
+    {
+        const QJsonObject openness = json(R"({"Type":4,"Property":8,"Code":"return 0.5;"})");
+        const QJsonObject note = json(R"({"Type":0,"Note":"shared"})");
+        QJsonObject window{{"ID", 3}, {"Type", ComponentKinds::Window},
+                           {"WindowData", QJsonObject{{"Addons", QJsonArray{openness, note}}}}};
+        confirmComponent<UIComponentCommonDialog>(window, [](auto&, AddonOrNotebox* box) {
+            clickRow(box->list(), 0);
+            QTest::keyClick(box->list()->tree(), Qt::Key_C, Qt::ControlModifier);
+        });
+        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("VELMORAADDON{")));
+
+        QJsonObject text = confirmComponent<UIComponentTextDialog>(
+            component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
+                QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
+                QCOMPARE(box->list()->tree()->rowCount(), 0);
+                box->on_addons_customContextMenuRequested(box->list()->mapToGlobal(QPoint(10, 10)));
+                QTRY_VERIFY(box->contextMenu()->isVisible());
+                QVERIFY(!box->contextMenu()->actions().at(6)->isVisible());
+                box->contextMenu()->hide();
+            });
+        QCOMPARE(dataOf(text).value("Addons").toArray().size(), 0);
+
+        QJsonObject otherWindow{{"ID", 5}, {"Type", ComponentKinds::Window}, {"WindowData", QJsonObject()}};
+        otherWindow = confirmComponent<UIComponentCommonDialog>(otherWindow, [](auto&, AddonOrNotebox* box) {
+            QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
+        });
+        COMPARE_ARRAY(dataOf(otherWindow).value("Addons").toArray(), QJsonArray{openness});
+
+        // Cut a note from the window: it leaves there and arrives in a text.
+        window = confirmComponent<UIComponentCommonDialog>(window, [](auto&, AddonOrNotebox* box) {
+            clickRow(box->list(), 1);
+            QTest::keyClick(box->list()->tree(), Qt::Key_X, Qt::ControlModifier);
+        });
+        COMPARE_ARRAY(dataOf(window).value("Addons").toArray(), QJsonArray{openness});
+        text = confirmComponent<UIComponentTextDialog>(text, [](auto&, AddonOrNotebox* box) {
+            QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
+        });
+        COMPARE_ARRAY(dataOf(text).value("Addons").toArray(), QJsonArray{note});
+        QCOMPARE(dataOf(text).value("Note").toString(), QStringLiteral("shared"));
+    }
+
+    void foreignClipboardTextIsIgnored()
+    {
+        const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
+            component(ComponentKinds::Shape, QJsonArray()), [](auto&, AddonOrNotebox* box) {
+                for (const char* foreign :
+                     {"RMCONDITION{\"Type\":0,\"Note\":\"x\"}", "VELMORAADDON{\"Type\":0,", "VELMORAADDON[1]",
+                      "VELMORAADDON{\"Type\":\"0\",\"Note\":\"x\"}", "VELMORAADDON{\"Type\":17}",
+                      "VELMORAADDON{\"Type\":4,\"Code\":\"no property\"}", "plain words"}) {
+                    QApplication::clipboard()->setText(QString::fromUtf8(foreign));
+                    QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
+                    QCOMPARE(box->list()->tree()->rowCount(), 0);
+                }
+            });
+        QCOMPARE(dataOf(written).value("Addons").toArray().size(), 0);
+    }
+
+    // ------------------------------------------------------------ capabilities
+
+    // Which properties a code property offers, by the kind it belongs to.
+    void codePropertiesOfferedByKind_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QStringList>("offered");
+        const QStringList always{"X Position", "Y Position"};
+        const QStringList sized{"Width", "Height", "Width Scale", "Height Scale"};
+        const QStringList turning{"Rotation", "Opacity"};
+        QTest::newRow("text") << int(ComponentKinds::Text) << always + sized + turning;
+        QTest::newRow("shape") << int(ComponentKinds::Shape) << always + turning;
+        QTest::newRow("gauge") << int(ComponentKinds::Gauge) << always + turning;
+        QTest::newRow("window") << int(ComponentKinds::Window) << always + turning + QStringList{"Openness"};
+        QTest::newRow("repeating picture")
+            << int(ComponentKinds::RepeatingPicture) << always + turning
+                   + QStringList{"Repeat Offset X", "Repeat Offset Y"};
+    }
+
+    void codePropertiesOfferedByKind()
+    {
+        QFETCH(int, kind);
+        QFETCH(QStringList, offered);
+        QJsonObject addon{{"Type", 4}};
+        runAddon(&addon, ComponentKinds::capabilities(kind), [&](TrovDialog* dialog) {
+            QCOMPARE(itemTexts(field<MyComboBox>(dialog, "PropertyType")), offered);
+        }, false);
+    }
+
+    // A stored property the kind doesn't offer stays choosable and is kept.
+    void anUnofferedStoredPropertyIsKept()
+    {
+        QJsonObject addon = json(R"({"Type":4,"Property":9,"Code":"return 2;"})");
+        QVERIFY(runAddon(&addon, ComponentKinds::capabilities(ComponentKinds::Text), [](TrovDialog* dialog) {
+            QCOMPARE(field<MyComboBox>(dialog, "PropertyType")->currentText(), QStringLiteral("Repeat Offset X"));
+        }));
+        COMPARE_JSON(addon, json(R"({"Type":4,"Property":9,"Code":"return 2;"})"));
+    }
+
+    // Every kind's dialog carries the box, and the chooser offers all six
+    // kinds in two columns.
+    void everyKindHasTheBoxAndTheChooserOffersSix()
+    {
+        QJsonObject created;
+        bool accepted = false;
+        AddonSelector selector(&created, &accepted, &data, 0, nullptr);
+        for (const char* name : {"note", "filter", "hover", "click", "codeProperty", "codeBehavior"})
+            QVERIFY(selector.findChild<QPushButton*>(QLatin1String(name)));
+        QCOMPARE(selector.findChild<QPushButton*>("note")->text(), QStringLiteral("Note"));
+        QCOMPARE(selector.findChild<QPushButton*>("hover")->text(), QStringLiteral("On Hover"));
+        for (int type = 0; type <= 13; ++type) {
+            QJsonObject object{{"ID", 1}, {"Type", type}};
+            UIComponentCommonDialog dialog(&object, &accepted, false, nullptr, &data);
+            QVERIFY(dialog.findChild<AddonOrNotebox*>(QStringLiteral("addonOrNote")));
+        }
+    }
+};
+
+VELMORA_TEST_MAIN(TestAddons, QApplication)
+
+#include "tst_addons.moc"
