@@ -58,10 +58,9 @@ AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
                              [this](UltimateTreeItem* row, QJsonObject* record) {
                                  addonDisplay(row, *record, projectData);
                              });
-    // Only what the component could take again travels.
-    // Only add-ons of a known kind travel.
+    // Only add-ons their dialog can show travel.
     addons->setCopyCheck([](UltimateTreeItem* row) {
-        return row->id() != ForeignRow && AddonTables::kind(row->userData()->value(QStringLiteral("Type")).toInt(-1));
+        return row->id() != ForeignRow && AddonTables::editable(*row->userData());
     });
     addons->setPasteCheck([this](const QJsonObject& record) { return AddonTables::accepts(capabilities, record); });
     tree->startView();
@@ -153,7 +152,7 @@ void AddonOrNotebox::CreateAddon()
 void AddonOrNotebox::EditAddon()
 {
     UltimateTreeItem* row = addons->tree()->currentRow();
-    if (!row || !row->userData() || row->id() == ForeignRow)
+    if (!row || !row->userData() || row->id() == ForeignRow || !AddonTables::editable(*row->userData()))
         return;
     QJsonObject edited = *row->userData();
     bool accepted = false;
@@ -182,8 +181,7 @@ void AddonOrNotebox::on_addons_customContextMenuRequested(const QPoint& pos)
 {
     UltimateTreeItem* row = addons->tree()->currentRow();
     const QList<QAction*> actions = menu->actions();
-    const bool editable = row && row->id() != ForeignRow
-                          && AddonTables::kind(row->userData()->value(QStringLiteral("Type")).toInt(-1));
+    const bool editable = row && row->id() != ForeignRow && AddonTables::editable(*row->userData());
     actions.at(EditEntry)->setVisible(editable);
     actions.at(DeleteEntry)->setVisible(row != nullptr);
     addons->updateContextActions(actions, editable ? row : nullptr, QString(), CopyEntry, CutEntry, PasteEntry);

@@ -19,6 +19,22 @@ const Kind* kind(int type)
     return type >= 0 && type < TypeCount ? &kinds[type] : nullptr;
 }
 
+bool editable(const QJsonObject& addon)
+{
+    const int type = addon.value(QStringLiteral("Type")).toInt(-1);
+    if (!kind(type))
+        return false;
+    const char* tabKey = type == ColorFilter ? "FilterType"
+                         : type == Hover     ? "HoverType"
+                         : type == Click     ? "ClickType"
+                                             : nullptr;
+    if (!tabKey || !addon.contains(QLatin1String(tabKey)))
+        return true;
+    const int tabs = type == Click ? 2 : 4;
+    const QJsonValue tab = addon.value(QLatin1String(tabKey));
+    return tab.isDouble() && tab.toDouble() == double(tab.toInt()) && tab.toInt() >= 0 && tab.toInt() < tabs;
+}
+
 const QVector<Property>& properties()
 {
     static const char* const zero = "return 0;";

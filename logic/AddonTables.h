@@ -24,6 +24,10 @@ struct Kind {
     const char* listText;
 };
 const Kind* kind(int type);
+// Whether the add-on's dialog can show it as it is: a known kind and, for
+// the kinds with tabs, a tab number the dialog has. Any other add-on is kept
+// as it stands, since opening and confirming would rewrite it as a first tab.
+bool editable(const QJsonObject& addon);
 
 struct Property {
     int value;
