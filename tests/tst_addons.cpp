@@ -6,7 +6,6 @@
 #include "components/UIComponentTextDialog.h"
 #include "logic/AddonDisplay.h"
 #include "logic/AddonOrNotebox.h"
-#include "logic/AddonSelector.h"
 #include "logic/OpenAddonDialog.h"
 #include "logic/TypeTabDialog.h"
 #include "logic/VelmoTextInputExtend.h"
@@ -27,7 +26,6 @@
 #include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QMenu>
 #include <QPushButton>
 
 using TestEnvironment::Answer;
@@ -118,13 +116,6 @@ void clickRow(UltimateTreeWidget* list, int index, bool twice = false)
         QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
 }
 
-// An add-on with the two texts of its row.
-struct ListTextCase {
-    const char* addon;
-    const char* type;
-    const char* data;
-};
-
 // A component of a kind with the given add-ons in its data object.
 QJsonObject component(int type, const QJsonArray& addons, const QString& note = QString())
 {
@@ -189,26 +180,12 @@ private slots:
 
     // ------------------------------------------------------------ each dialog
 
-    void noteWritesItsText()
-    {
-        QJsonObject addon{{"Type", 0}};
-        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
-            MyPlainTextEdit* note = field<MyPlainTextEdit>(dialog, "Note");
-            QTest::mouseClick(note->viewport(), Qt::LeftButton);
-            QTest::keyClicks(note, "Hides in battle");
-            QTest::keyClick(note, Qt::Key_Return);
-            QTest::keyClicks(note, "Ask Mira");
-        }));
-        COMPARE_JSON(addon, json(R"({"Type":0,"Note":"Hides in battle\nAsk Mira"})"));
-    }
-
     void colorFilterWritesTheKeysOfItsTab_data()
     {
         QTest::addColumn<int>("tab");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("expected");
         QTest::newRow("hue") << 0 << "200" << R"({"Type":1,"FilterType":0,"Hue":200})";
-        QTest::newRow("tone") << 1 << "40" << R"({"Type":1,"FilterType":1,"Tone":"#000000","Grey":40})";
         QTest::newRow("blend") << 2 << "75" << R"({"Type":1,"FilterType":2,"Blend":"#000000","Opacity":75})";
         QTest::newRow("brightness") << 3 << "" << R"({"Type":1,"FilterType":3,"Brightness":100})";
     }
@@ -240,24 +217,31 @@ private slots:
         COMPARE_JSON(addon, before);
     }
 
-    void hoverWritesTheChoiceOfItsTab_data()
+    // A new hover or click add-on writes the keys of the tab it is
+    // confirmed on, with the default event or code.
+    void eventAddonsWriteTheChoiceOfTheirTab_data()
     {
+        QTest::addColumn<int>("type");
         QTest::addColumn<int>("tab");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("on hover") << 0 << R"({"Type":2,"HoverType":0,"ID":1})";
-        QTest::newRow("on leave") << 1 << R"({"Type":2,"HoverType":1,"ID":1})";
-        QTest::newRow("bind switch") << 2 << R"({"Type":2,"HoverType":2,"ID":1})";
-        QTest::newRow("code") << 3
-                              << "{\"Type\":2,\"HoverType\":3,\"Code\":\"\\/\\/ Called on both hover and leave.\\n"
-                                 "\\/\\/ Use \\\"isHovered\\\" to distinguish.\"}";
+        QTest::newRow("hover bind switch") << 2 << 2 << R"({"Type":2,"HoverType":2,"ID":1})";
+        QTest::newRow("hover code") << 2 << 3
+                                    << "{\"Type\":2,\"HoverType\":3,\"Code\":\"\\/\\/ Called on both hover and leave.\\n"
+                                       "\\/\\/ Use \\\"isHovered\\\" to distinguish.\"}";
+        QTest::newRow("click event") << 3 << 0 << R"({"Type":3,"ClickType":0,"ID":1})";
+        QTest::newRow("click code") << 3 << 1 << R"({"Type":3,"ClickType":1,"Code":"\/\/ Called on click."})";
     }
 
-    void hoverWritesTheChoiceOfItsTab()
+    void eventAddonsWriteTheChoiceOfTheirTab()
     {
+        QFETCH(int, type);
         QFETCH(int, tab);
         QFETCH(QString, expected);
-        QJsonObject addon{{"Type", 2}};
-        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) { clickTab(dialog, tab); }));
+        QJsonObject addon{{"Type", type}};
+        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) {
+            if (tab != 0)
+                clickTab(dialog, tab);
+        }));
         COMPARE_JSON(addon, json(expected.toUtf8().constData()));
     }
 
@@ -267,22 +251,10 @@ private slots:
     {
         QJsonObject addon = json(R"({"Type":2,"HoverType":1,"ID":3})");
         QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
-            QCOMPARE(field<MyDialogOpener>(dialog, "CommonEventLeave")->value(), QStringLiteral("[0003] Hide HUD"));
-            QCOMPARE(field<MyDialogOpener>(dialog, "CommonEvent")->value(), QStringLiteral("[0001] Open Menu"));
             clickTab(dialog, 2);
             clickTab(dialog, 1);
         }));
         COMPARE_JSON(addon, json(R"({"Type":2,"HoverType":1,"ID":3})"));
-    }
-
-    void clickWritesTheChoiceOfItsTab()
-    {
-        QJsonObject addon{{"Type", 3}};
-        QVERIFY(runAddon(&addon, 0, [](TrovDialog*) {}));
-        COMPARE_JSON(addon, json(R"({"Type":3,"ClickType":0,"ID":1})"));
-        addon = QJsonObject{{"Type", 3}};
-        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) { clickTab(dialog, 1); }));
-        COMPARE_JSON(addon, (QJsonObject{{"Type", 3}, {"ClickType", 1}, {"Code", "// Called on click."}}));
     }
 
     // The default code follows the property while it is unedited: "Width"
@@ -293,11 +265,9 @@ private slots:
         QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
             MyComboBox* property = field<MyComboBox>(dialog, "PropertyType");
             QCOMPARE(field<MyDialogOpener>(dialog, "Code")->value(), QStringLiteral("return 0;"));
-            choose(property, 2);
-            QCOMPARE(property->itemText(2), QStringLiteral("Width"));
+            choose(property, 2); // Width
             QCOMPARE(field<MyDialogOpener>(dialog, "Code")->value(), QStringLiteral("return 100;"));
-            choose(property, 7);
-            QCOMPARE(property->itemText(7), QStringLiteral("Opacity"));
+            choose(property, 7); // Opacity
         }));
         COMPARE_JSON(addon, (QJsonObject{{"Type", 4}, {"Property", 7}, {"Code", "return 1.0; // 1.0 = 100%"}}));
     }
@@ -310,22 +280,11 @@ private slots:
         COMPARE_JSON(addon, json(R"({"Type":4,"Property":1,"Code":"return $gameVariables.value(3);"})"));
     }
 
-    void codeBehaviorWritesEachBehavior_data()
+    void codeBehaviorWritesTheChosenBehavior()
     {
-        QTest::addColumn<int>("behavior");
-        for (int i = 0; i < 4; ++i)
-            QTest::newRow(QByteArray::number(i).constData()) << i;
-    }
-
-    void codeBehaviorWritesEachBehavior()
-    {
-        QFETCH(int, behavior);
         QJsonObject addon{{"Type", 5}};
-        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) {
-            if (behavior > 0)
-                choose(field<MyComboBox>(dialog, "BehaviorType"), behavior);
-        }));
-        COMPARE_JSON(addon, (QJsonObject{{"Type", 5}, {"Behavior", behavior}, {"Code", "// Insert code here."}}));
+        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) { choose(field<MyComboBox>(dialog, "BehaviorType"), 3); }));
+        COMPARE_JSON(addon, (QJsonObject{{"Type", 5}, {"Behavior", 3}, {"Code", "// Insert code here."}}));
     }
 
     // Opened on a stored add-on and confirmed untouched, every dialog gives
@@ -337,11 +296,7 @@ private slots:
         QTest::newRow("hue dynamic") << R"({"Type":1,"FilterType":0,"Hue":{"Type":1,"ID":4}})";
         QTest::newRow("tone") << R"({"Type":1,"FilterType":1,"Tone":"#FF8800","Grey":35})";
         QTest::newRow("blend") << R"({"Type":1,"FilterType":2,"Blend":"#102030","Opacity":{"Type":2,"Code":"return 5;"}})";
-        QTest::newRow("brightness") << R"({"Type":1,"FilterType":3,"Brightness":0})";
-        QTest::newRow("hover leave") << R"({"Type":2,"HoverType":1,"ID":2})";
-        QTest::newRow("hover switch") << R"({"Type":2,"HoverType":2,"ID":2})";
         QTest::newRow("hover code") << R"({"Type":2,"HoverType":3,"Code":"if (isHovered) a();"})";
-        QTest::newRow("click") << R"({"Type":3,"ClickType":0,"ID":3})";
         QTest::newRow("click code") << R"({"Type":3,"ClickType":1,"Code":"SceneManager.push(Scene_Menu);"})";
         QTest::newRow("property") << R"({"Type":4,"Property":10,"Code":"return 4;"})";
         QTest::newRow("behavior") << R"({"Type":5,"Behavior":3,"Code":"cleanUp();"})";
@@ -371,23 +326,20 @@ private slots:
 
     void listTextsOfEachKind()
     {
-        const ListTextCase rows[] = {
+        const char* const rows[][3] = {
             {R"({"Type":0,"Note":"a\nb"})", "Note", "a \u23ce b"},
-            {R"({"Type":1,"FilterType":0,"Hue":30})", "Color Filter", "Hue: 30"},
             {"{\"Type\":1,\"FilterType\":1,\"Tone\":\"#ff0000\"}", "Color Filter", "Tone: #ff0000"},
             {R"({"Type":1,"FilterType":3,"Brightness":{"Type":0,"Param":"glow"}})", "Color Filter",
              "Brightness: [DYNAMIC]%"},
-            {R"({"Type":2,"HoverType":0,"ID":2})", "Hover", "On Hover [0002] Play Chime"},
             {R"({"Type":2,"HoverType":2,"ID":1})", "Hover", "Bind to [0001] Hovered"},
             {R"({"Type":3,"ClickType":0,"ID":1})", "Click", "On Click [0001] Open Menu"},
             {R"({"Type":4,"Property":8,"Code":"return 1;\nx"})", "Code Property", "Openness: return 1; \u23ce x"},
-            {R"({"Type":5,"Behavior":2,"Code":"tick();"})", "Code Behavior", "On Update: tick();"},
             {R"({"Type":9,"Code":"x"})", "", ""},
         };
         for (const auto& row : rows) {
-            const QJsonObject addon = json(row.addon);
-            QCOMPARE(addonTypeText(addon), QString::fromUtf8(row.type));
-            QCOMPARE(addonDataText(addon, &data), QString::fromUtf8(row.data));
+            const QJsonObject addon = json(row[0]);
+            QCOMPARE(addonTypeText(addon), QString::fromUtf8(row[1]));
+            QCOMPARE(addonDataText(addon, &data), QString::fromUtf8(row[2]));
         }
     }
 
@@ -398,9 +350,7 @@ private slots:
     void aLoneNoteBecomesANoteAddon()
     {
         const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
-            component(ComponentKinds::Shape, QJsonArray(), "Old note"), [](auto&, AddonOrNotebox* box) {
-                QCOMPARE(rowTexts(box->list()), QStringList{"Note | Old note"});
-            });
+            component(ComponentKinds::Shape, QJsonArray(), "Old note"), [](auto&, AddonOrNotebox*) {});
         COMPARE_ARRAY(dataOf(written).value("Addons").toArray(), (QJsonArray{json(R"({"Type":0,"Note":"Old note"})")}));
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("Old note"));
     }
@@ -427,7 +377,6 @@ private slots:
                           QTest::keyClicks(note, "2");
                           press("confirmButton")(dialog);
                       }});
-            QCOMPARE(box->list()->tree()->row(2)->text(1), QStringLiteral("B2"));
         });
         QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("A\n\nB2"));
 
@@ -444,8 +393,7 @@ private slots:
             clickRow(box->list(), 1);
             QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
         });
-        QCOMPARE(dataOf(object).value("Note").toString(), QString());
-        QVERIFY(dataOf(object).contains("Note"));
+        QCOMPARE(dataOf(object).value("Note"), QJsonValue(QString()));
         COMPARE_ARRAY(dataOf(object).value("Addons").toArray(), (QJsonArray{json(R"({"Type":3,"ClickType":0,"ID":1})")}));
     }
 
@@ -458,12 +406,7 @@ private slots:
             [](auto&, AddonOrNotebox* box) {
                 const TestEnvironment::Seen seen = answering(
                     [&]() { box->CreateAddon(); },
-                    {[](TrovDialog* selector) {
-                         QCOMPARE(selector->windowTitle(), QStringLiteral("Component Add-on Selector"));
-                         press("click")(selector);
-                     },
-                     press("cancelButton"),
-                     [](TrovDialog* selector) { press("note")(selector); },
+                    {press("click"), press("cancelButton"), press("note"),
                      [](TrovDialog* dialog) {
                          QTest::keyClicks(field<MyPlainTextEdit>(dialog, "Note"), "second");
                          press("confirmButton")(dialog);
@@ -474,8 +417,7 @@ private slots:
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("first\n\nsecond"));
     }
 
-    // A double-click below the rows opens the chooser once; the menu names
-    // the add-on entries.
+    // A double-click below the rows opens the chooser once.
     void doubleClickOnTheBlankAddsOne()
     {
         const QJsonObject written = confirmComponent<UIComponentTextDialog>(
@@ -489,16 +431,6 @@ private slots:
                     {press("codeBehavior"), press("confirmButton"), TestEnvironment::closeByFrame()});
                 QCOMPARE(seen.count, 2);
                 QCOMPARE(rowTexts(box->list()), QStringList{"Code Behavior | On Create: // Insert code here."});
-                clickRow(box->list(), 0);
-                box->on_addons_customContextMenuRequested(box->list()->mapToGlobal(QPoint(10, 10)));
-                QTRY_VERIFY(box->contextMenu()->isVisible());
-                QStringList texts;
-                for (QAction* action : box->contextMenu()->actions()) {
-                    if (!action->isSeparator() && action->isVisible())
-                        texts.append(action->text());
-                }
-                QCOMPARE(texts, (QStringList{"Add New Addon", "Edit Addon", "Delete Addon", "Copy Addon", "Cut Addon"}));
-                box->contextMenu()->hide();
             });
         QCOMPARE(dataOf(written).value("Addons").toArray().size(), 1);
     }
@@ -556,11 +488,6 @@ private slots:
         QJsonObject text = confirmComponent<UIComponentTextDialog>(
             component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
                 QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
-                QCOMPARE(box->list()->tree()->rowCount(), 0);
-                box->on_addons_customContextMenuRequested(box->list()->mapToGlobal(QPoint(10, 10)));
-                QTRY_VERIFY(box->contextMenu()->isVisible());
-                QVERIFY(!box->contextMenu()->actions().at(6)->isVisible());
-                box->contextMenu()->hide();
             });
         QCOMPARE(dataOf(text).value("Addons").toArray().size(), 0);
 
@@ -611,7 +538,6 @@ private slots:
         const QStringList turning{"Rotation", "Opacity"};
         QTest::newRow("text") << int(ComponentKinds::Text) << always + sized + turning;
         QTest::newRow("shape") << int(ComponentKinds::Shape) << always + turning;
-        QTest::newRow("gauge") << int(ComponentKinds::Gauge) << always + turning;
         QTest::newRow("window") << int(ComponentKinds::Window) << always + turning + QStringList{"Openness"};
         QTest::newRow("repeating picture")
             << int(ComponentKinds::RepeatingPicture) << always + turning
@@ -638,17 +564,9 @@ private slots:
         COMPARE_JSON(addon, json(R"({"Type":4,"Property":9,"Code":"return 2;"})"));
     }
 
-    // Every kind's dialog carries the box, and the chooser offers all six
-    // kinds in two columns.
-    void everyKindHasTheBoxAndTheChooserOffersSix()
+    void everyKindHasTheBox()
     {
-        QJsonObject created;
         bool accepted = false;
-        AddonSelector selector(&created, &accepted, &data, 0, nullptr);
-        for (const char* name : {"note", "filter", "hover", "click", "codeProperty", "codeBehavior"})
-            QVERIFY(selector.findChild<QPushButton*>(QLatin1String(name)));
-        QCOMPARE(selector.findChild<QPushButton*>("note")->text(), QStringLiteral("Note"));
-        QCOMPARE(selector.findChild<QPushButton*>("hover")->text(), QStringLiteral("On Hover"));
         for (int type = 0; type <= 13; ++type) {
             QJsonObject object{{"ID", 1}, {"Type", type}};
             UIComponentCommonDialog dialog(&object, &accepted, false, nullptr, &data);
