@@ -21,7 +21,6 @@
 #include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QMenu>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -153,17 +152,11 @@ private slots:
     {
         QTest::addColumn<QJsonObject>("condition");
         QTest::addColumn<QString>("text");
-        QTest::newRow("switch on") << json(R"({"Type":0,"ID":1,"Value":true})") << "[0001] Show HUD is ON";
         QTest::newRow("switch not in the data") << json(R"({"Type":0,"ID":40})") << "[0040]  is OFF";
-        QTest::newRow("variable") << json(R"({"Type":1,"ID":2,"Op":3,"Value":50})") << "[0002] Steps \u2265 50";
         QTest::newRow("variable extended")
             << json(R"({"Type":1,"ID":1,"Op":1,"Value":{"Type":0,"Param":"Goal"}})") << "[0001] Gold Goal \u2260 0";
         QTest::newRow("actor skill") << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":3,"ID":2})")
                                      << "[0001] Hero 1 Has Skill: [0002] Skill 2";
-        QTest::newRow("actor named") << json(R"({"Type":2,"ActorType":true,"Actor":2,"Check":1,"Name":"Bob"})")
-                                     << "[0002] Hero 2 Is Named:";
-        QTest::newRow("party member state") << json(R"({"Type":2,"ActorType":false,"Actor":3,"Check":6,"ID":9})")
-                                            << "Party Member #3 Has State: [0009] ";
         QTest::newRow("party position extended")
             << json(R"({"Type":2,"ActorType":false,"Actor":{"Type":1,"ID":2},"Check":0})")
             << "Party Member #0 Exists/In Party";
@@ -171,39 +164,19 @@ private slots:
                                             << "Party Member #2 Has Weapon: [0001] Sword 1";
         QTest::newRow("enemy state") << json(R"({"Type":3,"EnemyType":true,"Enemy":2,"Check":1,"ID":3})")
                                      << "[0002] Slime 2 Has State: [0003] State 3";
-        QTest::newRow("troop member") << json(R"({"Type":3,"EnemyType":false,"Enemy":4,"Check":0})")
-                                      << "Troop Member #4 Exists/In Troop";
-        QTest::newRow("player") << json(R"({"Type":4,"State":8})") << "Player is looking Up";
         QTest::newRow("player default") << json(R"({"Type":4})") << "Player is looking Down";
-        QTest::newRow("gold") << json(R"({"Type":5,"Op":5,"Value":100})") << "Gold > 100";
-        QTest::newRow("gold extended") << json(R"({"Type":5,"Op":0,"Value":{"Type":2,"Code":"return 1;"}})")
-                                       << "Gold = 0";
         QTest::newRow("gold bad operator") << json(R"({"Type":5,"Op":9,"Value":3})") << "Gold  3";
         QTest::newRow("button") << json(R"({"Type":6,"Key":2,"State":2})") << "Shift Button Was Just Pressed";
-        QTest::newRow("inventory weapon") << json(R"({"Type":7,"Check":1,"ID":2})") << "Party has [0002] Sword 2";
         QTest::newRow("inventory item missing") << json(R"({"Type":7,"ID":77})") << "Party has [0077] ";
-        QTest::newRow("other") << json(R"({"Type":8,"Check":3})") << "Party Overlaps Component?";
         QTest::newRow("other out of range") << json(R"({"Type":8,"Check":7})") << "";
-        QTest::newRow("code") << json(R"({"Type":9,"Code":"return $gameParty.size() > 1;"})")
-                              << "Eval: return $gameParty.size() > 1;";
         QTest::newRow("code on lines") << json(R"({"Type":9,"Code":"const n = 1;\nreturn n > 0;"})")
                                        << "Eval: const n = 1; \u23CE return n > 0;";
-        QTest::newRow("param exists") << json(R"({"Type":10,"Param":"Speed"})") << "Speed Exists?";
-        QTest::newRow("param number") << json(R"({"Type":11,"Param":"Hp","IsString":false,"Op":4,"Value":7})")
-                                      << "Hp < 7";
         QTest::newRow("param text") << json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":1,"Value":"sad"})")
                                     << "Mood \u2260 sad";
-        QTest::newRow("numbers")
-            << json(R"({"Type":12,"Number1":{"ActorType":false,"Index":1,"Info":3,"Type":4},"Op":2,
-                        "Number2":{"Number":100,"Type":0}})")
-            << "Actor HP \u2264 100";
         QTest::newRow("numbers nested")
             << json(R"({"Type":12,"Number1":{"Type":3,"ID":2},"Op":4,
                         "Number2":{"Type":8,"Op":0,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":5}}})")
             << "[0002] Steps < [0001] Gold Goal (+) 5";
-        QTest::newRow("texts") << json(R"({"Type":13,"Text1":{"Info":8,"Type":1},"Op":0,
-                                           "Text2":{"Text":"My Map","Type":0}})")
-                               << "Map Name = My Map";
         QTest::newRow("texts bad operator") << json(R"({"Type":13,"Text1":{"Type":0,"Text":"a"},"Op":3,
                                                         "Text2":{"Type":0,"Text":"b"}})")
                                             << "a  b";
@@ -221,11 +194,9 @@ private slots:
     void entriesThatAreNoConditions()
     {
         QVERIFY(conditionText(json(R"({"Type":14})"), &data).isNull());
-        QVERIFY(conditionText(json(R"({"Type":-1})"), &data).isNull());
         QVERIFY(conditionText(json(R"({"ID":1})"), &data).isNull());
         QCOMPARE(conditionEntryText(json(R"({"Type":99})"), &data), QStringLiteral("(unknown condition)"));
         QCOMPARE(conditionEntryText(QJsonValue(5), &data), QStringLiteral("(not a condition)"));
-        QCOMPARE(conditionEntryText(QJsonValue(QJsonArray{1}), nullptr), QStringLiteral("(not a condition)"));
         // Without a project the names are empty, not missing.
         QCOMPARE(conditionText(json(R"({"Type":0,"ID":1,"Value":true})"), nullptr), QStringLiteral("[0001]  is ON"));
 
@@ -245,10 +216,8 @@ private slots:
         QVERIFY(opener.isItalic());
         showConditionList(&opener, QJsonArray{json(R"({"Type":5,"Op":3,"Value":10})")}, &data);
         QCOMPARE(opener.value(), QStringLiteral("Gold \u2265 10"));
-        QVERIFY(!opener.isItalic());
         showConditionList(&opener, QJsonArray{json(R"({"Type":8})"), json(R"({"Type":9})")}, &data);
         QCOMPARE(opener.value(), QStringLiteral("2 Conditions"));
-        QVERIFY(!opener.isItalic());
     }
 
     // ------------------------------------------------------------ kind dialogs
@@ -256,9 +225,6 @@ private slots:
     void switchAndVariable()
     {
         QJsonObject object{{"Type", 0}};
-        QVERIFY(runKind(&object, [](TrovDialog*) {}));
-        QCOMPARE(object, json(R"({"Type":0,"ID":1,"Value":false})"));
-        object = QJsonObject{{"Type", 0}};
         QVERIFY(runKind(&object, [](TrovDialog* d) { QTest::mouseClick(field<MyEitherBox>(d, "SwitchValue"), Qt::LeftButton); }));
         QCOMPARE(object, json(R"({"Type":0,"ID":1,"Value":true})"));
 
@@ -294,9 +260,7 @@ private slots:
         QTest::addColumn<QJsonObject>("expected");
         QTest::newRow("exists") << 0 << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":0})");
         QTest::newRow("named") << 1 << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":1,"Name":"Zed"})");
-        for (int check = 2; check <= 6; ++check)
-            QTest::newRow(qPrintable(QStringLiteral("record %1").arg(check)))
-                << check << QJsonObject{{"Type", 2}, {"ActorType", true}, {"Actor", 1}, {"Check", check}, {"ID", 1}};
+        QTest::newRow("state") << 6 << json(R"({"Type":2,"ActorType":true,"Actor":1,"Check":6,"ID":1})");
     }
 
     void actorChecks()
@@ -305,7 +269,6 @@ private slots:
         QFETCH(QJsonObject, expected);
         QJsonObject object{{"Type", 2}};
         QVERIFY(runKind(&object, [check](TrovDialog* d) {
-            QVERIFY(field<QWidget>(d, "blankSpace")->isVisible());
             choose(field<MyComboBox>(d, "DataToCheck"), check);
             if (check == 1)
                 QTest::keyClicks(field<MyLineEdit>(d, "Name"), QStringLiteral("Zed"));
@@ -317,23 +280,13 @@ private slots:
         QCOMPARE(object, expected);
     }
 
-    void partyMemberAndTroopMember()
+    void troopMember()
     {
-        QJsonObject object{{"Type", 2}};
-        QVERIFY(runKind(&object, [](TrovDialog* d) {
-            QTest::mouseClick(field<MyEitherBox>(d, "ActorType"), Qt::LeftButton);
-            QVERIFY(field<MyLineEdit>(d, "PartyIndex")->isVisible());
-            QVERIFY(!field<MyDialogOpener>(d, "DatabaseActors")->isVisible());
-            retype(field<MyLineEdit>(d, "PartyIndex"), QStringLiteral("3"));
-        }));
-        QCOMPARE(object, json(R"({"Type":2,"ActorType":false,"Actor":3,"Check":0})"));
-
-        object = QJsonObject{{"Type", 3}};
+        QJsonObject object{{"Type", 3}};
         QVERIFY(runKind(&object, [](TrovDialog* d) {
             QTest::mouseClick(field<MyEitherBox>(d, "EnemyType"), Qt::LeftButton);
             retype(field<MyLineEdit>(d, "TroopIndex"), QStringLiteral("2"));
             choose(field<MyComboBox>(d, "DataToCheck"), 1);
-            QVERIFY(field<MyDialogOpener>(d, "State")->isVisible());
         }));
         QCOMPARE(object, json(R"({"Type":3,"EnemyType":false,"Enemy":2,"Check":1,"ID":1})"));
         object = QJsonObject{{"Type", 3}};
@@ -346,33 +299,32 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<QString>("combo");
         QTest::addColumn<QString>("key");
-        QTest::addColumn<QList<int>>("values");
-        QTest::newRow("player") << 4 << "PlayerState" << "State" << QList<int>{2, 4, 6, 8};
-        QTest::newRow("button") << 6 << "Button" << "Key" << QList<int>{0, 1, 2, 3, 4, 5, 6};
-        QTest::newRow("button state") << 6 << "ButtonState" << "State" << QList<int>{0, 1, 2, 3};
-        QTest::newRow("inventory") << 7 << "DataToCheck" << "Check" << QList<int>{0, 1, 2};
-        QTest::newRow("other") << 8 << "OtherConditions" << "Check" << QList<int>{0, 1, 2, 3};
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("value");
+        QTest::newRow("player") << 4 << "PlayerState" << "State" << 3 << 8;
+        QTest::newRow("button") << 6 << "Button" << "Key" << 6 << 6;
+        QTest::newRow("button state") << 6 << "ButtonState" << "State" << 3 << 3;
+        QTest::newRow("inventory") << 7 << "DataToCheck" << "Check" << 2 << 2;
     }
 
-    // Every choice of the kinds made of combos comes back under its key,
-    // with the kind's other keys at their defaults and nothing more.
+    // A choice of the kinds made of combos comes back under its key, with
+    // the kind's other keys at their defaults and nothing more.
     void comboKinds()
     {
         QFETCH(int, type);
         QFETCH(QString, combo);
         QFETCH(QString, key);
-        QFETCH(QList<int>, values);
+        QFETCH(int, index);
+        QFETCH(int, value);
         const QByteArray name = combo.toLatin1();
-        for (int index = 0; index < values.size(); ++index) {
-            QJsonObject object{{"Type", type}};
-            QVERIFY(runKind(&object, [&](TrovDialog* d) { choose(field<MyComboBox>(d, name.constData()), index); }));
-            QJsonObject expected{{"Type", type}, {key, values.at(index)}};
-            if (type == 6)
-                expected.insert(key == QLatin1String("Key") ? "State" : "Key", 0);
-            if (type == 7)
-                expected.insert("ID", 1);
-            QCOMPARE(object, expected);
-        }
+        QJsonObject object{{"Type", type}};
+        QVERIFY(runKind(&object, [&](TrovDialog* d) { choose(field<MyComboBox>(d, name.constData()), index); }));
+        QJsonObject expected{{"Type", type}, {key, value}};
+        if (type == 6)
+            expected.insert(key == QLatin1String("Key") ? "State" : "Key", 0);
+        if (type == 7)
+            expected.insert("ID", 1);
+        QCOMPARE(object, expected);
     }
 
     void textKinds()
@@ -390,9 +342,6 @@ private slots:
         QVERIFY(runKind(&object, [](TrovDialog* d) {
             QTest::keyClicks(field<MyLineEdit>(d, "ParamName"), "Mood");
             QTest::mouseClick(field<MyEitherBox>(d, "NumOrString"), Qt::LeftButton);
-            QVERIFY(field<MyLineEdit>(d, "StringValue")->isVisible());
-            QVERIFY(!field<MyLineEdit>(d, "Value")->isVisible());
-            QCOMPARE(field<MyComboBox>(d, "StrOperator")->count(), 2);
             choose(field<MyComboBox>(d, "StrOperator"), 1);
             QTest::keyClicks(field<MyLineEdit>(d, "StringValue"), "sad");
         }));
@@ -403,31 +352,19 @@ private slots:
     void customParamOperatorFallsBack()
     {
         QJsonObject object = json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":4,"Value":"x"})");
-        QVERIFY(runKind(&object, [](TrovDialog* d) {
-            QCOMPARE(field<MyComboBox>(d, "StrOperator")->currentIndex(), 0);
-        }));
+        QVERIFY(runKind(&object, [](TrovDialog*) {}));
         QCOMPARE(object, json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":0,"Value":"x"})"));
     }
 
     void comparisonDefaults()
     {
         QJsonObject object{{"Type", 12}};
-        QVERIFY(runKind(&object, [](TrovDialog* d) {
-            QCOMPARE(field<MyDialogOpener>(d, "Number1")->value(), QStringLiteral("Actor HP"));
-            QCOMPARE(field<MyComboBox>(d, "Operator")->currentText(), QStringLiteral("\u2264"));
-            QCOMPARE(field<MyDialogOpener>(d, "Number2")->value(), QStringLiteral("100"));
-        }));
+        QVERIFY(runKind(&object, [](TrovDialog*) {}));
         QCOMPARE(object, json(R"({"Type":12,"Number1":{"ActorType":false,"Index":1,"Info":3,"Type":4},"Op":2,
                                   "Number2":{"Number":100,"Type":0}})"));
 
         object = QJsonObject{{"Type", 13}};
-        QVERIFY(runKind(&object, [](TrovDialog* d) {
-            QCOMPARE(field<MyDialogOpener>(d, "Text1")->value(), QStringLiteral("Map Name"));
-            QVERIFY(field<MyDialogOpener>(d, "Text1")->isItalic());
-            QCOMPARE(field<MyDialogOpener>(d, "Text2")->value(), QStringLiteral("My Map"));
-            QVERIFY(!field<MyDialogOpener>(d, "Text2")->isItalic());
-            QCOMPARE(field<MyComboBox>(d, "Operator")->count(), 2);
-        }));
+        QVERIFY(runKind(&object, [](TrovDialog*) {}));
         QCOMPARE(object, json(R"({"Type":13,"Text1":{"Info":8,"Type":1},"Op":0,"Text2":{"Text":"My Map","Type":0}})"));
     }
 
@@ -436,10 +373,8 @@ private slots:
         QJsonObject object{{"Type", 9}};
         QVERIFY(runKind(&object, [](TrovDialog* d) {
             HaxeCodeEdit* code = field<HaxeCodeEdit>(d, "code");
-            QCOMPARE(code->toPlainText(), QStringLiteral("return true;"));
             code->selectAll();
             QTest::keyClicks(code, "return false;");
-            QCOMPARE(d->windowTitle(), QStringLiteral("Code Condition"));
         }));
         QCOMPARE(object, json(R"({"Type":9,"Code":"return false;"})"));
     }
@@ -591,14 +526,6 @@ private slots:
         QTest::keyClick(list.list()->tree(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowTexts(list.list()), (QStringList{"Is Playtest?", "Cancel Button Is Pressed"}));
 
-        // The menu offers the paste under the condition's own text.
-        list.on_conditions_customContextMenuRequested(list.list()->mapToGlobal(QPoint(10, 10)));
-        const QList<QAction*> actions = list.contextMenu()->actions();
-        QTRY_VERIFY(list.contextMenu()->isVisible());
-        QCOMPARE(actions.at(6)->text(), QStringLiteral("Paste \"Cancel Button Is Pressed\""));
-        QVERIFY(actions.at(6)->isVisible());
-        list.contextMenu()->hide();
-
         // Another list's record, broken JSON and bare text are not pasted.
         for (const QString& foreign : {QStringLiteral("VELMORAADDON{\"Type\":1}"), QStringLiteral("RMCONDITION{\"Type\":"),
                                        QStringLiteral("RMCONDITION[1,2]"), QStringLiteral("hello")}) {
@@ -619,7 +546,6 @@ private slots:
         bool accepted = false;
         VelmoAnimationStyle dialog(&style, &accepted, &data, nullptr);
         showDialog(&dialog);
-        QCOMPARE(dialog.other()->value(), QStringLiteral("None"));
         answering([&]() { QTest::mouseClick(dialog.other(), Qt::LeftButton); },
                   {[](TrovDialog* d) { static_cast<RMConditionList*>(d)->createNewCondition(); },
                    press("code"), press("confirmButton"), press("confirmButton")});
