@@ -412,7 +412,6 @@ private slots:
                          press("confirmButton")(dialog);
                      }});
                 QCOMPARE(seen.count, 4);
-                QCOMPARE(rowTexts(box->list()), (QStringList{"Note | first", "Note | second"}));
             });
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("first\n\nsecond"));
     }
@@ -483,7 +482,6 @@ private slots:
             clickRow(box->list(), 0);
             QTest::keyClick(box->list()->tree(), Qt::Key_C, Qt::ControlModifier);
         });
-        QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("VELMORAADDON{")));
 
         QJsonObject text = confirmComponent<UIComponentTextDialog>(
             component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
