@@ -3,6 +3,7 @@
 #include "logic/AddonDisplay.h"
 #include "logic/AddonSelector.h"
 #include "logic/AddonTables.h"
+#include "logic/EntryList.h"
 #include "logic/OpenAddonDialog.h"
 #include "widgets/ClipboardIdentifiers.h"
 #include "widgets/TrovDialog.h"
@@ -16,15 +17,6 @@
 #include <QMenu>
 #include <QStringList>
 #include <QVBoxLayout>
-
-namespace {
-
-// The menu: add, edit, delete, separator, copy, cut, paste.
-enum MenuEntry { EditEntry = 1, DeleteEntry = 2, CopyEntry = 4, CutEntry = 5, PasteEntry = 6 };
-
-const QString ForeignKey = QStringLiteral("Entry");
-
-}
 
 AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
 {
@@ -60,22 +52,16 @@ AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
                              });
     // Only add-ons their dialog can show travel.
     addons->setCopyCheck([](UltimateTreeItem* row) {
-        return row->id() != ForeignRow && AddonTables::editable(*row->userData());
+        return EntryList::holdsObject(row) && AddonTables::editable(*row->userData());
     });
     addons->setPasteCheck([this](const QJsonObject& record) { return AddonTables::accepts(capabilities, record); });
     tree->startView();
 
-    menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("addonMenu"));
-    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")), tr("Add New Addon")),
-            &QAction::triggered, this, &AddonOrNotebox::CreateAddon);
-    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit Addon")),
-            &QAction::triggered, this, &AddonOrNotebox::EditAddon);
-    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete Addon")),
-            &QAction::triggered, this, &AddonOrNotebox::DeleteAddon);
-    addons->setupContextActions(menu, QT_TR_NOOP("Copy Addon"), QT_TR_NOOP("Cut Addon"), QT_TR_NOOP("Paste"));
-    connect(addons, &UltimateTreeWidget::onDeleteKeyPress, this, &AddonOrNotebox::DeleteAddon);
-    connect(addons, &UltimateTreeWidget::doubleClickedBlank, this, &AddonOrNotebox::CreateAddon);
+    menu = EntryList::makeMenu(
+        this, addons, QStringLiteral("addonMenu"),
+        {tr("Add New Addon"), tr("Edit Addon"), tr("Delete Addon"), QT_TR_NOOP("Copy Addon"),
+         QT_TR_NOOP("Cut Addon"), QT_TR_NOOP("Paste")},
+        [this]() { CreateAddon(); }, [this]() { EditAddon(); }, [this]() { DeleteAddon(); });
     QMetaObject::connectSlotsByName(this);
 }
 
@@ -98,15 +84,9 @@ void AddonOrNotebox::loadData(const QJsonObject& data, QJsonObject* gameData, in
 
 void AddonOrNotebox::addEntry(const QJsonValue& entry)
 {
-    UltimateTreeItem* row = new UltimateTreeItem();
-    if (entry.isObject()) {
-        row->setId(0);
-        row->setUserData(new QJsonObject(entry.toObject()));
+    UltimateTreeItem* row = EntryList::newRow(entry);
+    if (entry.isObject())
         addonDisplay(row, entry.toObject(), projectData);
-    } else {
-        row->setId(ForeignRow);
-        row->setUserData(new QJsonObject{{ForeignKey, entry}});
-    }
     addons->tree()->addRow(row);
 }
 
@@ -120,8 +100,8 @@ void AddonOrNotebox::saveData(QJsonObject* data) const
         const QJsonObject* record = row->userData();
         if (!record)
             continue;
-        if (row->id() == ForeignRow) {
-            entries.append(record->value(ForeignKey));
+        if (!EntryList::holdsObject(row)) {
+            entries.append(EntryList::entry(row));
             continue;
         }
         entries.append(*record);
@@ -144,15 +124,13 @@ void AddonOrNotebox::CreateAddon()
     if (!accepted)
         return;
     addEntry(created);
-    UltimateTree* tree = addons->tree();
-    tree->setCurrentRow(tree->row(tree->rowCount() - 1));
-    addons->scrollToBottom();
+    EntryList::selectLast(addons);
 }
 
 void AddonOrNotebox::EditAddon()
 {
     UltimateTreeItem* row = addons->tree()->currentRow();
-    if (!row || !row->userData() || row->id() == ForeignRow || !AddonTables::editable(*row->userData()))
+    if (!row || !row->userData() || !EntryList::holdsObject(row) || !AddonTables::editable(*row->userData()))
         return;
     QJsonObject edited = *row->userData();
     bool accepted = false;
@@ -179,12 +157,7 @@ void AddonOrNotebox::on_addons_itemDoubleClicked(UltimateTreeItem* item, int)
 
 void AddonOrNotebox::on_addons_customContextMenuRequested(const QPoint& pos)
 {
-    UltimateTreeItem* row = addons->tree()->currentRow();
-    const QList<QAction*> actions = menu->actions();
-    const bool editable = row && row->id() != ForeignRow && AddonTables::editable(*row->userData());
-    actions.at(EditEntry)->setVisible(editable);
-    actions.at(DeleteEntry)->setVisible(row != nullptr);
-    addons->updateContextActions(actions, editable ? row : nullptr, QString(), CopyEntry, CutEntry, PasteEntry);
-    addons->tree()->setPopupOpen(true);
-    menu->popup(pos);
+    const UltimateTreeItem* row = addons->tree()->currentRow();
+    EntryList::popUpMenu(addons, menu, pos,
+                         row && EntryList::holdsObject(row) && AddonTables::editable(*row->userData()));
 }

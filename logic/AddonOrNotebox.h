@@ -40,9 +40,6 @@ public slots:
     void on_addons_customContextMenuRequested(const QPoint& pos);
 
 private:
-    // Row id of an entry that isn't an object: its record holds it under
-    // "Entry".
-    static const int ForeignRow = 1;
     void addEntry(const QJsonValue& entry);
 
     UltimateTreeWidget* addons;

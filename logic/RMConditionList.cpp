@@ -1,6 +1,7 @@
 #include "logic/RMConditionList.h"
 
 #include "logic/ConditionDisplay.h"
+#include "logic/EntryList.h"
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMCondition.h"
 #include "scene/UIComponentBaseDialog.h"
@@ -17,15 +18,6 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-namespace {
-
-// The menu: add, edit, delete, separator, copy, cut, paste.
-enum MenuEntry { EditEntry = 1, DeleteEntry = 2, CopyEntry = 4, CutEntry = 5, PasteEntry = 6 };
-
-const QString ForeignKey = QStringLiteral("Entry");
-
-}
 
 RMConditionList::RMConditionList(QJsonArray* array, bool* accepted, QJsonObject* projectData, QWidget* parent)
     : PickerDialog(accepted, parent), array(array), projectData(projectData)
@@ -54,24 +46,17 @@ RMConditionList::RMConditionList(QJsonArray* array, bool* accepted, QJsonObject*
                                      row->setText(0, conditionEntryText(*record, names));
                                  });
     // What isn't a condition stays in its place but doesn't travel.
-    conditions->setCopyCheck([](UltimateTreeItem* row) { return row->id() != ForeignRow; });
-    conditions->setDeleteCheck([](UltimateTreeItem* row) { return row->id() != ForeignRow; });
+    conditions->setCopyCheck([](UltimateTreeItem* row) { return EntryList::holdsObject(row); });
+    conditions->setDeleteCheck([](UltimateTreeItem* row) { return EntryList::holdsObject(row); });
     tree->startView();
     for (const QJsonValue& entry : *array)
         addEntry(entry);
 
-    menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("conditionMenu"));
-    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Add.png")), tr("Add New Condition")),
-            &QAction::triggered, this, &RMConditionList::createNewCondition);
-    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Edit.png")), tr("Edit Condition")),
-            &QAction::triggered, this, &RMConditionList::editCondition);
-    connect(menu->addAction(QIcon(QStringLiteral(":/resources/ContextIcons/Remove.png")), tr("Delete Condition")),
-            &QAction::triggered, this, &RMConditionList::deleteCondition);
-    conditions->setupContextActions(menu, QT_TR_NOOP("Copy Condition"), QT_TR_NOOP("Cut Condition"),
-                                    QT_TR_NOOP("Paste Condition"));
-    connect(conditions, &UltimateTreeWidget::onDeleteKeyPress, this, &RMConditionList::deleteCondition);
-    connect(conditions, &UltimateTreeWidget::doubleClickedBlank, this, &RMConditionList::createNewCondition);
+    menu = EntryList::makeMenu(
+        this, conditions, QStringLiteral("conditionMenu"),
+        {tr("Add New Condition"), tr("Edit Condition"), tr("Delete Condition"), QT_TR_NOOP("Copy Condition"),
+         QT_TR_NOOP("Cut Condition"), QT_TR_NOOP("Paste Condition")},
+        [this]() { createNewCondition(); }, [this]() { editCondition(); }, [this]() { deleteCondition(); });
 
     addButtons(contentLayout);
     // Cancel has a slot of its own.
@@ -82,14 +67,7 @@ RMConditionList::RMConditionList(QJsonArray* array, bool* accepted, QJsonObject*
 
 void RMConditionList::addEntry(const QJsonValue& entry)
 {
-    UltimateTreeItem* row = new UltimateTreeItem();
-    if (entry.isObject()) {
-        row->setId(0);
-        row->setUserData(new QJsonObject(entry.toObject()));
-    } else {
-        row->setId(ForeignRow);
-        row->setUserData(new QJsonObject{{ForeignKey, entry}});
-    }
+    UltimateTreeItem* row = EntryList::newRow(entry);
     row->setText(0, conditionEntryText(entry, projectData));
     conditions->tree()->addRow(row);
 }
@@ -100,10 +78,8 @@ QJsonArray RMConditionList::entries() const
     const UltimateTree* tree = conditions->tree();
     for (int index = 0; index < tree->rowCount(); ++index) {
         const UltimateTreeItem* row = tree->row(index);
-        const QJsonObject* record = row->userData();
-        if (!record)
-            continue;
-        result.append(row->id() == ForeignRow ? record->value(ForeignKey) : QJsonValue(*record));
+        if (row->userData())
+            result.append(EntryList::entry(row));
     }
     return result;
 }
@@ -151,15 +127,13 @@ void RMConditionList::createNewCondition()
     if (!accepted)
         return;
     addEntry(created);
-    UltimateTree* tree = conditions->tree();
-    tree->setCurrentRow(tree->row(tree->rowCount() - 1));
-    conditions->scrollToBottom();
+    EntryList::selectLast(conditions);
 }
 
 void RMConditionList::editCondition()
 {
     UltimateTreeItem* row = conditions->tree()->currentRow();
-    if (!row || !row->userData() || row->id() == ForeignRow)
+    if (!row || !row->userData() || !EntryList::holdsObject(row))
         return;
     QJsonObject edited = *row->userData();
     bool accepted = false;
@@ -186,14 +160,8 @@ void RMConditionList::on_conditions_itemDoubleClicked(UltimateTreeItem* item, in
 
 void RMConditionList::on_conditions_customContextMenuRequested(const QPoint& pos)
 {
-    UltimateTreeItem* row = conditions->tree()->currentRow();
-    const QList<QAction*> actions = menu->actions();
-    const bool editable = row && row->id() != ForeignRow;
-    actions.at(EditEntry)->setVisible(editable);
-    actions.at(DeleteEntry)->setVisible(row != nullptr);
-    conditions->updateContextActions(actions, editable ? row : nullptr, QString(), CopyEntry, CutEntry, PasteEntry);
-    conditions->tree()->setPopupOpen(true);
-    menu->popup(pos);
+    const UltimateTreeItem* row = conditions->tree()->currentRow();
+    EntryList::popUpMenu(conditions, menu, pos, row && EntryList::holdsObject(row));
 }
 
 void RMConditionList::on_confirmButton_clicked()

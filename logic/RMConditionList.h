@@ -47,9 +47,6 @@ public slots:
     void on_cancelButton_clicked();
 
 private:
-    // Row id of an entry that isn't an object: its record holds it under
-    // "Entry" and is never edited or copied.
-    static const int ForeignRow = 1;
     void addEntry(const QJsonValue& entry);
 
     QJsonArray* array;
