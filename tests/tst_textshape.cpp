@@ -399,22 +399,9 @@ private slots:
         const QPoint spot = editor.view->mapFromScene(QPointF(300, 200));
         answering([&]() { QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
                   {press("text"), Answer([](TrovDialog* dialog) {
-                       QCOMPARE(dialog->findChild<MyLineEdit*>("FontSize")->text(), QStringLiteral("30"));
-                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineSize")->text(), QStringLiteral("4"));
-                       QCOMPARE(dialog->findChild<MyLineEdit*>("Maximum_Width")->text(), QStringLiteral("200"));
-                       QCOMPARE(dialog->findChild<MyComboBox*>("Alignment")->currentIndex(), 1);
-                       MyDialogOpener* font = dialog->findChild<MyDialogOpener*>("FontFamily");
-                       QCOMPARE(font->value(), QStringLiteral("(Default)"));
-                       QVERIFY(font->isItalic());
-                       MyDialogOpener* text = dialog->findChild<MyDialogOpener*>("Text");
-                       QCOMPARE(text->value(), QStringLiteral("My Text"));
-                       QVERIFY(!text->isItalic());
-                       QTest::mouseClick(text, Qt::LeftButton);
+                       QTest::mouseClick(dialog->findChild<MyDialogOpener*>("Text"), Qt::LeftButton);
                    }),
                    typing("Text", "Gold:"), press("confirmButton"),
-                   Answer([](TrovDialog* dialog) {
-                       QCOMPARE(dialog->findChild<MyDialogOpener*>("Text")->value(), QStringLiteral("Gold:"));
-                   }),
                    typing("FontSize", "24"), choosing("Alignment", 0), typing("OutlineOpacity", "50"),
                    press("confirmButton")});
         QCOMPARE(editor.scene->components().size(), 1);
@@ -637,9 +624,6 @@ private slots:
         const QPoint spot = editor.view->mapFromScene(QPointF(300, 200));
         answering([&]() { QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
                   {press("shape"), Answer([](TrovDialog* dialog) {
-                       QCOMPARE(dialog->findChild<MyLineEdit*>("Width")->text(), QStringLiteral("100"));
-                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineSize")->text(), QStringLiteral("0"));
-                       QCOMPARE(dialog->findChild<MyLineEdit*>("OutlineOpacity")->text(), QStringLiteral("100"));
                        // No note of kept properties: the kind's box edits them.
                        QVERIFY(!dialog->findChild<QWidget*>("keptNote"));
                    }),
