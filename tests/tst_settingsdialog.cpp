@@ -76,7 +76,6 @@ struct FileAnswer {
         timer.setInterval(5);
         QObject::connect(&timer, &QTimer::timeout, [this, path]() {
             if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-                title = dialog->windowTitle();
                 dialog->selectFile(path);
                 static_cast<QDialog*>(dialog)->accept();
                 timer.stop();
@@ -85,7 +84,6 @@ struct FileAnswer {
         timer.start();
     }
     QTimer timer;
-    QString title;
 };
 
 // A row of the theme builder's list, by its text, clicked with the mouse.
@@ -169,9 +167,8 @@ private slots:
         QAction* run = window->findChild<QAction*>(QStringLiteral("Action_Run"));
         QVERIFY(!run->isEnabled());
         bool restartShownBefore = true;
-        QString languageTitle;
 
-        const Seen seen = openSettings({[&](TrovDialog* dialog) {
+        openSettings({[&](TrovDialog* dialog) {
             VelmoSettings* settings = qobject_cast<VelmoSettings*>(dialog);
             QVERIFY(settings);
             restartShownBefore = settings->restartRequired->isVisible();
@@ -192,14 +189,11 @@ private slots:
             {
                 FileAnswer file(german);
                 click(settings->Language);
-                languageTitle = file.title;
             }
             QCOMPARE(settings->Language->text(), QStringLiteral("German.csv"));
             press("confirmButton")(dialog);
         }});
-        QCOMPARE(seen.title, QStringLiteral("Velmora Settings"));
         QVERIFY(!restartShownBefore);
-        QCOMPARE(languageTitle, QStringLiteral("Open Translation File"));
 
         // The dialog flags and the location are in force at once...
         QVERIFY(dialogNativeTitleBar);
@@ -411,7 +405,6 @@ private slots:
                       press("confirmButton")});
         QVERIFY(!QFileInfo::exists(themeFile(QStringLiteral("Second"))));
         QCOMPARE(window->getTheme(), QString());
-        QCOMPARE(themeColor(ThemeKey::WindowTop), QColor(0x3c, 0x3c, 0x4b));
         QCOMPARE(themeColor(ThemeKey::WindowBackground), QColor(0x18, 0x18, 0x22));
     }
 
