@@ -10,6 +10,7 @@
 #include "components/ComponentKinds.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/ProjectFonts.h"
+#include "components/ProjectImages.h"
 #include "components/UIComponentCommonDialog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -486,6 +487,9 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
     const QString fontsFolder = folder.absoluteFilePath(QStringLiteral("fonts"));
     ProjectFonts::setFolderHook([fontsFolder]() { return fontsFolder; });
+    ProjectImages::setPathHook([folder](int kind, const QString& name) {
+        return PathManager::graphicsFile(PathManager::GraphicsType(kind), name + QStringLiteral(".png"), folder);
+    });
     BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
     int failures = 0;
     {
@@ -541,6 +545,7 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     if (!previousProject) {
         PathManager::setGraphicsFolderHook(nullptr);
         ProjectFonts::setFolderHook(nullptr);
+        ProjectImages::setPathHook(nullptr);
     }
     return failures == 0 ? Success : Failure;
 }

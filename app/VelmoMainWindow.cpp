@@ -5,6 +5,7 @@
 #include "app/HudListController.h"
 #include "app/PathManager.h"
 #include "components/ProjectFonts.h"
+#include "components/ProjectImages.h"
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoAbout.h"
@@ -104,6 +105,12 @@ VelmoMainWindow::VelmoMainWindow(int windowStyle, bool nativeMenuBar, const QStr
     ProjectFonts::setFolderHook([this]() {
         return lifecycle->isOpen() ? lifecycle->directory().absoluteFilePath(QStringLiteral("fonts")) : QString();
     });
+    // Pictures, faces and the system images come from the open project.
+    ProjectImages::setPathHook([this](int kind, const QString& name) {
+        return lifecycle->isOpen() ? PathManager::graphicsFile(PathManager::GraphicsType(kind),
+                                                               name + QStringLiteral(".png"), lifecycle->directory())
+                                   : QString();
+    });
 
     huds->setup();
     connect(huds, &HudListController::changed, lifecycle, &ProjectLifecycle::markChanged);
@@ -158,6 +165,7 @@ VelmoMainWindow::~VelmoMainWindow()
         PathManager::setProjectDirectory(nullptr);
         PathManager::setGraphicsFolderHook(nullptr);
         ProjectFonts::setFolderHook(nullptr);
+        ProjectImages::setPathHook(nullptr);
         // The dynamic input reads this window's project data, which goes with it.
         VelmoTextInputExtend::install(nullptr);
         DynamicValueSelector::install(nullptr);
