@@ -78,7 +78,7 @@ Entry* entry(int kind, const QString& name)
         cached.modified = info.lastModified();
         QImageReader reader(file);
         const QSize size = reader.size();
-        if (!size.isValid() || size.width() <= largestSide && size.height() <= largestSide)
+        if (!size.isValid() || (size.width() <= largestSide && size.height() <= largestSide))
             cached.image = reader.read();
     }
     if (cached.image.isNull()) {
