@@ -133,7 +133,10 @@ int check(const QDir& folder, QTextStream& out)
     QJsonObject projectData;
     ProjectData::ScreenSize screen;
     QStringList problems;
-    const bool valid = ProjectData::load(folder, projectData, screen, &problems);
+    // The HUD document is read while the database parses.
+    HudDocument document;
+    const bool valid = ProjectData::load(folder, projectData, screen, &problems,
+                                         [&document, &folder]() { document = HudDocument::load(folder); });
 
     out << "Project: " << QDir::toNativeSeparators(folder.absolutePath()) << "\n";
     if (!valid) {
@@ -145,7 +148,6 @@ int check(const QDir& folder, QTextStream& out)
     out << "Valid: yes\n";
     out << "Screen: " << screen.width << " x " << screen.height << "\n";
 
-    const HudDocument document = HudDocument::load(folder);
     const QString documentPath = QStringLiteral("data/plugin/") + HudDocument::FileName;
     if (!document.fromTemplates && !document.damagedFile)
         out << "HUD document: " << documentPath << "\n";
@@ -555,14 +557,16 @@ int outline(const QDir& folder, const QString& hud, QTextStream& out, QTextStrea
     QJsonObject projectData;
     ProjectData::ScreenSize screen;
     QStringList problems;
-    if (!ProjectData::load(folder, projectData, screen, &problems)) {
+    // The HUD document is read while the database parses.
+    HudDocument document;
+    if (!ProjectData::load(folder, projectData, screen, &problems,
+                           [&document, &folder]() { document = HudDocument::load(folder); })) {
         err << "velmora-cli: " << QDir::toNativeSeparators(folder.absolutePath())
             << " is not a usable RPG Maker MZ project\n";
         for (const QString& problem : qAsConst(problems))
             err << "  " << problem << "\n";
         return Failure;
     }
-    const HudDocument document = HudDocument::load(folder);
     if (document.damagedFile) {
         // An outline of what could be read would pass for the whole document.
         err << "velmora-cli: " << QDir::toNativeSeparators(JsonFile::pluginPath(folder, HudDocument::FileName))

@@ -35,27 +35,35 @@ QString systemReason(const QString& errorString)
 
 QJsonDocument read(const QString& path, QString* reason)
 {
+    bool readable = false;
+    const QByteArray bytes = readBytes(path, reason, &readable);
+    return readable ? parse(bytes, reason) : QJsonDocument();
+}
+
+QByteArray readBytes(const QString& path, QString* reason, bool* readable)
+{
+    *readable = false;
     setReason(reason, QString());
     const QFileInfo info(path);
     if (!info.exists()) {
         setReason(reason, QCoreApplication::translate("", "no such file"));
-        return QJsonDocument();
+        return QByteArray();
     }
     // A FIFO would block the read for ever and a device never ends; only a
     // regular file (or a link to one) is read.
     if (!info.isFile()) {
         setReason(reason, info.isDir() ? QCoreApplication::translate("", "it is a folder")
                                        : QCoreApplication::translate("", "not a regular file"));
-        return QJsonDocument();
+        return QByteArray();
     }
     if (info.size() > MaxFileSize) {
         setReason(reason, QCoreApplication::translate("", "larger than %1 MB").arg(MaxFileSize / (1024 * 1024)));
-        return QJsonDocument();
+        return QByteArray();
     }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         setReason(reason, systemReason(file.errorString()));
-        return QJsonDocument();
+        return QByteArray();
     }
     // QIODevice::read(n) sets aside n bytes before it reads, so it is asked
     // for what the file holds rather than for the limit: 256 MB for every
@@ -71,8 +79,14 @@ QJsonDocument read(const QString& path, QString* reason)
     }
     if (bytes.size() > MaxFileSize) {
         setReason(reason, QCoreApplication::translate("", "larger than %1 MB").arg(MaxFileSize / (1024 * 1024)));
-        return QJsonDocument();
+        return QByteArray();
     }
+    *readable = true;
+    return bytes;
+}
+
+QJsonDocument parse(const QByteArray& bytes, QString* reason)
+{
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (document.isNull()) {
@@ -81,6 +95,49 @@ QJsonDocument read(const QString& path, QString* reason)
                               .arg(error.offset));
     }
     return document;
+}
+
+QVector<QPair<int, int>> arrayParts(const QByteArray& bytes, int parts)
+{
+    QVector<QPair<int, int>> found;
+    const char* const text = bytes.constData();
+    const int size = bytes.size();
+    const auto isSpace = [](char c) { return c == ' ' || c == '\n' || c == '\r' || c == '\t'; };
+    int first = 0;
+    while (first < size && isSpace(text[first]))
+        ++first;
+    int last = size - 1;
+    while (last > first && isSpace(text[last]))
+        --last;
+    if (parts < 2 || first >= last || text[first] != '[' || text[last] != ']')
+        return found;
+    // Cut at the commas between top-level elements, each piece about an
+    // equal share of the text. Strings are skipped as a whole, so brackets
+    // and commas inside them don't count.
+    const int share = (last - first) / parts + 1;
+    int depth = 0;
+    int pieceStart = first + 1;
+    for (int i = first + 1; i < last; ++i) {
+        const char c = text[i];
+        if (c == '"') {
+            for (++i; i < last && text[i] != '"'; ++i) {
+                if (text[i] == '\\')
+                    ++i;
+            }
+        } else if (c == '[' || c == '{') {
+            ++depth;
+        } else if (c == ']' || c == '}') {
+            if (--depth < 0)
+                return {};
+        } else if (c == ',' && depth == 0 && i - pieceStart >= share) {
+            found.append(qMakePair(pieceStart, i - pieceStart));
+            pieceStart = i + 1;
+        }
+    }
+    if (depth != 0 || found.isEmpty())
+        return {};
+    found.append(qMakePair(pieceStart, last - pieceStart));
+    return found;
 }
 
 QString pluginPath(const QDir& projectDirectory, const QString& name)

@@ -3,7 +3,9 @@
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPair>
 #include <QString>
+#include <QVector>
 
 // Reading and writing the JSON files of a project: the RPG Maker database
 // files and the HUD document in "data/plugin".
@@ -18,6 +20,19 @@ constexpr qint64 MaxFileSize = 256 * 1024 * 1024;
 // given it receives why, in words for the user ("permission denied", "not
 // valid JSON: ... at byte 12"); it is left empty when the file parsed.
 QJsonDocument read(const QString& path, QString* reason = nullptr);
+// The two halves of read(): the file's bytes, with readable false (and the
+// reason) when read() would fail before parsing; and the parse of bytes.
+QByteArray readBytes(const QString& path, QString* reason, bool* readable);
+QJsonDocument parse(const QByteArray& bytes, QString* reason = nullptr);
+
+// Where to cut a JSON text that is one top-level array into about `parts`
+// pieces of whole elements, as (offset, length) ranges of the elements'
+// text without the separating commas, so that big tables parse side by
+// side. Empty when the text is not an array, parts is below 2, the
+// brackets don't balance or the array is too short to cut. Each piece,
+// wrapped in brackets, parses to its elements exactly when the whole
+// text parses; a malformed text still has to be parsed whole for its error.
+QVector<QPair<int, int>> arrayParts(const QByteArray& bytes, int parts);
 
 // read() of "data/plugin/<name>" below the project folder.
 QJsonDocument readPlugin(const QDir& projectDirectory, const QString& name, QString* reason = nullptr);

@@ -6,9 +6,11 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QPair>
 #include <QThread>
 #include <QVector>
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -50,7 +52,7 @@ static QString problemOf(const QString& name, const QJsonDocument& document, con
 }
 
 bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& screen,
-          QStringList* problems)
+          QStringList* problems, const std::function<void()>& alongside)
 {
     const QStringList& names = fileNames();
     const int count = names.size();
@@ -59,21 +61,92 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
         paths.append(projectDirectory.absoluteFilePath(QStringLiteral("data/%1").arg(name)));
     QVector<QJsonDocument> documents(count);
     QVector<QString> reasons(count);
+    QVector<QByteArray> bytes(count);
+    QVector<bool> readable(count);
+    for (int i = 0; i < count; ++i)
+        bytes[i] = JsonFile::readBytes(paths.at(i), &reasons[i], &readable[i]);
+
     // The database of a big project is tens of megabytes of JSON in files
-    // that don't depend on each other, so they are parsed side by side; the
-    // caller waits for all of them and sees nothing of the threads.
+    // that don't depend on each other, so they are parsed side by side, and
+    // a big table (a Classes.json of tens of megabytes) in pieces of whole
+    // records; the caller waits for all of it and sees nothing of the threads.
+    struct Piece {
+        int file;
+        int offset;
+        int length; // -1: the whole file
+        QJsonArray elements;
+        bool parsed = false;
+    };
+    QVector<Piece> pieces;
+    constexpr int pieceSize = 4 * 1024 * 1024;
+    for (int i = 0; i < count; ++i) {
+        if (!readable[i])
+            continue;
+        const QVector<QPair<int, int>> parts =
+            i == 0 ? QVector<QPair<int, int>>() : JsonFile::arrayParts(bytes[i], bytes[i].size() / pieceSize + 1);
+        if (parts.isEmpty())
+            pieces.append({i, 0, -1, {}});
+        for (const auto& part : parts)
+            pieces.append({i, part.first, part.second, {}});
+    }
+    // Biggest first, so that no big piece is left to run alone at the end.
+    std::stable_sort(pieces.begin(), pieces.end(), [&](const Piece& a, const Piece& b) {
+        return (a.length < 0 ? bytes[a.file].size() : a.length) > (b.length < 0 ? bytes[b.file].size() : b.length);
+    });
     std::atomic<int> next{0};
-    const auto readFiles = [&]() {
-        for (int i = next++; i < count; i = next++)
-            documents[i] = JsonFile::read(paths.at(i), &reasons[i]);
+    std::atomic<bool> alongsideTaken{false};
+    const auto work = [&]() {
+        if (alongside && !alongsideTaken.exchange(true))
+            alongside();
+        for (int i = next++; i < pieces.size(); i = next++) {
+            Piece& piece = pieces[i];
+            if (piece.length < 0) {
+                documents[piece.file] = JsonFile::parse(bytes[piece.file], &reasons[piece.file]);
+                continue;
+            }
+            QByteArray text;
+            text.reserve(piece.length + 2);
+            text.append('[').append(bytes[piece.file].constData() + piece.offset, piece.length).append(']');
+            const QJsonDocument part = QJsonDocument::fromJson(text);
+            piece.elements = part.array();
+            // An empty piece would let a stray comma through.
+            piece.parsed = part.isArray() && !piece.elements.isEmpty();
+        }
     };
     std::vector<std::thread> helpers;
-    const int helperCount = qBound(0, QThread::idealThreadCount() - 1, count - 1);
+    const int helperCount = qBound(0, QThread::idealThreadCount() - 1, pieces.size() + (alongside ? 1 : 0) - 1);
     for (int i = 0; i < helperCount; ++i)
-        helpers.emplace_back(readFiles);
-    readFiles();
+        helpers.emplace_back(work);
+    work();
     for (std::thread& helper : helpers)
         helper.join();
+
+    // The pieces of a table joined in file order; a table with any piece
+    // that didn't parse is parsed whole, for the parser's own error.
+    std::stable_sort(pieces.begin(), pieces.end(),
+                     [](const Piece& a, const Piece& b) { return a.file != b.file ? a.file < b.file : a.offset < b.offset; });
+    for (int first = 0; first < pieces.size();) {
+        int end = first;
+        bool whole = true;
+        while (end < pieces.size() && pieces[end].file == pieces[first].file) {
+            whole = whole && pieces[end].length >= 0 && pieces[end].parsed;
+            ++end;
+        }
+        const int file = pieces[first].file;
+        if (pieces[first].length >= 0) {
+            if (whole) {
+                QJsonArray joined;
+                for (int i = first; i < end; ++i) {
+                    for (const QJsonValue& element : qAsConst(pieces[i].elements))
+                        joined.append(element);
+                }
+                documents[file] = QJsonDocument(joined);
+            } else {
+                documents[file] = JsonFile::parse(bytes[file], &reasons[file]);
+            }
+        }
+        first = end;
+    }
 
     bool good = true;
     for (int i = 0; i < names.size(); ++i) {

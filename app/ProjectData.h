@@ -6,6 +6,8 @@
 #include <QJsonObject>
 #include <QStringList>
 
+#include <functional>
+
 // The RPG Maker database of a project: eleven files below "data", read whole
 // and kept as parsed JSON under their file names. Readers walk the JSON
 // themselves; a wrong id simply yields an undefined value.
@@ -31,9 +33,12 @@ ScreenSize screenSize(const QJsonObject& system);
 // every other file an array. Only when all pass are the values inserted into
 // projectData (replacing what was there) and the screen size taken; otherwise
 // nothing is touched and false is returned. Each problem found is appended to
-// problems, when given, as a sentence naming the file.
+// problems, when given, as a sentence naming the file. alongside, when
+// given, runs on one of the reading threads beside the parsing (the HUD
+// document is read so while the database parses); it must not touch
+// projectData.
 bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& screen,
-          QStringList* problems = nullptr);
+          QStringList* problems = nullptr, const std::function<void()>& alongside = {});
 
 // Where an RPG Maker MZ project keeps each kind of image: "img/pictures",
 // "img/system" and "img/faces"; empty for the kinds it has no folder for.

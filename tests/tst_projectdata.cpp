@@ -1,6 +1,7 @@
 #include "TestEnvironment.h"
 
 #include "logic/GameDataLabel.h"
+#include "app/JsonFile.h"
 #include "app/ProjectData.h"
 
 #include <QCoreApplication>
@@ -96,6 +97,52 @@ private slots:
         QVERIFY(problems.first().contains(QStringLiteral("System.json")));
         QVERIFY(problems.last().contains(QStringLiteral("CommonEvents.json")));
         QVERIFY(data.isEmpty());
+    }
+
+    // A big table is parsed in pieces side by side. The joined table must be
+    // the file's, names full of brackets, commas and escaped quotes included,
+    // and a text the parser refuses whole must be refused in pieces too.
+    void bigTablesReadAsWhole()
+    {
+        QByteArray text = "[null";
+        QJsonArray expected{QJsonValue()};
+        for (int id = 1; text.size() < 9 * 1024 * 1024; ++id) {
+            const QString name = QStringLiteral("Knight \"%1\", [of] {the} ,\\ \u00e9 %2").arg(id).arg(QString(40, QLatin1Char('x')));
+            QJsonObject record{{QStringLiteral("id"), id}, {QStringLiteral("name"), name},
+                               {QStringLiteral("params"), QJsonArray{id, 1.5, -id, QJsonArray{QStringLiteral("]"), QJsonObject{}}}}};
+            expected.append(record);
+            text += "," + QJsonDocument(QJsonArray{record}).toJson(QJsonDocument::Compact).mid(1).chopped(1);
+        }
+        text += "]\n";
+        QVERIFY(JsonFile::arrayParts(text, 3).size() >= 2);
+
+        const QString project = TestEnvironment::makeProject(QStringLiteral("big"));
+        const QString classes = project + QStringLiteral("/data/Classes.json");
+        TestEnvironment::writeFile(classes, text);
+        QJsonObject data;
+        ProjectData::ScreenSize screen;
+        QVERIFY(ProjectData::load(QDir(project), data, screen));
+        QCOMPARE(data.value(QStringLiteral("Classes.json")).toArray(), expected);
+
+        const int middle = text.size() / 2;
+        const int comma = text.indexOf(",{", middle);
+        QVERIFY(comma > 0);
+        // Blank enough to make a piece of its own before the stray comma.
+        const QByteArray strayComma = "[" + QByteArray(5 * 1024 * 1024, ' ') + "," + text.mid(1);
+        QByteArray openRecord = text;
+        openRecord.insert(comma, "{");
+        QByteArray missingComma = text;
+        missingComma.remove(comma, 1);
+        QByteArray trailing = text + "x";
+        for (const QByteArray& bad : {strayComma, openRecord, missingComma, trailing}) {
+            QVERIFY(QJsonDocument::fromJson(bad).isNull());
+            TestEnvironment::writeFile(classes, bad);
+            QStringList problems;
+            QVERIFY(!ProjectData::load(QDir(project), data, screen, &problems));
+            QCOMPARE(problems.size(), 1);
+            QVERIFY2(problems.first().startsWith(QStringLiteral("\"Classes.json\" can't be read: not valid JSON (")),
+                     qPrintable(problems.first()));
+        }
     }
 
     // A FIFO would block a read for ever and /dev/zero never ends: neither is
