@@ -34,12 +34,13 @@ ProjectLifecycle::ProjectLifecycle(QWidget* window, HudListController* huds, Gam
     documentWatcher = new DocumentWatcher(this);
     connect(documentWatcher, &DocumentWatcher::changedOnDisk, this, &ProjectLifecycle::whenDocumentChangedOnDisk);
     recovery = new RecoveryWriter(
-        [this](QDir& project, QJsonObject& document, QStringList& backgrounds) {
+        [this](QDir& project, RecoveryFile::Content& content) {
             if (!isProjectOpen || !changed)
                 return false;
             this->huds->storeSceneIntoCurrent();
             project = projectDirectory;
-            document = HudDocument::assemble(documentRoot, this->huds->entries(), &backgrounds);
+            content.document = HudDocument::assemble(documentRoot, this->huds->entries(), &content.backgrounds);
+            content.propertyOrders = projectData.value(UsesCustomProperties::OrdersFile).toObject();
             return true;
         },
         this);
@@ -407,6 +408,10 @@ void ProjectLifecycle::offerRecovery()
     HudDocument document;
     document.setDocument(kept.document, kept.backgrounds);
     documentRoot = document.root;
+    // A recovery file from before the orders were kept has none: the
+    // project's own file stays in force then.
+    if (!kept.propertyOrders.isEmpty())
+        projectData.insert(UsesCustomProperties::OrdersFile, kept.propertyOrders);
     huds->show(document);
     // Restored work is unsaved work until the user saves it.
     takeUndoPositionAsSaved(true);

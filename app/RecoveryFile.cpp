@@ -16,6 +16,7 @@ namespace {
 const QString KeyProject = QStringLiteral("Project");
 const QString KeyDocument = QStringLiteral("Document");
 const QString KeyBackgrounds = QStringLiteral("Backgrounds");
+const QString KeyPropertyOrders = QStringLiteral("PropertyOrders");
 
 QString projectKey(const QDir& project)
 {
@@ -32,14 +33,15 @@ QString path(const QDir& project)
         .absoluteFilePath(QStringLiteral("Recovery/%1.json").arg(QString::fromLatin1(hash)));
 }
 
-bool write(const QDir& project, const QJsonObject& document, const QStringList& backgrounds)
+bool write(const QDir& project, const Content& kept)
 {
     const QString file = path(project);
     if (!QDir().mkpath(QFileInfo(file).absolutePath()))
         return false;
     const QJsonObject content{{KeyProject, projectKey(project)},
-                              {KeyDocument, document},
-                              {KeyBackgrounds, QJsonArray::fromStringList(backgrounds)}};
+                              {KeyDocument, kept.document},
+                              {KeyBackgrounds, QJsonArray::fromStringList(kept.backgrounds)},
+                              {KeyPropertyOrders, kept.propertyOrders}};
     return JsonFile::write(file, content);
 }
 
@@ -66,6 +68,7 @@ bool read(const QDir& project, Content* content)
     content->backgrounds.clear();
     for (const QJsonValue& background : root.value(KeyBackgrounds).toArray())
         content->backgrounds.append(background.toString());
+    content->propertyOrders = root.value(KeyPropertyOrders).toObject();
     content->written = QFileInfo(path(project)).lastModified();
     return true;
 }

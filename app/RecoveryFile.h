@@ -12,11 +12,13 @@
 // after the project's absolute path; never the project's own document.
 namespace RecoveryFile {
 
-// What a recovery file holds: the whole document as it would be saved and the
-// editor-only background paths, one per HUD.
+// What a recovery file holds: the whole document as it would be saved, the
+// editor-only background paths, one per HUD, and the user's order of custom
+// properties ("PropertyOrders.json").
 struct Content {
     QJsonObject document;
     QStringList backgrounds;
+    QJsonObject propertyOrders;
     QDateTime written;
 };
 
@@ -24,7 +26,7 @@ struct Content {
 QString path(const QDir& project);
 
 // Writes the document atomically; false when it couldn't be written.
-bool write(const QDir& project, const QJsonObject& document, const QStringList& backgrounds);
+bool write(const QDir& project, const Content& content);
 
 // Removes the project's recovery file, if any.
 void remove(const QDir& project);

@@ -31,11 +31,10 @@ void RecoveryWriter::writeNow()
 {
     cancel();
     QDir project;
-    QJsonObject document;
-    QStringList backgrounds;
-    if (!source || !source(project, document, backgrounds))
+    RecoveryFile::Content content;
+    if (!source || !source(project, content))
         return;
-    worker.start([project, document, backgrounds]() { RecoveryFile::write(project, document, backgrounds); });
+    worker.start([project, content]() { RecoveryFile::write(project, content); });
 }
 
 void RecoveryWriter::cancel()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/RecoveryFile.h"
+
 #include <QDir>
 #include <QJsonObject>
 #include <QObject>
@@ -18,9 +20,9 @@ class RecoveryWriter : public QObject
 {
     Q_OBJECT
 public:
-    // The document as it would be saved and its editor-only background
-    // paths; false when there is nothing to keep.
-    using Source = std::function<bool(QDir& project, QJsonObject& document, QStringList& backgrounds)>;
+    // What would be saved: the document, its editor-only background paths
+    // and the custom property orders; false when there is nothing to keep.
+    using Source = std::function<bool(QDir& project, RecoveryFile::Content& content)>;
 
     static constexpr int QuietDelay = 5000;
     static constexpr int LongestDelay = 30000;

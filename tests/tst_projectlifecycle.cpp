@@ -489,6 +489,10 @@ private slots:
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("recover"));
         openWindow(project);
         pasteHud(QStringLiteral("Not yet saved"));
+        // A property dialog ordered a component's custom properties; the
+        // order lives beside the document and must come back with it.
+        const QJsonObject orders{{QStringLiteral("UILoc0ID3"), QJsonArray{QStringLiteral("zeta"), QStringLiteral("alpha")}}};
+        const_cast<QJsonObject*>(window->getProjectData())->insert(QStringLiteral("PropertyOrders.json"), orders);
         // A switch of HUD keeps the work aside, never in the project's file.
         list()->setFocus();
         QTest::keyClick(list(), Qt::Key_Down);
@@ -513,6 +517,9 @@ private slots:
         key(Qt::Key_S);
         QVERIFY(recoveryFiles().isEmpty());
         QCOMPARE(writtenDocument(project).value(QStringLiteral("Data")).toArray().size(), 3);
+        QCOMPARE(QJsonDocument::fromJson(TestEnvironment::readFile(project + QStringLiteral("/data/plugin/PropertyOrders.json")))
+                     .object(),
+                 orders);
 
         // A recovery file older than the document isn't offered.
         pasteHud(QStringLiteral("Older"));
