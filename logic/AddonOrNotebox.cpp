@@ -6,6 +6,7 @@
 #include "logic/EntryList.h"
 #include "logic/OpenAddonDialog.h"
 #include "widgets/ClipboardIdentifiers.h"
+#include "widgets/MyGroupBox.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -15,6 +16,7 @@
 #include <QIcon>
 #include <QJsonArray>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QStringList>
 #include <QVBoxLayout>
 
@@ -30,7 +32,21 @@ AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
     addons = new UltimateTreeWidget(addonBox);
     addons->setObjectName(QStringLiteral("addons"));
     boxLayout->addWidget(addons);
-    layout->addWidget(addonBox);
+    layout->addWidget(addonBox, 1);
+
+    // What the game reads as the component's note: the note add-ons'
+    // texts, shown as they will be written, never typed here.
+    noteBox = new MyGroupBox(tr("Note"), this);
+    noteBox->setObjectName(QStringLiteral("noteBox"));
+    QVBoxLayout* noteLayout = new QVBoxLayout(noteBox);
+    noteLayout->setContentsMargins(10, MyGroupBox::TitleHeight + 6, 10, 10);
+    note = new QPlainTextEdit(noteBox);
+    note->setObjectName(QStringLiteral("note"));
+    note->setReadOnly(true);
+    note->setPlaceholderText(tr("The note add-ons' texts, as the game reads them."));
+    note->setFixedHeight(note->fontMetrics().lineSpacing() * 3 + 12);
+    noteLayout->addWidget(note);
+    layout->addWidget(noteBox, 0);
 
     addons->addHeader();
     addons->setClipboardId(ClipboardIdentifiers::Addon);
@@ -46,6 +62,8 @@ AddonOrNotebox::AddonOrNotebox(QWidget* parent) : QWidget(parent)
     tree->setKeepSelectionLook(true);
     tree->setRowDeleter([](UltimateTreeItem* row) { delete row->userData(); });
     addons->connectClipboardKeys();
+    connect(addons, &UltimateTreeWidget::rowsEdited, this, &AddonOrNotebox::showNote);
+    connect(addons, &UltimateTreeWidget::itemRelocated, this, &AddonOrNotebox::showNote);
     addons->setListFunctions([](QJsonObject* record) { return addonTypeText(*record); },
                              [this](UltimateTreeItem* row, QJsonObject* record) {
                                  addonDisplay(row, *record, projectData);
@@ -82,18 +100,37 @@ void AddonOrNotebox::loadData(const QJsonObject& data, QJsonObject* gameData, in
         addEntry(entry);
 }
 
+QString AddonOrNotebox::derivedNote() const
+{
+    QStringList notes;
+    const UltimateTree* tree = addons->tree();
+    for (int index = 0; index < tree->rowCount(); ++index) {
+        const UltimateTreeItem* row = tree->row(index);
+        const QJsonObject* record = row->userData();
+        if (record && EntryList::holdsObject(row)
+            && record->value(QStringLiteral("Type")).toInt(-1) == AddonTables::Note)
+            notes.append(record->value(QStringLiteral("Note")).toString());
+    }
+    return notes.join(QStringLiteral("\n\n"));
+}
+
+void AddonOrNotebox::showNote()
+{
+    note->setPlainText(derivedNote());
+}
+
 void AddonOrNotebox::addEntry(const QJsonValue& entry)
 {
     UltimateTreeItem* row = EntryList::newRow(entry);
     if (entry.isObject())
         addonDisplay(row, entry.toObject(), projectData);
     addons->tree()->addRow(row);
+    showNote();
 }
 
 void AddonOrNotebox::saveData(QJsonObject* data) const
 {
     QJsonArray entries;
-    QStringList notes;
     const UltimateTree* tree = addons->tree();
     for (int index = 0; index < tree->rowCount(); ++index) {
         const UltimateTreeItem* row = tree->row(index);
@@ -105,10 +142,8 @@ void AddonOrNotebox::saveData(QJsonObject* data) const
             continue;
         }
         entries.append(*record);
-        if (record->value(QStringLiteral("Type")).toInt(-1) == AddonTables::Note)
-            notes.append(record->value(QStringLiteral("Note")).toString());
     }
-    data->insert(QStringLiteral("Note"), notes.join(QStringLiteral("\n\n")));
+    data->insert(QStringLiteral("Note"), derivedNote());
     data->insert(QStringLiteral("Addons"), entries);
 }
 
@@ -139,6 +174,7 @@ void AddonOrNotebox::EditAddon()
         return;
     *row->userData() = edited;
     addonDisplay(row, edited, projectData);
+    showNote();
 }
 
 void AddonOrNotebox::DeleteAddon()

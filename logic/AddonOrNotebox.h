@@ -4,7 +4,9 @@
 #include <QPoint>
 #include <QWidget>
 
+class MyGroupBox;
 class QMenu;
+class QPlainTextEdit;
 class TrovDialog;
 class UltimateTreeItem;
 class UltimateTreeWidget;
@@ -30,6 +32,8 @@ public:
     void saveData(QJsonObject* data) const;
 
     UltimateTreeWidget* list() const { return addons; }
+    // The "Note" the box would write now.
+    QString derivedNote() const;
     QMenu* contextMenu() const { return menu; }
 
 public slots:
@@ -41,8 +45,11 @@ public slots:
 
 private:
     void addEntry(const QJsonValue& entry);
+    void showNote();
 
     UltimateTreeWidget* addons;
+    MyGroupBox* noteBox;
+    QPlainTextEdit* note;
     QMenu* menu;
     QJsonObject* projectData = nullptr;
     int capabilities = 0;

@@ -25,6 +25,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QJsonArray>
+#include <QPlainTextEdit>
 #include <QJsonDocument>
 #include <QPushButton>
 
@@ -377,12 +378,15 @@ private slots:
                           QTest::keyClicks(note, "2");
                           press("confirmButton")(dialog);
                       }});
+            // The box shows the note as it will be written, before the confirm.
+            QCOMPARE(box->template findChild<QPlainTextEdit*>("note")->toPlainText(), QStringLiteral("A\n\nB2"));
         });
         QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("A\n\nB2"));
 
         object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox* box) {
             UltimateTree* tree = box->list()->tree();
             QVERIFY(moveRowInList(tree, tree->row(0), tree->row(2), false));
+            QCOMPARE(box->template findChild<QPlainTextEdit*>("note")->toPlainText(), QStringLiteral("B2\n\nA"));
         });
         QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("B2\n\nA"));
         QCOMPARE(dataOf(object).value("Addons").toArray().at(0).toObject().value("Type").toInt(), 3);
@@ -392,6 +396,7 @@ private slots:
             QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
             clickRow(box->list(), 1);
             QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
+            QVERIFY(box->template findChild<QPlainTextEdit*>("note")->toPlainText().isEmpty());
         });
         QCOMPARE(dataOf(object).value("Note"), QJsonValue(QString()));
         COMPARE_ARRAY(dataOf(object).value("Addons").toArray(), (QJsonArray{json(R"({"Type":3,"ClickType":0,"ID":1})")}));

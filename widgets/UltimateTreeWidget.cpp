@@ -210,6 +210,7 @@ void UltimateTreeWidget::deleteRowSelectNext(UltimateTreeItem* row)
         treeView->setCurrentRow(treeView->fillerItem());
     else
         treeView->setCurrentRow(nullptr);
+    emit rowsEdited();
 }
 
 void UltimateTreeWidget::pasteCurrentItem()
@@ -240,6 +241,7 @@ void UltimateTreeWidget::pasteCurrentItem()
         treeView->insertRowAfter(row, current);
     else
         treeView->addRow(row);
+    emit rowsEdited();
 }
 
 QString UltimateTreeWidget::numberedName(const QString& name, const std::function<bool(const QString&)>& taken)

@@ -90,6 +90,8 @@ signals:
     void onCutKeyPress();
     void onPasteKeyPress();
     void itemRelocated(UltimateTreeItem* item);
+    // A row was pasted in, or deleted or cut out, through this widget.
+    void rowsEdited();
 
 public slots:
     void copyCurrentItem(UltimateTreeItem* row = nullptr);
