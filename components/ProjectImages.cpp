@@ -31,7 +31,9 @@ State& state()
     return installed;
 }
 
-QString folderName(int kind)
+}
+
+QString relativeFolder(int kind)
 {
     switch (kind) {
     case Faces:
@@ -45,9 +47,11 @@ QString folderName(int kind)
     }
 }
 
+namespace {
+
 void noteMissing(int kind, const QString& name)
 {
-    const QString shown = folderName(kind).isEmpty() ? name : folderName(kind) + QLatin1Char('/') + name;
+    const QString shown = relativeFolder(kind).isEmpty() ? name : relativeFolder(kind) + QLatin1Char('/') + name;
     if (!state().missing.contains(shown))
         state().missing.append(shown);
 }

@@ -23,6 +23,9 @@ using PathHook = std::function<QString(int kind, const QString& name)>;
 // of the open project, or an empty string without a project.
 void setPathHook(const PathHook& hook);
 QString path(int kind, const QString& name);
+// The folder of a kind's images relative to the project ("img/pictures");
+// empty for a kind the components don't use.
+QString relativeFolder(int kind);
 // The absolute folder of a kind's images, where the image selector opens;
 // empty without a project.
 QString folder(int kind);
