@@ -54,10 +54,7 @@ void UIComponentActorFace::setData(const QJsonObject& json)
     }
     naturalWidth = pixmap.width();
     naturalHeight = pixmap.height();
-    scale.read(json);
-    const QSize size = scale.sizeFor(pixmap.size());
-    setWidth(size.width());
-    setHeight(size.height());
+    scale.apply(this, json, pixmap.size());
     UIComponentBase::setData(json);
 }
 

@@ -47,10 +47,7 @@ void UIComponentIcon::setData(const QJsonObject& json)
     } else {
         pixmap = QPixmap();
     }
-    scale.read(json);
-    const QSize size = scale.sizeFor(QSize(naturalWidth, naturalHeight));
-    setWidth(size.width());
-    setHeight(size.height());
+    scale.apply(this, json, QSize(naturalWidth, naturalHeight));
     UIComponentBase::setData(json);
 }
 

@@ -23,10 +23,7 @@ void UIComponentPicture::setData(const QJsonObject& json)
         pixmap = ComponentKinds::unavailableGraphics(QSize(missingSide, missingSide));
     naturalWidth = pixmap.width();
     naturalHeight = pixmap.height();
-    scale.read(json);
-    const QSize size = scale.sizeFor(pixmap.size());
-    setWidth(size.width());
-    setHeight(size.height());
+    scale.apply(this, json, pixmap.size());
     UIComponentBase::setData(json);
 }
 
