@@ -562,6 +562,33 @@ private slots:
         COMPARE_COLOR(at(image, 362, 284), Blue);
     }
 
+    // Sizes from a document far beyond what the dialogs take keep the
+    // component's size but not a picture of it: the cached picture stays
+    // within the largest box, and the pattern or cell still shows.
+    void hugeSizesStayBounded()
+    {
+        Editor editor;
+        auto* tiled = qobject_cast<UIComponentRepeat*>(
+            editor.load(repeat({{"Picture", "Tile"}, {"Width", 99999}, {"Height", 99999}})));
+        QCOMPARE(QSize(tiled->width, tiled->height), QSize(99999, 99999));
+        QVERIFY(!tiled->pixmap.isNull());
+        QVERIFY(tiled->pixmap.width() <= 5000 && tiled->pixmap.height() <= 5000);
+
+        auto* big = qobject_cast<UIComponentIcon*>(
+            editor.load(icon({{"IconIndex", number(1)}, {"IconSet", "Icons"}, {"IconSize", 99999}})));
+        QCOMPARE(QSize(big->width, big->height), QSize(99999, 99999));
+        QVERIFY(big->pixmap.width() <= 4096);
+        // Cell 1 of 99999 pixels starts far right of the 512-pixel set: empty.
+        COMPARE_COLOR(at(big->pixmap, 0, 0), Clear);
+        big = qobject_cast<UIComponentIcon*>(
+            editor.load(icon({{"IconIndex", number(0)}, {"IconSet", "Icons"}, {"IconSize", 99999}})));
+        COMPARE_COLOR(at(big->pixmap, 0, 0), cellColor(0));
+
+        editor.projectData = actors({QJsonObject{{"faceName", "Faces"}, {"faceIndex", 2147483647}}});
+        auto* far = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 1}})));
+        COMPARE_COLOR(at(far->pixmap, 72, 72), Clear);
+    }
+
     // ---------------------------------------------------------------- image references
 
     // What each image-backed kind names, for the missing-image report: an
