@@ -7,6 +7,7 @@
 #include "app/ProjectData.h"
 #include "app/SettingsStore.h"
 #include "app/Startup.h"
+#include "components/ComponentImages.h"
 #include "components/ComponentKinds.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/ProjectFonts.h"
@@ -56,9 +57,12 @@ const char* const Usage =
     "                              \"Kind <Type> <name>: <count>\" in \"Type\" order, then\n"
     "                              \"Placeholders: <n>\", the components the canvas\n"
     "                              draws as a plain rectangle (an unknown \"Type\", or a\n"
-    "                              kind whose drawing isn't built yet). Exit 0 when\n"
-    "                              valid, 1 when the project is not, or its HUD\n"
-    "                              document is damaged.\n"
+    "                              kind whose drawing isn't built yet), then\n"
+    "                              \"Missing images: <n>\" and one line per image a\n"
+    "                              component shows that the project lacks or can't\n"
+    "                              read: the file, the HUD and the component. Exit 0\n"
+    "                              when valid, 1 when the project is not, or its HUD\n"
+    "                              document is damaged; missing images don't change it.\n"
     "  resave PROJECT [--visit-all | --through-dialogs] [--out FILE]\n"
     "                              Loads the HUD document and writes it back through\n"
     "                              the editor's save path; with --out the result goes\n"
@@ -128,6 +132,33 @@ void countKinds(const QJsonArray& components, QMap<int, int>& counts)
     }
 }
 
+// Images are looked up in the project's graphics folders, as in the editor.
+void lookUpImagesIn(const QDir& folder)
+{
+    PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+    ProjectImages::setPathHook([folder](int kind, const QString& name) {
+        return PathManager::graphicsFile(PathManager::GraphicsType(kind), name + QStringLiteral(".png"), folder);
+    });
+}
+
+// One line per image that a component of the array or its children shows
+// and the project lacks (or can't read).
+void listMissingImages(const QJsonArray& components, const QString& hud, const QJsonObject& projectData,
+                       QStringList& lines)
+{
+    for (const QJsonValue& value : components) {
+        const QJsonObject component = value.toObject();
+        for (const ComponentImages::Reference& image : ComponentImages::of(component, &projectData)) {
+            if (!ProjectImages::image(image.kind, image.name).isNull())
+                continue;
+            lines << QStringLiteral("%1: HUD \"%2\", component \"%3\" (ID %4)")
+                         .arg(image.file(), hud, component.value(QStringLiteral("Name")).toString())
+                         .arg(component.value(QStringLiteral("ID")).toVariant().toString());
+        }
+        listMissingImages(component.value(HudDocument::KeyChildren).toArray(), hud, projectData, lines);
+    }
+}
+
 int check(const QDir& folder, QTextStream& out)
 {
     QJsonObject projectData;
@@ -192,6 +223,22 @@ int check(const QDir& folder, QTextStream& out)
             placeholders += kind.value();
     }
     out << "Placeholders: " << placeholders << "\n";
+
+    const bool ownLookup = !PathManager::projectDirectory();
+    lookUpImagesIn(folder);
+    QStringList missing;
+    for (const HudEntry& entry : document.entries)
+        listMissingImages(entry.object.value(HudDocument::KeyHud).toArray(),
+                          HudDocument::displayName(entry.type, entry.object), projectData, missing);
+    if (ownLookup) {
+        PathManager::setGraphicsFolderHook(nullptr);
+        ProjectImages::setPathHook(nullptr);
+    }
+    out << "Missing images: " << missing.size() << "\n";
+    for (const QString& line : qAsConst(missing))
+        out << "  " << line << "\n";
+    // A missing image damages nothing: the game and the editor show it as
+    // a blank, so the outcome stays that of the document.
     return document.damagedFile ? Failure : Success;
 }
 
@@ -486,12 +533,9 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     // Pictures and fonts are looked up in the project, as in the editor.
     const QDir* previousProject = PathManager::projectDirectory();
     PathManager::setProjectDirectory(&folder);
-    PathManager::setGraphicsFolderHook(ProjectData::graphicsFolder);
+    lookUpImagesIn(folder);
     const QString fontsFolder = folder.absoluteFilePath(QStringLiteral("fonts"));
     ProjectFonts::setFolderHook([fontsFolder]() { return fontsFolder; });
-    ProjectImages::setPathHook([folder](int kind, const QString& name) {
-        return PathManager::graphicsFile(PathManager::GraphicsType(kind), name + QStringLiteral(".png"), folder);
-    });
     BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
     int failures = 0;
     {

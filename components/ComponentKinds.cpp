@@ -53,7 +53,8 @@ QString label(int type)
 
 bool hasOwnClass(int type)
 {
-    return type == Text || type == Shape;
+    return type == Text || type == Shape || type == Picture || type == RepeatingPicture || type == ActorFace
+        || type == Icon;
 }
 
 int capabilities(int type)
@@ -85,6 +86,15 @@ void writeStoredSize(QJsonObject& json, const char* dataKey, const QSize& size)
 QColor unavailableGraphicsColor()
 {
     return QColor(0, 0, 0, 90);
+}
+
+QPixmap unavailableGraphics(const QSize& size)
+{
+    if (size.isEmpty())
+        return QPixmap();
+    QPixmap block(size);
+    block.fill(unavailableGraphicsColor());
+    return block;
 }
 
 void drawPixmap(QPainter* painter, const QRectF& rect, const QPixmap& pixmap, double zoomFactor,

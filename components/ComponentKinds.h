@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QJsonObject>
 #include <QPainter>
+#include <QPixmap>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -75,6 +76,9 @@ void writeStoredSize(QJsonObject& json, const char* dataKey, const QSize& size);
 
 // What a kind draws in place of a picture that can't be found.
 QColor unavailableGraphicsColor();
+// A pixmap of that colour, of the size the kind gives for it; null for a
+// size with no pixels.
+QPixmap unavailableGraphics(const QSize& size);
 
 // Draws a kind's cached picture scaled into its drawn rectangle; below zoom
 // 1.0 with the given hints, so that a shrunk picture stays readable.

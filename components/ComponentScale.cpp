@@ -1,5 +1,7 @@
 #include "components/ComponentScale.h"
 
+#include "scene/UIComponentBase.h"
+
 #include <QtGlobal>
 
 #include <cmath>
@@ -37,6 +39,14 @@ void ComponentScale::read(const QJsonObject& json)
 QSize ComponentScale::sizeFor(const QSize& natural) const
 {
     return QSize(scaledSide(natural.width(), scaleX), scaledSide(natural.height(), scaleY));
+}
+
+void ComponentScale::apply(UIComponentBase* component, const QJsonObject& json, const QSize& natural)
+{
+    read(json);
+    const QSize size = sizeFor(natural);
+    component->setWidth(size.width());
+    component->setHeight(size.height());
 }
 
 void ComponentScale::forget()

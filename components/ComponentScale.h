@@ -3,6 +3,8 @@
 #include <QJsonObject>
 #include <QSize>
 
+class UIComponentBase;
+
 // The size of a kind that stores a scale against its picture's natural size
 // (Text, Picture, Actor Face, Icon, Animation). The read scales stand until a
 // resize; after one the document gets the ratio of the new size instead.
@@ -13,6 +15,8 @@ public:
     void read(const QJsonObject& json);
     // Natural size times the scales, truncated.
     QSize sizeFor(const QSize& natural) const;
+    // Reads the scales of json and sizes the component by them.
+    void apply(UIComponentBase* component, const QJsonObject& json, const QSize& natural);
     // After a resize: the scales are recomputed from the size on the next write.
     void forget();
     void write(QJsonObject& json, const QSize& size, const QSize& natural) const;

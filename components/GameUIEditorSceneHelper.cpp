@@ -1,8 +1,16 @@
 #include "components/GameUIEditorSceneHelper.h"
 
 #include "components/ComponentKinds.h"
+#include "components/UIComponentActorFace.h"
+#include "components/UIComponentActorFaceDialog.h"
 #include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentIcon.h"
+#include "components/UIComponentIconDialog.h"
 #include "components/UIComponentPendingKind.h"
+#include "components/UIComponentPicture.h"
+#include "components/UIComponentPictureDialog.h"
+#include "components/UIComponentRepeat.h"
+#include "components/UIComponentRepeatDialog.h"
 #include "components/UIComponentShape.h"
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentText.h"
@@ -15,7 +23,7 @@
 
 template <class Selector>
 UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonObject& json, GameUIEditorScene* scene,
-                                                                    QJsonObject*, bool flag)
+                                                                    QJsonObject* projectData, bool flag)
 {
     const int type = json.value(QStringLiteral("Type")).toInt(-1);
     UIComponentBase* component;
@@ -23,6 +31,14 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
         component = new UIComponentText(scene);
     else if (type == ComponentKinds::Shape)
         component = new UIComponentShape(scene);
+    else if (type == ComponentKinds::Picture)
+        component = new UIComponentPicture(scene);
+    else if (type == ComponentKinds::RepeatingPicture)
+        component = new UIComponentRepeat(scene);
+    else if (type == ComponentKinds::ActorFace)
+        component = new UIComponentActorFace(scene, projectData);
+    else if (type == ComponentKinds::Icon)
+        component = new UIComponentIcon(scene);
     else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
     else
@@ -63,6 +79,14 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
         return std::make_unique<UIComponentTextDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::Shape:
         return std::make_unique<UIComponentShapeDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Picture:
+        return std::make_unique<UIComponentPictureDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::RepeatingPicture:
+        return std::make_unique<UIComponentRepeatDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::ActorFace:
+        return std::make_unique<UIComponentActorFaceDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Icon:
+        return std::make_unique<UIComponentIconDialog>(&json, accepted, flag, owner, projectData);
     default:
         break;
     }

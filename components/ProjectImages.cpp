@@ -31,7 +31,9 @@ State& state()
     return installed;
 }
 
-QString folderName(int kind)
+}
+
+QString relativeFolder(int kind)
 {
     switch (kind) {
     case Faces:
@@ -45,9 +47,11 @@ QString folderName(int kind)
     }
 }
 
+namespace {
+
 void noteMissing(int kind, const QString& name)
 {
-    const QString shown = folderName(kind).isEmpty() ? name : folderName(kind) + QLatin1Char('/') + name;
+    const QString shown = relativeFolder(kind).isEmpty() ? name : relativeFolder(kind) + QLatin1Char('/') + name;
     if (!state().missing.contains(shown))
         state().missing.append(shown);
 }
@@ -99,6 +103,13 @@ void setPathHook(const PathHook& hook)
 QString path(int kind, const QString& name)
 {
     return state().hook ? state().hook(kind, name) : QString();
+}
+
+QString folder(int kind)
+{
+    // The hook knows files only: the folder is that of a file in it.
+    const QString file = path(kind, QStringLiteral("_"));
+    return file.isEmpty() ? QString() : QFileInfo(file).absolutePath();
 }
 
 QImage image(int kind, const QString& name)

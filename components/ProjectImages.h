@@ -23,6 +23,12 @@ using PathHook = std::function<QString(int kind, const QString& name)>;
 // of the open project, or an empty string without a project.
 void setPathHook(const PathHook& hook);
 QString path(int kind, const QString& name);
+// The folder of a kind's images relative to the project ("img/pictures");
+// empty for a kind the components don't use.
+QString relativeFolder(int kind);
+// The absolute folder of a kind's images, where the image selector opens;
+// empty without a project.
+QString folder(int kind);
 
 // The image; a null image for an empty name, without a project, or for a
 // file that is missing, empty, truncated or not an image. A failed name is

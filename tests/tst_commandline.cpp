@@ -58,7 +58,7 @@ private slots:
     // After the totals, one line per kind the document holds, in "Type"
     // order, children and custom HUD objects counted, and the number of
     // components drawn as the plain rectangle: unknown kinds and the kinds
-    // whose drawing isn't there yet, but never Text or Shape.
+    // whose drawing isn't there yet, but never the kinds that draw themselves.
     void checkCountsEachKindAndThePlaceholders()
     {
         auto component = [](int type, const QJsonArray& children = QJsonArray()) {
@@ -106,7 +106,11 @@ private slots:
             "Kind 11 Custom Collection: 1\n"
             "Kind 12 Attach Collection: 1\n"
             "Kind 13 Animation: 1\n"
-            "Placeholders: 15\n");
+            "Placeholders: 11\n"
+            // The face of actor 1, who has no "faceName": the default sheet,
+            // which this project lacks.
+            "Missing images: 1\n"
+            "  img/faces/Actor1.png: HUD \"Map HUD\", component \"\" (ID 1)\n");
         QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
 
         // Kinds the document lacks get no line.
@@ -115,8 +119,49 @@ private slots:
             QJsonDocument(QJsonObject{{"Data", QJsonArray{QJsonObject{{"HUD", QJsonArray{component(1), component(99)}}}}}})
                 .toJson(QJsonDocument::Compact));
         const Result sparse = run({QStringLiteral("check"), project});
-        QVERIFY2(sparse.out.endsWith(QStringLiteral("Components: 2\nKind 1 Shape: 1\nPlaceholders: 1\n")),
+        QVERIFY2(sparse.out.endsWith(QStringLiteral("Components: 2\nKind 1 Shape: 1\nPlaceholders: 1\nMissing images: 0\n")),
                  qPrintable(sparse.out));
+    }
+
+    // Every image a component shows that the project lacks, or can't read
+    // (an empty or a cut-off file), is named with its HUD and component,
+    // children included; an empty name and a name the game works out refer
+    // to nothing. The document is still valid.
+    void checkListsMissingImages()
+    {
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("images"));
+        TestEnvironment::writeFile(project + "/img/pictures/Empty.png", QByteArray());
+        TestEnvironment::writeFile(project + "/img/system/Cut.png",
+                                   TestEnvironment::readFile(project + "/img/system/Window.png").left(80));
+        auto component = [](int id, const QString& name, int type, const char* dataKey, const QJsonObject& data) {
+            return QJsonObject{{"ID", id}, {"Type", type}, {"Name", name}, {"X", 0}, {"Y", 0}, {dataKey, data}};
+        };
+        QJsonObject window = component(3, "Frame", 7, "WindowData", {{"WindowSkin", "Window"}});
+        window.insert("Children", QJsonArray{component(4, "State", 9, "IconData", {{"IconSet", "Cut"}}),
+                                             component(5, "Bar", 5, "PictureGaugeData", {{"GaugeSkin", "Gone"}})});
+        const QJsonArray map{component(1, "Coin", 2, "PictureData", {{"Picture", "Coin"}}),
+                             component(2, "Lost", 2, "PictureData", {{"Picture", "Lost"}}), window,
+                             component(6, "Nothing", 2, "PictureData", {{"Picture", ""}}),
+                             component(7, "Run time", 7, "WindowData",
+                                       {{"WindowSkin", QJsonObject{{"Type", 0}, {"Param", "Skin"}}}})};
+        const QJsonArray status{component(8, "Clouds", 3, "RepeatData", {{"Picture", "Empty"}}),
+                                component(9, "Leader", 8, "ActorFaceData", {{"ActorID", QJsonObject{{"Type", 0}, {"ID", 2}}}})};
+        const QJsonObject document{
+            {"Map", 0},
+            {"Battle", 1},
+            {"Data", QJsonArray{QJsonObject{{"HUD", map}}, QJsonObject{{"HUD", QJsonArray()}},
+                                QJsonObject{{"HUD", status}, {"IsHUD", true}, {"ID", "123"}, {"Name", "Status"}}}}};
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project),
+                                   QJsonDocument(document).toJson(QJsonDocument::Compact));
+        const Result result = run({QStringLiteral("check"), project});
+        QCOMPARE(result.code, 0);
+        const QString expected = QStringLiteral(
+            "Missing images: 4\n"
+            "  img/pictures/Lost.png: HUD \"Map HUD\", component \"Lost\" (ID 2)\n"
+            "  img/system/Cut.png: HUD \"Map HUD\", component \"State\" (ID 4)\n"
+            "  img/system/Gone.png: HUD \"Map HUD\", component \"Bar\" (ID 5)\n"
+            "  img/pictures/Empty.png: HUD \"Status\", component \"Clouds\" (ID 8)\n");
+        QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
     }
 
     // A script must be able to tell a damaged document from a good one: the

@@ -197,10 +197,12 @@ QJsonObject withAddonKeys(QJsonObject data)
     return data;
 }
 
-// What the dialogs write into their data object. Text and Shape: the keys
-// of their table, the dialog's default for a missing one, and the add-on
-// keys; every other key is gone. The other kinds keep their data object as
-// it is, with the add-on keys rewritten.
+// What the dialogs write into their data object. The kinds with a dialog of
+// their own: the keys of their table, the dialog's default for a missing
+// one, and the add-on keys; every other key is gone. A picture kind's "Code"
+// stays exactly when it was there, and an icon set missing beside it stays
+// empty. The other kinds keep their data object as it is, with the add-on
+// keys rewritten.
 QJsonObject ownDataObject(QJsonObject component)
 {
     const int type = component.value("Type").toInt(-1);
@@ -208,27 +210,46 @@ QJsonObject ownDataObject(QJsonObject component)
         return component;
     const char* dataKey = Kinds[type].dataKey;
     const QJsonObject before = component.value(dataKey).toObject();
-    if (type != 0 && type != 1) {
+    QJsonObject defaults;
+    switch (type) {
+    case 0:
+        defaults = QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
+                               {"FontFamily", ""},
+                               {"FontSize", 30},
+                               {"OutlineSize", 4},
+                               {"Alignment", 1},
+                               {"MaxWidth", 200},
+                               {"Color", "#ffffff"},
+                               {"OutlineColor", "#000000"},
+                               {"OutlineOpacity", 100}};
+        break;
+    case 1:
+        defaults = QJsonObject{{"Width", 100},         {"Height", 100},          {"Shape", 0},
+                               {"OutlineSize", 0},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
+                               {"OutlineOpacity", 100}};
+        break;
+    case 2:
+        defaults = QJsonObject{{"Picture", ""}};
+        break;
+    case 3:
+        defaults = QJsonObject{{"Picture", ""}, {"Width", 100}, {"Height", 100}, {"OffsetX", 0}, {"OffsetY", 0}};
+        break;
+    case 8:
+        defaults = QJsonObject{{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}};
+        break;
+    case 9:
+        defaults = QJsonObject{{"IconIndex", QJsonObject{{"Type", 0}, {"Number", 1}}},
+                               {"IconSize", 32},
+                               {"IconSet", before.contains("Code") ? "" : "IconSet"}};
+        break;
+    default:
         component.insert(dataKey, withAddonKeys(before));
         return component;
     }
-    const QJsonObject defaults =
-        type == 0 ? QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
-                                {"FontFamily", ""},
-                                {"FontSize", 30},
-                                {"OutlineSize", 4},
-                                {"Alignment", 1},
-                                {"MaxWidth", 200},
-                                {"Color", "#ffffff"},
-                                {"OutlineColor", "#000000"},
-                                {"OutlineOpacity", 100}}
-                  : QJsonObject{{"Width", 100},         {"Height", 100},          {"Shape", 0},
-                                {"OutlineSize", 0},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
-                                {"OutlineOpacity", 100}};
     QJsonObject after;
     for (auto key = defaults.begin(); key != defaults.end(); ++key)
         after.insert(key.key(), before.contains(key.key()) ? before.value(key.key()) : key.value());
-    for (const char* kept : {"Addons", "Note"}) {
+    for (const char* kept : {"Addons", "Note", "Code"}) {
         if (before.contains(kept))
             after.insert(kept, before.value(kept));
     }

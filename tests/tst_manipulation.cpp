@@ -409,7 +409,8 @@ private slots:
 
     // Sizes stop at the kind's limits and are even afterwards: a shape's
     // least side is 25, so 26; a picture (a scale kind) reaches five times
-    // its natural 100 and stores the scale.
+    // its natural size, the 64 of the block shown without an image, and
+    // stores the scale.
     void resizingStopsAtTheLimits()
     {
         Editor editor;
@@ -426,11 +427,11 @@ private slots:
         UIComponentBase* p = editor.component(2);
         editor.scene->select(p);
         editor.pull(p, 4, QPointF(900, 40));
-        QCOMPARE(QSize(p->width, p->height), QSize(500, 140));
+        QCOMPARE(QSize(p->width, p->height), QSize(320, 104));
         QCOMPARE(p->data().value("ScaleX").toDouble(), 5.0);
-        QCOMPARE(p->data().value("ScaleY").toDouble(), 1.4);
+        QCOMPARE(p->data().value("ScaleY").toDouble(), 1.625);
         editor.pull(p, 5, QPointF(300, -900));
-        QCOMPARE(QSize(p->width, p->height), QSize(500, 26));
+        QCOMPARE(QSize(p->width, p->height), QSize(320, 26));
         checkIdle(editor.scene);
     }
 

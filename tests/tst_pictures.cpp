@@ -1,0 +1,784 @@
+#include "TestEnvironment.h"
+
+#include "components/ComponentImages.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "components/ProjectImages.h"
+#include "components/UIComponentActorFace.h"
+#include "components/UIComponentIcon.h"
+#include "components/UIComponentPicture.h"
+#include "components/UIComponentRepeat.h"
+#include "components/VelmoUISelector.h"
+#include "scene/GameUIEditor.h"
+#include "scene/GameUIEditorScene.h"
+#include "scene/UIComponentBase.h"
+#include "widgets/DialogFlags.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyEitherBox.h"
+#include "widgets/MyImageSelector.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/TrovDialog.h"
+#include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
+#include "widgets/UltimateTreeWidget.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QJsonDocument>
+#include <QPainter>
+
+using TestEnvironment::Answer;
+using TestEnvironment::answering;
+using TestEnvironment::press;
+
+namespace {
+
+// A colour of its own for every cell of a sheet, far enough apart that no
+// two cells are mistaken for each other.
+QColor cellColor(int cell)
+{
+    return QColor::fromHsv((cell * 23) % 360, 200 + (cell % 3) * 20, 255 - (cell % 5) * 30);
+}
+
+// A sheet of columns x rows cells of side pixels, each cell filled with its colour.
+QImage sheet(int columns, int rows, int side)
+{
+    QImage image(columns * side, rows * side, QImage::Format_ARGB32);
+    QPainter painter(&image);
+    for (int row = 0; row < rows; ++row)
+        for (int column = 0; column < columns; ++column)
+            painter.fillRect(column * side, row * side, side, side, cellColor(row * columns + column));
+    return image;
+}
+
+QColor at(const QImage& image, int x, int y)
+{
+    return QColor::fromRgba(image.pixel(x, y));
+}
+
+QColor at(const QPixmap& pixmap, int x, int y)
+{
+    return at(pixmap.toImage().convertToFormat(QImage::Format_ARGB32), x, y);
+}
+
+bool near(const QColor& actual, const QColor& expected, int tolerance = 2)
+{
+    return qAbs(actual.red() - expected.red()) <= tolerance && qAbs(actual.green() - expected.green()) <= tolerance
+        && qAbs(actual.blue() - expected.blue()) <= tolerance && qAbs(actual.alpha() - expected.alpha()) <= tolerance;
+}
+
+QString describe(const QColor& color)
+{
+    return QStringLiteral("%1 alpha %2").arg(color.name()).arg(color.alpha());
+}
+
+#define COMPARE_COLOR(actual, expected)                                                                           \
+    QVERIFY2(near(actual, expected),                                                                              \
+             qPrintable(QStringLiteral("%1, not %2").arg(describe(actual), describe(expected))))
+
+// The translucent black block of a graphic that isn't there.
+const QColor Unavailable(0, 0, 0, 90);
+const QColor Clear(0, 0, 0, 0);
+const QColor Red(255, 0, 0);
+const QColor Blue(0, 0, 255);
+
+// The canvas with the real registry, its selector and dialogs.
+struct Editor : TestEnvironment::Canvas {
+    Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
+    {
+        scene->setProjectData(&projectData);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        scene->setZoom(10);
+    }
+    UIComponentBase* load(const QJsonObject& component)
+    {
+        scene->clear();
+        scene->loadFromJson(QJsonArray{component});
+        return scene->components().value(0);
+    }
+    QImage render(const QJsonObject& component)
+    {
+        load(component);
+        return scene->canvasImage(false).convertToFormat(QImage::Format_ARGB32);
+    }
+    // Opens the first component's dialog from the list, as a user does.
+    void editFirst(const QList<Answer>& answers)
+    {
+        UltimateTree* tree = list->tree();
+        answering([&]() {
+            QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                               tree->mapFromScene(QPointF(40, tree->row(0)->y() + 10)));
+        },
+                  answers);
+    }
+    // A double-click on an empty spot of the canvas, then the answers.
+    void create(const QList<Answer>& answers)
+    {
+        const QPoint spot = view->mapFromScene(QPointF(300, 200));
+        answering([&]() { QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); }, answers);
+    }
+    // Saved as the document holds it and loaded again.
+    QJsonObject reloaded()
+    {
+        const QByteArray saved = QJsonDocument(scene->toJson()).toJson();
+        scene->clear();
+        scene->loadFromJson(QJsonDocument::fromJson(saved).array());
+        return scene->components().value(0)->data();
+    }
+    QJsonObject projectData;
+};
+
+QJsonObject component(int type, const char* dataKey, const QJsonObject& data, int x = 200, int y = 150)
+{
+    return QJsonObject{{"ID", 1}, {"Type", type}, {"Name", "Item"}, {"X", x}, {"Y", y}, {dataKey, data}};
+}
+
+QJsonObject picture(const QString& name)
+{
+    return component(2, "PictureData", {{"Picture", name}});
+}
+
+QJsonObject repeat(const QJsonObject& data)
+{
+    return component(3, "RepeatData", data);
+}
+
+QJsonObject face(const QJsonObject& actorId)
+{
+    return component(8, "ActorFaceData", {{"ActorID", actorId}});
+}
+
+QJsonObject icon(const QJsonObject& data)
+{
+    return component(9, "IconData", data);
+}
+
+QJsonObject number(int value)
+{
+    return QJsonObject{{"Type", 0}, {"Number", value}};
+}
+
+// A database of actors, indexed by id as the game's file is.
+QJsonObject actors(const QJsonArray& list)
+{
+    QJsonArray indexed{QJsonValue()};
+    for (const QJsonValue& actor : list)
+        indexed.append(actor);
+    return QJsonObject{{"Actors.json", indexed}};
+}
+
+QJsonObject actor(const QString& faceName, int faceIndex)
+{
+    return QJsonObject{{"name", "Hero"}, {"faceName", faceName}, {"faceIndex", faceIndex}};
+}
+
+// Picks an image in the image selector by its name, as a user double-clicks it.
+Answer choosingImage(const QString& name)
+{
+    return [name](TrovDialog* dialog) {
+        UltimateTree* tree = dialog->findChild<UltimateTreeWidget*>("fileList")->tree();
+        UltimateTreeItem* found = nullptr;
+        for (int i = 0; i < tree->rowCount() && !found; ++i)
+            if (tree->row(i)->text(0) == name)
+                found = tree->row(i);
+        QVERIFY2(found, qPrintable(name));
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                           tree->mapFromScene(QPointF(60, found->y() + found->rowHeight() / 2.0)));
+    };
+}
+
+Answer clicking(const char* field)
+{
+    return [field](TrovDialog* dialog) {
+        QWidget* widget = dialog->findChild<QWidget*>(QLatin1String(field));
+        QVERIFY2(widget, field);
+        QTest::mouseClick(widget, Qt::LeftButton);
+    };
+}
+
+Answer typing(const char* field, const QString& text)
+{
+    return [field, text](TrovDialog* dialog) {
+        MyLineEdit* edit = dialog->findChild<MyLineEdit*>(QLatin1String(field));
+        QVERIFY2(edit, field);
+        QTest::mouseClick(edit, Qt::LeftButton);
+        edit->selectAll();
+        QTest::keyClicks(edit, text);
+    };
+}
+
+// The add-on keys of a component that has none.
+QJsonObject withoutAddons(QJsonObject data)
+{
+    data.insert("Addons", QJsonArray());
+    data.insert("Note", "");
+    return data;
+}
+
+const QString PictureCode = QStringLiteral("return \"img/pictures/MyPicture.png\";");
+
+}
+
+class TestPictures : public QObject
+{
+    Q_OBJECT
+
+    QString project;
+
+    QString file(const QString& folder, const QString& name) const
+    {
+        return project + "/img/" + folder + "/" + name + ".png";
+    }
+
+private slots:
+    // A project of the test's own images: a face sheet and an icon set with
+    // a colour per cell, a 10 by 8 tile with a red corner on blue, a plain
+    // 50 by 30 picture, a sheet named as the default face, and an empty and
+    // a truncated file.
+    void initTestCase()
+    {
+        project = TestEnvironment::newFolder(QStringLiteral("pictures"));
+        for (const char* folder : {"pictures", "faces", "system"})
+            QVERIFY(QDir().mkpath(project + "/img/" + folder));
+        QVERIFY(sheet(4, 2, 144).save(file("faces", "Faces")));
+        QImage actor1(576, 288, QImage::Format_ARGB32);
+        actor1.fill(Qt::green);
+        QVERIFY(actor1.save(file("faces", "Actor1")));
+        QVERIFY(sheet(16, 2, 32).save(file("system", "Icons")));
+        QImage tile(10, 8, QImage::Format_ARGB32);
+        tile.fill(Blue);
+        tile.setPixel(0, 0, Red.rgba());
+        QVERIFY(tile.save(file("pictures", "Tile")));
+        QImage plain(50, 30, QImage::Format_ARGB32);
+        plain.fill(Qt::yellow);
+        QVERIFY(plain.save(file("pictures", "Plain")));
+        TestEnvironment::writeFile(file("pictures", "Empty"), QByteArray());
+        QFile whole(file("pictures", "Plain"));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        TestEnvironment::writeFile(file("pictures", "Cut"), whole.read(60));
+        ProjectImages::setPathHook([this](int kind, const QString& name) {
+            return project + QLatin1Char('/') + ProjectImages::relativeFolder(kind) + QLatin1Char('/') + name
+                + QStringLiteral(".png");
+        });
+    }
+
+    void cleanupTestCase()
+    {
+        ProjectImages::setPathHook(nullptr);
+    }
+
+    void init()
+    {
+        dialogNativeTitleBar = false;
+        dialogDarkenLayers = false;
+        dialogDarkenAnimated = false;
+        dialogOpenAnimated = false;
+    }
+
+    // ---------------------------------------------------------------- faces
+
+    // The face is the cell "faceIndex" names, four to a row, whole.
+    void faceComesFromItsCell_data()
+    {
+        QTest::addColumn<int>("faceIndex");
+        QTest::addColumn<int>("cell");
+        QTest::newRow("first") << 0 << 0;
+        QTest::newRow("end of the first row") << 3 << 3;
+        QTest::newRow("second row") << 5 << 5;
+        QTest::newRow("last") << 7 << 7;
+    }
+
+    void faceComesFromItsCell()
+    {
+        QFETCH(int, faceIndex);
+        QFETCH(int, cell);
+        Editor editor;
+        editor.projectData = actors({actor("Faces", faceIndex)});
+        auto* shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 1}})));
+        QVERIFY(shown);
+        QCOMPARE(shown->pixmap.size(), QSize(144, 144));
+        for (const QPoint& point : {QPoint(0, 0), QPoint(72, 72), QPoint(143, 143)})
+            COMPARE_COLOR(at(shown->pixmap, point.x(), point.y()), cellColor(cell));
+        QCOMPARE(QSize(shown->width, shown->height), QSize(144, 144));
+    }
+
+    // Index 9 lies on a third row the sheet hasn't: nothing shows, at the
+    // full size. An actor named at run time shows the first actor; an id
+    // beyond the database shows the default face sheet; a face sheet the
+    // project lacks is the translucent block, 144 square.
+    void facesOutsideTheSheetOrTheDatabase()
+    {
+        Editor editor;
+        editor.projectData = actors({actor("Faces", 9), actor("Faces", 2), actor("Nowhere", 0)});
+        auto* shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 1}})));
+        QCOMPARE(shown->pixmap.size(), QSize(144, 144));
+        COMPARE_COLOR(at(shown->pixmap, 72, 72), Clear);
+        COMPARE_COLOR(at(shown->pixmap, 0, 0), Clear);
+
+        editor.projectData = actors({actor("Faces", 6), actor("Faces", 2)});
+        shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 1}, {"Index", 2}})));
+        COMPARE_COLOR(at(shown->pixmap, 72, 72), cellColor(6));
+
+        shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 40}})));
+        COMPARE_COLOR(at(shown->pixmap, 72, 72), QColor(Qt::green));
+
+        editor.projectData = actors({actor("Faces", 0), actor("Faces", 0), actor("Nowhere", 0)});
+        const QImage image = editor.render(face({{"Type", 0}, {"ID", 3}}));
+        shown = qobject_cast<UIComponentActorFace*>(editor.scene->components().value(0));
+        QCOMPARE(QSize(shown->width, shown->height), QSize(144, 144));
+        // Centred on (200, 150): the block covers 128 to 271 by 78 to 221.
+        COMPARE_COLOR(at(image, 128, 78), Unavailable);
+        COMPARE_COLOR(at(image, 271, 221), Unavailable);
+        COMPARE_COLOR(at(image, 127, 150), Clear);
+        COMPARE_COLOR(at(image, 272, 150), Clear);
+    }
+
+    // ---------------------------------------------------------------- icons
+
+    // Sixteen icons to a row: index 17 is column 1 of row 1. An index the
+    // game works out shows icon 1; one past the set shows nothing.
+    void iconComesFromItsCell_data()
+    {
+        QTest::addColumn<QJsonObject>("index");
+        QTest::addColumn<int>("cell");
+        QTest::newRow("first") << number(0) << 0;
+        QTest::newRow("17") << number(17) << 17;
+        QTest::newRow("last") << number(31) << 31;
+        QTest::newRow("dynamic") << QJsonObject{{"Type", 3}, {"ID", 5}} << 1;
+        QTest::newRow("past the set") << number(40) << -1;
+    }
+
+    void iconComesFromItsCell()
+    {
+        QFETCH(QJsonObject, index);
+        QFETCH(int, cell);
+        Editor editor;
+        auto* shown =
+            qobject_cast<UIComponentIcon*>(editor.load(icon({{"IconIndex", index}, {"IconSet", "Icons"}})));
+        QVERIFY(shown);
+        QCOMPARE(shown->pixmap.size(), QSize(32, 32));
+        const QColor expected = cell < 0 ? Clear : cellColor(cell);
+        for (const QPoint& point : {QPoint(0, 0), QPoint(16, 16), QPoint(31, 31)})
+            COMPARE_COLOR(at(shown->pixmap, point.x(), point.y()), expected);
+    }
+
+    // A size of 24 on a 32-pixel set cuts 24-pixel cells at multiples of
+    // 24: icon 1 runs from x 24 to 47, the last eight pixels of icon 0 and
+    // the first sixteen of icon 1. A size given at run time previews as 32.
+    void iconSizeCutsAtItsOwnMultiples()
+    {
+        Editor editor;
+        auto* shown = qobject_cast<UIComponentIcon*>(
+            editor.load(icon({{"IconIndex", number(1)}, {"IconSet", "Icons"}, {"IconSize", 24}})));
+        QCOMPARE(shown->pixmap.size(), QSize(24, 24));
+        QCOMPARE(QSize(shown->width, shown->height), QSize(24, 24));
+        COMPARE_COLOR(at(shown->pixmap, 7, 10), cellColor(0));
+        COMPARE_COLOR(at(shown->pixmap, 8, 10), cellColor(1));
+        COMPARE_COLOR(at(shown->pixmap, 23, 23), cellColor(1));
+
+        shown = qobject_cast<UIComponentIcon*>(editor.load(
+            icon({{"IconIndex", number(17)}, {"IconSet", "Icons"}, {"IconSize", QJsonObject{{"Type", 0}, {"Param", "S"}}}})));
+        QCOMPARE(shown->pixmap.size(), QSize(32, 32));
+        COMPARE_COLOR(at(shown->pixmap, 16, 16), cellColor(17));
+    }
+
+    // A set the project lacks, or none, is the block at the configured size.
+    void missingIconSetIsABlockOfTheCellSize()
+    {
+        Editor editor;
+        for (const QString& name : {QStringLiteral("Nowhere"), QString()}) {
+            const QImage image = editor.render(icon({{"IconIndex", number(3)}, {"IconSet", name}, {"IconSize", 40}}));
+            UIComponentBase* shown = editor.scene->components().value(0);
+            QCOMPARE(QSize(shown->width, shown->height), QSize(40, 40));
+            // Centred on (200, 150): 180 to 219 by 130 to 169.
+            COMPARE_COLOR(at(image, 180, 130), Unavailable);
+            COMPARE_COLOR(at(image, 219, 169), Unavailable);
+            COMPARE_COLOR(at(image, 220, 150), Clear);
+        }
+    }
+
+    // ---------------------------------------------------------------- pictures
+
+    // The picture at its own size, and as the block, 64 square, for one that
+    // is missing, empty or cut short; all three are noted as missing.
+    void pictureOrTheBlock_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("plain") << "Plain" << true;
+        QTest::newRow("missing") << "Nowhere" << false;
+        QTest::newRow("zero size") << "Empty" << false;
+        QTest::newRow("truncated") << "Cut" << false;
+        QTest::newRow("no name") << "" << false;
+    }
+
+    void pictureOrTheBlock()
+    {
+        QFETCH(QString, name);
+        QFETCH(bool, found);
+        Editor editor;
+        ProjectImages::clearMissing();
+        const QImage image = editor.render(picture(name));
+        UIComponentBase* shown = editor.scene->components().value(0);
+        QCOMPARE(QSize(shown->width, shown->height), found ? QSize(50, 30) : QSize(64, 64));
+        const QRect box(200 - shown->width / 2, 150 - shown->height / 2, shown->width, shown->height);
+        const QColor inside = found ? QColor(Qt::yellow) : Unavailable;
+        COMPARE_COLOR(at(image, box.left(), box.top()), inside);
+        COMPARE_COLOR(at(image, box.right(), box.bottom()), inside);
+        COMPARE_COLOR(at(image, box.right() + 1, box.center().y()), Clear);
+        // An empty name refers to nothing, so nothing is missing.
+        QCOMPARE(ProjectImages::missing().contains("img/pictures/" + name), !found && !name.isEmpty());
+    }
+
+    // Scale kinds: the size is the natural size times the scales, truncated,
+    // up to five times the natural size; a resize writes the new ratio.
+    void scalesAgainstTheNaturalSize()
+    {
+        Editor editor;
+        QJsonObject scaled = picture("Plain");
+        scaled.insert("ScaleX", 2.5);
+        scaled.insert("ScaleY", 0.55);
+        UIComponentBase* shown = editor.load(scaled);
+        QCOMPARE(QSize(shown->width, shown->height), QSize(125, 16));
+        QCOMPARE(shown->maximumWidth(), 250);
+        QCOMPARE(shown->maximumHeight(), 150);
+        // Unchanged, the scales are written back as they came.
+        QCOMPARE(shown->data().value("ScaleY").toDouble(), 0.55);
+        shown->setWidth(75);
+        shown->resized();
+        QCOMPARE(shown->data().value("ScaleX").toDouble(), 1.5);
+        QCOMPARE(shown->data().value("ScaleY").toDouble(), 16.0 / 30);
+
+        // A missing picture's block still scales to five times its size.
+        shown = editor.load(picture("Nowhere"));
+        QCOMPARE(shown->maximumWidth(), 320);
+
+        QJsonObject smallIcon = icon({{"IconIndex", number(1)}, {"IconSet", "Icons"}, {"IconSize", 24}});
+        smallIcon.insert("ScaleX", 1.5);
+        smallIcon.insert("ScaleY", 3);
+        shown = editor.load(smallIcon);
+        QCOMPARE(QSize(shown->width, shown->height), QSize(36, 72));
+        QCOMPARE(shown->maximumWidth(), 120);
+
+        editor.projectData = actors({actor("Faces", 0)});
+        QJsonObject smallFace = face({{"Type", 0}, {"ID", 1}});
+        smallFace.insert("ScaleX", 0.75);
+        smallFace.insert("ScaleY", 0.75);
+        shown = editor.load(smallFace);
+        QCOMPARE(QSize(shown->width, shown->height), QSize(108, 108));
+        QCOMPARE(shown->maximumHeight(), 720);
+    }
+
+    // ---------------------------------------------------------------- repeat
+
+    // Where the red corner of each 10 by 8 tile lands in a 35 by 20 box: the
+    // columns from the start x0 of the offset in steps of 10, the rows from
+    // y0 in steps of 8, those inside the box.
+    void repeatTilesTheRightNumberOfTimes_data()
+    {
+        QTest::addColumn<QJsonValue>("offsetX");
+        QTest::addColumn<QJsonValue>("offsetY");
+        QTest::addColumn<QList<int>>("columns");
+        QTest::addColumn<QList<int>>("rows");
+        QTest::newRow("no offset") << QJsonValue(0) << QJsonValue(0) << QList<int>{0, 10, 20, 30}
+                                   << QList<int>{0, 8, 16};
+        // A positive offset moves the pattern left and up: x0 = -3, y0 = -2.
+        QTest::newRow("positive") << QJsonValue(3) << QJsonValue(2) << QList<int>{7, 17, 27} << QList<int>{6, 14};
+        // A negative one right and down: x0 = -(10 - 3) = -7, y0 = -(8 - 5) = -3.
+        QTest::newRow("negative") << QJsonValue(-3) << QJsonValue(-5) << QList<int>{3, 13, 23, 33}
+                                  << QList<int>{5, 13};
+        // -10 on a 10-pixel tile starts at -10: the same as none.
+        QTest::newRow("negative whole tile") << QJsonValue(-10) << QJsonValue(0) << QList<int>{0, 10, 20, 30}
+                                             << QList<int>{0, 8, 16};
+        QTest::newRow("a whole tile") << QJsonValue(10) << QJsonValue(16) << QList<int>{0, 10, 20, 30}
+                                      << QList<int>{0, 8, 16};
+        QTest::newRow("beyond a tile") << QJsonValue(23) << QJsonValue(0) << QList<int>{7, 17, 27}
+                                       << QList<int>{0, 8, 16};
+        QTest::newRow("extended") << QJsonValue(QJsonObject{{"Type", 2}, {"Code", "return 4;"}}) << QJsonValue(0)
+                                  << QList<int>{0, 10, 20, 30} << QList<int>{0, 8, 16};
+    }
+
+    void repeatTilesTheRightNumberOfTimes()
+    {
+        QFETCH(QJsonValue, offsetX);
+        QFETCH(QJsonValue, offsetY);
+        QFETCH(QList<int>, columns);
+        QFETCH(QList<int>, rows);
+        Editor editor;
+        auto* shown = qobject_cast<UIComponentRepeat*>(editor.load(
+            repeat({{"Picture", "Tile"}, {"Width", 35}, {"Height", 20}, {"OffsetX", offsetX}, {"OffsetY", offsetY}})));
+        QVERIFY(shown);
+        const QImage pattern = shown->pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+        QCOMPARE(pattern.size(), QSize(35, 20));
+        for (int y = 0; y < 20; ++y) {
+            for (int x = 0; x < 35; ++x) {
+                const bool corner = columns.contains(x) && rows.contains(y);
+                if (near(at(pattern, x, y), corner ? Red : Blue))
+                    continue;
+                QFAIL(qPrintable(QStringLiteral("pixel %1,%2 is %3").arg(x).arg(y).arg(describe(at(pattern, x, y)))));
+            }
+        }
+    }
+
+    // A resize on the canvas tiles the new size at once and writes it back;
+    // a missing tile fills the box with the block.
+    void repeatFollowsItsSize()
+    {
+        Editor editor;
+        auto* shown = qobject_cast<UIComponentRepeat*>(
+            editor.load(repeat({{"Picture", "Tile"}, {"Width", 35}, {"Height", 20}})));
+        shown->setWidth(45);
+        shown->setHeight(9);
+        shown->resized();
+        const QImage pattern = shown->pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+        QCOMPARE(pattern.size(), QSize(45, 9));
+        COMPARE_COLOR(at(pattern, 40, 8), Red);
+        COMPARE_COLOR(at(pattern, 44, 0), Blue);
+        const QJsonObject data = shown->data().value("RepeatData").toObject();
+        QCOMPARE(data.value("Width").toInt(), 45);
+        QCOMPARE(data.value("Height").toInt(), 9);
+
+        const QImage image = editor.render(repeat({{"Picture", "Nowhere"}, {"Width", 40}, {"Height", 30}}));
+        // Centred on (200, 150): 180 to 219 by 135 to 164.
+        COMPARE_COLOR(at(image, 180, 135), Unavailable);
+        COMPARE_COLOR(at(image, 219, 164), Unavailable);
+        COMPARE_COLOR(at(image, 220, 150), Clear);
+        // Without a size it is the dialog's 100 by 100.
+        UIComponentBase* sized = editor.load(repeat({{"Picture", "Tile"}}));
+        QCOMPARE(QSize(sized->width, sized->height), QSize(100, 100));
+    }
+
+    // The pattern is made at its size and stretched with the zoom: at zoom 2
+    // a tile's red corner covers two by two pixels.
+    void repeatGrowsWithTheZoom()
+    {
+        Editor editor;
+        editor.scene->setZoom(20);
+        const QImage image = editor.render(repeat({{"Picture", "Tile"}, {"Width", 40}, {"Height", 16}}));
+        // The box runs from (180, 142) at zoom 1, (360, 284) at zoom 2.
+        for (const QPoint& point : {QPoint(360, 284), QPoint(361, 285), QPoint(380, 300)})
+            COMPARE_COLOR(at(image, point.x(), point.y()), Red);
+        COMPARE_COLOR(at(image, 362, 284), Blue);
+    }
+
+    // Sizes from a document far beyond what the dialogs take keep the
+    // component's size but not a picture of it: the cached picture stays
+    // within the largest box, and the pattern or cell still shows.
+    void hugeSizesStayBounded()
+    {
+        Editor editor;
+        auto* tiled = qobject_cast<UIComponentRepeat*>(
+            editor.load(repeat({{"Picture", "Tile"}, {"Width", 99999}, {"Height", 99999}})));
+        QCOMPARE(QSize(tiled->width, tiled->height), QSize(99999, 99999));
+        QVERIFY(!tiled->pixmap.isNull());
+        QVERIFY(tiled->pixmap.width() <= 5000 && tiled->pixmap.height() <= 5000);
+
+        auto* big = qobject_cast<UIComponentIcon*>(
+            editor.load(icon({{"IconIndex", number(1)}, {"IconSet", "Icons"}, {"IconSize", 99999}})));
+        QCOMPARE(QSize(big->width, big->height), QSize(99999, 99999));
+        QVERIFY(big->pixmap.width() <= 4096);
+        // Cell 1 of 99999 pixels starts far right of the 512-pixel set: empty.
+        COMPARE_COLOR(at(big->pixmap, 0, 0), Clear);
+        big = qobject_cast<UIComponentIcon*>(
+            editor.load(icon({{"IconIndex", number(0)}, {"IconSet", "Icons"}, {"IconSize", 99999}})));
+        COMPARE_COLOR(at(big->pixmap, 0, 0), cellColor(0));
+
+        editor.projectData = actors({QJsonObject{{"faceName", "Faces"}, {"faceIndex", 2147483647}}});
+        auto* far = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 1}})));
+        COMPARE_COLOR(at(far->pixmap, 72, 72), Clear);
+    }
+
+    // ---------------------------------------------------------------- image references
+
+    // What each image-backed kind names, for the missing-image report: an
+    // empty name or a value the game works out is no reference.
+    void imageReferencesOfEveryKind()
+    {
+        const QJsonObject database = actors({actor("Faces", 2)});
+        auto files = [&database](const QJsonObject& component) {
+            QStringList names;
+            for (const ComponentImages::Reference& reference : ComponentImages::of(component, &database))
+                names << reference.file();
+            return names;
+        };
+        QCOMPARE(files(picture("Coin")), QStringList{"img/pictures/Coin.png"});
+        QCOMPARE(files(repeat({{"Picture", "Clouds"}, {"Code", "return 'x';"}})), QStringList{"img/pictures/Clouds.png"});
+        QCOMPARE(files(component(5, "PictureGaugeData", {{"GaugeSkin", "BossGauge"}})),
+                 QStringList{"img/system/BossGauge.png"});
+        QCOMPARE(files(component(7, "WindowData", {{"WindowSkin", "Window"}})), QStringList{"img/system/Window.png"});
+        QCOMPARE(files(icon({{"IconSet", "IconSet"}})), QStringList{"img/system/IconSet.png"});
+        QCOMPARE(files(face({{"Type", 0}, {"ID", 1}})), QStringList{"img/faces/Faces.png"});
+        QCOMPARE(files(picture("")), QStringList());
+        QCOMPARE(files(component(7, "WindowData", {{"WindowSkin", QJsonObject{{"Type", 0}, {"Param", "Skin"}}}})),
+                 QStringList());
+        QCOMPARE(files(component(0, "TextData", {{"Picture", "Coin"}})), QStringList());
+    }
+
+    // ---------------------------------------------------------------- dialogs
+
+    // A picture made from the selector: the image chosen in the picker, the
+    // code mode switched on; the document gets the picture, the default
+    // code and the add-on keys, and the canvas shows the picture. Switched
+    // back to the fixed picture, the code is gone.
+    void newPictureFromTheSelector()
+    {
+        Editor editor;
+        editor.create({press("picture"), Answer([](TrovDialog* dialog) {
+                           // A new picture starts fixed, its code field off.
+                           QVERIFY(dialog->findChild<MyEitherBox*>("PictureType")->choice());
+                           QVERIFY(!dialog->findChild<MyDialogOpener*>("PictureCode")->isEnabled());
+                       }),
+                       clicking("picture"), choosingImage("Plain"), clicking("PictureType"),
+                       Answer([](TrovDialog* dialog) {
+                           QVERIFY(dialog->findChild<MyDialogOpener*>("PictureCode")->isEnabled());
+                           QCOMPARE(dialog->findChild<MyImageSelector*>("picture")->image(), QStringLiteral("Plain"));
+                       }),
+                       press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        UIComponentBase* made = editor.scene->components().at(0);
+        QCOMPARE(QSize(made->width, made->height), QSize(50, 30));
+        const QJsonObject expected = withoutAddons({{"Picture", "Plain"}, {"Code", PictureCode}});
+        QCOMPARE(made->data().value("PictureData").toObject(), expected);
+        QCOMPARE(made->data().value("ScaleX").toDouble(), 1.0);
+        QCOMPARE(editor.reloaded().value("PictureData").toObject(), expected);
+
+        editor.editFirst({clicking("PictureType"), press("confirmButton")});
+        QCOMPARE(editor.scene->components().at(0)->data().value("PictureData").toObject(),
+                 withoutAddons({{"Picture", "Plain"}}));
+    }
+
+    // A repeating picture made from the selector takes the size of the first
+    // picture chosen; a later choice keeps the size. Offsets typed in land
+    // in the document.
+    void newRepeatTakesItsFirstPicturesSize()
+    {
+        Editor editor;
+        editor.create({press("repeatingPicture"), clicking("picture"), choosingImage("Plain"),
+                       Answer([](TrovDialog* dialog) {
+                           QCOMPARE(dialog->findChild<MyLineEdit*>("Width")->text(), QStringLiteral("50"));
+                           QCOMPARE(dialog->findChild<MyLineEdit*>("Height")->text(), QStringLiteral("30"));
+                       }),
+                       clicking("picture"), choosingImage("Tile"), typing("X_Offset", "4"), press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        UIComponentBase* made = editor.scene->components().at(0);
+        QCOMPARE(QSize(made->width, made->height), QSize(50, 30));
+        const QJsonObject expected = withoutAddons(
+            {{"Picture", "Tile"}, {"Width", 50}, {"Height", 30}, {"OffsetX", 4}, {"OffsetY", 0}});
+        QCOMPARE(made->data().value("RepeatData").toObject(), expected);
+        QCOMPARE(editor.reloaded().value("RepeatData").toObject(), expected);
+
+        // An existing repeat keeps its size when its picture changes.
+        editor.editFirst({clicking("picture"), choosingImage("Plain"), typing("Width", "70"), press("confirmButton")});
+        const QJsonObject changed = editor.scene->components().at(0)->data().value("RepeatData").toObject();
+        QCOMPARE(changed.value("Picture").toString(), QStringLiteral("Plain"));
+        QCOMPARE(changed.value("Width").toInt(), 70);
+        QCOMPARE(changed.value("Height").toInt(), 30);
+    }
+
+    // An actor face made from the selector names the first database actor
+    // until the actor input is confirmed with another.
+    void newActorFaceFromTheSelector()
+    {
+        Editor editor;
+        editor.projectData = actors({actor("Faces", 1), actor("Faces", 4)});
+        editor.create({press("actorFace"), Answer([](TrovDialog* dialog) {
+                           MyDialogOpener* opener = dialog->findChild<MyDialogOpener*>("ActorID");
+                           QVERIFY(opener->value().contains(QStringLiteral("0001")));
+                           QVERIFY(!opener->isItalic());
+                       }),
+                       clicking("ActorID"), press("confirmButton"), press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        auto* made = qobject_cast<UIComponentActorFace*>(editor.scene->components().at(0));
+        QVERIFY(made);
+        const QJsonObject expected = withoutAddons({{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}});
+        QCOMPARE(made->data().value("ActorFaceData").toObject(), expected);
+        COMPARE_COLOR(at(made->pixmap, 72, 72), cellColor(1));
+        QCOMPARE(QSize(made->width, made->height), QSize(144, 144));
+        QCOMPARE(editor.reloaded().value("ActorFaceData").toObject(), expected);
+    }
+
+    // An icon made from the selector: the index typed in the number input,
+    // a cell size, the icon set chosen in the picker; the set's code mode
+    // off, so no "Code".
+    void newIconFromTheSelector()
+    {
+        Editor editor;
+        editor.create({press("icon"), Answer([](TrovDialog* dialog) {
+                           // A new icon starts on the project's "IconSet".
+                           QCOMPARE(dialog->findChild<MyImageSelector*>("iconSet")->image(), QStringLiteral("IconSet"));
+                       }),
+                       clicking("IconIndex"), typing("Number", "17"), press("confirmButton"), typing("IconSize", "24"),
+                       clicking("iconSet"), choosingImage("Icons"), press("confirmButton")});
+        QCOMPARE(editor.scene->components().size(), 1);
+        auto* made = qobject_cast<UIComponentIcon*>(editor.scene->components().at(0));
+        QVERIFY(made);
+        const QJsonObject expected =
+            withoutAddons({{"IconIndex", number(17)}, {"IconSize", 24}, {"IconSet", "Icons"}});
+        QCOMPARE(made->data().value("IconData").toObject(), expected);
+        QCOMPARE(QSize(made->width, made->height), QSize(24, 24));
+        // Cell 17 at 24 pixels: x 24 to 47 of row 1 (y 24 to 47), the end of
+        // icon 16 and the start of icon 17.
+        COMPARE_COLOR(at(made->pixmap, 0, 12), cellColor(16));
+        COMPARE_COLOR(at(made->pixmap, 20, 12), cellColor(17));
+        QCOMPARE(editor.reloaded().value("IconData").toObject(), expected);
+
+        // The set from code: the default code is written beside the set.
+        editor.editFirst({clicking("IconSetType"), press("confirmButton")});
+        QCOMPARE(editor.scene->components().at(0)->data().value("IconData").toObject().value("Code").toString(),
+                 QStringLiteral("return \"img/system/IconSet.png\";"));
+    }
+
+    // Records as a game maker's document holds them, confirmed unchanged,
+    // come back as they were: code mode, run-time values in the extendable
+    // fields, a negative offset, scales and add-ons.
+    void realisticRecordsComeBackUnchanged_data()
+    {
+        QTest::addColumn<QJsonObject>("record");
+        const QJsonArray addons{QJsonObject{{"Type", 0}, {"Note", "Kept"}}};
+        QJsonObject code = picture("Plain");
+        code.insert("PictureData", QJsonObject{{"Picture", "Plain"},
+                                               {"Code", "return \"img/pictures/\" + $gameVariables.value(3) + \".png\";"},
+                                               {"Addons", addons},
+                                               {"Note", "Kept"}});
+        code.insert("ScaleX", 1.5);
+        code.insert("ScaleY", 0.5);
+        QTest::newRow("picture") << code;
+        QTest::newRow("repeat") << repeat({{"Picture", "Tile"},
+                                           {"Width", 816},
+                                           {"Height", 40},
+                                           {"OffsetX", QJsonObject{{"Type", 2}, {"Code", "return 3;"}}},
+                                           {"OffsetY", -10},
+                                           {"Addons", QJsonArray()},
+                                           {"Note", ""}});
+        QTest::newRow("face") << component(8, "ActorFaceData",
+                                           {{"ActorID", QJsonObject{{"Type", 1}, {"Index", 2}}},
+                                            {"Addons", QJsonArray()},
+                                            {"Note", ""}});
+        QTest::newRow("icon") << icon({{"IconIndex", QJsonObject{{"Type", 3}, {"ID", 9}}},
+                                       {"IconSize", QJsonObject{{"Type", 0}, {"Param", "Size"}}},
+                                       {"IconSet", "Icons"},
+                                       {"Code", "return \"img/system/IconSet.png\";"},
+                                       {"Addons", QJsonArray()},
+                                       {"Note", ""}});
+    }
+
+    void realisticRecordsComeBackUnchanged()
+    {
+        QFETCH(QJsonObject, record);
+        Editor editor;
+        editor.projectData = actors({actor("Faces", 1), actor("Faces", 4)});
+        UIComponentBase* loaded = editor.load(record);
+        const QJsonObject before = loaded->data();
+        editor.editFirst({press("confirmButton")});
+        QJsonObject after = editor.scene->components().at(0)->data();
+        // A confirmed dialog writes its lists, empty or not.
+        QJsonObject expected = before;
+        expected.insert("CustomProperties", QJsonObject());
+        expected.insert("Animations", QJsonArray());
+        QCOMPARE(TestEnvironment::compact(after), TestEnvironment::compact(expected));
+    }
+};
+
+VELMORA_TEST_MAIN(TestPictures, QApplication)
+#include "tst_pictures.moc"
