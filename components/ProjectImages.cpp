@@ -101,6 +101,13 @@ QString path(int kind, const QString& name)
     return state().hook ? state().hook(kind, name) : QString();
 }
 
+QString folder(int kind)
+{
+    // The hook knows files only: the folder is where any name of the kind lies.
+    const QString probe = path(kind, QStringLiteral("_"));
+    return probe.isEmpty() ? QString() : QFileInfo(probe).absolutePath();
+}
+
 QImage image(int kind, const QString& name)
 {
     const Entry* found = entry(kind, name);
