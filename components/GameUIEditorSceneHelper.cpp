@@ -2,7 +2,11 @@
 
 #include "components/ComponentKinds.h"
 #include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentGauge.h"
+#include "components/UIComponentGaugeDialog.h"
 #include "components/UIComponentPendingKind.h"
+#include "components/UIComponentPictureGauge.h"
+#include "components/UIComponentPictureGaugeDialog.h"
 #include "components/UIComponentShape.h"
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentText.h"
@@ -23,6 +27,10 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
         component = new UIComponentText(scene);
     else if (type == ComponentKinds::Shape)
         component = new UIComponentShape(scene);
+    else if (type == ComponentKinds::Gauge)
+        component = new UIComponentGauge(scene);
+    else if (type == ComponentKinds::PictureGauge)
+        component = new UIComponentPictureGauge(scene);
     else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
     else
@@ -63,6 +71,10 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
         return std::make_unique<UIComponentTextDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::Shape:
         return std::make_unique<UIComponentShapeDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Gauge:
+        return std::make_unique<UIComponentGaugeDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::PictureGauge:
+        return std::make_unique<UIComponentPictureGaugeDialog>(&json, accepted, flag, owner, projectData);
     default:
         break;
     }
