@@ -66,6 +66,8 @@ UIComponentGaugeDialog::UIComponentGaugeDialog(QJsonObject* json, bool* accepted
     Gauge_Maximum = shared.addOpener(
         "Gauge_Maximum", {QT_TR_NOOP("Gauge Maximum"), QT_TR_NOOP("The maximum value for the gauge.")}, 4, 1);
     showDynamicNumber(Gauge_Maximum, maximum, projectData);
+    // Room for the value texts ("Actor Maximum HP") and the longer captions.
+    projectileCreation->setMinimumWidth(400);
     shared.finish();
 }
 

@@ -54,6 +54,8 @@ UIComponentPictureGaugeDialog::UIComponentPictureGaugeDialog(QJsonObject* json, 
     Gauge_Maximum = shared.addOpener(
         "Gauge_Maximum", {QT_TR_NOOP("Gauge Maximum"), QT_TR_NOOP("The maximum value for the gauge.")}, 3, 1);
     showDynamicNumber(Gauge_Maximum, maximum, projectData);
+    // Room for the value texts ("Actor Maximum HP") and the longer captions.
+    windowProperties->setMinimumWidth(400);
     shared.finish();
 }
 
