@@ -188,7 +188,7 @@ MyLineEdit* ComponentDialogForm::addNumber(const char* objectName, Label label, 
 }
 
 MyLineEdit* ComponentDialogForm::addText(const char* objectName, Label label, const QString& defaultText,
-                                         const QJsonValue& value, int row, int column)
+                                         const QJsonValue& value, int row, int column, int columnSpan)
 {
     MyLineEdit* field = new MyLineEdit(grid->parentWidget());
     field->setObjectName(QLatin1String(objectName));
@@ -199,7 +199,7 @@ MyLineEdit* ComponentDialogForm::addText(const char* objectName, Label label, co
         field->setValue(value.toString());
     else
         showExtendable(field, value, defaultText);
-    describe(field, label, row, column);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 

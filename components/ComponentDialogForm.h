@@ -54,7 +54,7 @@ public:
     // A text field taking value, or defaultText when value isn't a string;
     // extendable as a number field is.
     MyLineEdit* addText(const char* objectName, Label label, const QString& defaultText, const QJsonValue& value,
-                        int row, int column);
+                        int row, int column, int columnSpan = 1);
     MyColorPickerButton* addColor(const char* objectName, Label label, const QString& value, int row, int column);
     // An image of the project by its name, chosen from folder.
     MyImageSelector* addImage(const char* objectName, Label label, const QString& folder, const QString& value,

@@ -45,7 +45,7 @@ UIComponentPictureGaugeDialog::UIComponentPictureGaugeDialog(QJsonObject* json, 
     SyncTextComponent = shared.addText(
         "SyncTextComponent",
         {QT_TR_NOOP("Sync Text Component"), QT_TR_NOOP("The name of the text component to sync to the value.")},
-        QString(), data.value(QStringLiteral("SyncComponent")), 2, 0);
+        QString(), data.value(QStringLiteral("SyncComponent")), 2, 0, 2);
     value = UIComponentGaugeDialog::valueOf(data);
     Gauge_Value = shared.addOpener("Gauge_Value",
                                    {QT_TR_NOOP("Gauge Value"), QT_TR_NOOP("The value the gauge represents.")}, 3, 0);
