@@ -12,6 +12,7 @@
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyGroupBox.h"
+#include "widgets/MyImageSelector.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
 #include "widgets/MyTabSystem.h"
@@ -180,15 +181,50 @@ MyLineEdit* ComponentDialogForm::addNumber(const char* objectName, Label label, 
         field->setValue(decimal ? QString::number(value.toDouble(), 'g', 6)
                                 : QString::number(UIComponentBase::readInteger(value)));
     } else {
-        field->setValue(defaultText);
-        if (value.isObject())
-            field->fromJson(value);
-        if (value.isObject() && !field->isExtended()) {
-            keptValues.insert(field, value);
-            field->setEnabled(false);
-        }
+        showExtendable(field, value, defaultText);
     }
     describe(field, label, row, column);
+    return field;
+}
+
+MyLineEdit* ComponentDialogForm::addText(const char* objectName, Label label, const QString& defaultText,
+                                         const QJsonValue& value, int row, int column, int columnSpan)
+{
+    MyLineEdit* field = new MyLineEdit(grid->parentWidget());
+    field->setObjectName(QLatin1String(objectName));
+    field->setInputType(MyLineEdit::Text);
+    field->setCaption(UIComponentBaseDialog::tr(label.title));
+    field->setExtendable(defaultText, 0, dialog);
+    if (value.isString())
+        field->setValue(value.toString());
+    else
+        showExtendable(field, value, defaultText);
+    describe(field, label, row, column, columnSpan);
+    return field;
+}
+
+void ComponentDialogForm::showExtendable(MyLineEdit* field, const QJsonValue& value, const QString& defaultText)
+{
+    field->setValue(defaultText);
+    if (!value.isObject())
+        return;
+    field->fromJson(value);
+    if (!field->isExtended()) {
+        keptValues.insert(field, value);
+        field->setEnabled(false);
+    }
+}
+
+MyImageSelector* ComponentDialogForm::addImage(const char* objectName, Label label, const QString& folder,
+                                               const QString& value, int row, int column, int columnSpan)
+{
+    MyImageSelector* field = new MyImageSelector(grid->parentWidget());
+    field->setObjectName(QLatin1String(objectName));
+    field->setCaption(UIComponentBaseDialog::tr(label.title));
+    field->setParentDialog(dialog);
+    field->setFolder(folder);
+    field->setImage(value);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 

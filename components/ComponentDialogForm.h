@@ -13,6 +13,7 @@ class MyColorPickerButton;
 class MyComboBox;
 class MyDialogOpener;
 class MyGroupBox;
+class MyImageSelector;
 class MyLineEdit;
 class QGridLayout;
 class QHBoxLayout;
@@ -50,12 +51,20 @@ public:
     // An extendable one can stand for a value the game gives at run time.
     MyLineEdit* addNumber(const char* objectName, Label label, double minimum, double maximum, int digits,
                           bool decimal, const QString& defaultText, const QJsonValue& value, int row, int column);
+    // A text field taking value, or defaultText when value isn't a string;
+    // extendable as a number field is.
+    MyLineEdit* addText(const char* objectName, Label label, const QString& defaultText, const QJsonValue& value,
+                        int row, int column, int columnSpan = 1);
     MyColorPickerButton* addColor(const char* objectName, Label label, const QString& value, int row, int column);
+    // An image of the project by its name, chosen from folder.
+    MyImageSelector* addImage(const char* objectName, Label label, const QString& folder, const QString& value,
+                              int row, int column, int columnSpan = 1);
     // A choice of items by index; a missing value shows defaultIndex.
     MyComboBox* addChoice(const char* objectName, Label label, const QStringList& items, const QJsonValue& value,
                           int defaultIndex, int row, int column);
     MyDialogOpener* addOpener(const char* objectName, Label label, int row, int column, int columnSpan = 1);
-    // What a number field writes: its number, or the object it stands for.
+    // What a number or text field writes: its value, or the object it
+    // stands for.
     QJsonValue numberOf(MyLineEdit* field) const;
     // What a choice writes: its index, or, while the user left it as it
     // opened, a value outside the items as it came.
@@ -98,6 +107,9 @@ public:
 private:
     void setUpSize();
     void describe(QWidget* field, Label label, int row, int column, int columnSpan = 1);
+    // Shows value in an extendable field, or keeps it as it came when no
+    // handler can show it.
+    void showExtendable(MyLineEdit* field, const QJsonValue& value, const QString& defaultText);
 
     UIComponentBaseDialog* dialog;
     QWidget* content;

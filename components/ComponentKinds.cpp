@@ -53,8 +53,8 @@ QString label(int type)
 
 bool hasOwnClass(int type)
 {
-    return type == Text || type == Shape || type == Picture || type == RepeatingPicture || type == ActorFace
-        || type == Icon;
+    return type == Text || type == Shape || type == Picture || type == RepeatingPicture || type == Gauge
+        || type == PictureGauge || type == ActorFace || type == Icon;
 }
 
 int capabilities(int type)

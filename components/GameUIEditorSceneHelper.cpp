@@ -4,11 +4,15 @@
 #include "components/UIComponentActorFace.h"
 #include "components/UIComponentActorFaceDialog.h"
 #include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentGauge.h"
+#include "components/UIComponentGaugeDialog.h"
 #include "components/UIComponentIcon.h"
 #include "components/UIComponentIconDialog.h"
 #include "components/UIComponentPendingKind.h"
 #include "components/UIComponentPicture.h"
 #include "components/UIComponentPictureDialog.h"
+#include "components/UIComponentPictureGauge.h"
+#include "components/UIComponentPictureGaugeDialog.h"
 #include "components/UIComponentRepeat.h"
 #include "components/UIComponentRepeatDialog.h"
 #include "components/UIComponentShape.h"
@@ -39,6 +43,10 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
         component = new UIComponentActorFace(scene, projectData);
     else if (type == ComponentKinds::Icon)
         component = new UIComponentIcon(scene);
+    else if (type == ComponentKinds::Gauge)
+        component = new UIComponentGauge(scene);
+    else if (type == ComponentKinds::PictureGauge)
+        component = new UIComponentPictureGauge(scene);
     else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
     else
@@ -87,6 +95,10 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
         return std::make_unique<UIComponentActorFaceDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::Icon:
         return std::make_unique<UIComponentIconDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Gauge:
+        return std::make_unique<UIComponentGaugeDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::PictureGauge:
+        return std::make_unique<UIComponentPictureGaugeDialog>(&json, accepted, flag, owner, projectData);
     default:
         break;
     }

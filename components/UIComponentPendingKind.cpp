@@ -6,8 +6,6 @@ namespace {
 
 // The largest size of the kinds that store a free size.
 constexpr int largestSide = 5000;
-// A picture gauge without a skin is this high.
-constexpr int skinlessGaugeHeight = 24;
 constexpr int groupSide = 50;
 
 }
@@ -68,10 +66,6 @@ int UIComponentPendingKind::dataInteger(const char* key, int fallback) const
 int UIComponentPendingKind::minimumWidth() const
 {
     switch (type) {
-    case ComponentKinds::Gauge:
-        return 10;
-    case ComponentKinds::PictureGauge:
-        return 2 * dataInteger("EdgeMargin", 15);
     case ComponentKinds::Group:
         return groupSide;
     case ComponentKinds::Window:
@@ -103,8 +97,6 @@ int UIComponentPendingKind::maximumWidth() const
 int UIComponentPendingKind::minimumHeight() const
 {
     switch (type) {
-    case ComponentKinds::PictureGauge:
-        return skinlessGaugeHeight;
     case ComponentKinds::Window:
         return minimumWidth();
     case ComponentKinds::Custom:
@@ -112,15 +104,13 @@ int UIComponentPendingKind::minimumHeight() const
     case ComponentKinds::AttachCollection:
         return height;
     default:
-        return type == ComponentKinds::Gauge || type == ComponentKinds::Group ? minimumWidth() : 25;
+        return type == ComponentKinds::Group ? minimumWidth() : 25;
     }
 }
 
 int UIComponentPendingKind::maximumHeight() const
 {
     switch (type) {
-    case ComponentKinds::PictureGauge:
-        return skinlessGaugeHeight;
     case ComponentKinds::Custom:
     case ComponentKinds::CustomCollection:
     case ComponentKinds::AttachCollection:

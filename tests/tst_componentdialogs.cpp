@@ -197,12 +197,68 @@ QJsonObject withAddonKeys(QJsonObject data)
     return data;
 }
 
+// The keys of a kind's dialog table with the default it shows for a
+// missing one; empty for the kinds whose dialog keeps the data object.
+QJsonObject dialogDefaults(int type, const QJsonObject& before)
+{
+    // Both gauges follow the first party member's HP against its maximum.
+    const QJsonObject value{{"Type", 4}, {"ActorType", false}, {"Index", 1}, {"Info", 3}};
+    const QJsonObject maximum{{"Type", 4}, {"ActorType", false}, {"Index", 1}, {"Info", 8}};
+    switch (type) {
+    case 0:
+        return QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
+                           {"FontFamily", ""},
+                           {"FontSize", 30},
+                           {"OutlineSize", 4},
+                           {"Alignment", 1},
+                           {"MaxWidth", 200},
+                           {"Color", "#ffffff"},
+                           {"OutlineColor", "#000000"},
+                           {"OutlineOpacity", 100}};
+    case 1:
+        return QJsonObject{{"Width", 100},     {"Height", 100},      {"Shape", 0},
+                           {"OutlineSize", 0}, {"Color", "#ffffff"}, {"OutlineColor", "#000000"},
+                           {"OutlineOpacity", 100}};
+    case 4:
+        return QJsonObject{{"Width", 250},
+                           {"Height", 30},
+                           {"OutlineSize", 1},
+                           {"Smoothness", 20},
+                           {"SyncComponent", ""},
+                           {"Color1", "#a87532"},
+                           {"Color2", "#a83232"},
+                           {"BackgroundColor", "#333333"},
+                           {"OutlineColor", "#000000"},
+                           {"OutlineOpacity", 100},
+                           {"Value", value},
+                           {"Maximum", maximum}};
+    case 5:
+        return QJsonObject{{"GaugeSkin", "GaugeSkin"}, {"Width", 100}, {"Height", 100},
+                           {"EdgeMargin", 15},        {"Value", value}, {"Maximum", maximum},
+                           {"Smoothness", 20},        {"SyncComponent", ""}};
+    case 2:
+        return QJsonObject{{"Picture", ""}};
+    case 3:
+        return QJsonObject{{"Picture", ""}, {"Width", 100}, {"Height", 100}, {"OffsetX", 0}, {"OffsetY", 0}};
+    case 8:
+        return QJsonObject{{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}};
+    case 9:
+        // An icon set missing beside code stays empty.
+        return QJsonObject{{"IconIndex", QJsonObject{{"Type", 0}, {"Number", 1}}},
+                           {"IconSize", 32},
+                           {"IconSet", before.contains("Code") ? "" : "IconSet"}};
+    default:
+        return QJsonObject();
+    }
+}
+
 // What the dialogs write into their data object. The kinds with a dialog of
-// their own: the keys of their table, the dialog's default for a missing
-// one, and the add-on keys; every other key is gone. A picture kind's "Code"
-// stays exactly when it was there, and an icon set missing beside it stays
-// empty. The other kinds keep their data object as it is, with the add-on
-// keys rewritten.
+// their own: the keys of their table, the dialog's default for a missing one
+// (a gauge's value and maximum are objects or nothing), and the add-on
+// keys; every other key is gone. A picture gauge is at least two edge
+// margins wide (15 each for a margin the game gives). A picture kind's
+// "Code" stays exactly when it was there. The other kinds keep
+// their data object as it is, with the add-on keys rewritten.
 QJsonObject ownDataObject(QJsonObject component)
 {
     const int type = component.value("Type").toInt(-1);
@@ -210,46 +266,27 @@ QJsonObject ownDataObject(QJsonObject component)
         return component;
     const char* dataKey = Kinds[type].dataKey;
     const QJsonObject before = component.value(dataKey).toObject();
-    QJsonObject defaults;
-    switch (type) {
-    case 0:
-        defaults = QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
-                               {"FontFamily", ""},
-                               {"FontSize", 30},
-                               {"OutlineSize", 4},
-                               {"Alignment", 1},
-                               {"MaxWidth", 200},
-                               {"Color", "#ffffff"},
-                               {"OutlineColor", "#000000"},
-                               {"OutlineOpacity", 100}};
-        break;
-    case 1:
-        defaults = QJsonObject{{"Width", 100},         {"Height", 100},          {"Shape", 0},
-                               {"OutlineSize", 0},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
-                               {"OutlineOpacity", 100}};
-        break;
-    case 2:
-        defaults = QJsonObject{{"Picture", ""}};
-        break;
-    case 3:
-        defaults = QJsonObject{{"Picture", ""}, {"Width", 100}, {"Height", 100}, {"OffsetX", 0}, {"OffsetY", 0}};
-        break;
-    case 8:
-        defaults = QJsonObject{{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}};
-        break;
-    case 9:
-        defaults = QJsonObject{{"IconIndex", QJsonObject{{"Type", 0}, {"Number", 1}}},
-                               {"IconSize", 32},
-                               {"IconSet", before.contains("Code") ? "" : "IconSet"}};
-        break;
-    default:
+    const QJsonObject defaults = dialogDefaults(type, before);
+    if (defaults.isEmpty()) {
         component.insert(dataKey, withAddonKeys(before));
         return component;
     }
     QJsonObject after;
-    for (auto key = defaults.begin(); key != defaults.end(); ++key)
-        after.insert(key.key(), before.contains(key.key()) ? before.value(key.key()) : key.value());
-    for (const char* kept : {"Addons", "Note", "Code"}) {
+    for (auto key = defaults.begin(); key != defaults.end(); ++key) {
+        const bool dynamicNumber = (type == 4 || type == 5) && key.value().isObject();
+        const bool usable = before.contains(key.key()) && (!dynamicNumber || before.value(key.key()).isObject());
+        after.insert(key.key(), usable ? before.value(key.key()) : key.value());
+    }
+    if (type == 5) {
+        const QJsonValue margin = after.value("EdgeMargin");
+        const int least = 2 * (margin.isDouble() ? margin.toInt() : 15);
+        after.insert("Width", qMax(least, after.value("Width").toInt()));
+    }
+    if (type == 2 || type == 3 || type == 9) {
+        if (before.contains("Code"))
+            after.insert("Code", before.value("Code"));
+    }
+    for (const char* kept : {"Addons", "Note"}) {
         if (before.contains(kept))
             after.insert(kept, before.value(kept));
     }
@@ -337,7 +374,8 @@ private slots:
         } else if (kind.size == KindRow::Size) {
             QJsonObject sized = dataObject;
             sized.insert("Width", 100);
-            sized.insert("Height", 100);
+            // A picture gauge without a skin is 24 high.
+            sized.insert("Height", type == 5 ? 24 : 100);
             expected.insert(kind.dataKey, sized);
         }
         // A missing name becomes the kind's default name, an empty condition

@@ -193,11 +193,15 @@ private slots:
                 picked->setAbsoluteScenePosition(random.bounded(816), random.bounded(624));
                 picked->endChange();
                 break;
-            case 6: { // resize; the kinds that keep a free size write it into their data object
+            case 6: { // resize within the kind's limits, as a handle does; the kinds that keep a free
+                      // size write it into their data object
                 if (!picked)
                     break;
                 const ComponentKinds::Kind* kind = ComponentKinds::find(picked->jsonData.value("Type").toInt(-1));
-                const QSize size(random.bounded(25, 400), random.bounded(25, 400));
+                const int w = random.bounded(25, 400);
+                const int h = random.bounded(25, 400);
+                const QSize size(qBound(picked->minimumWidth(), w, picked->maximumWidth()),
+                                 qBound(picked->minimumHeight(), h, picked->maximumHeight()));
                 picked->beginChange();
                 picked->setWidth(size.width());
                 picked->setHeight(size.height());
