@@ -6,7 +6,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${VELMORA_BUILD:-$root/build}"
 runs="${1:-5}"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers velmora-bench-conditions >/dev/null
+cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-kinds velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers velmora-bench-conditions >/dev/null
 
 echo "== The program's list: 5,000 rows (ms)"
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-tree" "$runs"
@@ -34,6 +34,12 @@ pickers="$build/bench-projects/n10000-10x50"
 [ -f "$pickers/data/plugin/VelmoraHUD.json" ] || "$root/tools/gen-project" --out "$pickers" --entries 10000 --huds 10 \
     --components 50 --depth 4 --seed 7 >/dev/null
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-datapickers" "$pickers" "$runs"
+echo
+echo "== Every kind with real images: the biggest HUDs of a tools/gen-project project (ms, median of $runs runs)"
+kinds="$build/bench-projects/n100-50x500"
+[ -f "$kinds/data/plugin/VelmoraHUD.json" ] || "$root/tools/gen-project" --out "$kinds" --entries 100 --huds 50 \
+    --components 500 --depth 4 --seed 7 >/dev/null
+QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-kinds" "$kinds" "$runs"
 echo
 echo "== Projects made by tools/gen-project (median of $runs runs)"
 python3 "$root/bench/projects.py" "$build" "$runs"
