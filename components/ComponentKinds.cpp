@@ -97,14 +97,4 @@ QPixmap unavailableGraphics(const QSize& size)
     return block;
 }
 
-void drawPixmap(QPainter* painter, const QRectF& rect, const QPixmap& pixmap, double zoomFactor,
-                QPainter::RenderHints belowOne)
-{
-    painter->save();
-    if (zoomFactor < 1.0)
-        painter->setRenderHints(belowOne);
-    painter->drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
-    painter->restore();
-}
-
 }

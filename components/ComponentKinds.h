@@ -80,11 +80,6 @@ QColor unavailableGraphicsColor();
 // size with no pixels.
 QPixmap unavailableGraphics(const QSize& size);
 
-// Draws a kind's cached picture scaled into its drawn rectangle; below zoom
-// 1.0 with the given hints, so that a shrunk picture stays readable.
-void drawPixmap(QPainter* painter, const QRectF& rect, const QPixmap& pixmap, double zoomFactor,
-                QPainter::RenderHints belowOne);
-
 }
 
 // The IDs of the custom HUDs being expanded at this moment, shared by all

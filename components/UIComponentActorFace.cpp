@@ -60,7 +60,7 @@ void UIComponentActorFace::setData(const QJsonObject& json)
 
 void UIComponentActorFace::drawContents(QPainter* painter)
 {
-    ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
 }
 
 int UIComponentActorFace::minimumWidth() const { return 25; }

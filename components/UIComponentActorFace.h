@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "components/ComponentScale.h"
 #include "scene/UIComponentBase.h"
 
@@ -35,6 +36,7 @@ public:
     static constexpr int faceSide = 144;
 
     QPixmap pixmap;
+    DrawnPixmap drawn;
     int naturalWidth = 0;
     int naturalHeight = 0;
     QJsonObject* projectData;

@@ -54,7 +54,7 @@ void UIComponentIcon::setData(const QJsonObject& json)
 void UIComponentIcon::drawContents(QPainter* painter)
 {
     if (!pixmap.isNull())
-        ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
+        drawn.draw(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
 }
 
 int UIComponentIcon::minimumWidth() const { return 25; }

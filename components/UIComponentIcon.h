@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "components/ComponentScale.h"
 #include "scene/UIComponentBase.h"
 
@@ -25,6 +26,7 @@ public:
     QJsonObject& data() override;
 
     QPixmap pixmap;
+    DrawnPixmap drawn;
     int naturalWidth = 0;
     int naturalHeight = 0;
 

@@ -29,7 +29,7 @@ void UIComponentPicture::setData(const QJsonObject& json)
 
 void UIComponentPicture::drawContents(QPainter* painter)
 {
-    ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
 }
 
 int UIComponentPicture::minimumWidth() const { return 25; }

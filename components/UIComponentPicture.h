@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "components/ComponentScale.h"
 #include "scene/UIComponentBase.h"
 
@@ -24,6 +25,7 @@ public:
     QJsonObject& data() override;
 
     QPixmap pixmap;
+    DrawnPixmap drawn;
     int naturalWidth = 0;
     int naturalHeight = 0;
 

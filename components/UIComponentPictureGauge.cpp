@@ -28,7 +28,7 @@ int UIComponentPictureGauge::barHeight(const QPixmap& skin)
 
 void UIComponentPictureGauge::drawContents(QPainter* painter)
 {
-    ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(),
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(),
                                QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "scene/UIComponentBase.h"
 
 #include <QPixmap>
@@ -28,6 +29,7 @@ public:
     static int barHeight(const QPixmap& skin);
 
     QPixmap pixmap;
+    DrawnPixmap drawn;
     QPixmap skin;
     int edgeMargin = 15;
     int fixedHeight = 24;

@@ -73,7 +73,7 @@ void UIComponentRepeat::retile()
 
 void UIComponentRepeat::drawContents(QPainter* painter)
 {
-    ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(), {});
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(), {});
 }
 
 int UIComponentRepeat::minimumWidth() const { return 25; }

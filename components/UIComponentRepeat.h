@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "scene/UIComponentBase.h"
 
 #include <QPixmap>
@@ -28,6 +29,7 @@ public:
 
     QPixmap tile;
     QPixmap pixmap;
+    DrawnPixmap drawn;
 
 private:
     void retile();

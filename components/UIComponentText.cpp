@@ -127,7 +127,7 @@ void UIComponentText::render(const QJsonObject& text)
                largestNaturalWidth);
     naturalWidth = boxWidth + outline;
     naturalHeight = int(lineHeight + outline);
-    zoomed = QPixmap();
+    drawn.forget();
     const int pictureWidth = int(std::ceil(double(boxWidth) + outline));
     const int pictureHeight = int(std::ceil(lineHeight + outline));
     if (pictureWidth <= 0 || pictureHeight <= 0 || pictureWidth > largestPictureSide
@@ -178,43 +178,9 @@ void UIComponentText::render(const QJsonObject& text)
     painter.drawStaticText(QPointF(radius, radius), line);
 }
 
-const QPixmap& UIComponentText::drawnPixmap(const QSize& size)
-{
-    const double factor = zoomFactor();
-    if (zoomed.size() != size || zoomedFactor != factor) {
-        zoomedFactor = factor;
-        // Shrunk text stays readable when smoothed; enlarged it keeps its
-        // pixels, as the other picture kinds show theirs.
-        zoomed = pixmap.isNull() || size.isEmpty()
-            ? QPixmap()
-            : pixmap.scaled(size, Qt::IgnoreAspectRatio,
-                            factor < 1.0 ? Qt::SmoothTransformation : Qt::FastTransformation);
-    }
-    return zoomed;
-}
-
 void UIComponentText::drawContents(QPainter* painter)
 {
-    const QRectF rect = drawnRect();
-    // A copy at the drawn size is kept for the usual sizes; a component
-    // stretched far beyond the canvas (a scale of thousands, either way) is
-    // drawn straight from the text's own picture, which the painter scales
-    // only where it lands, rather than made into a picture of gigabytes.
-    const double width = std::abs(rect.width());
-    const double height = std::abs(rect.height());
-    if (!(width <= largestPictureSide && height <= largestPictureSide && width * height <= largestPictureArea)) {
-        if (!pixmap.isNull())
-            painter->drawPixmap(rect, pixmap, QRectF(pixmap.rect()));
-        return;
-    }
-    const QSize size(qRound(rect.width()), qRound(rect.height()));
-    if (size == pixmap.size()) {
-        painter->drawPixmap(rect.topLeft(), pixmap);
-        return;
-    }
-    const QPixmap& shown = drawnPixmap(size);
-    if (!shown.isNull())
-        painter->drawPixmap(rect, shown, QRectF(shown.rect()));
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(), QPainter::SmoothPixmapTransform);
 }
 
 int UIComponentText::minimumWidth() const { return 25; }
@@ -229,7 +195,7 @@ void UIComponentText::resized()
 
 void UIComponentText::zoomChanged()
 {
-    zoomed = QPixmap();
+    drawn.forget();
     UIComponentBase::zoomChanged();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "components/ComponentScale.h"
 #include "scene/UIComponentBase.h"
 
@@ -43,11 +44,7 @@ public:
 
 private:
     void render(const QJsonObject& text);
-    // The pixmap at the size it is drawn, made again only when the size or
-    // the zoom changes.
-    const QPixmap& drawnPixmap(const QSize& size);
 
     ComponentScale scale;
-    QPixmap zoomed;
-    double zoomedFactor = 0.0;
+    DrawnPixmap drawn;
 };
