@@ -40,7 +40,6 @@ UIComponentBaseDialog::UIComponentBaseDialog(int location, int componentId, int 
       integerValidator(new QIntValidator(1, 999999, this)),
       coordinateValidator(new QIntValidator(-99999, 99999, this)),
       doubleValidator(new QDoubleValidator(0.0, 999999.0, 1, this)),
-      parentDialog(parent),
       location(location),
       componentId(componentId),
       animationFlags(animationFlags),
@@ -144,9 +143,11 @@ void UIComponentBaseDialog::setupAllWidgets(MyLineEdit* name, MyDialogOpener* co
         conditions = json->value(QStringLiteral("Conditions")).toArray();
         if (showConditions)
             showConditions(conditionsOpener, conditions);
+        // The list opens over this dialog, which dims under it like under
+        // any other field's dialog, not over the window that this one covers.
         connect(conditionsOpener, &QAbstractButton::clicked, this, [this, conditionsOpener]() {
             if (openConditions)
-                openConditions(this, conditionsOpener, &conditions, parentDialog);
+                openConditions(this, conditionsOpener, &conditions, this);
         });
     }
     if (animations)

@@ -107,7 +107,6 @@ protected:
     QMenu* animationMenu = nullptr;
     UltimateTreeWidget* animationList = nullptr;
     UltimateTreeWidget* customPropertyList = nullptr;
-    QWidget* parentDialog;
     int location;
     int componentId;
     int animationFlags;

@@ -19,6 +19,8 @@
 #include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QPointer>
+#include <QAbstractButton>
 
 #include <memory>
 
@@ -777,6 +779,42 @@ private slots:
         QTRY_VERIFY(!window->findChild<DialogOverlay*>());
         QCOMPARE(face->text(0), QStringLiteral("Hero Face"));
         QVERIFY(window->isWindowModified());
+    }
+
+    // The display conditions open over the property dialog, which dims under
+    // them as under every other field's dialog; closing the list lifts it.
+    void theConditionListDimsThePropertyDialog()
+    {
+        dialogDarkenLayers = true;
+        const QString project = TestEnvironment::copySampleProject(QStringLiteral("window-conditions"));
+        std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
+        UltimateTree* tree = window->componentListWidget()->tree();
+        UltimateTreeItem* face = tree->row(0)->child(0);
+        const QPoint point = tree->mapFromScene(QPointF(80, face->scenePos().y() + face->rowHeight() / 2.0));
+        QPointer<TrovDialog> properties;
+        bool dimmedUnderList = false;
+        bool litAgain = false;
+        const TestEnvironment::Seen seen = answering(
+            [&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
+            {Answer([&](TrovDialog* dialog) {
+                 properties = dialog;
+                 QVERIFY(!dialog->overlay());
+                 QWidget* conditions = dialog->findChild<QWidget*>(QStringLiteral("Conditions"));
+                 QVERIFY(conditions);
+                 QTest::mouseClick(conditions, Qt::LeftButton, Qt::NoModifier, QPoint(40, 20));
+                 litAgain = true;
+                 QTRY_VERIFY(!dialog->overlay());
+             }),
+             Answer([&](TrovDialog* list) {
+                 QCOMPARE(list->windowTitle(), QStringLiteral("RPG Maker Condition List"));
+                 dimmedUnderList = properties && properties->overlay() && properties->overlay()->isVisible();
+                 QTest::mouseClick(list->findChild<QAbstractButton*>(QStringLiteral("cancelButton")),
+                                   Qt::LeftButton);
+             }),
+             press("cancelButton")});
+        QCOMPARE(seen.count, 3);
+        QVERIFY(dimmedUnderList);
+        QVERIFY(litAgain);
     }
 
     // ---------------------------------------------------------------- velmora-cli

@@ -12,6 +12,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -195,6 +197,38 @@ private slots:
         QVERIFY(sheet.contains(QStringLiteral("stop:1 rgba(%1,180)").arg(rgb(ThemeKey::DockBackgroundBottom))));
         QVERIFY(sheet.contains(QStringLiteral("stop:0 %1, stop:1 %2").arg(themeColor(ThemeKey::WindowTop).name(),
                                                                         themeColor(ThemeKey::WindowBottom).name())));
+    }
+
+    // The item of the menu bar under the mouse wears the theme's colours for
+    // it, and the sheet's rule for it is one Qt reads without a complaint.
+    void hoveredMenuBarItemTakesItsThemeColours()
+    {
+        ThemeTable table = Theme::table();
+        table.insert(ThemeKey::MenuBarItemSelectedTop, QColor(200, 50, 50));
+        table.insert(ThemeKey::MenuBarItemSelectedBottom, QColor(200, 50, 50));
+        Theme::replace(table);
+        messages().clear();
+        const QtMessageHandler previous = qInstallMessageHandler(record);
+        QMenuBar bar;
+        QAction* file = bar.addAction(QStringLiteral("File"));
+        bar.resize(300, 40);
+        bar.show();
+        bar.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bar));
+        const QRect item = bar.actionGeometry(file);
+        // The pointer moving onto the item, as the window system reports it
+        // (QTest's move only shifts the cursor, which no platform here sees).
+        QMouseEvent move(QEvent::MouseMove, item.center(), bar.mapToGlobal(item.center()), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(&bar, &move);
+        QTRY_COMPARE(bar.activeAction(), file);
+        const QImage picture = bar.grab().toImage();
+        qInstallMessageHandler(previous);
+        QVERIFY2(messages().isEmpty(), qPrintable(messages().join(QLatin1Char('\n'))));
+        // Inside the item's border, beside its text.
+        QCOMPARE(picture.pixelColor(item.left() + 2, item.center().y()), QColor(200, 50, 50));
+        Theme::installDefault();
+        Theme::apply();
     }
 
     // Polishing again for each theme change leaves the font's size alone,
