@@ -1,6 +1,7 @@
 #include "components/ComponentDialogForm.h"
 
 #include "components/ComponentKinds.h"
+#include "components/ProjectImages.h"
 #include "logic/AddonOrNotebox.h"
 #include "scene/UIComponentBase.h"
 #include "scene/UIComponentBaseDialog.h"
@@ -12,6 +13,7 @@
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyGroupBox.h"
+#include "widgets/MyImageSelector.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
 #include "widgets/MyTabSystem.h"
@@ -234,6 +236,19 @@ MyDialogOpener* ComponentDialogForm::addOpener(const char* objectName, Label lab
     return field;
 }
 
+MyImageSelector* ComponentDialogForm::addImage(const char* objectName, Label label, int kind, const QString& name,
+                                               int row, int column)
+{
+    MyImageSelector* field = new MyImageSelector(grid->parentWidget());
+    field->setObjectName(QLatin1String(objectName));
+    field->setCaption(UIComponentBaseDialog::tr(label.title));
+    field->setParentDialog(dialog);
+    field->setFolder(ProjectImages::folder(kind));
+    field->setImage(name);
+    describe(field, label, row, column);
+    return field;
+}
+
 QJsonValue ComponentDialogForm::numberOf(MyLineEdit* field) const
 {
     const auto kept = keptValues.constFind(field);
@@ -329,14 +344,14 @@ void ComponentDialogForm::applyCommonFields()
                               animations, json);
 }
 
-void ComponentDialogForm::writeDataObject(QJsonObject data) const
+void ComponentDialogForm::writeDataObject(QJsonObject data, const QSize& size) const
 {
     const ComponentKinds::Kind* kind = ComponentKinds::find(type);
     if (!kind)
         return;
     if (Width && kind->size == ComponentKinds::SizeStorage::Size) {
-        data.insert(QStringLiteral("Width"), Width->text().toInt());
-        data.insert(QStringLiteral("Height"), Height->text().toInt());
+        data.insert(QStringLiteral("Width"), size.isValid() ? size.width() : Width->text().toInt());
+        data.insert(QStringLiteral("Height"), size.isValid() ? size.height() : Height->text().toInt());
     }
     addonOrNote->saveData(&data);
     json->insert(QLatin1String(kind->dataKey), data);

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QSize>
 #include <QStringList>
 #include <QString>
 
@@ -13,6 +14,7 @@ class MyColorPickerButton;
 class MyComboBox;
 class MyDialogOpener;
 class MyGroupBox;
+class MyImageSelector;
 class MyLineEdit;
 class QGridLayout;
 class QHBoxLayout;
@@ -55,6 +57,9 @@ public:
     MyComboBox* addChoice(const char* objectName, Label label, const QStringList& items, const QJsonValue& value,
                           int defaultIndex, int row, int column);
     MyDialogOpener* addOpener(const char* objectName, Label label, int row, int column, int columnSpan = 1);
+    // A project image of a graphics kind (ProjectImages::Kind), showing name.
+    MyImageSelector* addImage(const char* objectName, Label label, int kind, const QString& name, int row,
+                              int column);
     // What a number field writes: its number, or the object it stands for.
     QJsonValue numberOf(MyLineEdit* field) const;
     // What a choice writes: its index, or, while the user left it as it
@@ -70,9 +75,11 @@ public:
     QJsonObject dataObject() const;
     // Confirm: the shared fields into the component's object, then the
     // kind's new data object under its key (with the size of a kind that
-    // stores one, and the add-ons with the note derived from them).
+    // stores one, and the add-ons with the note derived from them). A kind
+    // whose size follows a rule of its own hands that size in place of the
+    // size fields'.
     void applyCommonFields();
-    void writeDataObject(QJsonObject data) const;
+    void writeDataObject(QJsonObject data, const QSize& size = QSize()) const;
 
     // The form's widgets, by the names every kind's form uses. A scale kind
     // has Width_Scale and Height_Scale, a kind that stores its size Width and

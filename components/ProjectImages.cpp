@@ -101,6 +101,13 @@ QString path(int kind, const QString& name)
     return state().hook ? state().hook(kind, name) : QString();
 }
 
+QString folder(int kind)
+{
+    // The hook knows files, not folders: the folder of any name in it.
+    const QString file = path(kind, QStringLiteral("_"));
+    return file.isEmpty() ? QString() : QFileInfo(file).absolutePath();
+}
+
 QImage image(int kind, const QString& name)
 {
     const Entry* found = entry(kind, name);

@@ -23,6 +23,9 @@ using PathHook = std::function<QString(int kind, const QString& name)>;
 // of the open project, or an empty string without a project.
 void setPathHook(const PathHook& hook);
 QString path(int kind, const QString& name);
+// The absolute folder of a kind's images in the open project, for the
+// image pickers; empty without a project.
+QString folder(int kind);
 
 // The image; a null image for an empty name, without a project, or for a
 // file that is missing, empty, truncated or not an image. A failed name is
