@@ -53,7 +53,7 @@ QString label(int type)
 
 bool hasOwnClass(int type)
 {
-    return type == Text || type == Shape;
+    return type == Text || type == Shape || type == Group || type == Window || type == Animation;
 }
 
 int capabilities(int type)

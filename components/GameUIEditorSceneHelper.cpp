@@ -1,12 +1,18 @@
 #include "components/GameUIEditorSceneHelper.h"
 
 #include "components/ComponentKinds.h"
+#include "components/UIComponentAnimation.h"
+#include "components/UIComponentAnimationComponentDialog.h"
 #include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentGroup.h"
+#include "components/UIComponentGroupDialog.h"
 #include "components/UIComponentPendingKind.h"
 #include "components/UIComponentShape.h"
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentText.h"
 #include "components/UIComponentTextDialog.h"
+#include "components/UIComponentWindow.h"
+#include "components/UIComponentWindowDialog.h"
 #include "components/VelmoUISelector.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/OwnerDimming.h"
@@ -15,7 +21,7 @@
 
 template <class Selector>
 UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonObject& json, GameUIEditorScene* scene,
-                                                                    QJsonObject*, bool flag)
+                                                                    QJsonObject* projectData, bool flag)
 {
     const int type = json.value(QStringLiteral("Type")).toInt(-1);
     UIComponentBase* component;
@@ -23,6 +29,12 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
         component = new UIComponentText(scene);
     else if (type == ComponentKinds::Shape)
         component = new UIComponentShape(scene);
+    else if (type == ComponentKinds::Group)
+        component = new UIComponentGroup(scene);
+    else if (type == ComponentKinds::Window)
+        component = new UIComponentWindow(scene);
+    else if (type == ComponentKinds::Animation)
+        component = new UIComponentAnimation(scene, projectData);
     else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
     else
@@ -63,6 +75,12 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
         return std::make_unique<UIComponentTextDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::Shape:
         return std::make_unique<UIComponentShapeDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Group:
+        return std::make_unique<UIComponentGroupDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Window:
+        return std::make_unique<UIComponentWindowDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Animation:
+        return std::make_unique<UIComponentAnimationComponentDialog>(&json, accepted, flag, owner, projectData);
     default:
         break;
     }

@@ -197,9 +197,11 @@ QJsonObject withAddonKeys(QJsonObject data)
     return data;
 }
 
-// What the dialogs write into their data object. Text and Shape: the keys
-// of their table, the dialog's default for a missing one, and the add-on
-// keys; every other key is gone. The other kinds keep their data object as
+// What the dialogs write into their data object. The kinds with a dialog
+// of their own: the keys of their table, the dialog's default for a missing
+// one, and the add-on keys; every other key is gone. A window is at least
+// twice its padding and its margin wide and high (a padding or margin the
+// game gives counts as 12 and 4). The other kinds keep their data object as
 // it is, with the add-on keys rewritten.
 QJsonObject ownDataObject(QJsonObject component)
 {
@@ -208,29 +210,52 @@ QJsonObject ownDataObject(QJsonObject component)
         return component;
     const char* dataKey = Kinds[type].dataKey;
     const QJsonObject before = component.value(dataKey).toObject();
-    if (type != 0 && type != 1) {
+    QJsonObject defaults;
+    switch (type) {
+    case 0:
+        defaults = QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
+                               {"FontFamily", ""},
+                               {"FontSize", 30},
+                               {"OutlineSize", 4},
+                               {"Alignment", 1},
+                               {"MaxWidth", 200},
+                               {"Color", "#ffffff"},
+                               {"OutlineColor", "#000000"},
+                               {"OutlineOpacity", 100}};
+        break;
+    case 1:
+        defaults = QJsonObject{{"Width", 100},         {"Height", 100},          {"Shape", 0},
+                               {"OutlineSize", 0},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
+                               {"OutlineOpacity", 100}};
+        break;
+    case 6:
+        break;
+    case 7:
+        defaults = QJsonObject{{"WindowSkin", "Window"}, {"Width", 100},  {"Height", 100},
+                               {"Padding", 12},          {"Margin", 4},   {"BackgroundOpacity", 75}};
+        break;
+    case 13:
+        defaults = QJsonObject{{"AnimationID", 1}, {"Behavior", 0}};
+        break;
+    default:
         component.insert(dataKey, withAddonKeys(before));
         return component;
     }
-    const QJsonObject defaults =
-        type == 0 ? QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "My Text"}}},
-                                {"FontFamily", ""},
-                                {"FontSize", 30},
-                                {"OutlineSize", 4},
-                                {"Alignment", 1},
-                                {"MaxWidth", 200},
-                                {"Color", "#ffffff"},
-                                {"OutlineColor", "#000000"},
-                                {"OutlineOpacity", 100}}
-                  : QJsonObject{{"Width", 100},         {"Height", 100},          {"Shape", 0},
-                                {"OutlineSize", 0},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
-                                {"OutlineOpacity", 100}};
     QJsonObject after;
     for (auto key = defaults.begin(); key != defaults.end(); ++key)
         after.insert(key.key(), before.contains(key.key()) ? before.value(key.key()) : key.value());
     for (const char* kept : {"Addons", "Note"}) {
         if (before.contains(kept))
             after.insert(kept, before.value(kept));
+    }
+    if (type == 7) {
+        auto twice = [&after](const char* key, int fallback) {
+            const QJsonValue value = after.value(key);
+            return 2 * (value.isDouble() ? int(value.toDouble()) : fallback);
+        };
+        const int least = qMax(twice("Padding", 12), twice("Margin", 4));
+        for (const char* side : {"Width", "Height"})
+            after.insert(side, qMax(after.value(side).toInt(), least));
     }
     component.insert(dataKey, withAddonKeys(after));
     return component;
@@ -380,7 +405,8 @@ private slots:
         // No sign in a field that starts at 0.
         QTest::newRow("opacity sign") << FieldCase{0, "Opacity", "-5", "5", true, "Opacity", 0.05};
         QTest::newRow("width above") << FieldCase{4, "Width", "100000", "100000", false, "Width", 99999};
-        QTest::newRow("height zero") << FieldCase{7, "Height", "0", "0", true, "Height", 0};
+        // A window is never lower than twice its padding of 12.
+        QTest::newRow("height zero") << FieldCase{7, "Height", "0", "0", true, "Height", 24};
     }
 
     // Each field typed to its limits: the confirm button is off while the
@@ -621,7 +647,9 @@ private slots:
         QCOMPARE(made.value("Name").toString(), QStringLiteral("Frame"));
         QCOMPARE(made.value("X").toInt(), 200);
         QCOMPARE(made.value("Y").toInt(), 150);
-        QCOMPARE(made.value("WindowData"), QJsonValue(withAddonKeys(QJsonObject{{"Width", 100}, {"Height", 100}})));
+        QCOMPARE(made.value("WindowData"),
+                 QJsonValue(withAddonKeys(QJsonObject{{"WindowSkin", "Window"}, {"Width", 100}, {"Height", 100},
+                                                      {"Padding", 12}, {"Margin", 4}, {"BackgroundOpacity", 75}})));
         QCOMPARE(made.value("Opacity").toDouble(), 1.0);
         QCOMPARE(editor.scene->idCounter(), 42);
     }
