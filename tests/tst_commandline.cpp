@@ -106,7 +106,7 @@ private slots:
             "Kind 11 Custom Collection: 1\n"
             "Kind 12 Attach Collection: 1\n"
             "Kind 13 Animation: 1\n"
-            "Placeholders: 15\n");
+            "Placeholders: 11\n");
         QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
 
         // Kinds the document lacks get no line.

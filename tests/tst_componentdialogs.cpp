@@ -301,7 +301,11 @@ private slots:
             kinds.insert(type);
             UIComponentBase* loaded = editor.load(component);
             const QJsonObject before = loaded->data();
-            COMPARE_JSON(before, component);
+            // A container loaded without its children still holds their array.
+            QJsonObject asLoaded = component;
+            if (type == 6 || type == 7)
+                asLoaded.insert(QStringLiteral("Children"), QJsonArray());
+            COMPARE_JSON(before, asLoaded);
             const TestEnvironment::Seen seen = editor.editFirstRow({press("confirmButton")});
             QCOMPARE(seen.count, 1);
             QCOMPARE(seen.title,
@@ -344,6 +348,8 @@ private slots:
             sized.insert("Height", 100);
             expected.insert(kind.dataKey, sized);
         }
+        if (type == 6 || type == 7)
+            expected.insert("Children", QJsonArray());
         // A missing name becomes the kind's default name, an empty condition
         // list removes the key.
         expected.insert("Name", QString::fromLatin1(kind.title).arg(5));
