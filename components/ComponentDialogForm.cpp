@@ -166,7 +166,7 @@ void ComponentDialogForm::describe(QWidget* field, Label label, int row, int col
 
 MyLineEdit* ComponentDialogForm::addNumber(const char* objectName, Label label, double minimum, double maximum,
                                            int digits, bool decimal, const QString& defaultText,
-                                           const QJsonValue& value, int row, int column)
+                                           const QJsonValue& value, int row, int column, int columnSpan)
 {
     MyLineEdit* field = new MyLineEdit(grid->parentWidget());
     field->setObjectName(QLatin1String(objectName));
@@ -190,7 +190,7 @@ MyLineEdit* ComponentDialogForm::addNumber(const char* objectName, Label label, 
             field->setEnabled(false);
         }
     }
-    describe(field, label, row, column);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 
@@ -207,7 +207,8 @@ MyColorPickerButton* ComponentDialogForm::addColor(const char* objectName, Label
 }
 
 MyComboBox* ComponentDialogForm::addChoice(const char* objectName, Label label, const QStringList& items,
-                                           const QJsonValue& value, int defaultIndex, int row, int column)
+                                           const QJsonValue& value, int defaultIndex, int row, int column,
+                                           int columnSpan)
 {
     MyComboBox* field = new MyComboBox(grid->parentWidget());
     int index = UIComponentBase::readInteger(value, defaultIndex);
@@ -222,7 +223,7 @@ MyComboBox* ComponentDialogForm::addChoice(const char* objectName, Label label, 
     for (const QString& item : items)
         field->addItem(item);
     field->setCurrentIndex(index, false);
-    describe(field, label, row, column);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 
@@ -237,7 +238,7 @@ MyDialogOpener* ComponentDialogForm::addOpener(const char* objectName, Label lab
 }
 
 MyImageSelector* ComponentDialogForm::addImage(const char* objectName, Label label, int kind, const QString& name,
-                                               int row, int column)
+                                               int row, int column, int columnSpan)
 {
     MyImageSelector* field = new MyImageSelector(grid->parentWidget());
     field->setObjectName(QLatin1String(objectName));
@@ -245,7 +246,7 @@ MyImageSelector* ComponentDialogForm::addImage(const char* objectName, Label lab
     field->setParentDialog(dialog);
     field->setFolder(ProjectImages::folder(kind));
     field->setImage(name);
-    describe(field, label, row, column);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 

@@ -51,15 +51,16 @@ public:
     // A number field taking value, or defaultText when value isn't a number.
     // An extendable one can stand for a value the game gives at run time.
     MyLineEdit* addNumber(const char* objectName, Label label, double minimum, double maximum, int digits,
-                          bool decimal, const QString& defaultText, const QJsonValue& value, int row, int column);
+                          bool decimal, const QString& defaultText, const QJsonValue& value, int row, int column,
+                          int columnSpan = 1);
     MyColorPickerButton* addColor(const char* objectName, Label label, const QString& value, int row, int column);
     // A choice of items by index; a missing value shows defaultIndex.
     MyComboBox* addChoice(const char* objectName, Label label, const QStringList& items, const QJsonValue& value,
-                          int defaultIndex, int row, int column);
+                          int defaultIndex, int row, int column, int columnSpan = 1);
     MyDialogOpener* addOpener(const char* objectName, Label label, int row, int column, int columnSpan = 1);
     // A project image of a graphics kind (ProjectImages::Kind), showing name.
     MyImageSelector* addImage(const char* objectName, Label label, int kind, const QString& name, int row,
-                              int column);
+                              int column, int columnSpan = 1);
     // What a number field writes: its number, or the object it stands for.
     QJsonValue numberOf(MyLineEdit* field) const;
     // What a choice writes: its index, or, while the user left it as it

@@ -29,12 +29,12 @@ UIComponentAnimationComponentDialog::UIComponentAnimationComponentDialog(QJsonOb
     animationProperties = shared.addPropertyBox(tr("Animation Properties"), "animationProperties");
     animationId = UIComponentBase::readInteger(data.value(QStringLiteral("AnimationID")), 1);
     AnimationID = shared.addOpener("AnimationID",
-                                   {QT_TR_NOOP("Animation ID"), QT_TR_NOOP("The ID of the animation used.")}, 0, 0);
+                                   {QT_TR_NOOP("Animation ID"), QT_TR_NOOP("The ID of the animation used.")}, 0, 0, 2);
     AnimationID->setValue(GameDataLabel::databaseEntry(projectData, AnimationsFile, animationId));
     AnimationType = shared.addChoice(
         "AnimationType", {QT_TR_NOOP("Animation Behavior"), QT_TR_NOOP("The behavior of the animation.")},
-        {tr("Play Once"), tr("Play On Show"), tr("Loop Continuously")}, data.value(QStringLiteral("Behavior")), 0, 0,
-        1);
+        {tr("Play Once"), tr("Play On Show"), tr("Loop Continuously")}, data.value(QStringLiteral("Behavior")), 0, 1, 0,
+        2);
     shared.finish();
 }
 

@@ -33,14 +33,14 @@ UIComponentWindowDialog::UIComponentWindowDialog(QJsonObject* json, bool* accept
     windowSkin = shared.addImage("windowSkin",
                                  {QT_TR_NOOP("Window Skin"), QT_TR_NOOP("The window skin used for the window.")},
                                  ProjectImages::System,
-                                 data.value(QStringLiteral("WindowSkin")).toString(QStringLiteral("Window")), 0, 0);
+                                 data.value(QStringLiteral("WindowSkin")).toString(QStringLiteral("Window")), 0, 0, 2);
     Padding = shared.addNumber("Padding", {QT_TR_NOOP("Padding"), QT_TR_NOOP("The padding of the window.")}, 0, 120,
-                               4, false, QStringLiteral("12"), data.value(QStringLiteral("Padding")), 0, 1);
+                               4, false, QStringLiteral("12"), data.value(QStringLiteral("Padding")), 1, 0);
     Margin = shared.addNumber("Margin", {QT_TR_NOOP("Margin"), QT_TR_NOOP("The margin of the window.")}, 0, 120, 4,
-                              false, QStringLiteral("4"), data.value(QStringLiteral("Margin")), 1, 0);
+                              false, QStringLiteral("4"), data.value(QStringLiteral("Margin")), 1, 1);
     BackgroundOpacity = shared.addNumber(
         "BackgroundOpacity", {QT_TR_NOOP("Background Opacity"), QT_TR_NOOP("The transparency of the background.")}, 0,
-        100, 4, true, QStringLiteral("75"), data.value(QStringLiteral("BackgroundOpacity")), 1, 1);
+        100, 4, true, QStringLiteral("75"), data.value(QStringLiteral("BackgroundOpacity")), 2, 0, 2);
     shared.finish();
 }
 
