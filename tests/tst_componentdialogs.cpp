@@ -25,6 +25,7 @@
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::press;
+using TestEnvironment::typing;
 
 namespace {
 
@@ -138,20 +139,6 @@ T* child(TrovDialog* dialog, const char* name)
     if (!found)
         qWarning("no %s in the dialog", name);
     return found;
-}
-
-// Replaces the text of a field by typing, as a user does after clicking it.
-Answer typing(const char* field, const QString& text)
-{
-    return [field, text](TrovDialog* dialog) {
-        MyLineEdit* edit = child<MyLineEdit>(dialog, field);
-        QTest::mouseClick(edit, Qt::LeftButton);
-        edit->selectAll();
-        if (text.isEmpty())
-            QTest::keyClick(edit, Qt::Key_Backspace);
-        else
-            QTest::keyClicks(edit, text);
-    };
 }
 
 // Compared as compact text, so that a failure shows both objects.

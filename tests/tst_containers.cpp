@@ -29,7 +29,9 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::choosing;
 using TestEnvironment::press;
+using TestEnvironment::typing;
 
 namespace {
 
@@ -90,29 +92,6 @@ QImage testSkin()
     }
     return skin;
 }
-
-QColor at(const QImage& image, int x, int y)
-{
-    return QColor::fromRgba(image.pixel(x, y));
-}
-
-bool near(const QColor& actual, const QColor& expected, int tolerance = 3)
-{
-    if (expected.alpha() == 0)
-        return actual.alpha() <= tolerance;
-    return qAbs(actual.red() - expected.red()) <= tolerance && qAbs(actual.green() - expected.green()) <= tolerance
-        && qAbs(actual.blue() - expected.blue()) <= tolerance && qAbs(actual.alpha() - expected.alpha()) <= tolerance;
-}
-
-#define COMPARE_COLOR(image, x, y, expected)                                                                      \
-    QVERIFY2(near(at(image, x, y), expected),                                                                     \
-             qPrintable(QStringLiteral("pixel %1,%2 is %3 alpha %4, not %5 alpha %6")                             \
-                            .arg(x)                                                                               \
-                            .arg(y)                                                                               \
-                            .arg(at(image, x, y).name())                                                          \
-                            .arg(at(image, x, y).alpha())                                                         \
-                            .arg(QColor(expected).name())                                                         \
-                            .arg(QColor(expected).alpha())))
 
 #define COMPARE_JSON(actual, expected) QCOMPARE(TestEnvironment::compact(actual), TestEnvironment::compact(expected))
 
@@ -186,30 +165,6 @@ struct Editor : TestEnvironment::Canvas {
     QJsonObject projectData;
 };
 
-Answer typing(const char* field, const QString& text)
-{
-    return [field, text](TrovDialog* dialog) {
-        MyLineEdit* edit = dialog->findChild<MyLineEdit*>(QLatin1String(field));
-        QVERIFY2(edit, field);
-        QTest::mouseClick(edit, Qt::LeftButton);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    };
-}
-
-Answer choosing(const char* field, int index)
-{
-    return [field, index](TrovDialog* dialog) {
-        MyComboBox* combo = dialog->findChild<MyComboBox*>(QLatin1String(field));
-        QTest::mouseClick(combo, Qt::LeftButton);
-        QTRY_VERIFY(combo->popup());
-        for (int i = combo->currentIndex(); i < index; ++i)
-            QTest::keyClick(combo->popup(), Qt::Key_Down);
-        QTest::keyClick(combo->popup(), Qt::Key_Return);
-        QTRY_COMPARE(combo->currentIndex(), index);
-    };
-}
-
 // Double-clicks the row of a list picker that shows text.
 Answer pickingRow(const char* listName, const QString& text)
 {
@@ -271,7 +226,7 @@ QRect inkOf(const QImage& card, int top, int bottom)
     QRect ink;
     for (int y = top; y < bottom; ++y) {
         for (int x = 0; x < card.width(); ++x) {
-            if (!near(at(card, x, y), fill, 2))
+            if (!TestEnvironment::nearColor(TestEnvironment::pixel(card, x, y), fill, 2))
                 ink |= QRect(x, y, 1, 1);
         }
     }
@@ -543,8 +498,8 @@ private slots:
         const int left = 190;
         const int top = 120;
         auto expect = [&](int x, int y, const QColor& color) {
-            QVERIFY2(near(at(image, left + x, top + y), color, 12),
-                     qPrintable(QStringLiteral("pixel %1,%2 is %3").arg(x).arg(y).arg(at(image, left + x, top + y).name())));
+            QVERIFY2(TestEnvironment::nearColor(TestEnvironment::pixel(image, left + x, top + y), color, 12),
+                     qPrintable(QStringLiteral("pixel %1,%2 is %3").arg(x).arg(y).arg(TestEnvironment::pixel(image, left + x, top + y).name())));
         };
         // The small skin's pattern is opaque in the first 24 of each 48.
         expect(10, 10, Pattern);
