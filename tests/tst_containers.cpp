@@ -9,6 +9,7 @@
 #include "components/VelmoUISelector.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "scene/ResizeComponentButtonSprite.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/DialogFlags.h"
 #include "widgets/MyComboBox.h"
@@ -122,17 +123,17 @@ struct Editor : TestEnvironment::Canvas {
         view->centerOn(scenePoint);
         return view->mapFromScene(scenePoint);
     }
-    // A user's drag of what lies under a canvas point, with Ctrl held so
-    // that nothing snaps.
-    void drag(const QPointF& from, const QPointF& to)
+    // A user's drag of what lies under a canvas point, by default with Ctrl
+    // held so that nothing snaps.
+    void drag(const QPointF& from, const QPointF& to, Qt::KeyboardModifiers modifiers = Qt::ControlModifier)
     {
         QWidget* viewport = view->viewport();
         const QPoint start = viewPoint(from);
         const QPoint end = start + (to - from).toPoint();
-        QTest::mousePress(viewport, Qt::LeftButton, Qt::ControlModifier, start);
+        QTest::mousePress(viewport, Qt::LeftButton, modifiers, start);
         TestEnvironment::moveWithButtons(viewport, (start + end) / 2, Qt::LeftButton);
         TestEnvironment::moveWithButtons(viewport, end, Qt::LeftButton);
-        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::ControlModifier, end);
+        QTest::mouseRelease(viewport, Qt::LeftButton, modifiers, end);
     }
     void clickRow(int index)
     {
@@ -526,6 +527,12 @@ private slots:
         QCOMPARE(window->minimumHeight(), 80);
         QCOMPARE(window->width, 100);
         QCOMPARE(editor.render(10), before);
+        // The bottom-right handle pulled far inwards stops at that size.
+        editor.clickRow(0);
+        const QPointF handle = window->handleAt(4)->mapToScene(3, 3);
+        editor.drag(handle, handle - QPointF(90, 90), Qt::NoModifier);
+        QCOMPARE(QSize(window->width, window->height), QSize(80, 80));
+        QCOMPARE(window->data().value("WindowData").toObject().value("Width").toInt(), 80);
 
         // The margin counts the same way when it is the larger.
         editor.editRow(0, {typing("Padding", "10"), typing("Margin", "45"), press("confirmButton")});
@@ -557,6 +564,7 @@ private slots:
         QJsonObject extended = skinned(10, 10, 0);
         extended.insert("Padding", dynamic);
         editor.load(windowOf(extended));
+        QCOMPARE(editor.scene->components().value(0)->minimumWidth(), 24);
         editor.editRow(0, {press("confirmButton")});
         data = editor.scene->components().value(0)->data().value("WindowData").toObject();
         QCOMPARE(data.value("Padding"), QJsonValue(dynamic));
