@@ -36,6 +36,14 @@ using TestEnvironment::typing;
 
 namespace {
 
+// A pixel the window must show, and its colour.
+struct Probe {
+    int x;
+    int y;
+    QColor color;
+};
+using Probes = QVector<Probe>;
+
 // The colours of the test skin, one per region of the 192 by 192 layout.
 const QColor Background(255, 0, 0);
 const QColor Pattern(0, 0, 255);
@@ -135,10 +143,10 @@ struct Editor : TestEnvironment::Canvas {
         TestEnvironment::moveWithButtons(viewport, end, Qt::LeftButton);
         QTest::mouseRelease(viewport, Qt::LeftButton, modifiers, end);
     }
-    void clickRow(int index)
+    void clickRow(int index) { clickRow(list->tree()->row(index)); }
+    void clickRow(UltimateTreeItem* row)
     {
         UltimateTree* tree = list->tree();
-        UltimateTreeItem* row = tree->row(index);
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
                           tree->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0)));
     }
@@ -250,6 +258,8 @@ QJsonObject animationsData(const QStringList& names)
 
 }
 
+Q_DECLARE_METATYPE(Probes)
+
 class TestContainers : public QObject
 {
     Q_OBJECT
@@ -288,225 +298,87 @@ private slots:
 
     // ---------------------------------------------------------------- window skin
 
-    // At zoom 1: opaque corners at their natural size, stretched edges between
-    // them, the see-through band of each frame piece showing nothing since
-    // the background starts at the margin, the background under the pattern
-    // tiles that start at the margin and step by half the skin, and a last
-    // tile cut where the background ends.
-    void windowFrameAndBackgroundAtZoomOne()
+    // The window drawn from the test skin, probed where the layout puts each
+    // piece: corners at their natural 24 pixels, edges stretched between
+    // them, the see-through band of the frame showing the background only
+    // where the margin lets it reach, the pattern tiled by half the skin from
+    // the margin on and cut where the background ends, the background
+    // opacity on the background alone. The probes are canvas pixels from the
+    // window's top-left corner at the zoom; nothing is drawn outside it.
+    void windowPixels_data()
     {
-        Editor editor;
-        // 220 by 160 around (300, 200): the window's pixel (0, 0) is the
-        // canvas pixel (190, 120).
-        editor.load(windowOf(skinned(220, 160, 4)));
-        const QImage image = editor.render(10);
-        const int left = 190;
-        const int top = 120;
-        auto expect = [&](int x, int y, const QColor& color) { COMPARE_COLOR(image, left + x, top + y, color); };
-        expect(10, 10, TopLeft);
-        expect(23, 23, TopLeft);
-        expect(205, 10, TopRight);
-        expect(196, 23, TopRight);
-        expect(10, 150, BottomLeft);
-        expect(205, 150, BottomRight);
-        // Edges stretch over the whole width between the corners.
-        expect(24, 10, TopEdge);
-        expect(110, 10, TopEdge);
-        expect(195, 10, TopEdge);
-        expect(110, 150, BottomEdge);
-        expect(10, 24, LeftEdge);
-        expect(10, 135, LeftEdge);
-        expect(205, 80, RightEdge);
-        // The outer band of the frame: nothing beneath it with a margin of 4.
-        expect(1, 1, Clear);
-        expect(110, 2, Clear);
-        expect(2, 80, Clear);
-        expect(218, 80, Clear);
-        expect(110, 158, Clear);
-        // Inside: tiles of 96 from (4, 4), opaque in their first 48 pixels.
-        expect(30, 30, Pattern);
-        expect(80, 30, Background);
-        expect(126, 30, Pattern);
-        expect(150, 80, Background);
-        // The third column of tiles starts at 196 and is cut to 20 pixels at
-        // the background's end (216): the frame's band beyond it stays clear.
-        expect(200, 30, RightEdge);
-        expect(217, 30, Clear);
-        // The second row of tiles starts at 100.
-        expect(30, 110, Pattern);
-        expect(30, 150, BottomEdge);
-        // Nothing outside the window.
-        COMPARE_COLOR(image, left - 1, top + 80, Clear);
-        COMPARE_COLOR(image, left + 220, top + 80, Clear);
-        COMPARE_COLOR(image, left + 110, top + 160, Clear);
-    }
-
-    // At zoom 2 every pixel of the window covers two by two canvas pixels,
-    // without smoothing: the corner ends exactly at 48 canvas pixels.
-    void windowAtZoomTwo()
-    {
-        Editor editor;
-        editor.load(windowOf(skinned(220, 160, 4)));
-        const QImage image = editor.render(20);
-        const int left = 2 * 190;
-        const int top = 2 * 120;
-        auto expect = [&](int x, int y, const QColor& color) { COMPARE_COLOR(image, left + x, top + y, color); };
-        expect(20, 20, TopLeft);
-        expect(47, 20, TopLeft);
-        expect(48, 20, TopEdge);
-        expect(2 * 196 - 1, 20, TopEdge);
-        expect(2 * 196, 20, TopRight);
-        expect(2 * 110, 2 * 150, BottomEdge);
-        expect(2 * 205, 2 * 150 + 1, BottomRight);
-        expect(7, 2 * 80, Clear);
-        expect(8, 2 * 80, LeftEdge);
-        expect(2 * 30 + 1, 2 * 30 + 1, Pattern);
-        expect(2 * 80, 2 * 30, Background);
-        expect(2 * 126, 2 * 30, Pattern);
-        expect(2 * 217, 2 * 30, Clear);
-    }
-
-    // With no margin the background reaches the component's edges, under the
-    // frame's see-through band; the frame is the same.
-    void marginZeroDrawsToTheEdges()
-    {
-        Editor editor;
-        editor.load(windowOf(skinned(220, 160, 0)));
-        const QImage image = editor.render(10);
-        const int left = 190;
-        const int top = 120;
-        auto expect = [&](int x, int y, const QColor& color) { COMPARE_COLOR(image, left + x, top + y, color); };
-        // Tiles now start at (0, 0): (1, 1) lies in the first tile's opaque
-        // part, (1, 80) below it on the plain background.
-        expect(1, 1, Pattern);
-        expect(1, 80, Background);
-        expect(219, 80, Background);
-        expect(110, 159, Background);
-        expect(10, 10, TopLeft);
-        expect(110, 10, TopEdge);
-        // The third tile column starts at 192 and runs to the edge.
-        expect(218, 1, Pattern);
-    }
-
-    // A margin of half the width or more leaves no background at all, only
-    // the frame.
-    void aLargeMarginLeavesOnlyTheFrame_data()
-    {
-        QTest::addColumn<int>("margin");
-        QTest::newRow("half the width") << 50;
-        QTest::newRow("beyond it") << 120;
-    }
-
-    void aLargeMarginLeavesOnlyTheFrame()
-    {
-        QFETCH(int, margin);
-        Editor editor;
-        editor.load(windowOf(skinned(100, 160, margin), 300, 200));
-        const QImage image = editor.render(10);
-        const int left = 250;
-        const int top = 120;
-        auto expect = [&](int x, int y, const QColor& color) { COMPARE_COLOR(image, left + x, top + y, color); };
-        // The middle, free of the frame, is empty.
-        expect(50, 80, Clear);
-        expect(30, 40, Clear);
-        expect(1, 80, Clear);
-        expect(10, 10, TopLeft);
-        expect(50, 10, TopEdge);
-        expect(90, 80, RightEdge);
-        expect(90, 150, BottomRight);
-    }
-
-    // Narrower or lower than two corners, the edges get a negative length
-    // that the painter is left to deal with; the corners still stand at both
-    // ends at their natural size, each over the ones drawn before it, and
-    // nothing reaches outside the window.
-    void aWindowBelowTwoCorners()
-    {
-        Editor editor;
-        editor.load(windowOf(skinned(40, 30, 4), 300, 200));
-        const QImage image = editor.render(10);
-        const int left = 280;
-        const int top = 185;
-        auto expect = [&](int x, int y, const QColor& color) { COMPARE_COLOR(image, left + x, top + y, color); };
-        // The right corners start at 40 - 24 = 16, the bottom ones at
-        // 30 - 24 = 6; the edges start at 24 on either axis.
-        expect(8, 4, TopLeft);
-        expect(20, 4, TopRight);
-        expect(8, 12, BottomLeft);
-        expect(20, 12, BottomRight);
-        for (int y = -2; y < 32; ++y) {
-            COMPARE_COLOR(image, left - 1, top + y, Clear);
-            COMPARE_COLOR(image, left + 40, top + y, Clear);
-        }
-        for (int x = 0; x < 40; ++x) {
-            COMPARE_COLOR(image, left + x, top - 1, Clear);
-            COMPARE_COLOR(image, left + x, top + 30, Clear);
+        QTest::addColumn<QJsonObject>("data");
+        QTest::addColumn<int>("zoom");
+        QTest::addColumn<Probes>("probes");
+        const QJsonObject wide = skinned(220, 160, 4);
+        QTest::newRow("frame and tiles") << wide << 10
+            << Probes{{10, 10, TopLeft}, {23, 23, TopLeft}, {205, 10, TopRight}, {196, 23, TopRight},
+                      {10, 150, BottomLeft}, {205, 150, BottomRight}, {24, 10, TopEdge}, {195, 10, TopEdge},
+                      {110, 150, BottomEdge}, {10, 24, LeftEdge}, {10, 135, LeftEdge}, {205, 80, RightEdge},
+                      // The frame's outer band: nothing beneath it with a margin of 4.
+                      {1, 1, Clear}, {110, 2, Clear}, {2, 80, Clear}, {218, 80, Clear}, {110, 158, Clear},
+                      // Tiles of 96 from (4, 4), opaque in their first 48 pixels.
+                      {30, 30, Pattern}, {80, 30, Background}, {126, 30, Pattern}, {150, 80, Background},
+                      {30, 110, Pattern},
+                      // The third column starts at 196, cut at 216 where the band stays clear.
+                      {217, 30, Clear}};
+        QTest::newRow("zoom two") << wide << 20
+            << Probes{{20, 20, TopLeft}, {47, 20, TopLeft}, {48, 20, TopEdge}, {391, 20, TopEdge},
+                      {392, 20, TopRight}, {7, 160, Clear}, {8, 160, LeftEdge}, {61, 61, Pattern},
+                      {160, 60, Background}, {434, 60, Clear}};
+        QTest::newRow("margin 0") << skinned(220, 160, 0) << 10
+            << Probes{{1, 1, Pattern}, {1, 80, Background}, {219, 80, Background}, {110, 159, Background},
+                      {218, 1, Pattern}, {10, 10, TopLeft}, {110, 10, TopEdge}};
+        const Probes frameOnly{{50, 80, Clear}, {30, 40, Clear}, {1, 80, Clear}, {10, 10, TopLeft},
+                               {50, 10, TopEdge}, {90, 80, RightEdge}, {90, 150, BottomRight}};
+        QTest::newRow("margin half the width") << skinned(100, 160, 50) << 10 << frameOnly;
+        QTest::newRow("margin beyond") << skinned(100, 160, 120) << 10 << frameOnly;
+        // Below two corners the edges get a negative length, left to the
+        // painter; the right corners start at 16, the bottom ones at 6.
+        QTest::newRow("below two corners") << skinned(40, 30, 4) << 10
+            << Probes{{8, 4, TopLeft}, {20, 4, TopRight}, {8, 12, BottomLeft}, {20, 12, BottomRight}};
+        // Red at half strength; blue over it, both at half: alpha 0.75,
+        // colour (0.5 blue + 0.25 red) / 0.75. The frame stays opaque.
+        QTest::newRow("background opacity") << skinned(220, 160, 4, 50) << 10
+            << Probes{{80, 30, QColor(255, 0, 0, 128)}, {30, 30, QColor(85, 0, 170, 191)}, {10, 10, TopLeft},
+                      {110, 10, TopEdge}};
+        // Another size takes its pattern from its own quarter (tiles of 48,
+        // opaque in their first 24) but its frame from the 192-pixel layout,
+        // which lies outside it.
+        QJsonObject small = wide;
+        small.insert("WindowSkin", "Small");
+        QTest::newRow("small skin") << small << 10
+            << Probes{{10, 10, Pattern}, {40, 10, Background}, {60, 10, Pattern}, {10, 40, Background}};
+        // A skin that can't be had draws nothing, not the grey block of other kinds.
+        const Probes nothing{{10, 10, Clear}, {110, 80, Clear}, {210, 150, Clear}, {60, 5, Clear}};
+        for (const char* skin : {"Nowhere", "Broken", ""}) {
+            QJsonObject data = wide;
+            data.insert("WindowSkin", skin);
+            QTest::addRow("skin \"%s\"", skin) << data << 10 << nothing;
         }
     }
 
-    // The background opacity applies to the background and the pattern, not
-    // to the frame.
-    void backgroundOpacityLeavesTheFrameOpaque()
+    void windowPixels()
     {
+        QFETCH(QJsonObject, data);
+        QFETCH(int, zoom);
+        QFETCH(Probes, probes);
         Editor editor;
-        editor.load(windowOf(skinned(220, 160, 4, 50)));
-        const QImage image = editor.render(10);
-        const int left = 190;
-        const int top = 120;
-        auto expect = [&](int x, int y, const QColor& color) { COMPARE_COLOR(image, left + x, top + y, color); };
-        // Background alone: red at half strength.
-        expect(80, 30, QColor(255, 0, 0, 128));
-        // Blue over it, both at half: alpha 0.5 + 0.5 x 0.5 = 0.75, colour
-        // (0.5 blue + 0.25 red) / 0.75.
-        expect(30, 30, QColor(85, 0, 170, 191));
-        expect(10, 10, TopLeft);
-        expect(110, 10, TopEdge);
-    }
-
-    // A skin that can't be had draws nothing, not the grey block of other
-    // kinds; the window still holds its place and size.
-    void aWindowWithoutItsSkinIsTransparent_data()
-    {
-        QTest::addColumn<QString>("skin");
-        QTest::newRow("missing") << QStringLiteral("Nowhere");
-        QTest::newRow("truncated") << QStringLiteral("Broken");
-        QTest::newRow("none") << QString();
-    }
-
-    void aWindowWithoutItsSkinIsTransparent()
-    {
-        QFETCH(QString, skin);
-        Editor editor;
-        QJsonObject data = skinned(220, 160, 4);
-        data.insert("WindowSkin", skin);
         UIComponentBase* window = editor.load(windowOf(data));
-        QCOMPARE(window->width, 220);
-        const QImage image = editor.render(10);
-        for (const QPoint& point : {QPoint(200, 130), QPoint(300, 200), QPoint(400, 270), QPoint(250, 125)})
-            COMPARE_COLOR(image, point.x(), point.y(), Clear);
-    }
-
-    // A skin of another size takes its pattern from its own lower-left
-    // quarter (tiles of 48 here) but its frame from the 192-pixel layout:
-    // the frame's source lies outside a 96-pixel skin and draws nothing.
-    void aSkinOfAnotherSizeTilesItsOwnQuarter()
-    {
-        Editor editor;
-        QJsonObject data = skinned(220, 160, 4);
-        data.insert("WindowSkin", "Small");
-        editor.load(windowOf(data));
-        const QImage image = editor.render(10);
-        const int left = 190;
-        const int top = 120;
-        auto expect = [&](int x, int y, const QColor& color) {
-            QVERIFY2(TestEnvironment::nearColor(TestEnvironment::pixel(image, left + x, top + y), color, 12),
-                     qPrintable(QStringLiteral("pixel %1,%2 is %3").arg(x).arg(y).arg(TestEnvironment::pixel(image, left + x, top + y).name())));
-        };
-        // The small skin's pattern is opaque in the first 24 of each 48.
-        expect(10, 10, Pattern);
-        expect(40, 10, Background);
-        expect(60, 10, Pattern);
-        expect(10, 40, Background);
+        const QSize size = QSize(data.value("Width").toInt(), data.value("Height").toInt()) * zoom / 10;
+        QCOMPARE(QSize(window->width, window->height) * zoom / 10, size);
+        const QImage image = editor.render(zoom);
+        const QPoint corner = QPoint(300, 200) * zoom / 10 - QPoint(size.width(), size.height()) / 2;
+        for (const Probe& probe : probes)
+            COMPARE_COLOR(image, corner.x() + probe.x, corner.y() + probe.y, probe.color);
+        for (int y = -1; y <= size.height(); y += 3) {
+            COMPARE_COLOR(image, corner.x() - 1, corner.y() + y, Clear);
+            COMPARE_COLOR(image, corner.x() + size.width(), corner.y() + y, Clear);
+        }
+        for (int x = -1; x <= size.width(); x += 3) {
+            COMPARE_COLOR(image, corner.x() + x, corner.y() - 1, Clear);
+            COMPARE_COLOR(image, corner.x() + x, corner.y() + size.height(), Clear);
+        }
     }
 
     // ---------------------------------------------------------------- window size
@@ -610,32 +482,12 @@ private slots:
         COMPARE_COLOR(picture, 30, 30, Clear);
     }
 
-    // Selected, a group has no handles at all and a window no rotation
-    // handle; both move by a drag.
-    void groupHasNoHandlesButMoves()
-    {
-        Editor editor;
-        editor.load(QJsonArray{groupOf(1, 200, 200, QJsonArray()),
-                               windowOf(skinned(120, 80, 4), 500, 300)});
-        UIComponentBase* group = editor.scene->components().value(0);
-        UIComponentBase* window = editor.scene->components().value(1);
-        editor.clickRow(0);
-        QCOMPARE(editor.scene->selectedComponent(), group);
-        QCOMPARE(group->handles.size(), 0);
-        editor.drag(QPointF(200, 200), QPointF(260, 230));
-        QCOMPARE(group->absoluteXY(), QPoint(260, 230));
-
-        editor.clickRow(1);
-        QCOMPARE(editor.scene->selectedComponent(), window);
-        QCOMPARE(window->handles.size(), 8);
-        editor.drag(QPointF(500, 300), QPointF(450, 320));
-        QCOMPARE(window->absoluteXY(), QPoint(450, 320));
-    }
-
     // ---------------------------------------------------------------- children
 
     // Children of a group and of a turned window move with their parent,
-    // turned with it, and keep their own place relative to it.
+    // turned with it, and keep their own place relative to it. Selected, a
+    // group has no handles at all and a window no rotation handle; both move
+    // by a drag.
     void childrenMoveWithTheirParent()
     {
         Editor editor;
@@ -653,7 +505,11 @@ private slots:
         COMPARE_COLOR(image, 500, 360, QColor(255, 0, 255));
         COMPARE_COLOR(image, 560, 300, Clear);
 
+        editor.clickRow(0);
+        QCOMPARE(editor.scene->selectedComponent()->handles.size(), 0);
         editor.drag(QPointF(200, 200), QPointF(250, 220));
+        editor.clickRow(editor.scene->rowOfComponent(editor.scene->components().value(2)));
+        QCOMPARE(editor.scene->selectedComponent()->handles.size(), 8);
         editor.drag(QPointF(500, 300), QPointF(460, 310));
         QCOMPARE(child->absoluteXY(), QPoint(290, 220));
         QCOMPARE(QPoint(child->x, child->y), QPoint(40, 0));
@@ -915,7 +771,7 @@ private slots:
     }
 
     // The behaviour has no say in the preview; the size is a scale of the
-    // card, from 25 up to five times it.
+    // card, up to five times it.
     void animationBehaviorAndScale()
     {
         Editor editor;
@@ -931,11 +787,6 @@ private slots:
         QCOMPARE(looping->maximumWidth(), 720);
         QCOMPARE(looping->maximumHeight(), 720);
 
-        // Resized on the canvas, the scale follows the new size.
-        looping->setWidth(216);
-        looping->resized();
-        QCOMPARE(looping->data().value("ScaleX").toDouble(), 1.5);
-        QCOMPARE(looping->data().value("ScaleY").toDouble(), 2.0);
     }
 };
 
