@@ -63,7 +63,10 @@ void UIComponentWindow::setData(const QJsonObject& json)
     const QSize size = ComponentKinds::storedSize(object, "WindowData");
     setWidth(size.width());
     setHeight(size.height());
-    minimumSide = minimumSideHeight = 2 * qMax(padding(window), margin(window));
+    // A document may hold any number; the smallest side stays within the
+    // sizes a window can have.
+    minimumSide = minimumSideHeight =
+        int(qBound(qint64(0), 2 * qint64(qMax(padding(window), margin(window))), qint64(largestSide)));
     skin = ProjectImages::pixmap(ProjectImages::System, window.value(QStringLiteral("WindowSkin")).toString());
     // Position, rotation and opacity as every component reads them; the
     // window is drawn once the object is stored.
@@ -80,7 +83,9 @@ void UIComponentWindow::resized()
 void UIComponentWindow::renderWindow()
 {
     const QJsonObject window = windowData(jsonData);
-    const int m = margin(window);
+    // Kept within the picture's largest size, so that the sizes below stay
+    // in int whatever a document holds.
+    const int m = qBound(-largestPictureSide, margin(window), largestPictureSide);
     const double backgroundOpacity = window.value(QStringLiteral("BackgroundOpacity")).toDouble(75.0);
     const int w = width;
     const int h = height;
@@ -104,15 +109,10 @@ void UIComponentWindow::renderWindow()
     // size, unlike the frame below.
     const int tileWidth = skin.width() / 2;
     const int tileHeight = skin.height() / 2;
-    if (w - 2 * m > 0 && h - 2 * m > 0 && tileWidth > 0 && tileHeight > 0) {
-        for (int top = 0; top < innerHeight; top += tileHeight) {
-            const int cutHeight = qMin(tileHeight, innerHeight - top);
-            for (int left = 0; left < innerWidth; left += tileWidth) {
-                const int cutWidth = qMin(tileWidth, innerWidth - left);
-                painter.drawPixmap(m + left, m + top, skin, 0, tileHeight, cutWidth, cutHeight);
-            }
-        }
-    }
+    // Tiled from the background's corner and cut where it ends, in one
+    // call however small the skin.
+    if (w - 2 * m > 0 && h - 2 * m > 0 && tileWidth > 0 && tileHeight > 0)
+        painter.drawTiledPixmap(QRect(m, m, innerWidth, innerHeight), skin.copy(0, tileHeight, tileWidth, tileHeight));
     painter.restore();
 
     // The frame is opaque and always read from the 192-pixel layout.

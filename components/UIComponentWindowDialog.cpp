@@ -11,10 +11,10 @@
 namespace {
 
 // Twice a number, or twice the default when the game gives the value at
-// run time.
+// run time; the fields hold at most 120.
 int twice(const QJsonValue& value, int fallback)
 {
-    return 2 * (value.isDouble() ? UIComponentBase::readInteger(value) : fallback);
+    return 2 * (value.isDouble() ? qBound(0, UIComponentBase::readInteger(value), 120) : fallback);
 }
 
 }

@@ -444,6 +444,26 @@ private slots:
         QCOMPARE(data.value("Height").toInt(), 24);
     }
 
+    // Numbers no dialog writes, from a damaged or hand-edited document: the
+    // smallest side stays within a window's sizes, and a margin far below
+    // zero draws the background over the whole window.
+    void extremeNumbersStayInBounds()
+    {
+        Editor editor;
+        QJsonObject data = skinned(220, 160, 0);
+        data.insert("Padding", 1e12);
+        data.insert("Margin", -1e12);
+        UIComponentBase* window = editor.load(windowOf(data));
+        QCOMPARE(window->minimumWidth(), 5000);
+        QCOMPARE(window->minimumHeight(), 5000);
+        data.insert("Padding", -1e12);
+        window = editor.load(windowOf(data));
+        QCOMPARE(window->minimumWidth(), 0);
+        const QImage image = editor.render(10);
+        COMPARE_COLOR(image, 190 + 1, 120 + 80, Background);
+        COMPARE_COLOR(image, 190 + 10, 120 + 10, TopLeft);
+    }
+
     // ---------------------------------------------------------------- group
 
     // A group is a grey marker of 50 by 50 that takes neither rotation nor
