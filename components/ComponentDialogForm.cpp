@@ -1,6 +1,7 @@
 #include "components/ComponentDialogForm.h"
 
 #include "components/ComponentKinds.h"
+#include "components/ProjectImages.h"
 #include "logic/AddonOrNotebox.h"
 #include "scene/UIComponentBase.h"
 #include "scene/UIComponentBaseDialog.h"
@@ -165,7 +166,7 @@ void ComponentDialogForm::describe(QWidget* field, Label label, int row, int col
 
 MyLineEdit* ComponentDialogForm::addNumber(const char* objectName, Label label, double minimum, double maximum,
                                            int digits, bool decimal, const QString& defaultText,
-                                           const QJsonValue& value, int row, int column)
+                                           const QJsonValue& value, int row, int column, int columnSpan)
 {
     MyLineEdit* field = new MyLineEdit(grid->parentWidget());
     field->setObjectName(QLatin1String(objectName));
@@ -183,7 +184,7 @@ MyLineEdit* ComponentDialogForm::addNumber(const char* objectName, Label label, 
     } else {
         showExtendable(field, value, defaultText);
     }
-    describe(field, label, row, column);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 
@@ -215,19 +216,6 @@ void ComponentDialogForm::showExtendable(MyLineEdit* field, const QJsonValue& va
     }
 }
 
-MyImageSelector* ComponentDialogForm::addImage(const char* objectName, Label label, const QString& folder,
-                                               const QString& value, int row, int column, int columnSpan)
-{
-    MyImageSelector* field = new MyImageSelector(grid->parentWidget());
-    field->setObjectName(QLatin1String(objectName));
-    field->setCaption(UIComponentBaseDialog::tr(label.title));
-    field->setParentDialog(dialog);
-    field->setFolder(folder);
-    field->setImage(value);
-    describe(field, label, row, column, columnSpan);
-    return field;
-}
-
 MyColorPickerButton* ComponentDialogForm::addColor(const char* objectName, Label label, const QString& value, int row,
                                                    int column)
 {
@@ -241,7 +229,8 @@ MyColorPickerButton* ComponentDialogForm::addColor(const char* objectName, Label
 }
 
 MyComboBox* ComponentDialogForm::addChoice(const char* objectName, Label label, const QStringList& items,
-                                           const QJsonValue& value, int defaultIndex, int row, int column)
+                                           const QJsonValue& value, int defaultIndex, int row, int column,
+                                           int columnSpan)
 {
     MyComboBox* field = new MyComboBox(grid->parentWidget());
     int index = UIComponentBase::readInteger(value, defaultIndex);
@@ -256,7 +245,7 @@ MyComboBox* ComponentDialogForm::addChoice(const char* objectName, Label label, 
     for (const QString& item : items)
         field->addItem(item);
     field->setCurrentIndex(index, false);
-    describe(field, label, row, column);
+    describe(field, label, row, column, columnSpan);
     return field;
 }
 
@@ -266,6 +255,19 @@ MyDialogOpener* ComponentDialogForm::addOpener(const char* objectName, Label lab
     MyDialogOpener* field = new MyDialogOpener(grid->parentWidget());
     field->setObjectName(QLatin1String(objectName));
     field->setTitle(UIComponentBaseDialog::tr(label.title));
+    describe(field, label, row, column, columnSpan);
+    return field;
+}
+
+MyImageSelector* ComponentDialogForm::addImage(const char* objectName, Label label, int kind, const QString& name,
+                                               int row, int column, int columnSpan)
+{
+    MyImageSelector* field = new MyImageSelector(grid->parentWidget());
+    field->setObjectName(QLatin1String(objectName));
+    field->setCaption(UIComponentBaseDialog::tr(label.title));
+    field->setParentDialog(dialog);
+    field->setFolder(ProjectImages::folder(kind));
+    field->setImage(name);
     describe(field, label, row, column, columnSpan);
     return field;
 }
@@ -365,14 +367,14 @@ void ComponentDialogForm::applyCommonFields()
                               animations, json);
 }
 
-void ComponentDialogForm::writeDataObject(QJsonObject data) const
+void ComponentDialogForm::writeDataObject(QJsonObject data, const QSize& size) const
 {
     const ComponentKinds::Kind* kind = ComponentKinds::find(type);
     if (!kind)
         return;
     if (Width && kind->size == ComponentKinds::SizeStorage::Size) {
-        data.insert(QStringLiteral("Width"), Width->text().toInt());
-        data.insert(QStringLiteral("Height"), Height->text().toInt());
+        data.insert(QStringLiteral("Width"), size.isValid() ? size.width() : Width->text().toInt());
+        data.insert(QStringLiteral("Height"), size.isValid() ? size.height() : Height->text().toInt());
     }
     addonOrNote->saveData(&data);
     json->insert(QLatin1String(kind->dataKey), data);

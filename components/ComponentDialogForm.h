@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QSize>
 #include <QStringList>
 #include <QString>
 
@@ -50,19 +51,20 @@ public:
     // A number field taking value, or defaultText when value isn't a number.
     // An extendable one can stand for a value the game gives at run time.
     MyLineEdit* addNumber(const char* objectName, Label label, double minimum, double maximum, int digits,
-                          bool decimal, const QString& defaultText, const QJsonValue& value, int row, int column);
+                          bool decimal, const QString& defaultText, const QJsonValue& value, int row, int column,
+                          int columnSpan = 1);
     // A text field taking value, or defaultText when value isn't a string;
     // extendable as a number field is.
     MyLineEdit* addText(const char* objectName, Label label, const QString& defaultText, const QJsonValue& value,
                         int row, int column, int columnSpan = 1);
     MyColorPickerButton* addColor(const char* objectName, Label label, const QString& value, int row, int column);
-    // An image of the project by its name, chosen from folder.
-    MyImageSelector* addImage(const char* objectName, Label label, const QString& folder, const QString& value,
-                              int row, int column, int columnSpan = 1);
     // A choice of items by index; a missing value shows defaultIndex.
     MyComboBox* addChoice(const char* objectName, Label label, const QStringList& items, const QJsonValue& value,
-                          int defaultIndex, int row, int column);
+                          int defaultIndex, int row, int column, int columnSpan = 1);
     MyDialogOpener* addOpener(const char* objectName, Label label, int row, int column, int columnSpan = 1);
+    // A project image of a graphics kind (ProjectImages::Kind), showing name.
+    MyImageSelector* addImage(const char* objectName, Label label, int kind, const QString& name, int row,
+                              int column, int columnSpan = 1);
     // What a number or text field writes: its value, or the object it
     // stands for.
     QJsonValue numberOf(MyLineEdit* field) const;
@@ -79,9 +81,11 @@ public:
     QJsonObject dataObject() const;
     // Confirm: the shared fields into the component's object, then the
     // kind's new data object under its key (with the size of a kind that
-    // stores one, and the add-ons with the note derived from them).
+    // stores one, and the add-ons with the note derived from them). A kind
+    // whose size follows a rule of its own hands that size in place of the
+    // size fields'.
     void applyCommonFields();
-    void writeDataObject(QJsonObject data) const;
+    void writeDataObject(QJsonObject data, const QSize& size = QSize()) const;
 
     // The form's widgets, by the names every kind's form uses. A scale kind
     // has Width_Scale and Height_Scale, a kind that stores its size Width and

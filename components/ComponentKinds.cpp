@@ -54,7 +54,8 @@ QString label(int type)
 bool hasOwnClass(int type)
 {
     return type == Text || type == Shape || type == Picture || type == RepeatingPicture || type == Gauge
-        || type == PictureGauge || type == ActorFace || type == Icon;
+        || type == PictureGauge || type == Group || type == Window || type == ActorFace || type == Icon
+        || type == Animation;
 }
 
 int capabilities(int type)

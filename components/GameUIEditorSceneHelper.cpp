@@ -8,6 +8,10 @@
 #include "components/UIComponentGaugeDialog.h"
 #include "components/UIComponentIcon.h"
 #include "components/UIComponentIconDialog.h"
+#include "components/UIComponentAnimation.h"
+#include "components/UIComponentAnimationComponentDialog.h"
+#include "components/UIComponentGroup.h"
+#include "components/UIComponentGroupDialog.h"
 #include "components/UIComponentPendingKind.h"
 #include "components/UIComponentPicture.h"
 #include "components/UIComponentPictureDialog.h"
@@ -19,6 +23,8 @@
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentText.h"
 #include "components/UIComponentTextDialog.h"
+#include "components/UIComponentWindow.h"
+#include "components/UIComponentWindowDialog.h"
 #include "components/VelmoUISelector.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/OwnerDimming.h"
@@ -47,6 +53,12 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
         component = new UIComponentGauge(scene);
     else if (type == ComponentKinds::PictureGauge)
         component = new UIComponentPictureGauge(scene);
+    else if (type == ComponentKinds::Group)
+        component = new UIComponentGroup(scene);
+    else if (type == ComponentKinds::Window)
+        component = new UIComponentWindow(scene);
+    else if (type == ComponentKinds::Animation)
+        component = new UIComponentAnimation(scene, projectData);
     else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
         component = new UIComponentPendingKind(type, scene);
     else
@@ -99,6 +111,12 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
         return std::make_unique<UIComponentGaugeDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::PictureGauge:
         return std::make_unique<UIComponentPictureGaugeDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Group:
+        return std::make_unique<UIComponentGroupDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Window:
+        return std::make_unique<UIComponentWindowDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Animation:
+        return std::make_unique<UIComponentAnimationComponentDialog>(&json, accepted, flag, owner, projectData);
     default:
         break;
     }

@@ -32,7 +32,7 @@ UIComponentPictureGaugeDialog::UIComponentPictureGaugeDialog(QJsonObject* json, 
     // The skin's wording is shared with the window's dialog.
     gaugeSkin = shared.addImage("gaugeSkin",
                                 {QT_TR_NOOP("Window Skin"), QT_TR_NOOP("The window skin used for the window.")},
-                                ProjectImages::folder(ProjectImages::System),
+                                ProjectImages::System,
                                 data.value(QStringLiteral("GaugeSkin")).toString(QStringLiteral("GaugeSkin")), 0, 0,
                                 2);
     Edge_Margin = shared.addNumber(

@@ -26,6 +26,9 @@
 #include "app/VelmoMainWindow.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPopup.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeWidget.h"
@@ -276,6 +279,47 @@ Answer press(const char* objectName)
 Answer closeByFrame()
 {
     return [](TrovDialog* dialog) { dialog->close(); };
+}
+
+Answer typing(const char* field, const QString& text)
+{
+    return [field, text](TrovDialog* dialog) {
+        MyLineEdit* edit = dialog->findChild<MyLineEdit*>(QLatin1String(field));
+        QVERIFY2(edit, field);
+        QTest::mouseClick(edit, Qt::LeftButton);
+        edit->selectAll();
+        if (text.isEmpty())
+            QTest::keyClick(edit, Qt::Key_Backspace);
+        else
+            QTest::keyClicks(edit, text);
+    };
+}
+
+Answer choosing(const char* field, int index)
+{
+    return [field, index](TrovDialog* dialog) {
+        MyComboBox* combo = dialog->findChild<MyComboBox*>(QLatin1String(field));
+        QVERIFY2(combo, field);
+        QTest::mouseClick(combo, Qt::LeftButton);
+        QTRY_VERIFY(combo->popup());
+        for (int i = combo->currentIndex(); i < index; ++i)
+            QTest::keyClick(combo->popup(), Qt::Key_Down);
+        for (int i = combo->currentIndex(); i > index; --i)
+            QTest::keyClick(combo->popup(), Qt::Key_Up);
+        QTest::keyClick(combo->popup(), Qt::Key_Return);
+        QTRY_COMPARE(combo->currentIndex(), index);
+    };
+}
+
+QColor pixel(const QImage& image, int x, int y)
+{
+    return QColor::fromRgba(image.pixel(x, y));
+}
+
+bool nearColor(const QColor& actual, const QColor& expected, int tolerance)
+{
+    return qAbs(actual.red() - expected.red()) <= tolerance && qAbs(actual.green() - expected.green()) <= tolerance
+        && qAbs(actual.blue() - expected.blue()) <= tolerance && qAbs(actual.alpha() - expected.alpha()) <= tolerance;
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QColor>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
@@ -102,8 +103,28 @@ Seen answering(const std::function<void()>& trigger, QList<Answer> answers);
 Answer press(const char* objectName);
 // What the window manager's close button does.
 Answer closeByFrame();
+// Clicks a field, then replaces its text by typing, as a user does; an
+// empty text is typed as a Backspace over the selection.
+Answer typing(const char* field, const QString& text);
+// Opens a choice field's list with the mouse and picks the item by the keys.
+Answer choosing(const char* field, int index);
+
+// A pixel as an unpremultiplied colour, alpha included.
+QColor pixel(const QImage& image, int x, int y);
+// Whether two colours agree in every channel, alpha included.
+bool nearColor(const QColor& actual, const QColor& expected, int tolerance = 3);
 
 }
+
+#define COMPARE_COLOR(image, x, y, expected)                                                                      \
+    QVERIFY2(TestEnvironment::nearColor(TestEnvironment::pixel(image, x, y), expected),                           \
+             qPrintable(QStringLiteral("pixel %1,%2 is %3 alpha %4, not %5 alpha %6")                             \
+                            .arg(x)                                                                               \
+                            .arg(y)                                                                               \
+                            .arg(TestEnvironment::pixel(image, x, y).name())                                      \
+                            .arg(TestEnvironment::pixel(image, x, y).alpha())                                     \
+                            .arg(QColor(expected).name())                                                         \
+                            .arg(QColor(expected).alpha())))
 
 #define VELMORA_TEST_MAIN(TestObject, Application)                                                       \
     int main(int argc, char** argv)                                                                        \

@@ -2,6 +2,7 @@
 #include "ListMove.h"
 #include "components/ComponentKinds.h"
 #include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentWindowDialog.h"
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentTextDialog.h"
 #include "logic/AddonDisplay.h"
@@ -464,8 +465,8 @@ private slots:
     // gets its add-on keys rewritten.
     void pendingKindsRewriteOnlyTheAddonKeys()
     {
-        QJsonObject object{{"ID", 2}, {"Type", ComponentKinds::Window}, {"Name", "Frame"},
-                           {"WindowData", QJsonObject{{"Skin", "Window"}, {"Width", 300}, {"Height", 90},
+        QJsonObject object{{"ID", 2}, {"Type", ComponentKinds::Custom}, {"Name", "Frame"},
+                           {"CustomData", QJsonObject{{"Skin", "Window"}, {"Width", 300}, {"Height", 90},
                                                       {"Note", "legacy"}, {"Unknown", true}}}};
         const QJsonObject written = confirmComponent<UIComponentCommonDialog>(object, [](auto&, AddonOrNotebox*) {});
         COMPARE_JSON(dataOf(written),
@@ -483,7 +484,7 @@ private slots:
         const QJsonObject note = json(R"({"Type":0,"Note":"shared"})");
         QJsonObject window{{"ID", 3}, {"Type", ComponentKinds::Window},
                            {"WindowData", QJsonObject{{"Addons", QJsonArray{openness, note}}}}};
-        confirmComponent<UIComponentCommonDialog>(window, [](auto&, AddonOrNotebox* box) {
+        confirmComponent<UIComponentWindowDialog>(window, [](auto&, AddonOrNotebox* box) {
             clickRow(box->list(), 0);
             QTest::keyClick(box->list()->tree(), Qt::Key_C, Qt::ControlModifier);
         });
@@ -495,13 +496,13 @@ private slots:
         QCOMPARE(dataOf(text).value("Addons").toArray().size(), 0);
 
         QJsonObject otherWindow{{"ID", 5}, {"Type", ComponentKinds::Window}, {"WindowData", QJsonObject()}};
-        otherWindow = confirmComponent<UIComponentCommonDialog>(otherWindow, [](auto&, AddonOrNotebox* box) {
+        otherWindow = confirmComponent<UIComponentWindowDialog>(otherWindow, [](auto&, AddonOrNotebox* box) {
             QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
         });
         COMPARE_ARRAY(dataOf(otherWindow).value("Addons").toArray(), QJsonArray{openness});
 
         // Cut a note from the window: it leaves there and arrives in a text.
-        window = confirmComponent<UIComponentCommonDialog>(window, [](auto&, AddonOrNotebox* box) {
+        window = confirmComponent<UIComponentWindowDialog>(window, [](auto&, AddonOrNotebox* box) {
             clickRow(box->list(), 1);
             QTest::keyClick(box->list()->tree(), Qt::Key_X, Qt::ControlModifier);
         });

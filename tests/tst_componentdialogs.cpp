@@ -27,6 +27,7 @@
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::press;
+using TestEnvironment::typing;
 
 namespace {
 
@@ -142,20 +143,6 @@ T* child(TrovDialog* dialog, const char* name)
     return found;
 }
 
-// Replaces the text of a field by typing, as a user does after clicking it.
-Answer typing(const char* field, const QString& text)
-{
-    return [field, text](TrovDialog* dialog) {
-        MyLineEdit* edit = child<MyLineEdit>(dialog, field);
-        QTest::mouseClick(edit, Qt::LeftButton);
-        edit->selectAll();
-        if (text.isEmpty())
-            QTest::keyClick(edit, Qt::Key_Backspace);
-        else
-            QTest::keyClicks(edit, text);
-    };
-}
-
 // Compared as compact text, so that a failure shows both objects.
 #define COMPARE_JSON(actual, expected) QCOMPARE(TestEnvironment::compact(actual), TestEnvironment::compact(expected))
 
@@ -249,6 +236,11 @@ QJsonObject dialogDefaults(int type, const QJsonObject& before)
         return QJsonObject{{"IconIndex", QJsonObject{{"Type", 0}, {"Number", 1}}},
                            {"IconSize", 32},
                            {"IconSet", before.contains("Code") ? "" : "IconSet"}};
+    case 7:
+        return QJsonObject{{"WindowSkin", "Window"}, {"Width", 100},  {"Height", 100},
+                           {"Padding", 12},          {"Margin", 4},   {"BackgroundOpacity", 75}};
+    case 13:
+        return QJsonObject{{"AnimationID", 1}, {"Behavior", 0}};
     default:
         return QJsonObject();
     }
@@ -259,8 +251,10 @@ QJsonObject dialogDefaults(int type, const QJsonObject& before)
 // (a gauge's value and maximum are objects or nothing), and the add-on
 // keys; every other key is gone. A picture gauge is at least two edge
 // margins wide (15 each for a margin the game gives). A picture kind's
-// "Code" stays exactly when it was there. The other kinds keep
-// their data object as it is, with the add-on keys rewritten.
+// "Code" stays exactly when it was there. A window is at least twice its
+// padding and its margin wide and high (a padding or margin the game gives
+// counts as 12 and 4). A group writes only the add-on keys. The other kinds
+// keep their data object as it is, with the add-on keys rewritten.
 QJsonObject ownDataObject(QJsonObject component)
 {
     const int type = component.value("Type").toInt(-1);
@@ -269,7 +263,7 @@ QJsonObject ownDataObject(QJsonObject component)
     const char* dataKey = Kinds[type].dataKey;
     const QJsonObject before = component.value(dataKey).toObject();
     const QJsonObject defaults = dialogDefaults(type, before);
-    if (defaults.isEmpty()) {
+    if (defaults.isEmpty() && type != 6) {
         component.insert(dataKey, withAddonKeys(before));
         return component;
     }
@@ -291,6 +285,15 @@ QJsonObject ownDataObject(QJsonObject component)
     for (const char* kept : {"Addons", "Note"}) {
         if (before.contains(kept))
             after.insert(kept, before.value(kept));
+    }
+    if (type == 7) {
+        auto twice = [&after](const char* key, int fallback) {
+            const QJsonValue value = after.value(key);
+            return 2 * (value.isDouble() ? int(value.toDouble()) : fallback);
+        };
+        const int least = qMax(twice("Padding", 12), twice("Margin", 4));
+        for (const char* side : {"Width", "Height"})
+            after.insert(side, qMax(after.value(side).toInt(), least));
     }
     component.insert(dataKey, withAddonKeys(after));
     return component;
@@ -336,7 +339,11 @@ private slots:
             kinds.insert(type);
             UIComponentBase* loaded = editor.load(component);
             const QJsonObject before = loaded->data();
-            COMPARE_JSON(before, component);
+            // A container loaded without its children still holds their array.
+            QJsonObject asLoaded = component;
+            if (type == 6 || type == 7)
+                asLoaded.insert(QStringLiteral("Children"), QJsonArray());
+            COMPARE_JSON(before, asLoaded);
             const TestEnvironment::Seen seen = editor.editFirstRow({press("confirmButton")});
             QCOMPARE(seen.count, 1);
             QCOMPARE(seen.title,
@@ -380,6 +387,8 @@ private slots:
             sized.insert("Height", type == 5 ? 24 : 100);
             expected.insert(kind.dataKey, sized);
         }
+        if (type == 6 || type == 7)
+            expected.insert("Children", QJsonArray());
         // A missing name becomes the kind's default name, an empty condition
         // list removes the key.
         expected.insert("Name", QString::fromLatin1(kind.title).arg(5));
@@ -441,7 +450,8 @@ private slots:
         // No sign in a field that starts at 0.
         QTest::newRow("opacity sign") << FieldCase{0, "Opacity", "-5", "5", true, "Opacity", 0.05};
         QTest::newRow("width above") << FieldCase{4, "Width", "100000", "100000", false, "Width", 99999};
-        QTest::newRow("height zero") << FieldCase{7, "Height", "0", "0", true, "Height", 0};
+        // A window is never lower than twice its padding of 12.
+        QTest::newRow("height zero") << FieldCase{7, "Height", "0", "0", true, "Height", 24};
     }
 
     // Each field typed to its limits: the confirm button is off while the
@@ -682,7 +692,9 @@ private slots:
         QCOMPARE(made.value("Name").toString(), QStringLiteral("Frame"));
         QCOMPARE(made.value("X").toInt(), 200);
         QCOMPARE(made.value("Y").toInt(), 150);
-        QCOMPARE(made.value("WindowData"), QJsonValue(withAddonKeys(QJsonObject{{"Width", 100}, {"Height", 100}})));
+        QCOMPARE(made.value("WindowData"),
+                 QJsonValue(withAddonKeys(QJsonObject{{"WindowSkin", "Window"}, {"Width", 100}, {"Height", 100},
+                                                      {"Padding", 12}, {"Margin", 4}, {"BackgroundOpacity", 75}})));
         QCOMPARE(made.value("Opacity").toDouble(), 1.0);
         QCOMPARE(editor.scene->idCounter(), 42);
     }

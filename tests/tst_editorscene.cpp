@@ -25,7 +25,8 @@ namespace {
 // What every component rewrites when it is read back: X, Y and Rotation from
 // the live item, "Opacity" 100.0 when missing, "Expanded" on the kinds that
 // hold children (true unless the document said otherwise), the scales of the
-// kinds that store a scale (1.0 when missing).
+// kinds that store a scale (1.0 when missing), and what the containers
+// add of their own.
 QJsonArray expectedBack(const QJsonArray& array)
 {
     QJsonArray out;
@@ -41,8 +42,15 @@ QJsonArray expectedBack(const QJsonArray& array)
             object.insert("ScaleX", object.value("ScaleX").toDouble(1.0));
             object.insert("ScaleY", object.value("ScaleY").toDouble(1.0));
         }
-        if (type == 6 || type == 7)
+        // A group takes no rotation; both containers always hold their
+        // children's array.
+        if (type == 6)
+            object.insert("Rotation", 0);
+        if (type == 6 || type == 7) {
             object.insert("Expanded", object.value("Expanded").toBool(true));
+            if (!object.contains("Children"))
+                object.insert("Children", QJsonArray());
+        }
         if (object.contains("Children"))
             object.insert("Children", expectedBack(object.value("Children").toArray()));
         out.append(object);

@@ -30,7 +30,9 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::choosing;
 using TestEnvironment::press;
+using TestEnvironment::typing;
 
 namespace {
 
@@ -64,54 +66,6 @@ QJsonObject shapeOf(const QJsonObject& shapeData, int x = 100, int y = 100)
     return QJsonObject{{"ID", 1}, {"Type", 1}, {"Name", "Shape"}, {"X", x}, {"Y", y}, {"ShapeData", shapeData}};
 }
 
-// The pixel as an unpremultiplied colour, alpha included.
-QColor at(const QImage& image, int x, int y)
-{
-    return QColor::fromRgba(image.pixel(x, y));
-}
-
-bool near(const QColor& actual, const QColor& expected, int tolerance = 3)
-{
-    return qAbs(actual.red() - expected.red()) <= tolerance && qAbs(actual.green() - expected.green()) <= tolerance
-        && qAbs(actual.blue() - expected.blue()) <= tolerance && qAbs(actual.alpha() - expected.alpha()) <= tolerance;
-}
-
-#define COMPARE_COLOR(image, x, y, expected)                                                                      \
-    QVERIFY2(near(at(image, x, y), expected),                                                                     \
-             qPrintable(QStringLiteral("pixel %1,%2 is %3 alpha %4, not %5 alpha %6")                             \
-                            .arg(x)                                                                               \
-                            .arg(y)                                                                               \
-                            .arg(at(image, x, y).name())                                                          \
-                            .arg(at(image, x, y).alpha())                                                         \
-                            .arg(QColor(expected).name())                                                         \
-                            .arg(QColor(expected).alpha())))
-
-// Clicks an item of a choice field's list, as a user picks it.
-Answer choosing(const char* field, int index)
-{
-    return [field, index](TrovDialog* dialog) {
-        MyComboBox* combo = dialog->findChild<MyComboBox*>(QLatin1String(field));
-        QTest::mouseClick(combo, Qt::LeftButton);
-        QTRY_VERIFY(combo->popup());
-        for (int i = combo->currentIndex(); i < index; ++i)
-            QTest::keyClick(combo->popup(), Qt::Key_Down);
-        for (int i = combo->currentIndex(); i > index; --i)
-            QTest::keyClick(combo->popup(), Qt::Key_Up);
-        QTest::keyClick(combo->popup(), Qt::Key_Return);
-        QTRY_COMPARE(combo->currentIndex(), index);
-    };
-}
-
-Answer typing(const char* field, const QString& text)
-{
-    return [field, text](TrovDialog* dialog) {
-        MyLineEdit* edit = dialog->findChild<MyLineEdit*>(QLatin1String(field));
-        QTest::mouseClick(edit, Qt::LeftButton);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    };
-}
-
 QJsonObject textOf(const QJsonObject& textData, int x = 300, int y = 200)
 {
     return QJsonObject{{"ID", 1}, {"Type", 0}, {"Name", "Text"}, {"X", x}, {"Y", y}, {"TextData", textData}};
@@ -137,7 +91,7 @@ Census census(const QImage& image, const QRect& box)
     Census seen;
     for (int y = box.top(); y <= box.bottom(); ++y) {
         for (int x = box.left(); x <= box.right(); ++x) {
-            const QColor pixel = at(image, x, y);
+            const QColor pixel = TestEnvironment::pixel(image, x, y);
             if (pixel.alpha() > 100 && pixel.red() > 200 && pixel.blue() < 60) {
                 ++seen.red;
                 seen.firstRedX = qMin(seen.firstRedX, x);
@@ -545,8 +499,8 @@ private slots:
         COMPARE_COLOR(image, 81, 81, Clear);
         COMPARE_COLOR(image, 118, 118, Clear);
         // The pen's half pixel beyond the ellipse's left and top edge.
-        QVERIFY(at(image, 79, 100).alpha() > 60);
-        QVERIFY(at(image, 100, 79).alpha() > 60);
+        QVERIFY(TestEnvironment::pixel(image, 79, 100).alpha() > 60);
+        QVERIFY(TestEnvironment::pixel(image, 100, 79).alpha() > 60);
 
         image = editor.render(shapeOf({{"Width", 40}, {"Height", 40}, {"Color", "#ff0000"}, {"Shape", 1},
                                        {"OutlineSize", 4}, {"OutlineColor", "#0000ff"}}),
@@ -575,7 +529,7 @@ private slots:
         image = editor.render(shapeOf({{"Width", 60}, {"Height", 60}, {"Shape", 2}, {"OutlineSize", 5}}), 10);
         for (int y = 65; y < 135; y += 3)
             for (int x = 65; x < 135; x += 3)
-                QVERIFY(at(image, x, y).alpha() == 0);
+                QVERIFY(TestEnvironment::pixel(image, x, y).alpha() == 0);
         UIComponentBase* nothing = editor.scene->components().value(0);
         editor.scene->select(nullptr);
         QTest::mouseClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier,

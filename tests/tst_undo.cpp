@@ -210,8 +210,8 @@ private slots:
                 picked->endChange();
                 break;
             }
-            case 7: // rotate
-                if (!picked)
+            case 7: // rotate, as the rotation handle does on the kinds that have one
+                if (!picked || !picked->canRotate())
                     break;
                 picked->beginChange();
                 picked->setRotationDegrees(random.bounded(-180, 360));
