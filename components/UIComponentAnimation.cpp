@@ -65,7 +65,7 @@ QPixmap UIComponentAnimation::card(int id, const QString& name)
 void UIComponentAnimation::drawContents(QPainter* painter)
 {
     // The card's text stays crisp: never smoothed, at any zoom.
-    ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(), QPainter::RenderHints());
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(), QPainter::RenderHints());
 }
 
 int UIComponentAnimation::minimumWidth() const { return 25; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "components/ComponentScale.h"
 #include "scene/UIComponentBase.h"
 
@@ -31,6 +32,7 @@ public:
     static constexpr int cell = 144;
 
     QPixmap pixmap;
+    DrawnPixmap drawn;
     QJsonObject* projectData;
     int naturalWidth = cell;
     int naturalHeight = cell;

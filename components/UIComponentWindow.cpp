@@ -45,7 +45,7 @@ void UIComponentWindow::drawContents(QPainter* painter)
 {
     if (pixmap.isNull())
         return;
-    ComponentKinds::drawPixmap(painter, drawnRect(), pixmap, zoomFactor(),
+    drawn.draw(painter, drawnRect(), pixmap, zoomFactor(),
                                QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/DrawnPixmap.h"
 #include "scene/UIComponentBase.h"
 
 #include <QPixmap>
@@ -29,6 +30,7 @@ public:
     void renderWindow();
 
     QPixmap pixmap;
+    DrawnPixmap drawn;
     QPixmap skin;
     // Twice the larger of "Padding" and "Margin": the smallest side.
     int minimumSide = 24;
