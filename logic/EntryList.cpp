@@ -8,6 +8,7 @@
 #include <QIcon>
 #include <QJsonObject>
 #include <QMenu>
+#include <QRectF>
 
 namespace {
 
@@ -76,8 +77,12 @@ void popUpMenu(UltimateTreeWidget* list, QMenu* menu, const QPoint& pos, bool ed
 void selectLast(UltimateTreeWidget* list)
 {
     UltimateTree* tree = list->tree();
-    tree->setCurrentRow(tree->row(tree->rowCount() - 1));
-    list->scrollToBottom();
+    UltimateTreeItem* last = tree->row(tree->rowCount() - 1);
+    tree->setCurrentRow(last);
+    // The scene runs a few blank rows past the "+" row, so its bottom would
+    // hide a short list entirely: show the new row with the "+" row under it.
+    if (last && last->scene())
+        tree->ensureVisible(QRectF(0, last->scenePos().y(), 1, 2 * last->rowHeight()), 0, 0);
 }
 
 }

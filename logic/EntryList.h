@@ -44,7 +44,7 @@ QMenu* makeMenu(QWidget* owner, UltimateTreeWidget* list, const QString& objectN
 // Shows the menu at pos for the current row; edit and copy only where the row
 // is editable.
 void popUpMenu(UltimateTreeWidget* list, QMenu* menu, const QPoint& pos, bool editable);
-// Makes the last row current and shows it.
+// Makes the last row current and shows it with the "+" row under it.
 void selectLast(UltimateTreeWidget* list);
 
 }

@@ -440,6 +440,29 @@ private slots:
         QCOMPARE(dataOf(written).value("Addons").toArray().size(), 1);
     }
 
+    // Each new add-on lands in sight with the "+" row under it, where the
+    // next double-click adds another.
+    void newAddonsStayInSight()
+    {
+        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
+            component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
+                UltimateTree* tree = box->list()->tree();
+                QPoint plus(60, 8);
+                for (const char* text : {"A", "B", "C"}) {
+                    answering([&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, plus); },
+                              {press("note"), [text](TrovDialog* dialog) {
+                                   QTest::keyClicks(field<MyPlainTextEdit>(dialog, "Note"), text);
+                                   press("confirmButton")(dialog);
+                               }});
+                    const UltimateTreeItem* last = tree->row(tree->rowCount() - 1);
+                    QCOMPARE(last->text(1), QString::fromLatin1(text));
+                    QVERIFY(stripInSight(tree, last->scenePos().y(), 2 * last->rowHeight()));
+                    plus = tree->mapFromScene(QPointF(60, last->scenePos().y() + 1.5 * last->rowHeight()));
+                }
+            });
+        QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("A\n\nB\n\nC"));
+    }
+
     // What the program can't edit keeps its row and its place, opens
     // nothing and is written back as it came.
     void unknownAndBrokenAddonsAreKept()

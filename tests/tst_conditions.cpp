@@ -1,4 +1,5 @@
 #include "TestEnvironment.h"
+#include "ListMove.h"
 #include "logic/ConditionDisplay.h"
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMCondition.h"
@@ -460,6 +461,32 @@ private slots:
         QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
         QVERIFY(accepted);
         QCOMPARE(array, (QJsonArray{json(R"({"Type":8,"Check":0})"), json(R"({"Type":4,"State":8})")}));
+    }
+
+    // Each new condition lands in sight with the "+" row under it, where the
+    // next double-click adds another.
+    void newConditionsStayInSight()
+    {
+        QJsonArray array;
+        bool accepted = false;
+        RMConditionList list(&array, &accepted, &data, nullptr);
+        showDialog(&list);
+        UltimateTree* tree = list.list()->tree();
+        QPoint plus(60, 8);
+        for (int added = 1; added <= 3; ++added) {
+            const TestEnvironment::Seen seen = answering(
+                [&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, plus); },
+                {press("switchCheck"), press("confirmButton")});
+            QCOMPARE(seen.count, 2);
+            QCOMPARE(tree->rowCount(), added);
+            const UltimateTreeItem* last = tree->row(added - 1);
+            QVERIFY(stripInSight(tree, last->scenePos().y(), 2 * last->rowHeight()));
+            plus = tree->mapFromScene(QPointF(60, last->scenePos().y() + 1.5 * last->rowHeight()));
+        }
+        QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
+        QVERIFY(accepted);
+        QCOMPARE(array.size(), 3);
+        QCOMPARE(array.at(2).toObject().value("Type").toInt(), 0);
     }
 
     void cancelKeepsTheArray()

@@ -10,6 +10,7 @@
 #include "widgets/TrovDialog.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QPointer>
 #include <QSet>
 #include <QPushButton>
@@ -243,6 +244,27 @@ private slots:
                            click(dialog, "okButton");
                        });
         }
+    }
+
+    // A small dialog under the system's title is widened to show the whole
+    // title beside the frame's icon and buttons rather than cut it off.
+    void systemTitleIsNotCutOff()
+    {
+        setPreferences({true, false, false});
+        const QString title = QStringLiteral("Custom Parameter Exists Condition, Rather Long");
+        QFont bold = QApplication::font();
+        bold.setBold(true);
+        // The title, the frame's icon and at least its close button.
+        const int needed = QFontMetrics(bold).horizontalAdvance(title) + 2 * 32;
+        int width = 0;
+        whileModal([&]() { AlertDialog::alert(QStringLiteral("Ok."), title); },
+                   [&](QDialog* dialog) {
+                       QTRY_VERIFY(dialog->minimumSize() == dialog->maximumSize());
+                       QTRY_VERIFY(dialog->width() >= needed);
+                       width = dialog->width();
+                       click(dialog, "okButton");
+                   });
+        QVERIFY2(width >= needed, qPrintable(QStringLiteral("%1 < %2").arg(width).arg(needed)));
     }
 
     void nestedDialogsDarkenOnceEach_data()

@@ -10,6 +10,8 @@
 #include "widgets/WindowFrameGrip.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -24,6 +26,19 @@ namespace {
 
 // Height of the form's own title bar, which the system's title replaces.
 const int FormTitleHeight = 30;
+
+// What a system frame takes beside its title: the icon, the buttons and the
+// margins, generously, as the window manager's own sizes aren't known.
+const int SystemFrameRoom = 110;
+
+// The width at which a system frame shows the whole title: the title in the
+// bold program font, which is at least as wide as the usual frame fonts.
+int systemTitleWidth(const QString& title)
+{
+    QFont font = QApplication::font();
+    font.setBold(true);
+    return QFontMetrics(font).horizontalAdvance(title) + SystemFrameRoom;
+}
 
 }
 
@@ -97,7 +112,9 @@ void TrovDialog::setDialogTitle(const QString& text)
 void TrovDialog::fixSize()
 {
     sizeFixPending = true;
-    const QSize target(width(), height() - (nativeTitle ? FormTitleHeight : 0));
+    // The system's title is cut off where the form is narrower than it.
+    const int wide = nativeTitle ? qMax(width(), systemTitleWidth(windowTitle())) : width();
+    const QSize target(wide, height() - (nativeTitle ? FormTitleHeight : 0));
     // Held before the window is mapped, so that the window manager builds its
     // frame without resize handles or a maximise button.
     if (!resizable)
