@@ -24,7 +24,8 @@ namespace {
 // Variable Range, Basic, Items; the bottom row Actor, Enemy, Combined, Code.
 enum ListType { NumberList, VariableRange, Basic, Items, Actor, Enemy, Combined, Code };
 
-const int DialogWidth = 600;
+// Wide enough for three fields of a page in the longer languages.
+const int DialogWidth = 720;
 
 // "Data" of a list of members that carries a position, and one that reads
 // a notetag; "Data" of a list of items that reads a notetag.
