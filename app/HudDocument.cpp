@@ -1,5 +1,7 @@
 #include "app/HudDocument.h"
 
+#include "logic/HudCatalog.h"
+
 #include "scene/GameUIEditorScene.h"
 
 #include "app/JsonFile.h"
@@ -261,14 +263,8 @@ QString HudDocument::marker(const QJsonObject& object)
 
 QString HudDocument::displayName(int type, const QJsonObject& object)
 {
-    switch (type) {
-    case HudEntry::Map:
-        return QCoreApplication::translate("", "Map HUD");
-    case HudEntry::Battle:
-        return QCoreApplication::translate("", "Battle HUD");
-    default:
-        return object.value(KeyName).toString();
-    }
+    // The list item types are the catalog's.
+    return HudCatalog::nameOf(HudCatalog::Row{type, object, false});
 }
 
 QPixmap HudDocument::backgroundImage(const QString& path)

@@ -1,6 +1,7 @@
 #include "app/HudListController.h"
 
 #include "app/VelmoHUDDialog.h"
+#include "logic/HudCatalog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "widgets/ClipboardIdentifiers.h"
@@ -18,6 +19,11 @@ HudListController::HudListController(UltimateTreeWidget* list, QPushButton* remo
                                      QWidget* dialogParent)
     : QObject(dialogParent), list(list), removeButton(removeButton), editor(editor), dialogParent(dialogParent)
 {
+}
+
+HudListController::~HudListController()
+{
+    HudCatalog::setSource(nullptr);
 }
 
 void HudListController::setup()
@@ -56,6 +62,16 @@ void HudListController::setup()
         return true;
     });
     tree->startView();
+    HudCatalog::setSource([this]() {
+        QVector<HudCatalog::Row> rows;
+        const UltimateTree* view = list->tree();
+        const UltimateTreeItem* currentRow = current();
+        for (int i = 0; i < view->rowCount(); ++i) {
+            const UltimateTreeItem* row = view->row(i);
+            rows.append(HudCatalog::Row{row->id(), *row->userData(), row == currentRow});
+        }
+        return rows;
+    });
 
     connect(list, &UltimateTreeWidget::onDeleteKeyPress, this, [this]() {
         if (current() && current()->id() == HudEntry::Custom)

@@ -23,6 +23,9 @@ class HudListController : public QObject
 public:
     HudListController(UltimateTreeWidget* list, QPushButton* removeButton, GameUIEditor* editor,
                       QWidget* dialogParent);
+    // The dialogs below the main window find the HUDs through HudCatalog
+    // while the controller lives.
+    ~HudListController() override;
 
     // Columns, clipboard, the protection of the Map and Battle HUDs and the
     // context menu; once, after the list is built.

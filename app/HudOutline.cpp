@@ -265,6 +265,21 @@ void writeComponents(const QJsonArray& components, const QJsonObject* projectDat
     }
 }
 
+// The parameters a custom component declares, each with the kind of value
+// it takes where the component is used.
+void writeParameters(const QJsonObject& hud, QTextStream& out)
+{
+    for (const QJsonValue& definition : hud.value(QStringLiteral("Params")).toArray()) {
+        if (!definition.isObject()) {
+            out << "  Parameter (not a parameter definition)\n";
+            continue;
+        }
+        const QJsonObject parameter = definition.toObject();
+        out << "  Parameter \"" << parameter.value(QStringLiteral("Name")).toString() << "\" ("
+            << (parameter.value(QStringLiteral("IsString")).toBool(false) ? "text" : "number") << ")\n";
+    }
+}
+
 }
 
 void write(const HudEntry& entry, const QJsonObject* projectData, QTextStream& out)
@@ -283,6 +298,9 @@ void write(const HudEntry& entry, const QJsonObject* projectData, QTextStream& o
                         entry.object.value(HudDocument::KeyId).toString());
     out << "HUD \"" << HudDocument::displayName(entry.type, entry.object) << "\" (" << what << "): " << count
         << (count == 1 ? " component\n" : " components\n");
+    // The Map and Battle HUDs take no parameters: saving drops any they hold.
+    if (entry.type == HudEntry::Custom)
+        writeParameters(entry.object, out);
     writeComponents(components, projectData, QStringLiteral("  "), out);
 }
 

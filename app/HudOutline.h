@@ -4,7 +4,8 @@ struct HudEntry;
 class QJsonObject;
 class QTextStream;
 
-// The outline of a HUD as text: its components as an indented tree, each
+// The outline of a HUD as text: the parameters a custom HUD object declares,
+// its components as an indented tree, each
 // with its kind, name, position and size, and under it its display
 // conditions, every value of its data that the game computes at run time
 // (dynamic texts and numbers, lists, actors, dynamic inputs of fields) and

@@ -136,10 +136,6 @@ QString dynamicNumberDisplay(const QJsonObject& object, const QJsonObject* proje
 
 QString dynamicListDisplay(const QJsonObject& object, const QJsonObject* projectData)
 {
-    static const char* const members[] = {QT_TR_NOOP("Party Members"), QT_TR_NOOP("Troop Enemies"),
-                                          QT_TR_NOOP("Map Events")};
-    static const char* const items[] = {QT_TR_NOOP("All Items"), QT_TR_NOOP("Normal Items"), QT_TR_NOOP("Weapons"),
-                                        QT_TR_NOOP("Armors"), QT_TR_NOOP("Key Items")};
     const int type = object.value(QStringLiteral("Type")).toInt(0);
     switch (type) {
     case 0:
@@ -152,9 +148,13 @@ QString dynamicListDisplay(const QJsonObject& object, const QJsonObject* project
             .arg(GameDataLabel::variableEntry(projectData, object.value(QStringLiteral("Start")).toInt(1)),
                  GameDataLabel::variableEntry(projectData, object.value(QStringLiteral("End")).toInt(1)));
     case 2:
-        return QCoreApplication::translate("", "%1 List").arg(label(members, 3, object.value(QStringLiteral("MembersType")).toInt(0)));
+        return QCoreApplication::translate("", "%1 List")
+            .arg(DynamicValueTables::translatedLabel(DynamicValueTables::listMembers(),
+                                                     object.value(QStringLiteral("MembersType")).toInt(0)));
     case 3:
-        return QCoreApplication::translate("", "%1 List").arg(label(items, 5, object.value(QStringLiteral("ItemType")).toInt(0)));
+        return QCoreApplication::translate("", "%1 List")
+            .arg(DynamicValueTables::translatedLabel(DynamicValueTables::listItemTypes(),
+                                                     object.value(QStringLiteral("ItemType")).toInt(0)));
     case 4:
     case 5: {
         // The text keeps its blank where there is no second word.

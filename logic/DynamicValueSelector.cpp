@@ -5,6 +5,7 @@
 #include "logic/GameDataLabel.h"
 #include "logic/RMCodeInput.h"
 #include "logic/RMDatabaseItemSelector.h"
+#include "logic/RMListSelector.h"
 #include "logic/RMNumberSelector.h"
 #include "logic/RMTextSelector.h"
 #include "logic/SwitchSelector.h"
@@ -361,7 +362,7 @@ void DynamicValueSelector::showPickers()
     codeField->setValue(RMCodeInput::singleLine(code));
     showDynamicNumber(firstMath, firstNum, projectData);
     showDynamicNumber(secondMath, secondNum, projectData);
-    list->setValue(dynamicListDisplay(listData, projectData));
+    RMListSelector::showList(list, listData, projectData);
 }
 
 void DynamicValueSelector::on_Switch_clicked()
@@ -442,8 +443,7 @@ void DynamicValueSelector::on_Code_clicked()
 
 void DynamicValueSelector::on_List_clicked()
 {
-    // Layer until the list input exists: the list stays as it was read, and
-    // the opener keeps showing it.
+    RMListSelector::pick(list, &listData, projectData, this);
 }
 
 void DynamicValueSelector::on_FirstMath_clicked()

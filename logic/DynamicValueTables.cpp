@@ -110,4 +110,23 @@ QString listOperator(int op)
     return op >= 0 && op < labels.size() ? QLatin1String(labels.at(op)) : QString();
 }
 
+const QVector<const char*>& listMembers()
+{
+    static const QVector<const char*> labels = {QT_TR_NOOP("Party Members"), QT_TR_NOOP("Troop Enemies"),
+                                                QT_TR_NOOP("Map Events")};
+    return labels;
+}
+
+const QVector<const char*>& listItemTypes()
+{
+    static const QVector<const char*> labels = {QT_TR_NOOP("All Items"), QT_TR_NOOP("Normal Items"),
+                                                QT_TR_NOOP("Weapons"), QT_TR_NOOP("Armors"), QT_TR_NOOP("Key Items")};
+    return labels;
+}
+
+QString translatedLabel(const QVector<const char*>& labels, int index)
+{
+    return index >= 0 && index < labels.size() ? QCoreApplication::translate("", labels.at(index)) : QString();
+}
+
 }

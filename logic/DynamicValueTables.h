@@ -36,4 +36,11 @@ QString mathOperator(int op);
 const QVector<const char*>& listOperators();
 QString listOperator(int op);
 
+// The sources of a list of members ("MembersType") and the kinds of items
+// of a list of items ("ItemType"), by their value.
+const QVector<const char*>& listMembers();
+const QVector<const char*>& listItemTypes();
+// The translated label of a row of such a table, empty for one it doesn't have.
+QString translatedLabel(const QVector<const char*>& labels, int index);
+
 }

@@ -325,6 +325,30 @@ private slots:
                                             "    - Add-ons: (not a list of add-ons)\n"));
     }
 
+    // A custom component's outline names the parameters it declares and
+    // the kind of value each takes; a Map HUD holding some by hand shows none.
+    void outlineShowsParameterDefinitions()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("outline-params"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), R"j({"Map":0,"Battle":1,"Data":[
+            {"HUD":[],"Params":[{"Name":"Stray"}]},{"HUD":[]},
+            {"ID":"12345","Name":"Row","IsHUD":false,"Width":90,"Height":30,
+             "Params":[{"Name":"Hp","IsString":false},{"Name":"Title","IsString":true},{"Name":"Slot"},7],
+             "HUD":[{"Type":11,"ID":1,"Name":"Cells","X":0,"Y":0,"CustomCollectionData":{"Width":40,"Height":20,
+               "ListData":{"Type":0,"Start":{"Type":1,"ID":2},"End":5}}}]}]})j");
+        Result result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Row")});
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.out, QStringLiteral("HUD \"Row\" (custom component, ID 12345): 1 component\n"
+                                            "  Parameter \"Hp\" (number)\n"
+                                            "  Parameter \"Title\" (text)\n"
+                                            "  Parameter \"Slot\" (number)\n"
+                                            "  Parameter (not a parameter definition)\n"
+                                            "  Custom Collection \"Cells\" at 0, 0, 40 x 20\n"
+                                            "    - ListData (list): [DYNAMIC] ~ 5\n"));
+        result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
+        QCOMPARE(result.out, QStringLiteral("HUD \"Map HUD\" (the Map HUD): 0 components\n"));
+    }
+
     void outlineShowsEveryValue()
     {
         const QString project = TestEnvironment::makeProject(QStringLiteral("outline"));

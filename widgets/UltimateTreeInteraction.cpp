@@ -117,6 +117,15 @@ void UltimateTree::updateHoverAt(const QPoint& point)
 
 void UltimateTree::mousePressEvent(QMouseEvent* event)
 {
+    // A release that went to a dialog opened meanwhile (a double click that
+    // edits a row) never reached the list: a press whose button isn't held
+    // any more is over.
+    const Qt::MouseButton held = pressedButton == 1 ? Qt::LeftButton : Qt::RightButton;
+    if (pressedButton != 0 && !(event->buttons() & held)) {
+        pressedButton = 0;
+        pressedItem = nullptr;
+        pickupArmed = false;
+    }
     if (pressedButton != 0 || !scene)
         return;
     setFocus(Qt::MouseFocusReason);

@@ -5,18 +5,22 @@
 //                        [--picker color|image|font|easing|switch|variable|database|code|actor|dynamic|runtype
 //                                  |conditions|condition-chooser|condition:TYPE
 //                                  |addon-chooser|addon:TYPE
-//                                  |text[:TYPE]|number[:TYPE]]
+//                                  |text[:TYPE]|number[:TYPE]|list[:TYPE]
+//                                  |hud|param|setter[:number]|hud-selector]
 //                        [--project FOLDER]
 // With --picker the picker dialog opens over the gallery on the project's
 // pictures or fonts, and --screenshot takes its picture instead.
 #include "app/PathManager.h"
 #include "app/ProjectData.h"
 #include "app/Startup.h"
+#include "app/VelmoHUDDialog.h"
+#include "app/VelmoHUDDialogParamInput.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/UIComponentBaseDialog.h"
 #include "components/ComponentKinds.h"
 #include "components/VelmoUISelector.h"
 #include "logic/AddonSelector.h"
+#include "logic/HudCatalog.h"
 #include "logic/OpenAddonDialog.h"
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMActorSelector.h"
@@ -24,9 +28,12 @@
 #include "logic/RMCondition.h"
 #include "logic/RMConditionList.h"
 #include "logic/RMDatabaseItemSelector.h"
+#include "logic/RMListSelector.h"
 #include "logic/RMNumberSelector.h"
 #include "logic/RMTextSelector.h"
 #include "logic/SwitchSelector.h"
+#include "logic/VelmoHUDDialogParamSetter.h"
+#include "logic/VelmoHUDSelector.h"
 #include "logic/VelmoAnimationStyle.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/CustomPropertyEdit.h"
@@ -666,6 +673,48 @@ QJsonObject dynamicSample(const QString& which)
     return QJsonDocument::fromJson(samples[qBound(0, type, 9)]).object();
 }
 
+// A list value of one "Type" for the list input ("list:4" is an actor's list).
+QJsonObject listSample(const QString& which)
+{
+    const int type = which.section(QLatin1Char(':'), 1).toInt();
+    const QByteArray samples[] = {
+        R"j({"Type":0,"Start":1,"End":{"Type":1,"ID":2}})j",
+        R"j({"Type":1,"Start":2,"End":4})j",
+        R"j({"Type":2,"MembersType":2,"Data":3,"Position":4})j",
+        R"j({"Type":3,"ItemType":2,"Data":5,"Notetag":"Rarity"})j",
+        R"j({"Type":4,"Index":1,"Data":16})j",
+        R"j({"Type":5,"Index":2,"Data":13})j",
+        R"j({"Type":6,"List1":{"Type":2,"MembersType":0,"Data":2},"List2":{"Type":0,"Start":1,"End":3}})j",
+        R"j({"Type":7,"Code":"const ids = $gameParty.members().map(a => a.actorId());\nreturn ids;"})j",
+    };
+    return QJsonDocument::fromJson(samples[qBound(0, type, 7)]).object();
+}
+
+// A custom component with its parameters, as the HUD dialog edits it.
+QJsonObject hudSample()
+{
+    return QJsonDocument::fromJson(R"j({"Name":"Party Row","IsHUD":false,"ID":"31405","Width":240,"Height":64,
+        "Background":"/home/user/Pictures/party-row.png","HUD":[],
+        "Params":[{"Name":"Actor Index","IsString":false},{"Name":"Title","IsString":true},
+                  {"Name":"Gauge Colour","IsString":true}]})j")
+        .object();
+}
+
+// The HUD list of a project, for the HUD selector.
+void installHudSample()
+{
+    HudCatalog::setSource([]() {
+        QVector<HudCatalog::Row> rows{{HudCatalog::Map, QJsonObject(), false},
+                                      {HudCatalog::Battle, QJsonObject(), false},
+                                      {HudCatalog::Custom, hudSample(), false},
+                                      {HudCatalog::Custom,
+                                       QJsonObject{{"Name", "Quest Tracker"}, {"ID", "20116"}, {"IsHUD", true}}, true},
+                                      {HudCatalog::Custom,
+                                       QJsonObject{{"Name", "Boss Bar"}, {"ID", "55021"}, {"IsHUD", false}}, false}};
+        return rows;
+    });
+}
+
 // A condition of one "Type", as a user might have made it.
 QJsonObject conditionSample(int type)
 {
@@ -757,6 +806,25 @@ bool runGameDataPicker(const QString& picker, QWidget* parent)
     } else if (picker.startsWith(QLatin1String("number"))) {
         QJsonObject value = dynamicSample(picker);
         RMNumberSelector(&value, &accepted, &projectData, parent).exec();
+    } else if (picker.startsWith(QLatin1String("list"))) {
+        QJsonObject value = listSample(picker);
+        RMListSelector(&value, &accepted, &projectData, parent).exec();
+    } else if (picker == QLatin1String("hud")) {
+        QJsonObject hud = hudSample();
+        VelmoHUDDialog(&hud, &accepted, 0, parent).exec();
+    } else if (picker == QLatin1String("param")) {
+        QJsonObject parameter{{"Name", "Title"}, {"IsString", true}};
+        QStringList names{QStringLiteral("Actor Index"), QStringLiteral("Title")};
+        VelmoHUDDialogParamInput(&parameter, &accepted, &names, parent).exec();
+    } else if (picker.startsWith(QLatin1String("setter"))) {
+        const bool number = picker.endsWith(QLatin1String(":number"));
+        QJsonValue value = number ? QJsonValue(QJsonObject{{"Type", 1}, {"ID", 2}}) : QJsonValue("Hero");
+        VelmoHUDDialogParamSetter(&value, !number, true, &accepted, number ? t("Actor Index") : t("Title"), parent)
+            .exec();
+    } else if (picker == QLatin1String("hud-selector")) {
+        installHudSample();
+        QString identifier = QStringLiteral("31405");
+        VelmoHUDSelector(&identifier, &accepted, VelmoHUDSelector::CustomComponents, parent).exec();
     } else {
         return false;
     }
@@ -782,7 +850,9 @@ int main(int argc, char** argv)
                                      "database, code, actor, dynamic, runtype, animation (with :PROPERTY), "
                                      "property, the dynamic text or number input (text, number, with :TYPE for a "
                                      "value of that \"Type\"), the condition list (conditions), its chooser "
-                                     "(condition-chooser) or a kind's dialog (condition:TYPE)."),
+                                     "(condition-chooser), a kind's dialog (condition:TYPE), the list input (list, "
+                                     "with :TYPE), the HUD dialog (hud), its parameter (param), the parameter "
+                                     "setter (setter, setter:number) or the HUD selector (hud-selector)."),
                       QStringLiteral("kind")});
     parser.addOption({QStringLiteral("project"),
                       QStringLiteral("The project whose pictures and fonts the pickers show (default: the sample)."),

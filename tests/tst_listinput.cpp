@@ -1,0 +1,458 @@
+#include "TestEnvironment.h"
+
+#include "logic/DynamicValueDisplay.h"
+#include "logic/RMListSelector.h"
+#include "logic/RMNumberSelector.h"
+#include "logic/VelmoTextInputExtend.h"
+#include "theme/ThemeManager.h"
+#include "widgets/MyComboBox.h"
+#include "widgets/MyDialogOpener.h"
+#include "widgets/MyLineEdit.h"
+#include "widgets/MyPopup.h"
+#include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
+
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QPushButton>
+
+using TestEnvironment::Answer;
+using TestEnvironment::answering;
+using TestEnvironment::Seen;
+
+namespace {
+
+QJsonObject json(const char* text)
+{
+    return QJsonDocument::fromJson(QByteArray(text)).object();
+}
+
+// Variables 1 "Gold" and 2 "Steps"; nothing beyond.
+QJsonObject projectData()
+{
+    return QJsonObject{{"System.json", QJsonObject{{"variables", QJsonArray{"", "Gold", "Steps"}}}}};
+}
+
+template <class T>
+T* field(QWidget* dialog, const char* name)
+{
+    T* found = dialog->findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no field %s", name);
+    return found;
+}
+
+void show(QWidget* dialog)
+{
+    dialog->show();
+    QVERIFY(QTest::qWaitForWindowExposed(dialog));
+    QTest::qWait(20);
+}
+
+// Clicks the tab of a public index on the upper or the lower row.
+void clickTab(TypeTabDialog* dialog, int index)
+{
+    MyTabSystem* tabs = dialog->tabs();
+    const int perRow = tabs->count() / 2;
+    MyTabSystemHeader* row = index < perRow ? tabs->header() : tabs->secondHeader();
+    QTest::mouseClick(row, Qt::LeftButton, Qt::NoModifier, row->tabRect(index % perRow).center());
+    QTRY_COMPARE(tabs->currentIndex(), index);
+    QTRY_VERIFY(!tabs->isAnimating());
+}
+
+void retype(MyLineEdit* edit, const QString& text)
+{
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(edit, text);
+}
+
+// Picks a row of a combo through its popup, by keys as a user does.
+void choose(MyComboBox* combo, int row)
+{
+    QTest::mouseClick(combo, Qt::LeftButton);
+    QTRY_VERIFY(combo->popup());
+    for (int i = combo->currentIndex(); i < row; ++i)
+        QTest::keyClick(combo->popup(), Qt::Key_Down);
+    for (int i = combo->currentIndex(); i > row; --i)
+        QTest::keyClick(combo->popup(), Qt::Key_Up);
+    QTest::keyClick(combo->popup(), Qt::Key_Return);
+    QTRY_COMPARE(combo->currentIndex(), row);
+}
+
+// Every key any kind of list writes, so that a confirmed list shows what
+// it dropped.
+const char* const Leftovers = R"({"Type":12,"Start":8,"End":9,"MembersType":2,"Data":4,"Position":5,
+    "Notetag":"old","ItemType":3,"Index":4,"List1":{"Type":7},"List2":{"Type":7},"Code":"x","Junk":1})";
+
+}
+
+class TestListInput : public QObject
+{
+    Q_OBJECT
+
+    QJsonObject data = projectData();
+
+private slots:
+    void initTestCase()
+    {
+        Theme::installDefault();
+        Theme::refreshCachedColors();
+        // Extension objects in fields need the dynamic input's handler.
+        VelmoTextInputExtend::install(nullptr);
+    }
+
+    // The one-line text of a list value, as openers and summaries show it.
+    void displayStrings_data()
+    {
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<bool>("withData");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* value, bool withData, const QString& text) {
+            QTest::newRow(name) << QByteArray(value) << withData << text;
+        };
+        row("numbers", R"({"Type":0,"Start":-3,"End":12})", true, "-3 ~ 12");
+        row("fraction", R"({"Type":0,"Start":1.9,"End":4})", true, "1 ~ 4");
+        row("extended start", R"({"Type":0,"Start":{"Type":1,"ID":2},"End":5})", true, "[DYNAMIC] ~ 5");
+        row("text bound", R"({"Type":0,"Start":"3","End":5})", true, "[DYNAMIC] ~ 5");
+        row("no type", R"({"Start":2,"End":3})", true, "2 ~ 3");
+        row("variables", R"({"Type":1,"Start":1,"End":2})", true, "[0001] Gold ~ [0002] Steps");
+        row("variables default", R"({"Type":1})", true, "[0001] Gold ~ [0001] Gold");
+        row("variable missing", R"({"Type":1,"Start":2,"End":99})", true, "[0002] Steps ~ [0099] ");
+        row("variables without data", R"({"Type":1,"Start":1,"End":2})", false, "");
+        row("party", R"({"Type":2,"MembersType":0,"Data":1})", true, "Party Members List");
+        row("events", R"({"Type":2,"MembersType":2,"Data":3,"Position":1})", true, "Map Events List");
+        row("unknown members", R"({"Type":2,"MembersType":3})", true, " List");
+        row("key items", R"({"Type":3,"ItemType":4,"Data":0})", true, "Key Items List");
+        row("actor skills", R"({"Type":4,"Index":1,"Data":0})", true, "Actor's Skill IDs");
+        row("actor equip icons", R"({"Type":4,"Index":1,"Data":5})", true, "Actor's Equip Icon Indexes");
+        row("actor state turns", R"({"Type":4,"Index":1,"Data":16})", true, "Actor's State Turns ");
+        row("actor notetags", R"({"Type":4,"Index":1,"Data":15,"Notetag":"x"})", true, "Actor's Notetags ");
+        row("enemy buff names", R"({"Type":5,"Index":1,"Data":10})", true, "Enemy's Buff Names");
+        row("enemy ex params", R"({"Type":5,"Index":1,"Data":13})", true, "Enemy's EX-Params ");
+        row("enemy buff turns", R"({"Type":5,"Data":17})", true, "Enemy's Buff Turns ");
+        row("enemy unknown data", R"({"Type":5,"Data":30})", true, "Enemy's  ");
+        row("nested combination", R"({"Type":6,"List1":{"Type":6,"List1":{"Type":0}},"List2":{"Type":2}})", true,
+            "Combination");
+        row("code", R"j({"Type":7,"Code":"const a = 1;\nreturn [a];"})j", true,
+            QStringLiteral("const a = 1; \u23CE return [a];"));
+        row("unknown type", R"({"Type":9,"Start":1})", true, "Type: 9");
+    }
+
+    void displayStrings()
+    {
+        QFETCH(QByteArray, value);
+        QFETCH(bool, withData);
+        QFETCH(QString, expected);
+        QCOMPARE(dynamicListDisplay(json(value.constData()), withData ? &data : nullptr), expected);
+    }
+
+    // Each tab confirmed writes its "Type" and exactly its kind's keys,
+    // nothing of what the value held before.
+    void confirmWritesOnlyItsKind_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("variant");
+        QTest::addColumn<QByteArray>("expected");
+        QTest::newRow("numbers") << 0 << 0 << QByteArray(R"({"Type":0,"Start":-4,"End":9})");
+        QTest::newRow("variables") << 1 << 0 << QByteArray(R"({"Type":1,"Start":1,"End":2})");
+        QTest::newRow("positions") << 2 << 0 << QByteArray(R"({"Type":2,"MembersType":2,"Data":3,"Position":4})");
+        QTest::newRow("member notetags") << 2 << 1 << QByteArray(R"({"Type":2,"MembersType":1,"Data":4,"Notetag":"Job"})");
+        QTest::newRow("member names") << 2 << 2 << QByteArray(R"({"Type":2,"MembersType":0,"Data":2})");
+        QTest::newRow("item notetags") << 3 << 0 << QByteArray(R"({"Type":3,"ItemType":3,"Data":5,"Notetag":"Rare"})");
+        QTest::newRow("item prices") << 3 << 1 << QByteArray(R"({"Type":3,"ItemType":0,"Data":4})");
+        QTest::newRow("actor state turns") << 4 << 0 << QByteArray(R"({"Type":4,"Index":3,"Data":16})");
+        QTest::newRow("actor sp-params") << 4 << 1 << QByteArray(R"({"Type":4,"Index":1,"Data":14})");
+        QTest::newRow("enemy notetags") << 5 << 0 << QByteArray(R"({"Type":5,"Index":2,"Data":15,"Notetag":"Drop"})");
+        QTest::newRow("enemy equip names") << 5 << 1 << QByteArray(R"({"Type":5,"Index":1,"Data":4})");
+        QTest::newRow("combined") << 6 << 0
+                                  << QByteArray(R"({"Type":6,"List1":{"Type":0,"Start":0,"End":1},
+                                                    "List2":{"Type":0,"Start":2,"End":3}})");
+        QTest::newRow("code") << 7 << 0 << QByteArray(R"({"Type":7,"Code":"return [];"})");
+    }
+
+    void confirmWritesOnlyItsKind()
+    {
+        QFETCH(int, type);
+        QFETCH(int, variant);
+        QFETCH(QByteArray, expected);
+        QJsonObject value = json(Leftovers);
+        bool accepted = false;
+        RMListSelector dialog(&value, &accepted, &data, nullptr);
+        show(&dialog);
+        // An unknown "Type" opens on the first tab.
+        QCOMPARE(dialog.tabs()->currentIndex(), 0);
+        if (type != 0)
+            clickTab(&dialog, type);
+        switch (type * 10 + variant) {
+        case 0:
+            retype(field<MyLineEdit>(&dialog, "MinNumber"), QStringLiteral("-4"));
+            retype(field<MyLineEdit>(&dialog, "MaxNumber"), QStringLiteral("9"));
+            break;
+        case 20:
+            choose(field<MyComboBox>(&dialog, "MemberType"), 2);
+            choose(field<MyComboBox>(&dialog, "BasicData"), 3);
+            choose(field<MyComboBox>(&dialog, "PositionType"), 4);
+            break;
+        case 21:
+            choose(field<MyComboBox>(&dialog, "MemberType"), 1);
+            choose(field<MyComboBox>(&dialog, "BasicData"), 4);
+            retype(field<MyLineEdit>(&dialog, "BasicNote"), QStringLiteral("Job"));
+            break;
+        case 22:
+            // A position chosen, then the data changed: no "Position" left.
+            choose(field<MyComboBox>(&dialog, "BasicData"), 3);
+            choose(field<MyComboBox>(&dialog, "PositionType"), 2);
+            choose(field<MyComboBox>(&dialog, "BasicData"), 2);
+            break;
+        case 30:
+            choose(field<MyComboBox>(&dialog, "ItemType"), 3);
+            choose(field<MyComboBox>(&dialog, "ItemData"), 5);
+            retype(field<MyLineEdit>(&dialog, "ItemNote"), QStringLiteral("Rare"));
+            break;
+        case 31:
+            choose(field<MyComboBox>(&dialog, "ItemData"), 5);
+            retype(field<MyLineEdit>(&dialog, "ItemNote"), QStringLiteral("Lost"));
+            choose(field<MyComboBox>(&dialog, "ItemData"), 4);
+            break;
+        case 40:
+            retype(field<MyLineEdit>(&dialog, "PartyIndex"), QStringLiteral("3"));
+            choose(field<MyComboBox>(&dialog, "ActorData1"), 2);
+            choose(field<MyComboBox>(&dialog, "ActorStateData"), 3);
+            break;
+        case 41:
+            choose(field<MyComboBox>(&dialog, "ActorData1"), 4);
+            choose(field<MyComboBox>(&dialog, "ParamType"), 2);
+            break;
+        case 50:
+            retype(field<MyLineEdit>(&dialog, "TroopIndex"), QStringLiteral("2"));
+            choose(field<MyComboBox>(&dialog, "EnemyData1"), 5);
+            retype(field<MyLineEdit>(&dialog, "EnemyNote"), QStringLiteral("Drop"));
+            break;
+        case 51:
+            choose(field<MyComboBox>(&dialog, "EnemyData1"), 1);
+            choose(field<MyComboBox>(&dialog, "EnemyData2"), 1);
+            break;
+        default:
+            break;
+        }
+        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
+        QVERIFY(accepted);
+        QCOMPARE(value, json(expected.constData()));
+    }
+
+    // "Data" of an actor's or an enemy's list for every first choice and row
+    // of the combo beside it.
+    void battlerDataPacksBothChoices()
+    {
+        // Skills, Equips: IDs, Names, Icon Indexes. States, Buffs: the same
+        // and Remaining Turns. Params: three kinds. Notetags: one value.
+        const QVector<QVector<int>> expected = {
+            {0, 1, 2}, {3, 4, 5}, {6, 7, 8, 16}, {9, 10, 11, 17}, {12, 13, 14}, {15}};
+        for (int first = 0; first < expected.size(); ++first) {
+            for (int row = 0; row < expected.at(first).size(); ++row)
+                QCOMPARE(RMListSelector::battlerData(first, row), expected.at(first).at(row));
+        }
+    }
+
+    // Only the fields the chosen data needs are shown.
+    void dependentFieldsFollowTheChoice()
+    {
+        QJsonObject value = json(R"({"Type":4,"Index":1,"Data":0})");
+        bool accepted = false;
+        RMListSelector dialog(&value, &accepted, &data, nullptr);
+        show(&dialog);
+        QCOMPARE(dialog.tabs()->currentIndex(), 4);
+        const auto shown = [&](const char* name) { return field<QWidget>(&dialog, name)->isVisible(); };
+        QVERIFY(shown("ActorData2"));
+        QVERIFY(!shown("ActorStateData") && !shown("ParamType") && !shown("ActorNote"));
+        MyComboBox* first = field<MyComboBox>(&dialog, "ActorData1");
+        choose(first, 3);
+        QVERIFY(shown("ActorStateData") && !shown("ActorData2"));
+        choose(first, 4);
+        QVERIFY(shown("ParamType") && !shown("ActorStateData"));
+        choose(first, 5);
+        QVERIFY(shown("ActorNote") && !shown("ParamType"));
+
+        clickTab(&dialog, 2);
+        QVERIFY(!shown("PositionType") && !shown("BasicNote"));
+        choose(field<MyComboBox>(&dialog, "BasicData"), 3);
+        QVERIFY(shown("PositionType") && !shown("BasicNote"));
+        choose(field<MyComboBox>(&dialog, "BasicData"), 4);
+        QVERIFY(!shown("PositionType") && shown("BasicNote"));
+        clickTab(&dialog, 3);
+        QVERIFY(!shown("ItemNote"));
+        choose(field<MyComboBox>(&dialog, "ItemData"), 5);
+        QVERIFY(shown("ItemNote"));
+    }
+
+    // A list opened and confirmed untouched comes back as it was.
+    void unchangedConfirmKeepsTheValue_data()
+    {
+        QTest::addColumn<QByteArray>("value");
+        QTest::newRow("numbers") << QByteArray(R"({"Type":0,"Start":0,"End":1})");
+        QTest::newRow("extended bounds") << QByteArray(R"({"Type":0,"Start":{"Type":1,"ID":3},"End":{"Type":0,"Param":"Last"}})");
+        QTest::newRow("variables") << QByteArray(R"({"Type":1,"Start":2,"End":7})");
+        QTest::newRow("event positions") << QByteArray(R"({"Type":2,"MembersType":2,"Data":3,"Position":5})");
+        QTest::newRow("member notetags") << QByteArray(R"({"Type":2,"MembersType":1,"Data":4,"Notetag":"Job Title"})");
+        QTest::newRow("armor icons") << QByteArray(R"({"Type":3,"ItemType":3,"Data":3})");
+        QTest::newRow("item notetags") << QByteArray(R"({"Type":3,"ItemType":1,"Data":5,"Notetag":"Rarity"})");
+        QTest::newRow("actor equip names") << QByteArray(R"({"Type":4,"Index":2,"Data":4})");
+        QTest::newRow("actor state icons") << QByteArray(R"({"Type":4,"Index":1,"Data":8})");
+        QTest::newRow("actor ex params") << QByteArray(R"({"Type":4,"Index":4,"Data":13})");
+        QTest::newRow("actor buff turns") << QByteArray(R"({"Type":4,"Index":1,"Data":17})");
+        QTest::newRow("dynamic party position") << QByteArray(R"({"Type":4,"Index":{"Type":1,"ID":5},"Data":6})");
+        QTest::newRow("enemy notetags") << QByteArray(R"({"Type":5,"Index":3,"Data":15,"Notetag":"Weak"})");
+        QTest::newRow("enemy state turns") << QByteArray(R"({"Type":5,"Index":1,"Data":16})");
+        QTest::newRow("enemy skill ids") << QByteArray(R"({"Type":5,"Index":2,"Data":0})");
+        QTest::newRow("combined") << QByteArray(R"({"Type":6,"List1":{"Type":2,"MembersType":0,"Data":2},
+                                                   "List2":{"Type":6,"List1":{"Type":7,"Code":"return [1];"},
+                                                            "List2":{"Type":0,"Start":1,"End":3}}})");
+        QTest::newRow("code") << QByteArray(R"j({"Type":7,"Code":"const ids = [];\nreturn ids;"})j");
+    }
+
+    void unchangedConfirmKeepsTheValue()
+    {
+        QFETCH(QByteArray, value);
+        QJsonObject object = json(value.constData());
+        QVERIFY(!object.isEmpty());
+        bool accepted = false;
+        RMListSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        QCOMPARE(dialog.tabs()->currentIndex(), object.value(QStringLiteral("Type")).toInt());
+        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
+        QVERIFY(accepted);
+        QCOMPARE(object, json(value.constData()));
+    }
+
+    // A buff list reopens with the visible combo on its first row, so an
+    // untouched confirmation writes the buffs' IDs.
+    void buffListReopensOnItsFirstRow()
+    {
+        QJsonObject object = json(R"({"Type":4,"Index":1,"Data":10})");
+        bool accepted = false;
+        RMListSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        QCOMPARE(field<MyComboBox>(&dialog, "ActorData1")->currentIndex(), 3);
+        QCOMPARE(field<MyComboBox>(&dialog, "ActorStateData")->currentIndex(), 0);
+        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
+        QCOMPARE(object, json(R"({"Type":4,"Index":1,"Data":9})"));
+    }
+
+    void newListOpensOnNumbers()
+    {
+        QJsonObject object;
+        bool accepted = false;
+        RMListSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        QCOMPARE(dialog.windowTitle(), QStringLiteral("List Input"));
+        QCOMPARE(dialog.tabs()->currentIndex(), 0);
+        QCOMPARE(field<MyLineEdit>(&dialog, "MinNumber")->text(), QStringLiteral("0"));
+        QCOMPARE(field<MyLineEdit>(&dialog, "MaxNumber")->text(), QStringLiteral("5"));
+        // The other tabs' openers show their defaults.
+        QCOMPARE(field<MyDialogOpener>(&dialog, "StartVariable")->value(), QStringLiteral("[0001] Gold"));
+        QCOMPARE(field<MyDialogOpener>(&dialog, "EndVariable")->value(), QStringLiteral("[0002] Steps"));
+        QCOMPARE(field<MyDialogOpener>(&dialog, "StartList")->value(), QStringLiteral("0 ~ 1"));
+        QCOMPARE(field<MyDialogOpener>(&dialog, "EndList")->value(), QStringLiteral("2 ~ 3"));
+        QCOMPARE(field<MyDialogOpener>(&dialog, "Code")->value(), QStringLiteral("return [];"));
+
+        // A number out of range holds the confirmation; cancel keeps the value.
+        retype(field<MyLineEdit>(&dialog, "MaxNumber"), QStringLiteral("1000000"));
+        QVERIFY(!dialog.confirmButton()->isEnabled());
+        QTest::mouseClick(dialog.cancelButton(), Qt::LeftButton);
+        QVERIFY(!accepted);
+        QVERIFY(object.isEmpty());
+    }
+
+    // The combined list's parts are lists of their own, edited in a nested
+    // list input.
+    void combinedListsNest()
+    {
+        QJsonObject object = json(R"({"Type":6,"List1":{"Type":3,"ItemType":2,"Data":1},"List2":{"Type":7,"Code":"a"}})");
+        bool accepted = false;
+        RMListSelector dialog(&object, &accepted, &data, nullptr);
+        show(&dialog);
+        MyDialogOpener* first = field<MyDialogOpener>(&dialog, "StartList");
+        QCOMPARE(first->value(), QStringLiteral("Weapons List"));
+        QVERIFY(!first->isItalic());
+
+        // The nested input opens on the part; its new value replaces it.
+        Seen seen = answering([&] { QTest::mouseClick(first, Qt::LeftButton); },
+                              {[](TrovDialog* nested) {
+                                  auto* list = qobject_cast<RMListSelector*>(nested);
+                                  QVERIFY(list);
+                                  QCOMPARE(list->tabs()->currentIndex(), 3);
+                                  QCOMPARE(field<MyComboBox>(nested, "ItemType")->currentIndex(), 2);
+                                  clickTab(list, 2);
+                                  choose(field<MyComboBox>(nested, "MemberType"), 1);
+                                  QTest::mouseClick(list->confirmButton(), Qt::LeftButton);
+                              }});
+        QCOMPARE(seen.title, QStringLiteral("List Input"));
+        QCOMPARE(first->value(), QStringLiteral("Troop Enemies List"));
+        QVERIFY(!first->isItalic());
+
+        // Cancelled: the second part stays.
+        answering([&] { QTest::mouseClick(field<MyDialogOpener>(&dialog, "EndList"), Qt::LeftButton); },
+                  {[](TrovDialog* nested) {
+                      clickTab(qobject_cast<RMListSelector*>(nested), 0);
+                      QTest::mouseClick(field<QPushButton>(nested, "cancelButton"), Qt::LeftButton);
+                  }});
+        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
+        QCOMPARE(object, json(R"({"Type":6,"List1":{"Type":2,"MembersType":1,"Data":0},"List2":{"Type":7,"Code":"a"}})"));
+    }
+
+    // The "List" tab of a dynamic number opens the list input on its list.
+    void dynamicNumberEditsItsList()
+    {
+        QJsonObject number = json(R"({"Type":9,"Op":1,"Frequency":30,"ListData":{"Type":4,"Index":1,"Data":16}})");
+        bool accepted = false;
+        RMNumberSelector dialog(&number, &accepted, &data, nullptr);
+        show(&dialog);
+        MyDialogOpener* opener = field<MyDialogOpener>(&dialog, "List");
+        QCOMPARE(opener->value(), QStringLiteral("Actor's State Turns "));
+        const Seen seen = answering([&] { QTest::mouseClick(opener, Qt::LeftButton); },
+                                    {[](TrovDialog* list) {
+                                        QCOMPARE(field<MyComboBox>(list, "ActorData1")->currentIndex(), 2);
+                                        QCOMPARE(field<MyComboBox>(list, "ActorStateData")->currentIndex(), 3);
+                                        clickTab(qobject_cast<RMListSelector*>(list), 3);
+                                        choose(field<MyComboBox>(list, "ItemType"), 4);
+                                        QTest::mouseClick(field<QPushButton>(list, "confirmButton"), Qt::LeftButton);
+                                    }});
+        QCOMPARE(seen.count, 1);
+        QCOMPARE(opener->value(), QStringLiteral("Key Items List"));
+        QVERIFY(!opener->isItalic());
+        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
+        QCOMPARE(number, json(R"({"Type":9,"Op":1,"Frequency":30,"ListData":{"Type":3,"ItemType":4,"Data":0}})"));
+    }
+
+    // The opener a collection's dialog uses: it changes only on confirmation.
+    void pickReplacesOnlyOnConfirmation()
+    {
+        QWidget owner;
+        owner.resize(400, 200);
+        show(&owner);
+        MyDialogOpener opener(&owner);
+        QJsonObject value = json(R"({"Type":2,"MembersType":0,"Data":0})");
+        RMListSelector::showList(&opener, value, &data);
+        QCOMPARE(opener.value(), QStringLiteral("Party Members List"));
+        answering([&] { RMListSelector::pick(&opener, &value, &data, &owner); },
+                  {[](TrovDialog* list) {
+                      choose(field<MyComboBox>(list, "MemberType"), 2);
+                      QTest::mouseClick(field<QPushButton>(list, "cancelButton"), Qt::LeftButton);
+                  }});
+        QCOMPARE(value, json(R"({"Type":2,"MembersType":0,"Data":0})"));
+        bool picked = false;
+        answering([&] { picked = RMListSelector::pick(&opener, &value, &data, &owner); },
+                  {[](TrovDialog* list) {
+                      clickTab(qobject_cast<RMListSelector*>(list), 1);
+                      QTest::mouseClick(field<QPushButton>(list, "confirmButton"), Qt::LeftButton);
+                  }});
+        QVERIFY(picked);
+        QCOMPARE(value, json(R"({"Type":1,"Start":1,"End":2})"));
+        QCOMPARE(opener.value(), QStringLiteral("[0001] Gold ~ [0002] Steps"));
+    }
+};
+
+VELMORA_TEST_MAIN(TestListInput, QApplication)
+#include "tst_listinput.moc"
