@@ -2,6 +2,7 @@
 
 #include "theme/ThemeManager.h"
 #include "widgets/AlertDialog.h"
+#include "widgets/CFramelessWindow.h"
 #include "widgets/ConfirmationDialog.h"
 #include "widgets/CustomTitleBar.h"
 #include "widgets/DialogFlags.h"
@@ -14,6 +15,7 @@
 #include <QPointer>
 #include <QSet>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -265,6 +267,86 @@ private slots:
                        click(dialog, "okButton");
                    });
         QVERIFY2(width >= needed, qPrintable(QStringLiteral("%1 < %2").arg(width).arg(needed)));
+    }
+
+    // Every dialog opens in the middle of its window, whether the dialog and
+    // the window draw their own title bars or have the system's, and never
+    // past the screen's edges: a window that reaches past the screen, or a
+    // dialog larger than what is left of it, still leaves the whole dialog,
+    // or at least its title bar, on the screen.
+    void dialogsOpenCentredAndOnScreen_data()
+    {
+        QTest::addColumn<bool>("nativeTitle");
+        QTest::addColumn<int>("windowStyle");
+        QTest::addColumn<QRect>("window");
+        const QRect middle(80, 60, 640, 480);
+        // Reaches past the right and the bottom of the 800 by 600 screen.
+        const QRect pastTheEdge(420, 330, 640, 480);
+        QTest::newRow("own title, frameless window") << false << int(CFramelessWindow::Frameless) << middle;
+        QTest::newRow("own title, system's frame") << false << int(CFramelessWindow::Native) << middle;
+        QTest::newRow("system's title, frameless window") << true << int(CFramelessWindow::Frameless) << middle;
+        QTest::newRow("system's title and frame") << true << int(CFramelessWindow::Native) << middle;
+        QTest::newRow("own title, window past the edge") << false << int(CFramelessWindow::Frameless) << pastTheEdge;
+        QTest::newRow("system's title, window past the edge") << true << int(CFramelessWindow::Native) << pastTheEdge;
+    }
+
+    void dialogsOpenCentredAndOnScreen()
+    {
+        QFETCH(bool, nativeTitle);
+        QFETCH(int, windowStyle);
+        QFETCH(QRect, window);
+        setPreferences({nativeTitle, false, false});
+        CFramelessWindow owner(windowStyle);
+        owner.setGeometry(window);
+        owner.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&owner));
+        const QRect screen = owner.screen()->availableGeometry();
+        const QRect visiblePart = owner.geometry() & screen;
+
+        int outcome = -1;
+        ConfirmationDialog dialog(QStringLiteral("Would you like to save before closing?"),
+                                  QStringLiteral("Save Confirmation"), &outcome, &owner);
+        QRect frame;
+        whileModal([&] { dialog.exec(); }, [&](QDialog* shown) {
+            // Placed for good once its size settled and it was activated.
+            QTest::qWait(100);
+            frame = shown->frameGeometry();
+            click(shown, "cancelButton");
+        });
+        QCOMPARE(outcome, 1);
+        QVERIFY2(screen.contains(frame), qPrintable(QStringLiteral("%1,%2 %3x%4").arg(frame.x()).arg(frame.y())
+                                                        .arg(frame.width()).arg(frame.height())));
+        if (window == visiblePart) {
+            QVERIFY(qAbs(frame.center().x() - window.center().x()) <= 1);
+            QVERIFY(qAbs(frame.center().y() - window.center().y()) <= 1);
+        } else {
+            // Pushed in from the edges only as far as needed: it still
+            // covers the window's visible corner.
+            QVERIFY(frame.intersects(visiblePart));
+            QCOMPARE(frame.right(), screen.right());
+            QCOMPARE(frame.bottom(), screen.bottom());
+        }
+    }
+
+    void dialogLargerThanTheScreenKeepsItsTitleBarOnIt()
+    {
+        for (const bool native : {true, false}) {
+            setPreferences({native, false, false});
+            QWidget owner;
+            owner.setGeometry(80, 60, 640, 480);
+            owner.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&owner));
+            const QRect screen = owner.screen()->availableGeometry();
+            Layer big(&owner);
+            big.setFixedSize(screen.width() + 200, screen.height() + 100);
+            QPoint corner;
+            whileModal([&] { big.exec(); }, [&](QDialog* shown) {
+                QTest::qWait(100);
+                corner = shown->frameGeometry().topLeft();
+                shown->accept();
+            });
+            QCOMPARE(corner, screen.topLeft());
+        }
     }
 
     void nestedDialogsDarkenOnceEach_data()

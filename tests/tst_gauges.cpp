@@ -111,27 +111,6 @@ QJsonObject firstMember(int info)
     return QJsonObject{{"Type", 4}, {"ActorType", false}, {"Index", 1}, {"Info", info}};
 }
 
-QColor at(const QImage& image, int x, int y)
-{
-    return QColor::fromRgba(image.pixel(x, y));
-}
-
-bool near(const QColor& actual, const QColor& expected, int tolerance = 3)
-{
-    return qAbs(actual.red() - expected.red()) <= tolerance && qAbs(actual.green() - expected.green()) <= tolerance
-        && qAbs(actual.blue() - expected.blue()) <= tolerance && qAbs(actual.alpha() - expected.alpha()) <= tolerance;
-}
-
-#define COMPARE_COLOR(image, x, y, expected)                                                                      \
-    QVERIFY2(near(at(image, x, y), expected),                                                                     \
-             qPrintable(QStringLiteral("pixel %1,%2 is %3 alpha %4, not %5 alpha %6")                             \
-                            .arg(x)                                                                               \
-                            .arg(y)                                                                               \
-                            .arg(at(image, x, y).name())                                                          \
-                            .arg(at(image, x, y).alpha())                                                         \
-                            .arg(QColor(expected).name())                                                         \
-                            .arg(QColor(expected).alpha())))
-
 // Compared as compact text, so that a failure shows both objects.
 #define COMPARE_JSON(actual, expected) QCOMPARE(TestEnvironment::compact(actual), TestEnvironment::compact(expected))
 
@@ -505,9 +484,9 @@ private slots:
         QCOMPARE(QSize(gauge->width, gauge->height), QSize(100, 8));
         // Box (150, 96) to (249, 103) at zoom 1; every canvas pixel below is
         // the middle of the bar pixel it shows.
-        auto pixel = [&](int x, int y) { return at(image, x * f + f / 2, y * f + f / 2); };
+        auto pixel = [&](int x, int y) { return TestEnvironment::pixel(image, x * f + f / 2, y * f + f / 2); };
         auto expect = [&](int x, int y, const QColor& colour) {
-            QVERIFY2(near(pixel(x, y), colour),
+            QVERIFY2(TestEnvironment::nearColor(pixel(x, y), colour),
                      qPrintable(QStringLiteral("bar pixel %1,%2 is %3 alpha %4, not %5")
                                     .arg(x)
                                     .arg(y)

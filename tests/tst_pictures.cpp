@@ -72,7 +72,7 @@ QString describe(const QColor& color)
     return QStringLiteral("%1 alpha %2").arg(color.name()).arg(color.alpha());
 }
 
-#define COMPARE_COLOR(actual, expected)                                                                           \
+#define COMPARE_SHADE(actual, expected)                                                                           \
     QVERIFY2(near(actual, expected),                                                                              \
              qPrintable(QStringLiteral("%1, not %2").arg(describe(actual), describe(expected))))
 
@@ -299,7 +299,7 @@ private slots:
         QVERIFY(shown);
         QCOMPARE(shown->pixmap.size(), QSize(144, 144));
         for (const QPoint& point : {QPoint(0, 0), QPoint(72, 72), QPoint(143, 143)})
-            COMPARE_COLOR(at(shown->pixmap, point.x(), point.y()), cellColor(cell));
+            COMPARE_SHADE(at(shown->pixmap, point.x(), point.y()), cellColor(cell));
         QCOMPARE(QSize(shown->width, shown->height), QSize(144, 144));
     }
 
@@ -313,25 +313,25 @@ private slots:
         editor.projectData = actors({actor("Faces", 9), actor("Faces", 2), actor("Nowhere", 0)});
         auto* shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 1}})));
         QCOMPARE(shown->pixmap.size(), QSize(144, 144));
-        COMPARE_COLOR(at(shown->pixmap, 72, 72), Clear);
-        COMPARE_COLOR(at(shown->pixmap, 0, 0), Clear);
+        COMPARE_SHADE(at(shown->pixmap, 72, 72), Clear);
+        COMPARE_SHADE(at(shown->pixmap, 0, 0), Clear);
 
         editor.projectData = actors({actor("Faces", 6), actor("Faces", 2)});
         shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 1}, {"Index", 2}})));
-        COMPARE_COLOR(at(shown->pixmap, 72, 72), cellColor(6));
+        COMPARE_SHADE(at(shown->pixmap, 72, 72), cellColor(6));
 
         shown = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 40}})));
-        COMPARE_COLOR(at(shown->pixmap, 72, 72), QColor(Qt::green));
+        COMPARE_SHADE(at(shown->pixmap, 72, 72), QColor(Qt::green));
 
         editor.projectData = actors({actor("Faces", 0), actor("Faces", 0), actor("Nowhere", 0)});
         const QImage image = editor.render(face({{"Type", 0}, {"ID", 3}}));
         shown = qobject_cast<UIComponentActorFace*>(editor.scene->components().value(0));
         QCOMPARE(QSize(shown->width, shown->height), QSize(144, 144));
         // Centred on (200, 150): the block covers 128 to 271 by 78 to 221.
-        COMPARE_COLOR(at(image, 128, 78), Unavailable);
-        COMPARE_COLOR(at(image, 271, 221), Unavailable);
-        COMPARE_COLOR(at(image, 127, 150), Clear);
-        COMPARE_COLOR(at(image, 272, 150), Clear);
+        COMPARE_SHADE(at(image, 128, 78), Unavailable);
+        COMPARE_SHADE(at(image, 271, 221), Unavailable);
+        COMPARE_SHADE(at(image, 127, 150), Clear);
+        COMPARE_SHADE(at(image, 272, 150), Clear);
     }
 
     // ---------------------------------------------------------------- icons
@@ -360,7 +360,7 @@ private slots:
         QCOMPARE(shown->pixmap.size(), QSize(32, 32));
         const QColor expected = cell < 0 ? Clear : cellColor(cell);
         for (const QPoint& point : {QPoint(0, 0), QPoint(16, 16), QPoint(31, 31)})
-            COMPARE_COLOR(at(shown->pixmap, point.x(), point.y()), expected);
+            COMPARE_SHADE(at(shown->pixmap, point.x(), point.y()), expected);
     }
 
     // A size of 24 on a 32-pixel set cuts 24-pixel cells at multiples of
@@ -373,14 +373,14 @@ private slots:
             editor.load(icon({{"IconIndex", number(1)}, {"IconSet", "Icons"}, {"IconSize", 24}})));
         QCOMPARE(shown->pixmap.size(), QSize(24, 24));
         QCOMPARE(QSize(shown->width, shown->height), QSize(24, 24));
-        COMPARE_COLOR(at(shown->pixmap, 7, 10), cellColor(0));
-        COMPARE_COLOR(at(shown->pixmap, 8, 10), cellColor(1));
-        COMPARE_COLOR(at(shown->pixmap, 23, 23), cellColor(1));
+        COMPARE_SHADE(at(shown->pixmap, 7, 10), cellColor(0));
+        COMPARE_SHADE(at(shown->pixmap, 8, 10), cellColor(1));
+        COMPARE_SHADE(at(shown->pixmap, 23, 23), cellColor(1));
 
         shown = qobject_cast<UIComponentIcon*>(editor.load(
             icon({{"IconIndex", number(17)}, {"IconSet", "Icons"}, {"IconSize", QJsonObject{{"Type", 0}, {"Param", "S"}}}})));
         QCOMPARE(shown->pixmap.size(), QSize(32, 32));
-        COMPARE_COLOR(at(shown->pixmap, 16, 16), cellColor(17));
+        COMPARE_SHADE(at(shown->pixmap, 16, 16), cellColor(17));
     }
 
     // A set the project lacks, or none, is the block at the configured size.
@@ -392,9 +392,9 @@ private slots:
             UIComponentBase* shown = editor.scene->components().value(0);
             QCOMPARE(QSize(shown->width, shown->height), QSize(40, 40));
             // Centred on (200, 150): 180 to 219 by 130 to 169.
-            COMPARE_COLOR(at(image, 180, 130), Unavailable);
-            COMPARE_COLOR(at(image, 219, 169), Unavailable);
-            COMPARE_COLOR(at(image, 220, 150), Clear);
+            COMPARE_SHADE(at(image, 180, 130), Unavailable);
+            COMPARE_SHADE(at(image, 219, 169), Unavailable);
+            COMPARE_SHADE(at(image, 220, 150), Clear);
         }
     }
 
@@ -424,9 +424,9 @@ private slots:
         QCOMPARE(QSize(shown->width, shown->height), found ? QSize(50, 30) : QSize(64, 64));
         const QRect box(200 - shown->width / 2, 150 - shown->height / 2, shown->width, shown->height);
         const QColor inside = found ? QColor(Qt::yellow) : Unavailable;
-        COMPARE_COLOR(at(image, box.left(), box.top()), inside);
-        COMPARE_COLOR(at(image, box.right(), box.bottom()), inside);
-        COMPARE_COLOR(at(image, box.right() + 1, box.center().y()), Clear);
+        COMPARE_SHADE(at(image, box.left(), box.top()), inside);
+        COMPARE_SHADE(at(image, box.right(), box.bottom()), inside);
+        COMPARE_SHADE(at(image, box.right() + 1, box.center().y()), Clear);
         // An empty name refers to nothing, so nothing is missing.
         QCOMPARE(ProjectImages::missing().contains("img/pictures/" + name), !found && !name.isEmpty());
     }
@@ -533,17 +533,17 @@ private slots:
         shown->resized();
         const QImage pattern = shown->pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
         QCOMPARE(pattern.size(), QSize(45, 9));
-        COMPARE_COLOR(at(pattern, 40, 8), Red);
-        COMPARE_COLOR(at(pattern, 44, 0), Blue);
+        COMPARE_SHADE(at(pattern, 40, 8), Red);
+        COMPARE_SHADE(at(pattern, 44, 0), Blue);
         const QJsonObject data = shown->data().value("RepeatData").toObject();
         QCOMPARE(data.value("Width").toInt(), 45);
         QCOMPARE(data.value("Height").toInt(), 9);
 
         const QImage image = editor.render(repeat({{"Picture", "Nowhere"}, {"Width", 40}, {"Height", 30}}));
         // Centred on (200, 150): 180 to 219 by 135 to 164.
-        COMPARE_COLOR(at(image, 180, 135), Unavailable);
-        COMPARE_COLOR(at(image, 219, 164), Unavailable);
-        COMPARE_COLOR(at(image, 220, 150), Clear);
+        COMPARE_SHADE(at(image, 180, 135), Unavailable);
+        COMPARE_SHADE(at(image, 219, 164), Unavailable);
+        COMPARE_SHADE(at(image, 220, 150), Clear);
         // Without a size it is the dialog's 100 by 100.
         UIComponentBase* sized = editor.load(repeat({{"Picture", "Tile"}}));
         QCOMPARE(QSize(sized->width, sized->height), QSize(100, 100));
@@ -558,8 +558,8 @@ private slots:
         const QImage image = editor.render(repeat({{"Picture", "Tile"}, {"Width", 40}, {"Height", 16}}));
         // The box runs from (180, 142) at zoom 1, (360, 284) at zoom 2.
         for (const QPoint& point : {QPoint(360, 284), QPoint(361, 285), QPoint(380, 300)})
-            COMPARE_COLOR(at(image, point.x(), point.y()), Red);
-        COMPARE_COLOR(at(image, 362, 284), Blue);
+            COMPARE_SHADE(at(image, point.x(), point.y()), Red);
+        COMPARE_SHADE(at(image, 362, 284), Blue);
     }
 
     // Sizes from a document far beyond what the dialogs take keep the
@@ -579,14 +579,14 @@ private slots:
         QCOMPARE(QSize(big->width, big->height), QSize(99999, 99999));
         QVERIFY(big->pixmap.width() <= 4096);
         // Cell 1 of 99999 pixels starts far right of the 512-pixel set: empty.
-        COMPARE_COLOR(at(big->pixmap, 0, 0), Clear);
+        COMPARE_SHADE(at(big->pixmap, 0, 0), Clear);
         big = qobject_cast<UIComponentIcon*>(
             editor.load(icon({{"IconIndex", number(0)}, {"IconSet", "Icons"}, {"IconSize", 99999}})));
-        COMPARE_COLOR(at(big->pixmap, 0, 0), cellColor(0));
+        COMPARE_SHADE(at(big->pixmap, 0, 0), cellColor(0));
 
         editor.projectData = actors({QJsonObject{{"faceName", "Faces"}, {"faceIndex", 2147483647}}});
         auto* far = qobject_cast<UIComponentActorFace*>(editor.load(face({{"Type", 0}, {"ID", 1}})));
-        COMPARE_COLOR(at(far->pixmap, 72, 72), Clear);
+        COMPARE_SHADE(at(far->pixmap, 72, 72), Clear);
     }
 
     // ---------------------------------------------------------------- image references
@@ -693,7 +693,7 @@ private slots:
         QVERIFY(made);
         const QJsonObject expected = withoutAddons({{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}});
         QCOMPARE(made->data().value("ActorFaceData").toObject(), expected);
-        COMPARE_COLOR(at(made->pixmap, 72, 72), cellColor(1));
+        COMPARE_SHADE(at(made->pixmap, 72, 72), cellColor(1));
         QCOMPARE(QSize(made->width, made->height), QSize(144, 144));
         QCOMPARE(editor.reloaded().value("ActorFaceData").toObject(), expected);
     }
@@ -719,8 +719,8 @@ private slots:
         QCOMPARE(QSize(made->width, made->height), QSize(24, 24));
         // Cell 17 at 24 pixels: x 24 to 47 of row 1 (y 24 to 47), the end of
         // icon 16 and the start of icon 17.
-        COMPARE_COLOR(at(made->pixmap, 0, 12), cellColor(16));
-        COMPARE_COLOR(at(made->pixmap, 20, 12), cellColor(17));
+        COMPARE_SHADE(at(made->pixmap, 0, 12), cellColor(16));
+        COMPARE_SHADE(at(made->pixmap, 20, 12), cellColor(17));
         QCOMPARE(editor.reloaded().value("IconData").toObject(), expected);
 
         // The set from code: the default code is written beside the set.

@@ -14,12 +14,14 @@
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <QPainter>
 #include <QPropertyAnimation>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 
 namespace {
@@ -131,23 +133,59 @@ void TrovDialog::attachTo(QWidget* widget)
     centerDialog();
 }
 
+QPoint TrovDialog::centredPosition(const QRect& area, const QSize& frame, const QRect& available)
+{
+    QRect placed(QPoint(0, 0), frame);
+    placed.moveCenter(area.center());
+    if (available.isEmpty())
+        return placed.topLeft();
+    // Kept on the screen; a frame larger than the screen keeps its top left
+    // corner, and with it the title bar, on the screen.
+    placed.moveRight(qMin(placed.right(), available.right()));
+    placed.moveBottom(qMin(placed.bottom(), available.bottom()));
+    placed.moveLeft(qMax(placed.left(), available.left()));
+    placed.moveTop(qMax(placed.top(), available.top()));
+    return placed.topLeft();
+}
+
+QSize TrovDialog::outerSize() const
+{
+    // Without the system's frame the dialog is its own frame. With it, Qt
+    // reads the frame off the window manager, whose frame may not have its
+    // size yet just after the window is mapped: then the frame comes out
+    // smaller than the dialog, and only the dialog's own size is sure.
+    const QRect inner = geometry();
+    const QRect outer = frameGeometry();
+    if (nativeTitle && outer.contains(inner))
+        return outer.size();
+    return inner.size();
+}
+
 void TrovDialog::centerDialog()
 {
-    // The frame, with the system's title when there is one, is what stands
-    // in the middle.
-    const QSize frameSize = frameGeometry().size();
+    QRect area;
     if (attached) {
-        QRect frame(QPoint(0, 0), frameSize);
-        frame.moveCenter(attached->mapToGlobal(attached->rect().center()));
-        move(frame.topLeft());
+        area = QRect(attached->mapToGlobal(QPoint(0, 0)), attached->size());
+    } else {
+        const QWidget* reference = centerOn ? centerOn.data() : parentWidget();
+        if (!reference)
+            return;
+        area = reference->isWindow() ? reference->geometry()
+                                     : QRect(reference->mapToGlobal(QPoint(0, 0)), reference->size());
+    }
+    const QScreen* target = QGuiApplication::screenAt(area.center());
+    if (!target)
+        target = screen();
+    const QPoint corner = centredPosition(area, outerSize(), target ? target->availableGeometry() : QRect());
+    if (nativeTitle || !isVisible()) {
+        // The frame, with the system's title if there is one, is what
+        // stands in the middle.
+        move(corner);
         return;
     }
-    const QWidget* reference = centerOn ? centerOn.data() : parentWidget();
-    if (!reference)
-        return;
-    const QRect area = reference->isWindow() ? reference->geometry()
-                                             : QRect(reference->mapToGlobal(QPoint(0, 0)), reference->size());
-    move(area.x() + (area.width() - frameSize.width()) / 2, area.y() + (area.height() - frameSize.height()) / 2);
+    // A frameless dialog is placed by its own geometry, which leaves out
+    // the frame margins Qt reckons for the window.
+    setGeometry(QRect(corner, size()));
 }
 
 void TrovDialog::darken()

@@ -43,7 +43,11 @@ public:
     void undarken();
     // From now on the dialog centres on this widget.
     void attachTo(QWidget* widget);
+    // Centres the dialog on its reference, kept on the reference's screen.
     void centerDialog();
+    // The top left corner of a frame of this size centred on area and moved
+    // inside available, if that isn't empty.
+    static QPoint centredPosition(const QRect& area, const QSize& frame, const QRect& available);
 
     // Colours a confirm, cancel or other dialog button with a theme colour.
     static void colorButton(QPushButton* button, int themeKey);
@@ -87,6 +91,8 @@ protected:
 
 private:
     void setUpTitleBar();
+    // The size of the dialog with the system's frame, if it has one.
+    QSize outerSize() const;
     // Resizes to the size the form settled on and, unless the dialog is
     // resizable, holds it there: the window manager then offers neither
     // resizing nor maximising.
