@@ -106,7 +106,7 @@ private slots:
             "Kind 11 Custom Collection: 1\n"
             "Kind 12 Attach Collection: 1\n"
             "Kind 13 Animation: 1\n"
-            "Placeholders: 3\n"
+            "Placeholders: 5\n"
             // The face of actor 1, who has no "faceName": the default sheet,
             // which this project lacks.
             "Missing images: 1\n"
