@@ -35,6 +35,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace TestEnvironment {
 
@@ -46,6 +47,16 @@ QTemporaryDir* temporaryHome = nullptr;
 
 void isolate()
 {
+    // Removed with all it holds when the test program ends, however many
+    // projects and homes its tests made below it.
+    if (!temporaryHome) {
+        std::atexit([]() {
+            delete temporaryHome;
+            temporaryHome = nullptr;
+        });
+    } else {
+        delete temporaryHome;
+    }
     temporaryHome = new QTemporaryDir();
     const QByteArray root = temporaryHome->path().toLocal8Bit();
     qputenv("HOME", root);
