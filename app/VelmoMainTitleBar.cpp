@@ -80,11 +80,11 @@ VelmoMainTitleBar::VelmoMainTitleBar(int windowStyle, bool nativeMenuBar, QWidge
     Action_CloseProject = makeAction(Menu_File, "Action_CloseProject", QT_TR_NOOP("Close Project"),
                                      QT_TR_NOOP("Close"), nullptr, "CloseProject.png");
     // Quit ends the program the way the window's close button does, asking
-    // first about unsaved work; Ctrl+Q is what a Linux desktop expects.
+    // first about unsaved work. It has no Ctrl+Q: in this program that key
+    // shows and hides the selected component on the canvas and in the list.
     Menu_File->addSeparator();
     Action_Quit = Menu_File->addAction(tr("Quit"));
     Action_Quit->setObjectName(QStringLiteral("Action_Quit"));
-    Action_Quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     Action_Quit->setMenuRole(QAction::QuitRole);
     actions.append(Action_Quit);
     Action_Undo = makeAction(Menu_Edit, "Action_Undo", QT_TR_NOOP("Undo Action"), QT_TR_NOOP("Undo"), nullptr,
