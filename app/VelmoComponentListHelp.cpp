@@ -51,10 +51,14 @@ VelmoComponentListHelp::VelmoComponentListHelp(QWidget* parent) : TrovDialog(par
 QString VelmoComponentListHelp::keyTable()
 {
     const QList<QPair<const char*, const char*>> lines{
-        {QT_TR_NOOP("Move Items in List"), "RIGHT-CLICK + DRAG"}, {QT_TR_NOOP("Refresh List"), "SHIFT + R"},
-        {QT_TR_NOOP("Show/Hide Component"), "CTRL + Q"},         {nullptr, nullptr},
-        {QT_TR_NOOP("Copy Component"), "CTRL + C"},              {QT_TR_NOOP("Cut Component"), "CTRL + X"},
-        {QT_TR_NOOP("Paste Component"), "CTRL + V"},             {QT_TR_NOOP("Delete Component"), "DEL"}};
+        {QT_TR_NOOP("Move Items in List"), QT_TR_NOOP("RIGHT-CLICK + DRAG")},
+        {QT_TR_NOOP("Refresh List"), QT_TR_NOOP("SHIFT + R")},
+        {QT_TR_NOOP("Show/Hide Component"), QT_TR_NOOP("CTRL + Q")},
+        {nullptr, nullptr},
+        {QT_TR_NOOP("Copy Component"), QT_TR_NOOP("CTRL + C")},
+        {QT_TR_NOOP("Cut Component"), QT_TR_NOOP("CTRL + X")},
+        {QT_TR_NOOP("Paste Component"), QT_TR_NOOP("CTRL + V")},
+        {QT_TR_NOOP("Delete Component"), QT_TR_NOOP("DEL")}};
     // Names padded with blanks so the keys stand in one column of the fixed face.
     int width = 0;
     for (const auto& line : lines)
@@ -64,7 +68,7 @@ QString VelmoComponentListHelp::keyTable()
         const QString name = line.first ? tr(line.first) : QString();
         rows.append(line.first ? QStringLiteral("\u2022 %1%2%3")
                                      .arg(name.toHtmlEscaped(), QString(width - name.size() + 2, QLatin1Char(' ')),
-                                          QLatin1String(line.second))
+                                          tr(line.second).toHtmlEscaped())
                                : QString());
     }
     return QStringLiteral("<pre>%1</pre>").arg(rows.join(QStringLiteral("<br>")));
