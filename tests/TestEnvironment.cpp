@@ -21,6 +21,9 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "logic/DynamicValueSelector.h"
+#include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
 #include "app/CommandLineTool.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
@@ -325,6 +328,35 @@ Answer choosing(const char* field, int index)
 QColor pixel(const QImage& image, int x, int y)
 {
     return QColor::fromRgba(image.pixel(x, y));
+}
+
+void retype(MyLineEdit* edit, const QString& text)
+{
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(edit, text);
+}
+
+void choose(MyComboBox* combo, int row)
+{
+    QTest::mouseClick(combo, Qt::LeftButton);
+    QTRY_VERIFY(combo->popup());
+    for (int i = combo->currentIndex(); i < row; ++i)
+        QTest::keyClick(combo->popup(), Qt::Key_Down);
+    for (int i = combo->currentIndex(); i > row; --i)
+        QTest::keyClick(combo->popup(), Qt::Key_Up);
+    QTest::keyClick(combo->popup(), Qt::Key_Return);
+    QTRY_COMPARE(combo->currentIndex(), row);
+}
+
+void clickTab(DynamicValueSelector* dialog, int index)
+{
+    MyTabSystem* tabs = dialog->tabs();
+    const int perRow = tabs->count() / 2;
+    MyTabSystemHeader* row = index < perRow ? tabs->header() : tabs->secondHeader();
+    QTest::mouseClick(row, Qt::LeftButton, Qt::NoModifier, row->tabRect(index % perRow).center());
+    QTRY_COMPARE(tabs->currentIndex(), index);
+    QTRY_VERIFY(!tabs->isAnimating());
 }
 
 bool nearColor(const QColor& actual, const QColor& expected, int tolerance)

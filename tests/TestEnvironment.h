@@ -16,6 +16,9 @@
 class GameUIEditor;
 class GameUIEditorScene;
 class GameUIEditorSceneHelperBase;
+class DynamicValueSelector;
+class MyComboBox;
+class MyLineEdit;
 class QMenu;
 class TrovDialog;
 class UltimateTreeWidget;
@@ -112,6 +115,13 @@ Answer choosing(const char* field, int index);
 // A pixel as an unpremultiplied colour, alpha included.
 QColor pixel(const QImage& image, int x, int y);
 // Whether two colours agree in every channel, alpha included.
+// Replaces a field's text as a user does: a click, Ctrl+A, the keys.
+void retype(MyLineEdit* edit, const QString& text);
+// Picks a row of a combo through its popup, by keys as a user does.
+void choose(MyComboBox* combo, int row);
+// Clicks the tab of a public index on the upper or the lower row of a
+// dynamic value dialog.
+void clickTab(DynamicValueSelector* dialog, int index);
 bool nearColor(const QColor& actual, const QColor& expected, int tolerance = 3);
 
 }

@@ -42,6 +42,9 @@ using TestEnvironment::press;
 
 namespace {
 
+using TestEnvironment::retype;
+using TestEnvironment::choose;
+
 QJsonObject json(const char* text)
 {
     return QJsonDocument::fromJson(QByteArray(text)).object();
@@ -70,25 +73,6 @@ void clickTab(QWidget* dialog, int index)
     MyTabSystem* tabs = qobject_cast<TypeTabDialog*>(dialog)->tabs();
     QTest::mouseClick(tabs->header(), Qt::LeftButton, Qt::NoModifier, tabs->header()->tabRect(index).center());
     QTRY_COMPARE(tabs->currentIndex(), index);
-}
-
-void choose(MyComboBox* combo, int row)
-{
-    QTest::mouseClick(combo, Qt::LeftButton);
-    QTRY_VERIFY(combo->popup());
-    for (int i = combo->currentIndex(); i < row; ++i)
-        QTest::keyClick(combo->popup(), Qt::Key_Down);
-    for (int i = combo->currentIndex(); i > row; --i)
-        QTest::keyClick(combo->popup(), Qt::Key_Up);
-    QTest::keyClick(combo->popup(), Qt::Key_Return);
-    QTRY_COMPARE(combo->currentIndex(), row);
-}
-
-void retype(MyLineEdit* edit, const QString& text)
-{
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
 }
 
 QStringList itemTexts(MyComboBox* combo)

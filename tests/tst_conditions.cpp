@@ -31,6 +31,9 @@ using TestEnvironment::press;
 
 namespace {
 
+using TestEnvironment::retype;
+using TestEnvironment::choose;
+
 QJsonArray records(const QString& prefix, int count)
 {
     QJsonArray all{QJsonValue()};
@@ -61,26 +64,6 @@ T* field(QWidget* dialog, const char* name)
     if (!found)
         qFatal("no field %s", name);
     return found;
-}
-
-// Picks a row of a combo through its popup, by keys as a user does.
-void choose(MyComboBox* combo, int row)
-{
-    QTest::mouseClick(combo, Qt::LeftButton);
-    QTRY_VERIFY(combo->popup());
-    for (int i = combo->currentIndex(); i < row; ++i)
-        QTest::keyClick(combo->popup(), Qt::Key_Down);
-    for (int i = combo->currentIndex(); i > row; --i)
-        QTest::keyClick(combo->popup(), Qt::Key_Up);
-    QTest::keyClick(combo->popup(), Qt::Key_Return);
-    QTRY_COMPARE(combo->currentIndex(), row);
-}
-
-void retype(MyLineEdit* edit, const QString& text)
-{
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
 }
 
 QStringList rowTexts(UltimateTreeWidget* list)

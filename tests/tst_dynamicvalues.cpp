@@ -22,6 +22,10 @@ using TestEnvironment::answering;
 
 namespace {
 
+using TestEnvironment::retype;
+using TestEnvironment::choose;
+using TestEnvironment::clickTab;
+
 QJsonObject json(const char* text)
 {
     return QJsonDocument::fromJson(text).object();
@@ -41,17 +45,6 @@ QJsonObject projectData()
                        {"Armors.json", named("Cap")}};
 }
 
-// Clicks the tab of a public index on the upper or the lower row.
-void clickTab(DynamicValueSelector* dialog, int index)
-{
-    MyTabSystem* tabs = dialog->tabs();
-    const int perRow = tabs->count() / 2;
-    MyTabSystemHeader* row = index < perRow ? tabs->header() : tabs->secondHeader();
-    QTest::mouseClick(row, Qt::LeftButton, Qt::NoModifier, row->tabRect(index % perRow).center());
-    QTRY_COMPARE(tabs->currentIndex(), index);
-    QTRY_VERIFY(!tabs->isAnimating());
-}
-
 template <class T>
 T* field(QWidget* dialog, const char* name)
 {
@@ -59,26 +52,6 @@ T* field(QWidget* dialog, const char* name)
     if (!found)
         qFatal("no field %s", name);
     return found;
-}
-
-void retype(MyLineEdit* edit, const QString& text)
-{
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
-}
-
-// Picks a row of a combo through its popup, by keys as a user does.
-void choose(MyComboBox* combo, int row)
-{
-    QTest::mouseClick(combo, Qt::LeftButton);
-    QTRY_VERIFY(combo->popup());
-    for (int i = combo->currentIndex(); i < row; ++i)
-        QTest::keyClick(combo->popup(), Qt::Key_Down);
-    for (int i = combo->currentIndex(); i > row; --i)
-        QTest::keyClick(combo->popup(), Qt::Key_Up);
-    QTest::keyClick(combo->popup(), Qt::Key_Return);
-    QTRY_COMPARE(combo->currentIndex(), row);
 }
 
 QJsonObject confirmed(DynamicValueSelector* dialog, QJsonObject* object)

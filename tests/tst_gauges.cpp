@@ -34,6 +34,8 @@ using TestEnvironment::press;
 
 namespace {
 
+using TestEnvironment::clickTab;
+
 // The canvas with the real registry, its selector and dialogs.
 struct Editor : TestEnvironment::Canvas {
     Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
@@ -156,17 +158,6 @@ QByteArray pngOf(const QImage& image)
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
     return bytes;
-}
-
-// Clicks the tab of a public index on the upper or the lower row.
-void clickTab(DynamicValueSelector* dialog, int index)
-{
-    MyTabSystem* tabs = dialog->tabs();
-    const int perRow = tabs->count() / 2;
-    MyTabSystemHeader* row = index < perRow ? tabs->header() : tabs->secondHeader();
-    QTest::mouseClick(row, Qt::LeftButton, Qt::NoModifier, row->tabRect(index % perRow).center());
-    QTRY_COMPARE(tabs->currentIndex(), index);
-    QTRY_VERIFY(!tabs->isAnimating());
 }
 
 template <class T>

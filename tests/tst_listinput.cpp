@@ -23,6 +23,9 @@ using TestEnvironment::Seen;
 
 namespace {
 
+using TestEnvironment::retype;
+using TestEnvironment::choose;
+
 QJsonObject json(const char* text)
 {
     return QJsonDocument::fromJson(QByteArray(text)).object();
@@ -59,26 +62,6 @@ void clickTab(TypeTabDialog* dialog, int index)
     QTest::mouseClick(row, Qt::LeftButton, Qt::NoModifier, row->tabRect(index % perRow).center());
     QTRY_COMPARE(tabs->currentIndex(), index);
     QTRY_VERIFY(!tabs->isAnimating());
-}
-
-void retype(MyLineEdit* edit, const QString& text)
-{
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
-}
-
-// Picks a row of a combo through its popup, by keys as a user does.
-void choose(MyComboBox* combo, int row)
-{
-    QTest::mouseClick(combo, Qt::LeftButton);
-    QTRY_VERIFY(combo->popup());
-    for (int i = combo->currentIndex(); i < row; ++i)
-        QTest::keyClick(combo->popup(), Qt::Key_Down);
-    for (int i = combo->currentIndex(); i > row; --i)
-        QTest::keyClick(combo->popup(), Qt::Key_Up);
-    QTest::keyClick(combo->popup(), Qt::Key_Return);
-    QTRY_COMPARE(combo->currentIndex(), row);
 }
 
 // Every key any kind of list writes, so that a confirmed list shows what
