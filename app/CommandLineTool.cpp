@@ -604,7 +604,8 @@ int outline(const QDir& folder, const QString& hud, QTextStream& out, QTextStrea
     // The HUD document is read while the database parses.
     HudDocument document;
     if (!ProjectData::load(folder, projectData, screen, &problems,
-                           [&document, &folder]() { document = HudDocument::load(folder); })) {
+                           [&document, &folder]() { document = HudDocument::load(folder); },
+                           ProjectData::Reading::Names)) {
         err << "velmora-cli: " << QDir::toNativeSeparators(folder.absolutePath())
             << " is not a usable RPG Maker MZ project\n";
         for (const QString& problem : qAsConst(problems))

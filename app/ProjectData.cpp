@@ -1,6 +1,7 @@
 #include "app/ProjectData.h"
 
 #include "app/JsonFile.h"
+#include "app/JsonRecordNames.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -52,7 +53,7 @@ static QString problemOf(const QString& name, const QJsonDocument& document, con
 }
 
 bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& screen,
-          QStringList* problems, const std::function<void()>& alongside)
+          QStringList* problems, const std::function<void()>& alongside, Reading reading)
 {
     const QStringList& names = fileNames();
     const int count = names.size();
@@ -82,8 +83,10 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
     for (int i = 0; i < count; ++i) {
         if (!readable[i])
             continue;
-        const QVector<QPair<int, int>> parts =
-            i == 0 ? QVector<QPair<int, int>>() : JsonFile::arrayParts(bytes[i], bytes[i].size() / pieceSize + 1);
+        // Names are read quickly enough whole; cutting pays only for a full parse.
+        const QVector<QPair<int, int>> parts = i == 0 || reading == Reading::Names
+            ? QVector<QPair<int, int>>()
+            : JsonFile::arrayParts(bytes[i], bytes[i].size() / pieceSize + 1);
         if (parts.isEmpty())
             pieces.append({i, 0, -1, {}});
         for (const auto& part : parts)
@@ -101,7 +104,11 @@ bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& sc
         for (int i = next++; i < pieces.size(); i = next++) {
             Piece& piece = pieces[i];
             if (piece.length < 0) {
-                documents[piece.file] = JsonFile::parse(bytes[piece.file], &reasons[piece.file]);
+                QJsonArray records;
+                if (reading == Reading::Names && piece.file != 0 && JsonRecordNames::read(bytes[piece.file], &records))
+                    documents[piece.file] = QJsonDocument(records);
+                else
+                    documents[piece.file] = JsonFile::parse(bytes[piece.file], &reasons[piece.file]);
                 continue;
             }
             QByteArray text;

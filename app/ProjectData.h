@@ -37,8 +37,13 @@ ScreenSize screenSize(const QJsonObject& system);
 // given, runs on one of the reading threads beside the parsing (the HUD
 // document is read so while the database parses); it must not touch
 // projectData.
+// With Reading::Names the tables keep of each record only its "name", all a
+// display string needs of them (velmora-cli outline); "System.json" and
+// anything that isn't a record stay whole, and a file is judged the same.
+enum class Reading { Whole, Names };
 bool load(const QDir& projectDirectory, QJsonObject& projectData, ScreenSize& screen,
-          QStringList* problems = nullptr, const std::function<void()>& alongside = {});
+          QStringList* problems = nullptr, const std::function<void()>& alongside = {},
+          Reading reading = Reading::Whole);
 
 // Where an RPG Maker MZ project keeps each kind of image: "img/pictures",
 // "img/system" and "img/faces"; empty for the kinds it has no folder for.

@@ -2,6 +2,7 @@
 
 #include "logic/GameDataLabel.h"
 #include "app/JsonFile.h"
+#include "app/JsonRecordNames.h"
 #include "app/ProjectData.h"
 
 #include <QCoreApplication>
@@ -143,6 +144,69 @@ private slots:
             QVERIFY2(problems.first().startsWith(QStringLiteral("\"Classes.json\" can't be read: not valid JSON (")),
                      qPrintable(problems.first()));
         }
+    }
+
+    // The quick reading of names for the outline: a table it takes gives
+    // each record's name exactly as the parser does, and a text the parser
+    // refuses is never taken, so the project is judged the same either way.
+    void namesOnlyReadingMatchesTheParser()
+    {
+        const QByteArray taken[] = {
+            "[]",
+            " \n[ null ]\t",
+            "[null,{\"id\":1,\"name\":\"Knight \\\"A\\\", [of] {b}\",\"params\":[[0,1e3,-2.5E-2,{\"name\":\"inner\"}]],\"note\":\"x\"},"
+            "{\"id\":2},{\"id\":3,\"name\":\"\"},{\"name\":null,\"id\":4},{\"id\":5,\"name\":7},5,\"text\",true,[1,{\"name\":\"n\"}]]",
+            "[{\"name\":\"\\u00e9\\ud83d\\ude00 \xe2\x82\xac \\/\\b\\f\\n\\r\\t\"},{\"na\\u006de\":\"escaped key\"}]",
+            "[{\"name\":\"first\",\"name\":\"last\"}]",
+        };
+        for (const QByteArray& text : taken) {
+            QJsonArray records;
+            QVERIFY2(JsonRecordNames::read(text, &records), text.constData());
+            const QJsonArray whole = QJsonDocument::fromJson(text).array();
+            QCOMPARE(records.size(), whole.size());
+            for (int i = 0; i < whole.size(); ++i) {
+                if (!whole.at(i).isObject()) {
+                    QCOMPARE(records.at(i), whole.at(i));
+                    continue;
+                }
+                const QJsonObject record = whole.at(i).toObject();
+                QJsonObject expected;
+                if (record.contains(QStringLiteral("name")))
+                    expected.insert(QStringLiteral("name"), record.value(QStringLiteral("name")));
+                QCOMPARE(records.at(i).toObject(), expected);
+            }
+        }
+        const QByteArray refused[] = {
+            "", "{}", "[", "[null,]", "[,null]", "[null null]", "[{\"name\":\"a\"}] x", "[{\"name\" \"a\"}]",
+            "[{\"name\":\"a\",}]", "[01]", "[1.]", "[-]", "[.5]", "[1e]", "[1e400]", "[tru]", "[nul]",
+            "[\"\\x\"]", "[\"\\u12g4\"]", "[\"\\ud800\"]", "[\"\\udc00\\ud800\"]", "[\"a\nb\"]", "[\"\xc0\xaf\"]",
+            "[\"\xed\xa0\x80\"]", "[\"\xf4\x90\x80\x80\"]", "[\"\xe2\x82\"]", "[\"open]", "[{\"name\":\"a\"]",
+            QByteArray(600, '[') + QByteArray(600, ']'),
+        };
+        for (const QByteArray& text : refused) {
+            QJsonArray records{QStringLiteral("kept")};
+            QVERIFY2(!JsonRecordNames::read(text, &records), text.left(40).constData());
+            QCOMPARE(records, QJsonArray{QStringLiteral("kept")});
+        }
+
+        // Through the loader: names as the parser gives them, and a damaged
+        // table named with the parser's own reason.
+        const QString project = TestEnvironment::makeProject(QStringLiteral("names"));
+        const QString actors = project + QStringLiteral("/data/Actors.json");
+        TestEnvironment::writeFile(actors, taken[2]);
+        QJsonObject data;
+        ProjectData::ScreenSize screen;
+        QVERIFY(ProjectData::load(QDir(project), data, screen, nullptr, {}, ProjectData::Reading::Names));
+        QCOMPARE(GameDataLabel::databaseEntry(&data, QStringLiteral("Actors.json"), 1),
+                 QStringLiteral("[0001] Knight \"A\", [of] {b}"));
+        QCOMPARE(data.value(QStringLiteral("Actors.json")).toArray().size(), 10);
+        QVERIFY(data.value(QStringLiteral("System.json")).toObject().contains(QStringLiteral("switches")));
+        TestEnvironment::writeFile(actors, "[null,{\"name\":\"a\"},]");
+        QStringList problems;
+        QVERIFY(!ProjectData::load(QDir(project), data, screen, &problems, {}, ProjectData::Reading::Names));
+        QCOMPARE(problems.size(), 1);
+        QVERIFY2(problems.first().startsWith(QStringLiteral("\"Actors.json\" can't be read: not valid JSON (")),
+                 qPrintable(problems.first()));
     }
 
     // A FIFO would block a read for ever and /dev/zero never ends: neither is

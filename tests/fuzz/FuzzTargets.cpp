@@ -466,6 +466,25 @@ void projectData(const QByteArray& bytes)
         if (problems.size() != 1 || !problems.first().contains(name))
             broken("projectdata", QStringLiteral("the problem named isn't %1: %2").arg(name, problems.join(' ')));
     }
+    // The names-only reading of the outline judges the file the same and
+    // gives every record the name the whole parse gives it.
+    QJsonObject named;
+    QStringList namesProblems;
+    if (ProjectData::load(QDir(folder), named, screen, &namesProblems, {}, ProjectData::Reading::Names) != loaded
+        || namesProblems != problems)
+        broken("projectdata", QStringLiteral("%1 judged differently when only names are read").arg(name));
+    if (loaded && !system) {
+        const QJsonArray whole = data.value(name).toArray();
+        const QJsonArray records = named.value(name).toArray();
+        bool same = whole.size() == records.size();
+        for (int id = 0; same && id < whole.size(); ++id) {
+            same = whole.at(id).isObject()
+                ? whole.at(id).toObject().value(QStringLiteral("name")) == records.at(id).toObject().value(QStringLiteral("name"))
+                : whole.at(id) == records.at(id);
+        }
+        if (!same)
+            broken("projectdata", QStringLiteral("%1 gives other names when only names are read").arg(name));
+    }
     TestEnvironment::writeFile(path, originals.value(name));
 }
 
