@@ -4,11 +4,16 @@
 
 #include "app/HudDocument.h"
 #include "app/HudListController.h"
+#include "app/VelmoHUDDialog.h"
 #include "app/PathManager.h"
 #include "app/ProjectData.h"
 #include "logic/GameDataLabel.h"
 #include "app/WoffConverter.h"
 #include "components/GameUIEditorSceneHelper.h"
+#include "logic/ConditionDisplay.h"
+#include "logic/HudCatalog.h"
+#include "logic/RMConditionList.h"
+#include "scene/UIComponentBaseDialog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
@@ -20,6 +25,7 @@
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
@@ -690,6 +696,146 @@ void pasteHud(Lists& lists, bool onCustom, const QString& text)
         broken("clipboard", QStringLiteral("the HUD list with the pasted HUD doesn't read back"));
 }
 
+
+// A paste into the list of a dialog that takes the identifier, its first
+// row current so that the paste lands between rows. The custom property list
+// pastes through its owner, as Ctrl+V on it does.
+void pasteInto(QWidget* dialog, const QString& word)
+{
+    const QList<UltimateTreeWidget*> lists = dialog->findChildren<UltimateTreeWidget*>();
+    for (UltimateTreeWidget* list : lists) {
+        const bool properties = list->objectName() == QLatin1String("customProperties");
+        if (properties ? word != ClipboardIdentifiers::CustomProperty : list->getClipboardId() != word)
+            continue;
+        if (UltimateTreeItem* first = list->tree()->row(0))
+            list->tree()->setCurrentRow(first);
+        if (properties)
+            emit list->onPasteKeyPress();
+        else
+            list->pasteCurrentItem();
+        settle();
+        return;
+    }
+    broken("clipboard", QStringLiteral("no list of the dialog takes %1").arg(word));
+}
+
+void confirm(QWidget* dialog)
+{
+    auto* button = dialog->findChild<QAbstractButton*>(QStringLiteral("confirmButton"));
+    if (!button)
+        broken("clipboard", QStringLiteral("the dialog has no confirm button"));
+    button->click();
+    settle();
+}
+
+// What a paste into a list may do to its records: add one, or nothing when
+// the text holds none the list takes; the records it had stay, in order.
+void checkOneAdded(const QJsonArray& before, const QJsonArray& after, bool offered, const QString& what)
+{
+    if (after == before)
+        return;
+    if (!offered)
+        broken("clipboard", QStringLiteral("text that holds no %1 changed the list").arg(what));
+    if (after.size() != before.size() + 1)
+        broken("clipboard", QStringLiteral("one %1 was offered and %2 came of it").arg(what).arg(after.size() - before.size()));
+    int kept = 0;
+    for (const QJsonValue& record : after) {
+        if (kept < before.size() && record == before.at(kept))
+            ++kept;
+    }
+    if (kept != before.size())
+        broken("clipboard", QStringLiteral("a paste of a %1 changed the others").arg(what));
+}
+
+// A component's property dialog, a paste into one of its lists and Confirm;
+// the dialog opened again on the result and confirmed unchanged gives it back.
+QJsonObject pasteInComponentDialog(const QJsonObject& component, const QString& word)
+{
+    QJsonObject json = component;
+    bool accepted = false;
+    {
+        std::unique_ptr<UIComponentBaseDialog> dialog = Helper::makeDialog(json, &accepted, true, nullptr, &project().data);
+        pasteInto(dialog.get(), word);
+        confirm(dialog.get());
+    }
+    if (!accepted)
+        broken("clipboard", QStringLiteral("the property dialog wasn't confirmed"));
+    QJsonObject again = json;
+    {
+        std::unique_ptr<UIComponentBaseDialog> dialog = Helper::makeDialog(again, &accepted, true, nullptr, &project().data);
+        confirm(dialog.get());
+    }
+    if (comparable(json) && again != json)
+        broken("clipboard", QStringLiteral("the pasted component doesn't keep through its dialog: %1").arg(difference(json, again)));
+    return json;
+}
+
+void pasteInLists(const QString& word, const QString& text)
+{
+    QJsonObject offered;
+    const bool offers = ClipboardIdentifiers::readObject(text, word, &offered);
+    static const QJsonObject text0{
+        {"ID", 5}, {"Type", 0}, {"Name", "Gold"}, {"X", 100}, {"Y", 50},
+        {"Conditions", QJsonArray{QJsonObject{{"Type", 5}, {"Op", 3}, {"Value", 0}}}},
+        {"Animations", QJsonArray{QJsonObject{{"ActivateType", QJsonObject{{"RunType", 1}, {"Type", 0}}},
+                                              {"Duration", 30}, {"EasingCurve", 2}, {"Property", 7}, {"Reset", false},
+                                              {"ReturnEasing", 0}, {"StartOpacity", 0}, {"EndOpacity", 1}, {"Type", 0}}}},
+        {"CustomProperties", QJsonObject{{"Speed", "4"}, {"Mid", "x"}}},
+        {"TextData", QJsonObject{{"Text", QJsonObject{{"Type", 0}, {"Text", "Gold"}}},
+                                 {"Addons", QJsonArray{QJsonObject{{"Type", 0}, {"Note", "first"}},
+                                                       QJsonObject{{"Type", 1}, {"FilterType", 3}, {"Brightness", 80}}}},
+                                 {"Note", "first"}}}};
+    if (word == ClipboardIdentifiers::Condition) {
+        const QJsonArray before = text0.value("Conditions").toArray();
+        QJsonArray conditions = before;
+        bool accepted = false;
+        RMConditionList dialog(&conditions, &accepted, &project().data, nullptr);
+        pasteInto(&dialog, word);
+        confirm(&dialog);
+        checkOneAdded(before, conditions, offers, QStringLiteral("condition"));
+        for (const QJsonValue& condition : qAsConst(conditions))
+            conditionEntryText(condition.toObject(), &project().data);
+    } else if (word == ClipboardIdentifiers::Addon) {
+        const QJsonObject json = pasteInComponentDialog(text0, word);
+        const QJsonObject data = json.value("TextData").toObject();
+        checkOneAdded(text0.value("TextData").toObject().value("Addons").toArray(), data.value("Addons").toArray(),
+                      offers, QStringLiteral("add-on"));
+    } else if (word == ClipboardIdentifiers::PropertyAnimation) {
+        const QJsonObject json = pasteInComponentDialog(text0, word);
+        checkOneAdded(text0.value("Animations").toArray(), json.value("Animations").toArray(), offers,
+                      QStringLiteral("animation"));
+    } else if (word == ClipboardIdentifiers::CustomProperty) {
+        const QJsonObject before = text0.value("CustomProperties").toObject();
+        const QJsonObject after = pasteInComponentDialog(text0, word).value("CustomProperties").toObject();
+        if (after != before && !offers)
+            broken("clipboard", QStringLiteral("text that holds no custom property changed the list"));
+        if (after.size() > before.size() + 1)
+            broken("clipboard", QStringLiteral("one custom property was offered and more came of it"));
+        for (auto it = before.begin(); it != before.end(); ++it) {
+            if (after.value(it.key()) != it.value())
+                broken("clipboard", QStringLiteral("a paste changed the custom property \"%1\"").arg(it.key()));
+        }
+        for (auto it = after.begin(); it != after.end(); ++it) {
+            if (!it.value().isString())
+                broken("clipboard", QStringLiteral("the custom property \"%1\" isn't text").arg(it.key()));
+        }
+    } else if (word == ClipboardIdentifiers::HudComponentParameter) {
+        const QJsonArray before{QJsonObject{{"Name", "Label"}, {"IsString", true}},
+                                QJsonObject{{"Name", "Count"}, {"IsString", false}}};
+        QJsonObject hud{{"ID", "12345"}, {"Name", "Status"}, {"IsHUD", false}, {"Width", 240}, {"Height", 64},
+                        {"HUD", QJsonArray()}, {"Params", before}};
+        bool confirmed = false;
+        {
+            VelmoHUDDialog dialog(&hud, &confirmed, HudCatalog::Custom, nullptr);
+            pasteInto(&dialog, word);
+            confirm(&dialog);
+        }
+        if (!confirmed)
+            broken("clipboard", QStringLiteral("the HUD dialog wasn't confirmed"));
+        // Pasted parameters keep their names as they come, clashes included.
+        checkOneAdded(before, hud.value("Params").toArray(), offers, QStringLiteral("parameter"));
+    }
+}
 }
 
 void clipboard(const QByteArray& bytes)
@@ -718,9 +864,8 @@ void clipboard(const QByteArray& bytes)
         pasteComponent(lists, alternative, text);
     else if (word == ClipboardIdentifiers::Hud)
         pasteHud(lists, alternative, text);
-    // "RMCONDITION", "VELMORAADDON", "HUDCOMPPARAM", "UIPROPANIMATION" and
-    // "CUSTOMPROPERTY": each list that takes one of these gets its paste here
-    // once it exists; until then the text only lies on the clipboard.
+    else
+        pasteInLists(word, text);
     settle();
 }
 
