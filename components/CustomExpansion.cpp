@@ -16,8 +16,8 @@ int builtSinceTopLevel = 0;
 
 }
 
-CustomExpansion::CustomExpansion(UIComponentBase* expansionOwner, QJsonObject* data)
-    : owner(expansionOwner), projectData(data)
+CustomExpansion::CustomExpansion(UIComponentBase* expansionOwner, QJsonObject* data, Stacking order)
+    : owner(expansionOwner), projectData(data), stacking(order)
 {
 }
 
@@ -129,6 +129,7 @@ void CustomExpansion::buildChildren(const QJsonArray& components, UIComponentBas
         component->setParentComponent(parent);
         built.append(component);
         if (parent == owner) {
+            component->setFlag(QGraphicsItem::ItemStacksBehindParent, stacking == Stacking::BehindOwner);
             cells.insert(component, cell);
             place(component);
         }

@@ -36,7 +36,13 @@ public:
     // each hold several of the next can't multiply into millions.
     static constexpr int componentBudget = 100000;
 
-    CustomExpansion(UIComponentBase* owner, QJsonObject* projectData);
+    // Where the built components stack against the owner's own drawing.
+    enum class Stacking {
+        BehindOwner, // the owner's hover and selection frames stay in sight above them
+        AboveOwner   // they cover what the owner draws
+    };
+
+    CustomExpansion(UIComponentBase* owner, QJsonObject* projectData, Stacking stacking);
     ~CustomExpansion();
     CustomExpansion(const CustomExpansion&) = delete;
     CustomExpansion& operator=(const CustomExpansion&) = delete;
@@ -78,6 +84,7 @@ private:
 
     UIComponentBase* owner;
     QJsonObject* projectData;
+    Stacking stacking;
     QList<UIComponentBase*> built;
     QHash<UIComponentBase*, QPoint> cells;
     QSize cellStep;

@@ -9,7 +9,8 @@
 
 UIComponentAttachCollection::UIComponentAttachCollection(GameUIEditorScene* scene, QJsonObject* data, bool level,
                                                          QGraphicsItem* parent)
-    : UIComponentBase(scene, parent), projectData(data), expansion(this, data)
+    // The copy's components paint over the frame.
+    : UIComponentBase(scene, parent), projectData(data), expansion(this, data, CustomExpansion::Stacking::AboveOwner)
 {
     hudLevel = level;
 }

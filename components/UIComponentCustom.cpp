@@ -5,7 +5,7 @@
 #include <QJsonObject>
 
 UIComponentCustom::UIComponentCustom(GameUIEditorScene* scene, QJsonObject* data, bool level, QGraphicsItem* parent)
-    : UIComponentBase(scene, parent), projectData(data), expansion(this, data)
+    : UIComponentBase(scene, parent), projectData(data), expansion(this, data, CustomExpansion::Stacking::BehindOwner)
 {
     hudLevel = level;
 }

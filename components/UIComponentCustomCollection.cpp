@@ -4,7 +4,7 @@
 
 UIComponentCustomCollection::UIComponentCustomCollection(GameUIEditorScene* scene, QJsonObject* data, bool level,
                                                          QGraphicsItem* parent)
-    : UIComponentBase(scene, parent), projectData(data), expansion(this, data)
+    : UIComponentBase(scene, parent), projectData(data), expansion(this, data, CustomExpansion::Stacking::BehindOwner)
 {
     hudLevel = level;
 }

@@ -295,6 +295,29 @@ private slots:
         QCOMPARE(f.scene->toJson(), QJsonArray{expected});
     }
 
+    // The selection's marching ants stay in sight above a custom HUD that
+    // covers the whole component, as does the hover frame.
+    void selectionFrameShowsAboveTheExpansion()
+    {
+        Fixture f;
+        f.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&f.window));
+        f.scene->setZoom(10);
+        f.addHud(customHud("11111", "Part", 100, 100, {redShape(1, 50, 50, 100, 100)}));
+        f.load({custom(1, 200, 200, "11111"), collection(2, 500, 200, "11111", 1, 1)});
+        QApplication::processEvents();
+        auto edgeOf = [&](UIComponentBase* component) {
+            const QPoint at = f.view->mapFromScene(component->scenePos() + QPointF(-50, -50));
+            return f.view->viewport()->grab().toImage().pixelColor(at);
+        };
+        for (UIComponentBase* component : f.scene->components()) {
+            QCOMPARE(edgeOf(component), Red);
+            f.scene->select(component);
+            QApplication::processEvents();
+            QVERIFY2(edgeOf(component) != Red, qPrintable(edgeOf(component).name()));
+        }
+    }
+
     // Deleting the owner takes the expansion off the canvas; undo brings it
     // back whole, and a paste builds a second expansion of its own.
     void expansionGoesAndComesWithItsOwner()
