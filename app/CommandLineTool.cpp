@@ -9,10 +9,12 @@
 #include "app/Startup.h"
 #include "components/ComponentImages.h"
 #include "components/ComponentKinds.h"
+#include "components/CustomReferences.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/ProjectFonts.h"
 #include "components/ProjectImages.h"
 #include "components/UIComponentCommonDialog.h"
+#include "logic/HudCatalog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/SceneUndoRecorder.h"
@@ -40,6 +42,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <utility>
 
 namespace CommandLineTool {
 
@@ -56,13 +59,19 @@ const char* const Usage =
     "                              HUD document holds: per kind present a line\n"
     "                              \"Kind <Type> <name>: <count>\" in \"Type\" order, then\n"
     "                              \"Placeholders: <n>\", the components the canvas\n"
-    "                              draws as a plain rectangle (an unknown \"Type\", or a\n"
-    "                              kind whose drawing isn't built yet), then\n"
+    "                              draws as a plain rectangle (an unknown \"Type\"), then\n"
     "                              \"Missing images: <n>\" and one line per image a\n"
     "                              component shows that the project lacks or can't\n"
-    "                              read: the file, the HUD and the component. Exit 0\n"
+    "                              read: the file, the HUD and the component; then\n"
+    "                              \"Missing custom HUDs: <n>\" and one line per Custom,\n"
+    "                              Custom Collection or Attach Collection whose custom\n"
+    "                              HUD no longer exists, and \"Custom HUD cycles: <n>\"\n"
+    "                              and one line per such component whose custom HUD\n"
+    "                              leads back, at any depth, to the HUD that holds it,\n"
+    "                              with the way round. Exit 0\n"
     "                              when valid, 1 when the project is not, or its HUD\n"
-    "                              document is damaged; missing images don't change it.\n"
+    "                              document is damaged; missing images, missing custom\n"
+    "                              HUDs and cycles don't change it.\n"
     "  resave PROJECT [--visit-all | --through-dialogs] [--out FILE]\n"
     "                              Loads the HUD document and writes it back through\n"
     "                              the editor's save path; with --out the result goes\n"
@@ -159,6 +168,30 @@ void listMissingImages(const QJsonArray& components, const QString& hud, const Q
     }
 }
 
+// The document's HUDs as the custom kinds look them up, in list order.
+QVector<HudCatalog::Row> catalogRows(const QVector<HudEntry>& entries)
+{
+    QVector<HudCatalog::Row> rows;
+    rows.reserve(entries.size());
+    for (const HudEntry& entry : entries)
+        rows.append(HudCatalog::Row{entry.type, entry.object, false});
+    return rows;
+}
+
+// While it lives, the custom kinds on the canvas expand the HUDs of these
+// entries, as they stand at the moment of the lookup.
+class DocumentCatalog
+{
+public:
+    explicit DocumentCatalog(const QVector<HudEntry>* entries)
+    {
+        HudCatalog::setSource([entries]() { return catalogRows(*entries); });
+    }
+    ~DocumentCatalog() { HudCatalog::setSource(nullptr); }
+    DocumentCatalog(const DocumentCatalog&) = delete;
+    DocumentCatalog& operator=(const DocumentCatalog&) = delete;
+};
+
 int check(const QDir& folder, QTextStream& out)
 {
     QJsonObject projectData;
@@ -213,13 +246,12 @@ int check(const QDir& folder, QTextStream& out)
     out << "Custom HUD objects: " << extraHuds + customComponents << " (" << extraHuds << " extra HUDs, "
         << customComponents << " custom components)\n";
     out << "Components: " << components << "\n";
-    // What the canvas draws as the plain rectangle: a "Type" of no kind, or
-    // a kind whose drawing isn't there yet.
+    // What the canvas draws as the plain rectangle: a "Type" of no kind.
     int placeholders = 0;
     for (auto kind = kinds.constBegin(); kind != kinds.constEnd(); ++kind) {
         if (const ComponentKinds::Kind* known = ComponentKinds::find(kind.key()))
             out << "Kind " << kind.key() << " " << known->label << ": " << kind.value() << "\n";
-        if (!ComponentKinds::hasOwnClass(kind.key()))
+        else
             placeholders += kind.value();
     }
     out << "Placeholders: " << placeholders << "\n";
@@ -237,6 +269,15 @@ int check(const QDir& folder, QTextStream& out)
     out << "Missing images: " << missing.size() << "\n";
     for (const QString& line : qAsConst(missing))
         out << "  " << line << "\n";
+    // The canvas draws these as the black block or stops the expansion;
+    // like a missing image, they leave the document valid.
+    const QVector<HudCatalog::Row> rows = catalogRows(document.entries);
+    for (const auto& section : {std::make_pair("Missing custom HUDs: ", CustomReferences::missing(rows)),
+                                std::make_pair("Custom HUD cycles: ", CustomReferences::cycles(rows))}) {
+        out << section.first << section.second.size() << "\n";
+        for (const CustomReferences::Problem& problem : section.second)
+            out << "  " << CustomReferences::describe(problem) << "\n";
+    }
     // A missing image damages nothing: the game and the editor show it as
     // a blank, so the outcome stays that of the document.
     return document.damagedFile ? Failure : Success;
@@ -393,6 +434,7 @@ void visitAll(const QDir& folder, QVector<HudEntry>& entries, DialogTally* tally
     QJsonObject projectData;
     ProjectData::ScreenSize screen;
     ProjectData::load(folder, projectData, screen);
+    const DocumentCatalog catalog(&entries);
     OffscreenEditor offscreen(&projectData);
     const QSize size(screen.width, screen.height);
     QJsonObject* previous = nullptr;
@@ -539,6 +581,7 @@ int render(const QDir& folder, const RenderOptions& options, QTextStream& out, Q
     BasicFontSelector::setFontLoader(PathManager::fontFamilyOf);
     int failures = 0;
     {
+        const DocumentCatalog catalog(&document.entries);
         OffscreenEditor offscreen(&projectData);
         GameUIEditorScene* scene = offscreen.scene();
         scene->setTile(QImage(PathManager::resourcePath("resources/Editor/Tile.png")));

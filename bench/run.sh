@@ -6,7 +6,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${VELMORA_BUILD:-$root/build}"
 runs="${1:-5}"
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-kinds velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers velmora-bench-conditions >/dev/null
+cmake --build "$build" -j "$(nproc)" --target velmora velmora-cli velmora-bench-tree velmora-bench-scene velmora-bench-manipulation velmora-bench-kinds velmora-bench-undo velmora-bench-codeinput velmora-bench-dialog velmora-bench-project velmora-bench-datapickers velmora-bench-conditions velmora-bench-custom >/dev/null
 
 echo "== The program's list: 5,000 rows (ms)"
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-tree" "$runs"
@@ -40,6 +40,12 @@ kinds="$build/bench-projects/n100-50x500"
 [ -f "$kinds/data/plugin/VelmoraHUD.json" ] || "$root/tools/gen-project" --out "$kinds" --entries 100 --huds 50 \
     --components 500 --depth 4 --seed 7 >/dev/null
 QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-kinds" "$kinds" "$runs"
+echo
+echo "== Custom kinds: 20 Custom components and 5 collections of 16 cells of a 25-component custom HUD (ms, best of $runs runs)"
+custom="$build/bench-projects/custom"
+[ -f "$custom/game.rmmzproject" ] || "$root/tools/gen-project" --out "$custom" --entries 10 --huds 0 --components 1 \
+    --seed 7 >/dev/null
+QT_QPA_PLATFORM=offscreen "$build/bin/velmora-bench-custom" "$custom" "$build/bin/velmora-cli" "$runs"
 echo
 echo "== Projects made by tools/gen-project (median of $runs runs)"
 python3 "$root/bench/projects.py" "$build" "$runs"

@@ -51,13 +51,6 @@ QString label(int type)
     return kind ? QCoreApplication::translate("", kind->label) : QString();
 }
 
-bool hasOwnClass(int type)
-{
-    return type == Text || type == Shape || type == Picture || type == RepeatingPicture || type == Gauge
-        || type == PictureGauge || type == Group || type == Window || type == ActorFace || type == Icon
-        || type == Animation;
-}
-
 int capabilities(int type)
 {
     const Kind* kind = find(type);

@@ -62,9 +62,6 @@ const QVector<Kind>& all();
 const Kind* find(int type);
 
 QString label(int type);
-// Whether the kind has its own component class yet. Until it has, a
-// component of it shows as the base rectangle and keeps its object whole.
-bool hasOwnClass(int type);
 // The capabilities of a kind; 0 for a number that names none.
 int capabilities(int type);
 QString dialogTitle(int type, int id);

@@ -3,7 +3,10 @@
 #include "components/ComponentKinds.h"
 #include "components/UIComponentActorFace.h"
 #include "components/UIComponentActorFaceDialog.h"
+#include "components/UIComponentAttachCollection.h"
 #include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentCustom.h"
+#include "components/UIComponentCustomCollection.h"
 #include "components/UIComponentGauge.h"
 #include "components/UIComponentGaugeDialog.h"
 #include "components/UIComponentIcon.h"
@@ -12,7 +15,6 @@
 #include "components/UIComponentAnimationComponentDialog.h"
 #include "components/UIComponentGroup.h"
 #include "components/UIComponentGroupDialog.h"
-#include "components/UIComponentPendingKind.h"
 #include "components/UIComponentPicture.h"
 #include "components/UIComponentPictureDialog.h"
 #include "components/UIComponentPictureGauge.h"
@@ -59,8 +61,12 @@ UIComponentBase* GameUIEditorSceneHelper<Selector>::createComponent(const QJsonO
         component = new UIComponentWindow(scene);
     else if (type == ComponentKinds::Animation)
         component = new UIComponentAnimation(scene, projectData);
-    else if (ComponentKinds::find(type) && !ComponentKinds::hasOwnClass(type))
-        component = new UIComponentPendingKind(type, scene);
+    else if (type == ComponentKinds::Custom)
+        component = new UIComponentCustom(scene, projectData, flag);
+    else if (type == ComponentKinds::CustomCollection)
+        component = new UIComponentCustomCollection(scene, projectData, flag);
+    else if (type == ComponentKinds::AttachCollection)
+        component = new UIComponentAttachCollection(scene, projectData, flag);
     else
         component = new UIComponentBase(scene);
     component->setData(json);

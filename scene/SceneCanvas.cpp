@@ -77,7 +77,9 @@ void SceneCanvas::setZoom(int value, bool keepCentre)
     if (view)
         view->setCacheMode(QGraphicsView::CacheBackground);
     for (QGraphicsItem* item : scene.items()) {
-        if (UIComponentBase* component = qobject_cast<UIComponentBase*>(item->toGraphicsObject()))
+        // A component that only shows inside another one is placed by it.
+        UIComponentBase* component = qobject_cast<UIComponentBase*>(item->toGraphicsObject());
+        if (component && !component->passive)
             component->zoomChanged();
     }
     // Deleted components come back from undo at the zoom of that moment.

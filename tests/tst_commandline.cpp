@@ -57,8 +57,8 @@ private slots:
 
     // After the totals, one line per kind the document holds, in "Type"
     // order, children and custom HUD objects counted, and the number of
-    // components drawn as the plain rectangle: unknown kinds and the kinds
-    // whose drawing isn't there yet, but never the kinds that draw themselves.
+    // components drawn as the plain rectangle: unknown kinds only, never the
+    // kinds that draw themselves.
     void checkCountsEachKindAndThePlaceholders()
     {
         auto component = [](int type, const QJsonArray& children = QJsonArray()) {
@@ -106,11 +106,17 @@ private slots:
             "Kind 11 Custom Collection: 1\n"
             "Kind 12 Attach Collection: 1\n"
             "Kind 13 Animation: 1\n"
-            "Placeholders: 5\n"
+            "Placeholders: 2\n"
             // The face of actor 1, who has no "faceName": the default sheet,
             // which this project lacks.
             "Missing images: 1\n"
-            "  img/faces/Actor1.png: HUD \"Map HUD\", component \"\" (ID 1)\n");
+            "  img/faces/Actor1.png: HUD \"Map HUD\", component \"\" (ID 1)\n"
+            // The custom kinds refer to no custom HUD.
+            "Missing custom HUDs: 3\n"
+            "  \"\": HUD \"Map HUD\", component \"\" (ID 1)\n"
+            "  \"\": HUD \"Map HUD\", component \"\" (ID 1)\n"
+            "  \"\": HUD \"Map HUD\", component \"\" (ID 1)\n"
+            "Custom HUD cycles: 0\n");
         QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
 
         // Kinds the document lacks get no line.
@@ -119,7 +125,8 @@ private slots:
             QJsonDocument(QJsonObject{{"Data", QJsonArray{QJsonObject{{"HUD", QJsonArray{component(1), component(99)}}}}}})
                 .toJson(QJsonDocument::Compact));
         const Result sparse = run({QStringLiteral("check"), project});
-        QVERIFY2(sparse.out.endsWith(QStringLiteral("Components: 2\nKind 1 Shape: 1\nPlaceholders: 1\nMissing images: 0\n")),
+        QVERIFY2(sparse.out.endsWith(QStringLiteral("Components: 2\nKind 1 Shape: 1\nPlaceholders: 1\nMissing images: 0\n"
+                                                        "Missing custom HUDs: 0\nCustom HUD cycles: 0\n")),
                  qPrintable(sparse.out));
     }
 
@@ -160,7 +167,9 @@ private slots:
             "  img/pictures/Lost.png: HUD \"Map HUD\", component \"Lost\" (ID 2)\n"
             "  img/system/Cut.png: HUD \"Map HUD\", component \"State\" (ID 4)\n"
             "  img/system/Gone.png: HUD \"Map HUD\", component \"Bar\" (ID 5)\n"
-            "  img/pictures/Empty.png: HUD \"Status\", component \"Clouds\" (ID 8)\n");
+            "  img/pictures/Empty.png: HUD \"Status\", component \"Clouds\" (ID 8)\n"
+            "Missing custom HUDs: 0\n"
+            "Custom HUD cycles: 0\n");
         QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
     }
 

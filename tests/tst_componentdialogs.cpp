@@ -389,6 +389,13 @@ private slots:
         }
         if (type == 6 || type == 7)
             expected.insert("Children", QJsonArray());
+        // A Custom writes the size its custom HUD gives it: without one, 100 by 100.
+        if (type == 10) {
+            QJsonObject sized = dataObject;
+            sized.insert("Width", 100);
+            sized.insert("Height", 100);
+            expected.insert(kind.dataKey, sized);
+        }
         // A missing name becomes the kind's default name, an empty condition
         // list removes the key.
         expected.insert("Name", QString::fromLatin1(kind.title).arg(5));
