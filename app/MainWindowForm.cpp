@@ -5,6 +5,7 @@
 #include "scene/GameUIEditor.h"
 #include "widgets/BRResizerRenderer.h"
 #include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QGroupBox>
@@ -150,6 +151,13 @@ void MainWindowForm::setupUi(QMainWindow* window)
     tabs->addTab(QObject::tr("Components"), ComponentListTab);
     tabs->addTab(QObject::tr("Controls"), new VelmoControls());
     tabs->setCurrentIndex(0, true, true);
+    // The panel keeps one width whichever tab is open: what its widest page
+    // and its row of tabs need, within its bounds.
+    int widest = tabs->header()->naturalWidth();
+    for (int index = 0; index < tabs->count(); ++index)
+        widest = qMax(widest, tabs->page(index)->sizeHint().width());
+    const int pageMargins = tabs->sizeHint().width() - tabs->currentPage()->sizeHint().width();
+    tabs->setFixedWidth(qBound(tabs->minimumWidth(), widest + pageMargins, tabs->maximumWidth()));
     pages->addWidget(mainWidget);
 
     // The bottom strip.

@@ -27,6 +27,7 @@
 #include "widgets/ClipboardIdentifiers.h"
 #include "widgets/MyPopup.h"
 #include "widgets/MyTabSystem.h"
+#include "widgets/OwnerDimming.h"
 #include "widgets/TitleBarButtons.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -474,8 +475,10 @@ void VelmoMainWindow::OpenSettings()
         return;
     double percent = form.editor->editorScene()->darkness() * 100.0;
     bool confirmed = false;
-    VelmoSettings dialog(&percent, &confirmed, this);
-    dialog.exec();
+    runDimmed([&]() {
+        VelmoSettings dialog(&percent, &confirmed, this);
+        dialog.exec();
+    });
     if (!confirmed)
         return;
     form.editor->editorScene()->setDarkness(percent / 100.0);
@@ -485,14 +488,27 @@ void VelmoMainWindow::OpenSettings()
 
 void VelmoMainWindow::About()
 {
-    VelmoAbout dialog(this);
-    dialog.exec();
+    runDimmed([this]() {
+        VelmoAbout dialog(this);
+        dialog.exec();
+    });
 }
 
 void VelmoMainWindow::ShowHintForComponentList()
 {
-    VelmoComponentListHelp dialog(this);
-    dialog.exec();
+    runDimmed([this]() {
+        VelmoComponentListHelp dialog(this);
+        dialog.exec();
+    });
+}
+
+void VelmoMainWindow::runDimmed(const std::function<void()>& run)
+{
+    // The window dims under the dialogs its commands open, as it does under
+    // the canvas's, when the user has dialog darkening on.
+    OwnerDimming::dim(this);
+    run();
+    OwnerDimming::undim(this);
 }
 
 void VelmoMainWindow::OpenTutorials()

@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <functional>
 
 class GameProcess;
 class GameUIEditor;
@@ -130,6 +131,8 @@ private:
     void setupComponentList();
     // The whole notice of the status line, which may run past its end.
     void showWholeNotice();
+    // Runs a dialog of the window's commands with the window dimmed under it.
+    void runDimmed(const std::function<void()>& run);
     // The game couldn't be started: the editor says why and forgets it.
     void whenGameFailed(QProcess::ProcessError error);
     // The page, the commands, the status line and the title follow the project.

@@ -467,16 +467,17 @@ private:
         QVERIFY(tip);
         QTRY_COMPARE(tip->windowOpacity(), 1.0);
         const QImage image = shot(tip);
-        // The body is where its grey fill is; its grey inner outline and the
-        // grey line across it below the title bar mark the parts.
-        const QRgb fill = qRgb(0x33, 0x33, 0x33);
-        const QRgb grey = qRgb(0x66, 0x66, 0x66);
+        // The body is filled with the theme's tool-tip base, whatever the
+        // theme; its inner outline and the line across it below the title
+        // bar, in one colour, mark the parts.
+        const QRgb fill = themeColor(ThemeKey::ToolTipBase).rgb();
         QRect body;
         for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x)
                 if (image.pixel(x, y) == fill)
                     body |= QRect(x, y, 1, 1);
-        QVERIFY(body.width() > 50);
+        QVERIFY2(body.width() > 50, qPrintable(theme));
+        const QRgb grey = image.pixel(body.left() - 1, body.center().y());
         QList<int> lines;
         for (int y = 0; y < image.height(); ++y)
             if (image.pixel(body.center().x(), y) == grey)

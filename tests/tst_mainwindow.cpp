@@ -10,6 +10,8 @@
 #include "app/WindowPlacement.h"
 #include "widgets/InflateButton.h"
 #include "widgets/MyLineEdit.h"
+#include "widgets/MyTabSystem.h"
+#include "widgets/MyTabSystemHeader.h"
 #include "widgets/TrovDialog.h"
 
 #include <QAction>
@@ -21,6 +23,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QLabel>
 #include <QMimeData>
@@ -155,6 +159,30 @@ private slots:
         }
         for (const QPoint& at : {QPoint(0, 0), QPoint(5, 11), QPoint(17, 3), QPoint(39, 39)})
             QCOMPARE(QColor(shot.pixel(at)), QColor(tile.pixel(at.x() % tile.width(), at.y() % tile.height())));
+    }
+
+    // The side panel keeps its width and place when its tabs are switched,
+    // so the canvas beside it doesn't jump.
+    void sidePanelKeepsItsWidthAcrossTabs()
+    {
+        openWindow(TestEnvironment::makeProject(QStringLiteral("panel")));
+        MyTabSystem* tabs = window->findChild<MyTabSystem*>(QStringLiteral("tabs"));
+        QVERIFY(tabs);
+        QWidget* canvas = window->findChild<QWidget*>(QStringLiteral("hudEditor"));
+        const QRect panel = tabs->geometry();
+        const int canvasWidth = canvas->width();
+        for (int tab : {1, 0, 1}) {
+            QTest::mouseClick(tabs->header(), Qt::LeftButton, Qt::NoModifier, tabs->header()->tabRect(tab).center());
+            QTRY_COMPARE(tabs->currentIndex(), tab);
+            QTRY_VERIFY(!tabs->isAnimating());
+            QCoreApplication::processEvents();
+            QCOMPARE(tabs->geometry(), panel);
+            QCOMPARE(canvas->width(), canvasWidth);
+        }
+        // The controls' text stands whole in the panel, none of it scrolled away sideways.
+        QScrollArea* controls = tabs->currentPage()->findChild<QScrollArea*>(QStringLiteral("mainFrame"));
+        QVERIFY(controls);
+        QVERIFY(!controls->horizontalScrollBar()->isVisible());
     }
 
     void notAProjectShowsTheOpenPage()

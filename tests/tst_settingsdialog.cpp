@@ -13,6 +13,7 @@
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
 #include "widgets/DialogFlags.h"
+#include "widgets/DialogOverlay.h"
 #include "widgets/MyCheckBox.h"
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
@@ -69,22 +70,35 @@ int rowOf(MyComboBox* combo, const QString& text)
 }
 
 // Answers the next file dialog with path, as a user who types it and
-// presses Return.
+// presses Return; with no path, as one who cancels. It notes the folder the
+// dialog opened in.
 struct FileAnswer {
     explicit FileAnswer(const QString& path)
     {
         timer.setInterval(5);
         QObject::connect(&timer, &QTimer::timeout, [this, path]() {
             if (QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) {
-                dialog->selectFile(path);
-                static_cast<QDialog*>(dialog)->accept();
+                openedIn = dialog->directory().absolutePath();
+                if (path.isEmpty()) {
+                    static_cast<QDialog*>(dialog)->reject();
+                } else {
+                    dialog->selectFile(path);
+                    static_cast<QDialog*>(dialog)->accept();
+                }
                 timer.stop();
             }
         });
         timer.start();
     }
     QTimer timer;
+    QString openedIn;
 };
+
+// The dim laid over the main window while a dialog of its own runs.
+DialogOverlay* windowDim(QWidget* window)
+{
+    return window->findChild<DialogOverlay*>(QString(), Qt::FindDirectChildrenOnly);
+}
 
 // A row of the theme builder's list, by its text, clicked with the mouse.
 void clickListRow(UltimateTreeWidget* list, const QString& text)
@@ -115,6 +129,14 @@ private:
     QString themeFile(const QString& name) const
     {
         return programFolder + QStringLiteral("/Themes/%1/Theme.json").arg(name);
+    }
+
+    // F1 pressed on the active window, as a user asks for the about box.
+    void pressF1()
+    {
+        window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QTest::keyClick(window.get(), Qt::Key_F1);
     }
 
     // Runs the settings dialog through the window's command with the
@@ -364,6 +386,203 @@ private slots:
                       }});
         QCOMPARE(themeColor(ThemeKey::WindowText), QColor(Qt::white));
         QCOMPARE(window->getTheme(), QStringLiteral("Ember"));
+    }
+
+    // Browse fills the location with the folder chosen, starting in the one
+    // typed when it exists; cancelling the folder dialog changes nothing.
+    void browseChoosesTheLocation()
+    {
+        const QString runtime = TestEnvironment::newFolder(QStringLiteral("MZ"));
+        QDir(runtime).mkpath(QStringLiteral("nwjs-lin"));
+        const QString typed = TestEnvironment::newFolder(QStringLiteral("Games"));
+        QString cancelledText = QStringLiteral("unset");
+        QString startedIn;
+        openSettings({[&](TrovDialog* dialog) {
+            VelmoSettings* settings = qobject_cast<VelmoSettings*>(dialog);
+            click(settings->EditorLocation);
+            QTest::keyClicks(settings->EditorLocation, typed);
+            {
+                FileAnswer cancel{QString()};
+                click(settings->pushButton);
+                startedIn = cancel.openedIn;
+            }
+            cancelledText = settings->EditorLocation->text();
+            {
+                FileAnswer choose(runtime);
+                click(settings->pushButton);
+            }
+            QCOMPARE(QDir::fromNativeSeparators(settings->EditorLocation->text()), runtime);
+            press("confirmButton")(dialog);
+        }});
+        QCOMPARE(startedIn, typed);
+        QCOMPARE(QDir::fromNativeSeparators(cancelledText), typed);
+        QCOMPARE(window->getEditorLocation(), runtime);
+        QVERIFY(window->findChild<QAction*>(QStringLiteral("Action_Run"))->isEnabled());
+        Startup::saveOnExit(*window);
+        window->markChanged();
+        answering([&] { window->close(); }, {press("cancelButton")});
+        QCOMPARE(SettingsStore().value(QStringLiteral("EditorLocation")).toString(), runtime);
+    }
+
+    // "Create Lang." writes the translation base where the user says, and
+    // leaves the language as it was; cancelling writes nothing.
+    void createdLanguageIsTheBase()
+    {
+        const QString folder = TestEnvironment::newFolder(QStringLiteral("translations"));
+        const QString target = folder + QStringLiteral("/Mine.csv");
+        QFile base(QStringLiteral(":/VelmoraTranslationBase.csv"));
+        QVERIFY(base.open(QIODevice::ReadOnly));
+        const QByteArray expected = base.readAll();
+        QVERIFY(expected.startsWith('"'));
+        bool nothingOnCancel = false;
+        QString languageShown;
+        bool restartShown = true;
+        openSettings({[&](TrovDialog* dialog) {
+            VelmoSettings* settings = qobject_cast<VelmoSettings*>(dialog);
+            {
+                FileAnswer cancel{QString()};
+                click(settings->createCustomLang);
+            }
+            nothingOnCancel = QDir(folder).isEmpty();
+            {
+                FileAnswer save(target);
+                click(settings->createCustomLang);
+            }
+            languageShown = settings->Language->text();
+            restartShown = settings->restartRequired->isVisible();
+            press("confirmButton")(dialog);
+        }});
+        QVERIFY(nothingOnCancel);
+        QCOMPARE(languageShown, QStringLiteral("None"));
+        QVERIFY(!restartShown);
+        QCOMPARE(TestEnvironment::readFile(target), expected);
+        QCOMPARE(window->getLanguage(), QString());
+        QVERIFY(!MorvikCSVTranslator::current());
+    }
+
+    // "Show Dialog Animation" alone decides whether the next dialog fades
+    // in; the darkening goes its own way.
+    void openingAnimationFollowsItsOwnBox()
+    {
+        double opacityAtShow = -1;
+        bool dimmed = false;
+        bool fadedIn = false;
+        struct ShowWatch : QObject {
+            double* opacity;
+            explicit ShowWatch(double* opacity) : opacity(opacity) {}
+            bool eventFilter(QObject* watched, QEvent* event) override
+            {
+                TrovDialog* dialog = qobject_cast<TrovDialog*>(watched);
+                if (dialog && event->type() == QEvent::Show) {
+                    // Read once the dialog's own show has run.
+                    QTimer::singleShot(0, dialog, [dialog, this]() { *opacity = dialog->windowOpacity(); });
+                }
+                return false;
+            }
+        } watch(&opacityAtShow);
+        qApp->installEventFilter(&watch);
+        auto openAbout = [&]() {
+            opacityAtShow = -1;
+            answering([&] { pressF1(); },
+                      {[&](TrovDialog* dialog) {
+                          dimmed = windowDim(window.get()) != nullptr;
+                          fadedIn = QTest::qWaitFor([dialog]() { return dialog->windowOpacity() == 1.0; });
+                          press("cancelButton")(dialog);
+                      }});
+        };
+        auto toggle = [&](std::initializer_list<const char*> boxes) {
+            openSettings({[&](TrovDialog* dialog) {
+                for (const char* box : boxes)
+                    click(dialog->findChild<MyCheckBox*>(QLatin1String(box)));
+                press("confirmButton")(dialog);
+            }});
+        };
+
+        // Darkening on, animation off: the dialog stands at once.
+        toggle({"dialogDarken"});
+        QVERIFY(dialogDarkenLayers && !dialogOpenAnimated);
+        openAbout();
+        QCOMPARE(opacityAtShow, 1.0);
+        QVERIFY(fadedIn);
+        QVERIFY(dimmed);
+
+        // The reverse: it fades in, over a window that stays clear.
+        toggle({"dialogDarken", "dialogShowAnimation"});
+        QVERIFY(!dialogDarkenLayers && dialogOpenAnimated);
+        openAbout();
+        QVERIFY2(opacityAtShow >= 0 && opacityAtShow < 1.0, qPrintable(QString::number(opacityAtShow)));
+        QVERIFY(fadedIn);
+        QVERIFY(!dimmed);
+        qApp->removeEventFilter(&watch);
+    }
+
+    // With darkening on, the window dims under the settings, the about box
+    // and the component list help, as under every dialog of the canvas, and
+    // clears when they close.
+    void commandDialogsDimTheWindow()
+    {
+        dialogDarkenLayers = true;
+        bool settingsDimmed = false;
+        openSettings({[&](TrovDialog* dialog) {
+            const DialogOverlay* dim = windowDim(window.get());
+            settingsDimmed = dim && dim->isVisible() && dim->currState() == 100;
+            press("cancelButton")(dialog);
+        }});
+        QVERIFY(settingsDimmed);
+        QVERIFY(!windowDim(window.get()));
+
+        bool aboutDimmed = false;
+        answering([&] { pressF1(); },
+                  {[&](TrovDialog* dialog) {
+                      aboutDimmed = windowDim(window.get()) && windowDim(window.get())->isVisible();
+                      press("cancelButton")(dialog);
+                  }});
+        QVERIFY(aboutDimmed);
+        QVERIFY(!windowDim(window.get()));
+
+        bool helpDimmed = false;
+        QPushButton* hint = window->findChild<QPushButton*>(QStringLiteral("hintComponentButton"));
+        answering([&] { click(hint); },
+                  {[&](TrovDialog* dialog) {
+                      helpDimmed = windowDim(window.get()) && windowDim(window.get())->isVisible();
+                      press("cancelButton")(dialog);
+                  }});
+        QVERIFY(helpDimmed);
+        QVERIFY(!windowDim(window.get()));
+    }
+
+    // In German every colour name of the theme builder stands whole in its
+    // list, none cut short.
+    void colourNamesStandWholeInGerman()
+    {
+        MorvikCSVTranslator::installLanguage(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
+        QStringList cut;
+        int names = 0;
+        QString firstGroup;
+        openSettings({[&](TrovDialog* dialog) { click(qobject_cast<VelmoSettings*>(dialog)->createCustomTheme);
+                          press("cancelButton")(dialog); },
+                      [&](TrovDialog* dialog) {
+                          UltimateTree* tree = dialog->findChild<UltimateTreeWidget*>(QStringLiteral("colors"))->tree();
+                          firstGroup = tree->row(0)->text(0);
+                          const QFontMetrics metrics(tree->font());
+                          for (int group = 0; group < tree->rowCount(); ++group) {
+                              const UltimateTreeItem* top = tree->row(group);
+                              for (int child = 0; child < top->childCount(); ++child) {
+                                  const UltimateTreeItem* row = top->child(child);
+                                  ++names;
+                                  // What a row has for its name: the list's width less its
+                                  // indent, the space before the text and the gap after it.
+                                  const int room = tree->getViewWidth() - row->depth() * row->rowHeight()
+                                      - tree->textOffsetFor(row) - 7;
+                                  if (metrics.elidedText(row->text(0), Qt::ElideRight, room) != row->text(0))
+                                      cut << row->text(0);
+                              }
+                          }
+                          press("cancelButton")(dialog);
+                      }});
+        QCOMPARE(firstGroup, QStringLiteral("Fenster"));
+        QVERIFY(names > 140);
+        QVERIFY2(cut.isEmpty(), qPrintable(cut.join(QStringLiteral(", "))));
     }
 
     // Renaming onto an existing theme asks first; "No" keeps the builder

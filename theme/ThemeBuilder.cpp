@@ -13,6 +13,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace {
@@ -68,6 +69,7 @@ ThemeBuilder::ThemeBuilder(ThemeManager* manager, ThemeTable* table, bool* confi
             top->expand();
         }
     }
+    fitListToNames();
     listLayout->addWidget(colors);
     columns->addWidget(listGroup, 1);
 
@@ -111,6 +113,26 @@ ThemeBuilder::ThemeBuilder(ThemeManager* manager, ThemeTable* table, bool* confi
     setDialogTitle(tr("Theme Builder"));
     adjustSize();
     fixSize();
+}
+
+// The list is as wide as its longest colour name needs, so that no name is
+// cut short, whichever language names them.
+void ThemeBuilder::fitListToNames()
+{
+    UltimateTree* tree = colors->tree();
+    int widest = 0;
+    for (int group = 0; group < tree->rowCount(); ++group) {
+        const UltimateTreeItem* top = tree->row(group);
+        for (int child = 0; child < top->childCount(); ++child) {
+            const UltimateTreeItem* row = top->child(child);
+            // The row's indent and text offset, the name, and the room a row
+            // keeps after its text.
+            widest = qMax(widest, row->depth() * row->rowHeight() + tree->textOffsetFor(row)
+                                      + tree->fontMetrics().horizontalAdvance(row->text(0)) + 8);
+        }
+    }
+    const int chrome = 2 * tree->frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, tree);
+    colors->setMinimumWidth(qMax(colors->minimumWidth(), widest + chrome));
 }
 
 MySlider* ThemeBuilder::addSlider(QWidget* owner, const char* objectName, const QString& caption, int maximum)

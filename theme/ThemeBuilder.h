@@ -58,6 +58,7 @@ public slots:
     void done(int result) override;
 
 private:
+    void fitListToNames();
     MySlider* addSlider(QWidget* owner, const char* objectName, const QString& caption, int maximum);
     void setSliders(const QColor& color);
     void setSlidersEnabled(bool on);

@@ -1,5 +1,9 @@
 #include "widgets/UltimateToolTip.h"
 
+#include "theme/Contrast.h"
+#include "theme/ThemeKey.h"
+#include "theme/ThemeManager.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QEvent>
@@ -191,23 +195,30 @@ void UltimateToolTip::paintEvent(QPaintEvent*)
     const QFontMetrics titleMetrics(titleFont(font()));
     const int titleBar = titleMetrics.height() + TitleBarHeightExtra - 4;
 
-    painter.fillRect(frame, QColor(0x33, 0x33, 0x33));
+    // The theme's tool-tip pair: the body in its base, the title bar shading
+    // from it, and the text held readable on every part of both.
+    const QColor ground = themeColor(ThemeKey::ToolTipBase);
+    const QColor barEnd = ground.darker(ground.lightness() < 128 ? 160 : 118);
+    const QColor ink = Contrast::readable(Contrast::readable(themeColor(ThemeKey::ToolTipText), ground, Contrast::Text),
+                                          barEnd, Contrast::Text);
+    const QColor outline = Contrast::over(ink, ground, 0.3);
+
+    painter.fillRect(frame, ground);
     QLinearGradient bar(0, frame.top(), 0, frame.top() + titleBar);
-    bar.setColorAt(0, QColor(0x33, 0x33, 0x33));
-    bar.setColorAt(1, QColor(0x1F, 0x1F, 0x1F));
+    bar.setColorAt(0, ground);
+    bar.setColorAt(1, barEnd);
     painter.fillRect(QRect(frame.left(), frame.top(), frame.width(), titleBar), bar);
-    painter.setPen(QColor(0x66, 0x66, 0x66));
+    painter.setPen(outline);
     painter.drawRect(frame.adjusted(1, 1, -2, -2));
     painter.drawLine(frame.left() + 1, frame.top() + titleBar, frame.right() - 1, frame.top() + titleBar);
-    painter.setPen(Qt::black);
+    painter.setPen(Contrast::over(Qt::black, ground, 0.7));
     painter.drawRect(frame.adjusted(0, 0, -1, -1));
 
-    painter.setPen(Qt::white);
+    painter.setPen(ink);
     painter.setFont(titleFont(font()));
     painter.drawText(QRect(frame.left(), frame.top(), frame.width(), titleBar), Qt::AlignCenter, titleText);
 
     painter.setFont(font());
-    painter.setPen(QColor(0xDD, 0xDD, 0xDD));
     const QFontMetrics metrics(font());
     int y = frame.top() + titleBar + 6;
     const int textWidth = frame.width() - 16;
