@@ -27,6 +27,9 @@
 #include "app/CommandLineTool.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "components/VelmoUISelector.h"
+#include "scene/UIComponentBase.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "widgets/MyComboBox.h"
@@ -34,6 +37,7 @@
 #include "widgets/MyPopup.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <algorithm>
@@ -323,6 +327,94 @@ Answer choosing(const char* field, int index)
         QTest::keyClick(combo->popup(), Qt::Key_Return);
         QTRY_COMPARE(combo->currentIndex(), index);
     };
+}
+
+Answer clicking(const char* field)
+{
+    return [field](TrovDialog* dialog) {
+        QWidget* widget = dialog->findChild<QWidget*>(QLatin1String(field));
+        QVERIFY2(widget, field);
+        QTest::mouseClick(widget, Qt::LeftButton);
+    };
+}
+
+Answer pickingRow(const char* list, const QString& text)
+{
+    return [list, text](TrovDialog* dialog) {
+        UltimateTreeWidget* widget = dialog->findChild<UltimateTreeWidget*>(QLatin1String(list));
+        QVERIFY2(widget, list);
+        UltimateTree* tree = widget->tree();
+        QTRY_VERIFY(tree->rowCount() > 0);
+        for (int index = 0; index < tree->rowCount(); ++index) {
+            UltimateTreeItem* row = tree->row(index);
+            if (row->text(0) == text) {
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                   tree->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0)));
+                return;
+            }
+        }
+        QFAIL(qPrintable(QStringLiteral("no row %1").arg(text)));
+    };
+}
+
+Workbench::Workbench() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
+{
+    scene->setProjectData(&projectData);
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        qWarning("canvas not shown");
+    scene->setZoom(10);
+    QApplication::processEvents();
+}
+
+UIComponentBase* Workbench::load(const QJsonArray& components)
+{
+    scene->clear();
+    scene->loadFromJson(components);
+    return scene->components().value(0);
+}
+
+UIComponentBase* Workbench::load(const QJsonObject& component)
+{
+    return load(QJsonArray{component});
+}
+
+QImage Workbench::render(int zoom)
+{
+    scene->setZoom(zoom);
+    return scene->canvasImage(false).convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage Workbench::render(const QJsonObject& component, int zoom)
+{
+    scene->setZoom(zoom);
+    load(component);
+    return render(zoom);
+}
+
+Seen Workbench::editRow(int index, const QList<Answer>& answers)
+{
+    UltimateTree* tree = list->tree();
+    UltimateTreeItem* row = tree->row(index);
+    const QPoint point = tree->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0));
+    return answering([&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
+                     answers);
+}
+
+Seen Workbench::create(const QPointF& spot, const QList<Answer>& answers)
+{
+    view->centerOn(spot);
+    const QPoint point = view->mapFromScene(spot);
+    return answering([&]() { QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
+                     answers);
+}
+
+QJsonObject Workbench::reloaded()
+{
+    const QByteArray saved = QJsonDocument(scene->toJson()).toJson();
+    scene->clear();
+    scene->loadFromJson(QJsonDocument::fromJson(saved).array());
+    return scene->components().isEmpty() ? QJsonObject() : scene->components().first()->data();
 }
 
 QColor pixel(const QImage& image, int x, int y)

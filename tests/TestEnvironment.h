@@ -22,6 +22,7 @@ class MyLineEdit;
 class QMenu;
 class TrovDialog;
 class UltimateTreeWidget;
+class UIComponentBase;
 class VelmoMainWindow;
 
 // Shared set-up of the test programs: an isolated home, settings store and
@@ -111,6 +112,32 @@ Answer closeByFrame();
 Answer typing(const char* field, const QString& text);
 // Opens a choice field's list with the mouse and picks the item by the keys.
 Answer choosing(const char* field, int index);
+// Clicks a widget of the dialog.
+Answer clicking(const char* field);
+// Double-clicks the row showing text in a list of the dialog (an image or
+// a database picker).
+Answer pickingRow(const char* list, const QString& text);
+
+// The canvas with the real component registry, its selector and its
+// dialogs, shown at zoom 1.0; the scene reads projectData.
+struct Workbench : Canvas {
+    Workbench();
+    QJsonObject projectData;
+    UIComponentBase* load(const QJsonArray& components);
+    UIComponentBase* load(const QJsonObject& component);
+    // The HUD as velmora-cli render draws it, at a zoom in tenths.
+    QImage render(int zoom = 10);
+    QImage render(const QJsonObject& component, int zoom = 10);
+    // A double-click on a row of the list, as a user opens a component's
+    // dialog, and the answers to the dialogs that come up.
+    Seen editRow(int index, const QList<Answer>& answers);
+    // A double-click on an empty spot of the canvas: the selector, then a
+    // kind's dialog.
+    Seen create(const QPointF& spot, const QList<Answer>& answers);
+    // The HUD written as the document holds it and read back from that
+    // text; the first component's object.
+    QJsonObject reloaded();
+};
 
 // A pixel as an unpremultiplied colour, alpha included.
 QColor pixel(const QImage& image, int x, int y);
