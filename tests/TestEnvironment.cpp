@@ -441,7 +441,7 @@ void choose(MyComboBox* combo, int row)
     QTRY_COMPARE(combo->currentIndex(), row);
 }
 
-void clickTab(DynamicValueSelector* dialog, int index)
+void clickTab(TypeTabDialog* dialog, int index)
 {
     MyTabSystem* tabs = dialog->tabs();
     const int perRow = tabs->count() / 2;

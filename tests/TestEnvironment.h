@@ -10,13 +10,13 @@
 #include <QtTest>
 
 #include "app/Startup.h"
+#include "logic/DynamicValueSelector.h"
 
 #include <functional>
 
 class GameUIEditor;
 class GameUIEditorScene;
 class GameUIEditorSceneHelperBase;
-class DynamicValueSelector;
 class MyComboBox;
 class MyLineEdit;
 class QMenu;
@@ -147,8 +147,8 @@ void retype(MyLineEdit* edit, const QString& text);
 // Picks a row of a combo through its popup, by keys as a user does.
 void choose(MyComboBox* combo, int row);
 // Clicks the tab of a public index on the upper or the lower row of a
-// dynamic value dialog.
-void clickTab(DynamicValueSelector* dialog, int index);
+// dialog whose tabs stand in two rows (a dynamic value, a list).
+void clickTab(TypeTabDialog* dialog, int index);
 bool nearColor(const QColor& actual, const QColor& expected, int tolerance = 3);
 
 }
