@@ -75,14 +75,6 @@ void clickTab(QWidget* dialog, int index)
     QTRY_COMPARE(tabs->currentIndex(), index);
 }
 
-QStringList itemTexts(MyComboBox* combo)
-{
-    QStringList texts;
-    for (int i = 0; i < combo->count(); ++i)
-        texts.append(combo->itemText(i));
-    return texts;
-}
-
 QStringList rowTexts(UltimateTreeWidget* list)
 {
     QStringList all;
@@ -283,9 +275,7 @@ private slots:
         QTest::newRow("tone") << R"({"Type":1,"FilterType":1,"Tone":"#FF8800","Grey":35})";
         QTest::newRow("blend") << R"({"Type":1,"FilterType":2,"Blend":"#102030","Opacity":{"Type":2,"Code":"return 5;"}})";
         QTest::newRow("hover code") << R"({"Type":2,"HoverType":3,"Code":"if (isHovered) a();"})";
-        QTest::newRow("click code") << R"({"Type":3,"ClickType":1,"Code":"SceneManager.push(Scene_Menu);"})";
         QTest::newRow("property") << R"({"Type":4,"Property":10,"Code":"return 4;"})";
-        QTest::newRow("behavior") << R"({"Type":5,"Behavior":3,"Code":"cleanUp();"})";
         QTest::newRow("unknown property") << R"({"Type":4,"Property":40,"Code":"return 4;"})";
         QTest::newRow("unknown behavior") << R"({"Type":5,"Behavior":9,"Code":"later();"})";
     }
@@ -306,27 +296,6 @@ private slots:
         const QJsonObject before = addon;
         QVERIFY(!runAddon(&addon, 0, [](TrovDialog* dialog) { clickTab(dialog, 1); }, false));
         COMPARE_JSON(addon, before);
-    }
-
-    // ------------------------------------------------------------ list texts
-
-    void listTextsOfEachKind()
-    {
-        const char* const rows[][3] = {
-            {R"({"Type":0,"Note":"a\nb"})", "Note", "a \u23ce b"},
-            {"{\"Type\":1,\"FilterType\":1,\"Tone\":\"#ff0000\"}", "Color Filter", "Tone: #ff0000"},
-            {R"({"Type":1,"FilterType":3,"Brightness":{"Type":0,"Param":"glow"}})", "Color Filter",
-             "Brightness: [DYNAMIC]%"},
-            {R"({"Type":2,"HoverType":2,"ID":1})", "Hover", "Bind to [0001] Hovered"},
-            {R"({"Type":3,"ClickType":0,"ID":1})", "Click", "On Click [0001] Open Menu"},
-            {R"({"Type":4,"Property":8,"Code":"return 1;\nx"})", "Code Property", "Openness: return 1; \u23ce x"},
-            {R"({"Type":9,"Code":"x"})", "", ""},
-        };
-        for (const auto& row : rows) {
-            const QJsonObject addon = json(row[0]);
-            QCOMPARE(addonTypeText(addon), QString::fromUtf8(row[1]));
-            QCOMPARE(addonDataText(addon, &data), QString::fromUtf8(row[2]));
-        }
     }
 
     // ------------------------------------------------------------ the box
@@ -539,32 +508,6 @@ private slots:
 
     // ------------------------------------------------------------ capabilities
 
-    // Which properties a code property offers, by the kind it belongs to.
-    void codePropertiesOfferedByKind_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QStringList>("offered");
-        const QStringList always{"X Position", "Y Position"};
-        const QStringList sized{"Width", "Height", "Width Scale", "Height Scale"};
-        const QStringList turning{"Rotation", "Opacity"};
-        QTest::newRow("text") << int(ComponentKinds::Text) << always + sized + turning;
-        QTest::newRow("shape") << int(ComponentKinds::Shape) << always + turning;
-        QTest::newRow("window") << int(ComponentKinds::Window) << always + turning + QStringList{"Openness"};
-        QTest::newRow("repeating picture")
-            << int(ComponentKinds::RepeatingPicture) << always + turning
-                   + QStringList{"Repeat Offset X", "Repeat Offset Y"};
-    }
-
-    void codePropertiesOfferedByKind()
-    {
-        QFETCH(int, kind);
-        QFETCH(QStringList, offered);
-        QJsonObject addon{{"Type", 4}};
-        runAddon(&addon, ComponentKinds::capabilities(kind), [&](TrovDialog* dialog) {
-            QCOMPARE(itemTexts(field<MyComboBox>(dialog, "PropertyType")), offered);
-        }, false);
-    }
-
     // A stored property the kind doesn't offer stays choosable and is kept.
     void anUnofferedStoredPropertyIsKept()
     {
@@ -573,16 +516,6 @@ private slots:
             QCOMPARE(field<MyComboBox>(dialog, "PropertyType")->currentText(), QStringLiteral("Repeat Offset X"));
         }));
         COMPARE_JSON(addon, json(R"({"Type":4,"Property":9,"Code":"return 2;"})"));
-    }
-
-    void everyKindHasTheBox()
-    {
-        bool accepted = false;
-        for (int type = 0; type <= 13; ++type) {
-            QJsonObject object{{"ID", 1}, {"Type", type}};
-            UIComponentCommonDialog dialog(&object, &accepted, false, nullptr, &data);
-            QVERIFY(dialog.findChild<AddonOrNotebox*>(QStringLiteral("addonOrNote")));
-        }
     }
 };
 
