@@ -417,6 +417,11 @@ QJsonObject Workbench::reloaded()
     return scene->components().isEmpty() ? QJsonObject() : scene->components().first()->data();
 }
 
+QJsonObject json(const char* text)
+{
+    return QJsonDocument::fromJson(QByteArray(text)).object();
+}
+
 QColor pixel(const QImage& image, int x, int y)
 {
     return QColor::fromRgba(image.pixel(x, y));

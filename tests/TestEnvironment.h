@@ -139,6 +139,19 @@ struct Workbench : Canvas {
     QJsonObject reloaded();
 };
 
+// An object from its JSON text.
+QJsonObject json(const char* text);
+
+// A named child of a dialog; a test that lacks it stops there.
+template <class T>
+T* field(QWidget* dialog, const char* name)
+{
+    T* found = dialog->findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no field %s", name);
+    return found;
+}
+
 // A pixel as an unpremultiplied colour, alpha included.
 QColor pixel(const QImage& image, int x, int y);
 // Whether two colours agree in every channel, alpha included.

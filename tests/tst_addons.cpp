@@ -40,15 +40,13 @@ using TestEnvironment::press;
     QCOMPARE(QJsonDocument(QJsonArray(actual)).toJson(QJsonDocument::Compact),                                 \
              QJsonDocument(QJsonArray(expected)).toJson(QJsonDocument::Compact))
 
+using TestEnvironment::field;
+using TestEnvironment::json;
+
 namespace {
 
 using TestEnvironment::retype;
 using TestEnvironment::choose;
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
 
 QJsonObject gameData()
 {
@@ -57,15 +55,6 @@ QJsonObject gameData()
         events.append(QJsonObject{{"id", events.size()}, {"name", name}});
     return {{"CommonEvents.json", events},
             {"System.json", QJsonObject{{"switches", QJsonArray{QString(), "Hovered", "Boss Fight"}}}}};
-}
-
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
 }
 
 void clickTab(QWidget* dialog, int index)

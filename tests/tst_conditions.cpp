@@ -29,6 +29,9 @@ using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::press;
 
+using TestEnvironment::field;
+using TestEnvironment::json;
+
 namespace {
 
 using TestEnvironment::retype;
@@ -50,20 +53,6 @@ QJsonObject gameData()
             {"Skills.json", records("Skill", 3)},    {"Weapons.json", records("Sword", 3)},
             {"Armors.json", records("Cap", 3)},      {"States.json", records("State", 3)},
             {"Enemies.json", records("Slime", 3)},   {"Items.json", records("Potion", 3)}};
-}
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
-
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
 }
 
 QStringList rowTexts(UltimateTreeWidget* list)

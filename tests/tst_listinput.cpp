@@ -21,30 +21,19 @@ using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::Seen;
 
+using TestEnvironment::field;
+using TestEnvironment::json;
+
 namespace {
 
 using TestEnvironment::retype;
 using TestEnvironment::choose;
 using TestEnvironment::clickTab;
 
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
-
 // Variables 1 "Gold" and 2 "Steps"; nothing beyond.
 QJsonObject projectData()
 {
     return QJsonObject{{"System.json", QJsonObject{{"variables", QJsonArray{"", "Gold", "Steps"}}}}};
-}
-
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
 }
 
 void show(QWidget* dialog)
