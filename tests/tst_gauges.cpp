@@ -8,7 +8,6 @@
 #include "logic/DynamicValueSelector.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
-#include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/BasicImageSelector.h"
 #include "widgets/DialogFlags.h"
@@ -550,86 +549,6 @@ private slots:
                                    {"Addons", QJsonArray()},    {"Note", ""}};
         COMPARE_JSON(made.value("PictureGaugeData").toObject(), expected);
         COMPARE_JSON(editor.reloaded(), made);
-    }
-
-    // Realistic components, with conditions, add-ons, animations, custom
-    // properties and values the game gives at run time, come back from
-    // their dialog unchanged, and leave no undo step.
-    void realisticRecordsComeBackUnchanged_data()
-    {
-        QTest::addColumn<QJsonObject>("record");
-        const QJsonObject hpGauge{
-            {"ID", 7},
-            {"Type", 4},
-            {"Name", "HP Gauge"},
-            {"X", 55},
-            {"Y", -10},
-            {"Rotation", 0},
-            {"Opacity", 1},
-            {"Conditions", QJsonArray{QJsonObject{{"Type", 3}, {"Enemy", 1}, {"EnemyType", false}, {"Check", 0}}}},
-            {"CustomProperties", QJsonObject{{"Glow", "1"}}},
-            {"Animations", QJsonArray{QJsonObject{{"Property", 2}, {"StartScaleWidth", 0.5}, {"EndScaleWidth", 1},
-                                                  {"Duration", 30}, {"Type", 0}}}},
-            {"GaugeData",
-             QJsonObject{{"Width", 170},
-                         {"Height", 12},
-                         {"OutlineSize", QJsonObject{{"Type", 1}, {"ID", 12}}},
-                         {"OutlineOpacity", 50.5},
-                         {"Smoothness", 20},
-                         {"SyncComponent", "HP Text"},
-                         {"Color1", "#e08040"},
-                         {"Color2", "#f0c040"},
-                         {"BackgroundColor", "#333333"},
-                         {"OutlineColor", "#000000"},
-                         {"Value", QJsonObject{{"Type", 4},
-                                               {"ActorType", false},
-                                               {"Index", QJsonObject{{"Type", 0}, {"Param", "ActorIndex"}}},
-                                               {"Info", 3}}},
-                         {"Maximum", QJsonObject{{"Type", 7}, {"Code", "return 100;"}, {"Display", "100"}}},
-                         {"Addons", QJsonArray{QJsonObject{{"Type", 0}, {"Note", "Party HP"}}}},
-                         {"Note", "Party HP"}}}};
-        const QJsonObject tpGauge{
-            {"ID", 14},
-            {"Type", 5},
-            {"Name", "TP Gauge"},
-            {"X", 168},
-            {"Y", 170},
-            {"Rotation", 0},
-            {"Opacity", 1},
-            {"CustomProperties", QJsonObject()},
-            {"Animations", QJsonArray()},
-            {"PictureGaugeData",
-             QJsonObject{{"GaugeSkin", "Bands"},
-                         {"Width", 200},
-                         {"Height", 8},
-                         {"EdgeMargin", 5},
-                         {"Value", firstMember(5)},
-                         {"Maximum", firstMember(10)},
-                         {"Smoothness", QJsonObject{{"Type", 0}, {"Param", "Smooth"}}},
-                         {"SyncComponent", QJsonObject{{"Type", 2}, {"Code", "return \"TP Text\";"}}},
-                         {"Addons", QJsonArray{QJsonObject{
-                                        {"Type", 1}, {"FilterType", 2}, {"Blend", "#ff0000"}, {"Opacity", 40}}}},
-                         {"Note", ""}}}};
-        QTest::newRow("gauge") << hpGauge;
-        QTest::newRow("picture gauge") << tpGauge;
-        QJsonObject skinless = tpGauge;
-        QJsonObject data = tpGauge.value("PictureGaugeData").toObject();
-        data.insert("GaugeSkin", "Gone");
-        data.insert("Height", 24);
-        skinless.insert("PictureGaugeData", data);
-        QTest::newRow("picture gauge without its skin") << skinless;
-    }
-
-    void realisticRecordsComeBackUnchanged()
-    {
-        QFETCH(QJsonObject, record);
-        Editor editor;
-        UIComponentBase* loaded = editor.load(record);
-        COMPARE_JSON(loaded->data(), record);
-        const TestEnvironment::Seen seen = editor.editRow(0, {press("confirmButton")});
-        QCOMPARE(seen.count, 1);
-        COMPARE_JSON(editor.scene->components().value(0)->data(), record);
-        QVERIFY(editor.scene->undoRecorder().undoStack().empty());
     }
 };
 

@@ -622,56 +622,6 @@ private slots:
         QCOMPARE(editor.scene->components().at(0)->data().value("IconData").toObject().value("Code").toString(),
                  QStringLiteral("return \"img/system/IconSet.png\";"));
     }
-
-    // Records as a game maker's document holds them, confirmed unchanged,
-    // come back as they were: code mode, run-time values in the extendable
-    // fields, a negative offset, scales and add-ons.
-    void realisticRecordsComeBackUnchanged_data()
-    {
-        QTest::addColumn<QJsonObject>("record");
-        const QJsonArray addons{QJsonObject{{"Type", 0}, {"Note", "Kept"}}};
-        QJsonObject code = picture("Plain");
-        code.insert("PictureData", QJsonObject{{"Picture", "Plain"},
-                                               {"Code", "return \"img/pictures/\" + $gameVariables.value(3) + \".png\";"},
-                                               {"Addons", addons},
-                                               {"Note", "Kept"}});
-        code.insert("ScaleX", 1.5);
-        code.insert("ScaleY", 0.5);
-        QTest::newRow("picture") << code;
-        QTest::newRow("repeat") << repeat({{"Picture", "Tile"},
-                                           {"Width", 816},
-                                           {"Height", 40},
-                                           {"OffsetX", QJsonObject{{"Type", 2}, {"Code", "return 3;"}}},
-                                           {"OffsetY", -10},
-                                           {"Addons", QJsonArray()},
-                                           {"Note", ""}});
-        QTest::newRow("face") << component(8, "ActorFaceData",
-                                           {{"ActorID", QJsonObject{{"Type", 1}, {"Index", 2}}},
-                                            {"Addons", QJsonArray()},
-                                            {"Note", ""}});
-        QTest::newRow("icon") << icon({{"IconIndex", QJsonObject{{"Type", 3}, {"ID", 9}}},
-                                       {"IconSize", QJsonObject{{"Type", 0}, {"Param", "Size"}}},
-                                       {"IconSet", "Icons"},
-                                       {"Code", "return \"img/system/IconSet.png\";"},
-                                       {"Addons", QJsonArray()},
-                                       {"Note", ""}});
-    }
-
-    void realisticRecordsComeBackUnchanged()
-    {
-        QFETCH(QJsonObject, record);
-        Editor editor;
-        editor.projectData = actors({actor("Faces", 1), actor("Faces", 4)});
-        UIComponentBase* loaded = editor.load(record);
-        const QJsonObject before = loaded->data();
-        editor.editRow(0, {press("confirmButton")});
-        QJsonObject after = editor.scene->components().at(0)->data();
-        // A confirmed dialog writes its lists, empty or not.
-        QJsonObject expected = before;
-        expected.insert("CustomProperties", QJsonObject());
-        expected.insert("Animations", QJsonArray());
-        QCOMPARE(TestEnvironment::compact(after), TestEnvironment::compact(expected));
-    }
 };
 
 VELMORA_TEST_MAIN(TestPictures, QApplication)
