@@ -4,7 +4,6 @@
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMCondition.h"
 #include "logic/RMConditionList.h"
-#include "logic/RMCondition_Code.h"
 #include "logic/VelmoAnimationStyle.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/UIComponentBaseDialog.h"
@@ -334,27 +333,6 @@ private slots:
             QTest::keyClicks(code, "return false;");
         }));
         QCOMPARE(object, json(R"({"Type":9,"Code":"return false;"})"));
-    }
-
-    // On a 768-pixel screen the code of a condition goes Small, Medium,
-    // Large, Small: "Massive" wouldn't fit.
-    void codeSizesOnALowScreen()
-    {
-        QJsonObject object{{"Type", 9}};
-        bool accepted = false;
-        *RMCodeInput::sizeIndexOf(&RMCondition_Code::staticMetaObject) = 0;
-        RMCondition_Code dialog(&object, &accepted, nullptr, &data);
-        dialog.setScreenFit(true, 768);
-        showDialog(&dialog);
-        QStringList names{dialog.sizeToggle()->text()};
-        for (int i = 0; i < 3; ++i) {
-            QTest::mouseClick(dialog.sizeToggle(), Qt::LeftButton);
-            names.append(dialog.sizeToggle()->text());
-        }
-        QCOMPARE(names, (QStringList{"Small", "Medium", "Large", "Small"}));
-        dialog.reject();
-        QVERIFY(!accepted);
-        QCOMPARE(object, (QJsonObject{{"Type", 9}}));
     }
 
     // A realistic record opened and confirmed unchanged comes back as it was.
