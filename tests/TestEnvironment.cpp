@@ -417,6 +417,28 @@ QJsonObject Workbench::reloaded()
     return scene->components().isEmpty() ? QJsonObject() : scene->components().first()->data();
 }
 
+QStringList rowTexts(UltimateTreeWidget* list, int column)
+{
+    QStringList texts;
+    for (int i = 0; i < list->tree()->rowCount(); ++i)
+        texts << list->tree()->row(i)->text(column);
+    return texts;
+}
+
+void clickRow(UltimateTreeWidget* list, int index, bool twice)
+{
+    UltimateTree* tree = list->tree();
+    const bool plus = index >= tree->rowCount();
+    UltimateTreeItem* row = tree->row(plus ? tree->rowCount() - 1 : index);
+    if (!plus)
+        list->ensureRowVisible(row);
+    const QPoint at = tree->mapFromScene(QPointF(40, row->y() + row->rowHeight() * (plus ? 1.5 : 0.5)));
+    if (twice)
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    else
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+}
+
 QJsonObject json(const char* text)
 {
     return QJsonDocument::fromJson(QByteArray(text)).object();

@@ -152,6 +152,12 @@ T* field(QWidget* dialog, const char* name)
     return found;
 }
 
+// The texts of a column of a list's top-level rows.
+QStringList rowTexts(UltimateTreeWidget* list, int column = 0);
+// Clicks, or double-clicks, a top-level row of a list as a user does; an
+// index past the last row is the "+" row below it.
+void clickRow(UltimateTreeWidget* list, int index, bool twice = false);
+
 // A pixel as an unpremultiplied colour, alpha included.
 QColor pixel(const QImage& image, int x, int y);
 // Whether two colours agree in every channel, alpha included.

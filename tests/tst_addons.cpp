@@ -40,6 +40,7 @@ using TestEnvironment::press;
     QCOMPARE(QJsonDocument(QJsonArray(actual)).toJson(QJsonDocument::Compact),                                 \
              QJsonDocument(QJsonArray(expected)).toJson(QJsonDocument::Compact))
 
+using TestEnvironment::clickRow;
 using TestEnvironment::field;
 using TestEnvironment::json;
 
@@ -70,17 +71,6 @@ QStringList rowTexts(UltimateTreeWidget* list)
     for (int i = 0; i < list->tree()->rowCount(); ++i)
         all.append(list->tree()->row(i)->text(0) + QStringLiteral(" | ") + list->tree()->row(i)->text(1));
     return all;
-}
-
-void clickRow(UltimateTreeWidget* list, int index, bool twice = false)
-{
-    UltimateTreeItem* row = list->tree()->row(index);
-    list->ensureRowVisible(row);
-    const QPoint at = list->tree()->mapFromScene(QPointF(40, row->y() + row->rowHeight() / 2.0));
-    if (twice)
-        QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    else
-        QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
 }
 
 // A component of a kind with the given add-ons in its data object.

@@ -28,7 +28,9 @@ using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::press;
 
+using TestEnvironment::clickRow;
 using TestEnvironment::field;
+using TestEnvironment::rowTexts;
 using TestEnvironment::json;
 
 namespace {
@@ -52,25 +54,6 @@ QJsonObject gameData()
             {"Skills.json", records("Skill", 3)},    {"Weapons.json", records("Sword", 3)},
             {"Armors.json", records("Cap", 3)},      {"States.json", records("State", 3)},
             {"Enemies.json", records("Slime", 3)},   {"Items.json", records("Potion", 3)}};
-}
-
-QStringList rowTexts(UltimateTreeWidget* list)
-{
-    QStringList all;
-    for (int i = 0; i < list->tree()->rowCount(); ++i)
-        all.append(list->tree()->row(i)->text(0));
-    return all;
-}
-
-void clickRow(UltimateTreeWidget* list, int index, bool twice = false)
-{
-    UltimateTreeItem* row = list->tree()->row(index);
-    list->ensureRowVisible(row);
-    const QPoint at = list->tree()->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0));
-    if (twice)
-        QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    else
-        QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
 }
 
 void showDialog(QDialog* dialog)
