@@ -32,6 +32,7 @@
 #include "scene/UIComponentBase.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "widgets/DialogFlags.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
@@ -76,6 +77,14 @@ void isolate()
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void quietDialogs()
+{
+    dialogNativeTitleBar = false;
+    dialogDarkenLayers = false;
+    dialogDarkenAnimated = false;
+    dialogOpenAnimated = false;
 }
 
 QString home()

@@ -34,6 +34,10 @@ namespace TestEnvironment {
 void isolate();
 QString home();
 
+// Dialogs without the system's title bar, darkening or opening animation,
+// so that a test's answers come at once.
+void quietDialogs();
+
 // A fresh empty folder below the temporary home.
 QString newFolder(const QString& name);
 

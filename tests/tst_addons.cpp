@@ -10,7 +10,6 @@
 #include "logic/OpenAddonDialog.h"
 #include "logic/TypeTabDialog.h"
 #include "logic/VelmoTextInputExtend.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
@@ -127,10 +126,7 @@ class TestAddons : public QObject
 private slots:
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
         QApplication::clipboard()->clear();
         VelmoTextInputExtend::install(&data);
     }

@@ -10,7 +10,6 @@
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentAnimationDialog.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/EasingCurveSelector.h"
 #include "widgets/HaxeCodeEdit.h"
 #include "widgets/MyComboBox.h"
@@ -175,10 +174,7 @@ class TestAnimProps : public QObject, public MainWindowFixture
 private slots:
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
         QApplication::clipboard()->clear();
     }
 

@@ -11,7 +11,6 @@
 #include "scene/GameUIEditorScene.h"
 #include "scene/ResizeComponentButtonSprite.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyImageSelector.h"
@@ -222,10 +221,7 @@ private slots:
 
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
     }
 
     // ---------------------------------------------------------------- window skin

@@ -10,7 +10,6 @@
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/BasicImageSelector.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyImageSelector.h"
@@ -159,10 +158,7 @@ private slots:
 
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
     }
 
     // ---------------------------------------------------------------- gauge

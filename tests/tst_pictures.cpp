@@ -11,7 +11,6 @@
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyEitherBox.h"
 #include "widgets/MyImageSelector.h"
@@ -196,10 +195,7 @@ private slots:
 
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
     }
 
     // ---------------------------------------------------------------- faces

@@ -10,7 +10,6 @@
 #include "scene/UIComponentBase.h"
 #include "logic/DynamicValueDisplay.h"
 #include "widgets/BasicFontSelector.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyButton.h"
 #include "widgets/MyComboBox.h"
@@ -106,10 +105,7 @@ class TestTextShape : public QObject
 private slots:
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
     }
 
 
