@@ -453,6 +453,23 @@ QJsonObject json(const char* text)
     return QJsonDocument::fromJson(QByteArray(text)).object();
 }
 
+UIComponentBase* Workbench::createChecked(const QList<Answer>& answers, const char* dataKey,
+                                         const QJsonObject& expected)
+{
+    create(QPointF(300, 200), answers);
+    if (!QTest::qCompare(scene->components().size(), 1, "components", "1", __FILE__, __LINE__))
+        return nullptr;
+    const QJsonObject made = scene->toJson().at(0).toObject();
+    if (!QTest::qCompare(compact(made.value(QLatin1String(dataKey)).toObject()), compact(expected), dataKey,
+                         "expected", __FILE__, __LINE__))
+        return nullptr;
+    reloaded();
+    if (!QTest::qCompare(compact(scene->toJson().at(0).toObject()), compact(made), "reloaded", "made", __FILE__,
+                         __LINE__))
+        return nullptr;
+    return scene->components().first();
+}
+
 QColor pixel(const QImage& image, int x, int y)
 {
     return QColor::fromRgba(image.pixel(x, y));

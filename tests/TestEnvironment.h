@@ -141,6 +141,11 @@ struct Workbench : Canvas {
     // The HUD written as the document holds it and read back from that
     // text; the first component's object.
     QJsonObject reloaded();
+    // A new component made through the selector at (300, 200) by the
+    // answers: its data object under dataKey must be expected, and a save
+    // and a reload must give the whole component back. The reloaded
+    // component, or none when a check failed.
+    UIComponentBase* createChecked(const QList<Answer>& answers, const char* dataKey, const QJsonObject& expected);
 };
 
 // An object from its JSON text.

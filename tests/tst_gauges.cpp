@@ -485,17 +485,6 @@ private slots:
     void newGaugeFromTheSelector()
     {
         Editor editor;
-        editor.create(
-            QPointF(300, 200),
-            {press("gauge"),
-             typing("Width", "180"), typing("Height", "16"), typing("OutlineSize", "2"),
-             typing("ChangeDuration", "45"), typing("SyncTextComponent", "HP Text"), clicking("Gauge_Maximum"),
-             plainNumberTyped("250"), press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        auto* gauge = qobject_cast<UIComponentGauge*>(editor.scene->components().at(0));
-        QVERIFY(gauge);
-        QCOMPARE(QSize(gauge->width, gauge->height), QSize(180, 16));
-        const QJsonObject made = gauge->data();
         const QJsonObject expected{{"Width", 180},
                                    {"Height", 16},
                                    {"OutlineSize", 2},
@@ -510,10 +499,13 @@ private slots:
                                    {"Maximum", plainNumber(250)},
                                    {"Addons", QJsonArray()},
                                    {"Note", ""}};
-        COMPARE_JSON(made.value("GaugeData").toObject(), expected);
-        QCOMPARE(made.value("Name").toString(), QStringLiteral("Gauge (ID 1)"));
-        QCOMPARE(made.value("X").toInt(), 300);
-        COMPARE_JSON(editor.reloaded(), made);
+        auto* gauge = qobject_cast<UIComponentGauge*>(editor.createChecked(
+            {press("gauge"), typing("Width", "180"), typing("Height", "16"), typing("OutlineSize", "2"),
+             typing("ChangeDuration", "45"), typing("SyncTextComponent", "HP Text"), clicking("Gauge_Maximum"),
+             plainNumberTyped("250"), press("confirmButton")},
+            "GaugeData", expected));
+        QVERIFY(gauge);
+        QCOMPARE(QSize(gauge->width, gauge->height), QSize(180, 16));
 
         // Drawn as confirmed: the default colours across the inside of a
         // 2-pixel black outline; box (210, 192) to (389, 207).
@@ -529,22 +521,18 @@ private slots:
     void newPictureGaugeFromTheSelector()
     {
         Editor editor;
-        editor.create(
-            QPointF(300, 200),
-            {press("pictureGauge"), clicking("gaugeSkin"), TestEnvironment::pickingRow("fileList", "Bands"),
-             typing("Edge_Margin", "60"), typing("Width", "50"), clicking("Gauge_Value"), plainNumberTyped("7"),
-             press("confirmButton")});
-        auto* gauge = qobject_cast<UIComponentPictureGauge*>(editor.scene->components().value(0));
-        QVERIFY(gauge);
-        QCOMPARE(QSize(gauge->width, gauge->height), QSize(120, 8));
-        const QJsonObject made = gauge->data();
         const QJsonObject expected{{"GaugeSkin", "Bands"},      {"Width", 120},
                                    {"Height", 8},               {"EdgeMargin", 60},
                                    {"Value", plainNumber(7)},   {"Maximum", firstMember(8)},
                                    {"Smoothness", 20},          {"SyncComponent", ""},
                                    {"Addons", QJsonArray()},    {"Note", ""}};
-        COMPARE_JSON(made.value("PictureGaugeData").toObject(), expected);
-        COMPARE_JSON(editor.reloaded(), made);
+        auto* gauge = qobject_cast<UIComponentPictureGauge*>(editor.createChecked(
+            {press("pictureGauge"), clicking("gaugeSkin"), TestEnvironment::pickingRow("fileList", "Bands"),
+             typing("Edge_Margin", "60"), typing("Width", "50"), clicking("Gauge_Value"), plainNumberTyped("7"),
+             press("confirmButton")},
+            "PictureGaugeData", expected));
+        QVERIFY(gauge);
+        QCOMPARE(QSize(gauge->width, gauge->height), QSize(120, 8));
     }
 };
 

@@ -536,15 +536,12 @@ private slots:
     void newPictureFromTheSelector()
     {
         Editor editor;
-        editor.create(QPointF(300, 200), {press("picture"), clicking("picture"), choosingImage("Plain"),
-                                          clicking("PictureType"), press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        UIComponentBase* made = editor.scene->components().at(0);
+        UIComponentBase* made = editor.createChecked({press("picture"), clicking("picture"), choosingImage("Plain"),
+                                                      clicking("PictureType"), press("confirmButton")},
+                                                     "PictureData", withoutAddons({{"Picture", "Plain"}, {"Code", PictureCode}}));
+        QVERIFY(made);
         QCOMPARE(QSize(made->width, made->height), QSize(50, 30));
-        const QJsonObject expected = withoutAddons({{"Picture", "Plain"}, {"Code", PictureCode}});
-        QCOMPARE(made->data().value("PictureData").toObject(), expected);
         QCOMPARE(made->data().value("ScaleX").toDouble(), 1.0);
-        QCOMPARE(editor.reloaded().value("PictureData").toObject(), expected);
 
         editor.editRow(0, {clicking("PictureType"), press("confirmButton")});
         QCOMPARE(editor.scene->components().at(0)->data().value("PictureData").toObject(),
@@ -557,15 +554,12 @@ private slots:
     void newRepeatTakesItsFirstPicturesSize()
     {
         Editor editor;
-        editor.create(QPointF(300, 200), {press("repeatingPicture"), clicking("picture"), choosingImage("Plain"),
-                       clicking("picture"), choosingImage("Tile"), typing("X_Offset", "4"), press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        UIComponentBase* made = editor.scene->components().at(0);
+        UIComponentBase* made = editor.createChecked(
+            {press("repeatingPicture"), clicking("picture"), choosingImage("Plain"), clicking("picture"),
+             choosingImage("Tile"), typing("X_Offset", "4"), press("confirmButton")},
+            "RepeatData", withoutAddons({{"Picture", "Tile"}, {"Width", 50}, {"Height", 30}, {"OffsetX", 4}, {"OffsetY", 0}}));
+        QVERIFY(made);
         QCOMPARE(QSize(made->width, made->height), QSize(50, 30));
-        const QJsonObject expected = withoutAddons(
-            {{"Picture", "Tile"}, {"Width", 50}, {"Height", 30}, {"OffsetX", 4}, {"OffsetY", 0}});
-        QCOMPARE(made->data().value("RepeatData").toObject(), expected);
-        QCOMPARE(editor.reloaded().value("RepeatData").toObject(), expected);
 
         // An existing repeat keeps its size when its picture changes.
         editor.editRow(0, {clicking("picture"), choosingImage("Plain"), typing("Width", "70"), press("confirmButton")});
@@ -581,15 +575,12 @@ private slots:
     {
         Editor editor;
         editor.projectData = actors({actor("Faces", 1), actor("Faces", 4)});
-        editor.create(QPointF(300, 200), {press("actorFace"), clicking("ActorID"), press("confirmButton"), press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        auto* made = qobject_cast<UIComponentActorFace*>(editor.scene->components().at(0));
+        auto* made = qobject_cast<UIComponentActorFace*>(editor.createChecked(
+            {press("actorFace"), clicking("ActorID"), press("confirmButton"), press("confirmButton")},
+            "ActorFaceData", withoutAddons({{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}})));
         QVERIFY(made);
-        const QJsonObject expected = withoutAddons({{"ActorID", QJsonObject{{"Type", 0}, {"ID", 1}}}});
-        QCOMPARE(made->data().value("ActorFaceData").toObject(), expected);
         COMPARE_SHADE(at(made->pixmap, 72, 72), cellColor(1));
         QCOMPARE(QSize(made->width, made->height), QSize(144, 144));
-        QCOMPARE(editor.reloaded().value("ActorFaceData").toObject(), expected);
     }
 
     // An icon made from the selector: the index typed in the number input,
@@ -598,20 +589,16 @@ private slots:
     void newIconFromTheSelector()
     {
         Editor editor;
-        editor.create(QPointF(300, 200), {press("icon"), clicking("IconIndex"), typing("Number", "17"), press("confirmButton"), typing("IconSize", "24"),
-                       clicking("iconSet"), choosingImage("Icons"), press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        auto* made = qobject_cast<UIComponentIcon*>(editor.scene->components().at(0));
+        auto* made = qobject_cast<UIComponentIcon*>(editor.createChecked(
+            {press("icon"), clicking("IconIndex"), typing("Number", "17"), press("confirmButton"),
+             typing("IconSize", "24"), clicking("iconSet"), choosingImage("Icons"), press("confirmButton")},
+            "IconData", withoutAddons({{"IconIndex", number(17)}, {"IconSize", 24}, {"IconSet", "Icons"}})));
         QVERIFY(made);
-        const QJsonObject expected =
-            withoutAddons({{"IconIndex", number(17)}, {"IconSize", 24}, {"IconSet", "Icons"}});
-        QCOMPARE(made->data().value("IconData").toObject(), expected);
         QCOMPARE(QSize(made->width, made->height), QSize(24, 24));
         // Cell 17 at 24 pixels: x 24 to 47 of row 1 (y 24 to 47), the end of
         // icon 16 and the start of icon 17.
         COMPARE_SHADE(at(made->pixmap, 0, 12), cellColor(16));
         COMPARE_SHADE(at(made->pixmap, 20, 12), cellColor(17));
-        QCOMPARE(editor.reloaded().value("IconData").toObject(), expected);
 
         // The set from code: the default code is written beside the set.
         editor.editRow(0, {clicking("IconSetType"), press("confirmButton")});

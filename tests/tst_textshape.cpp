@@ -321,27 +321,22 @@ private slots:
     {
         Editor editor;
         editor.projectData = withMainFont;
-        editor.create(QPointF(300, 200),
-                  {press("text"), TestEnvironment::clicking("Text"), typing("Text", "Gold:"), press("confirmButton"),
-                   typing("FontSize", "24"), choosing("Alignment", 0), typing("OutlineOpacity", "50"),
-                   press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        auto* text = qobject_cast<UIComponentText*>(editor.scene->components().at(0));
-        QVERIFY(text);
-        const QJsonObject made = text->data();
         const QJsonObject expected{{"Text", plain("Gold:")}, {"FontFamily", ""},     {"FontSize", 24},
                                    {"OutlineSize", 4},       {"Alignment", 0},       {"MaxWidth", 200},
                                    {"Color", "#ffffff"},     {"OutlineColor", "#000000"}, {"OutlineOpacity", 50},
                                    // A new component has no add-ons and an empty note.
                                    {"Addons", QJsonArray()}, {"Note", ""}};
-        QCOMPARE(made.value("TextData").toObject(), expected);
-        QCOMPARE(made.value("ScaleX").toDouble(), 1.0);
+        auto* text = qobject_cast<UIComponentText*>(editor.createChecked(
+            {press("text"), TestEnvironment::clicking("Text"), typing("Text", "Gold:"), press("confirmButton"),
+             typing("FontSize", "24"), choosing("Alignment", 0), typing("OutlineOpacity", "50"), press("confirmButton")},
+            "TextData", expected));
+        QVERIFY(text);
+        QCOMPARE(text->data().value("ScaleX").toDouble(), 1.0);
         // A new text is 200 + 4 wide, the font's height + 4 high.
         QFont font = hand;
         font.setPixelSize(24);
         QCOMPARE(text->width, 204);
         QCOMPARE(text->height, int(QFontMetricsF(font).height() + 4));
-        QCOMPARE(editor.reloaded(), made);
     }
 
     // The font picker opens on the project's fonts folder; the chosen file
@@ -497,20 +492,15 @@ private slots:
     void newShapeFromTheSelector()
     {
         Editor editor;
-        editor.create(QPointF(300, 200),
-                  {press("shape"), typing("Width", "60"), choosing("Shape_Type", 1), typing("OutlineSize", "6"),
-                   typing("OutlineOpacity", "40"), press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        const QJsonObject made = editor.scene->components().at(0)->data();
         const QJsonObject expected{{"Width", 60},          {"Height", 100},          {"Shape", 1},
                                    {"OutlineSize", 6},     {"Color", "#ffffff"},     {"OutlineColor", "#000000"},
                                    {"OutlineOpacity", 40}, {"Addons", QJsonArray()}, {"Note", ""}};
-        QCOMPARE(made.value("ShapeData").toObject(), expected);
-        QCOMPARE(made.value("Name").toString(), QStringLiteral("Shape (ID 1)"));
-        QCOMPARE(editor.scene->components().at(0)->width, 60);
-
-        // Saved and loaded again, it is the same object.
-        QCOMPARE(editor.reloaded(), made);
+        UIComponentBase* shape = editor.createChecked({press("shape"), typing("Width", "60"), choosing("Shape_Type", 1),
+                                                       typing("OutlineSize", "6"), typing("OutlineOpacity", "40"),
+                                                       press("confirmButton")},
+                                                      "ShapeData", expected);
+        QVERIFY(shape);
+        QCOMPARE(shape->width, 60);
     }
 
     // Keys the dialog doesn't show are dropped, but the add-ons and their
