@@ -27,13 +27,18 @@
 #include "app/CommandLineTool.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "components/VelmoUISelector.h"
+#include "scene/UIComponentBase.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
+#include "widgets/DialogFlags.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
+#include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <algorithm>
@@ -72,6 +77,14 @@ void isolate()
                           QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void quietDialogs()
+{
+    dialogNativeTitleBar = false;
+    dialogDarkenLayers = false;
+    dialogDarkenAnimated = false;
+    dialogOpenAnimated = false;
 }
 
 QString home()
@@ -325,6 +338,138 @@ Answer choosing(const char* field, int index)
     };
 }
 
+Answer clicking(const char* field)
+{
+    return [field](TrovDialog* dialog) {
+        QWidget* widget = dialog->findChild<QWidget*>(QLatin1String(field));
+        QVERIFY2(widget, field);
+        QTest::mouseClick(widget, Qt::LeftButton);
+    };
+}
+
+Answer pickingRow(const char* list, const QString& text)
+{
+    return [list, text](TrovDialog* dialog) {
+        UltimateTreeWidget* widget = dialog->findChild<UltimateTreeWidget*>(QLatin1String(list));
+        QVERIFY2(widget, list);
+        UltimateTree* tree = widget->tree();
+        QTRY_VERIFY(tree->rowCount() > 0);
+        for (int index = 0; index < tree->rowCount(); ++index) {
+            UltimateTreeItem* row = tree->row(index);
+            if (row->text(0) == text) {
+                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                   tree->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0)));
+                return;
+            }
+        }
+        QFAIL(qPrintable(QStringLiteral("no row %1").arg(text)));
+    };
+}
+
+Workbench::Workbench() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
+{
+    scene->setProjectData(&projectData);
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        qWarning("canvas not shown");
+    scene->setZoom(10);
+    QApplication::processEvents();
+}
+
+UIComponentBase* Workbench::load(const QJsonArray& components)
+{
+    scene->clear();
+    scene->loadFromJson(components);
+    return scene->components().value(0);
+}
+
+UIComponentBase* Workbench::load(const QJsonObject& component)
+{
+    return load(QJsonArray{component});
+}
+
+QImage Workbench::render(int zoom)
+{
+    scene->setZoom(zoom);
+    return scene->canvasImage(false).convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage Workbench::render(const QJsonObject& component, int zoom)
+{
+    scene->setZoom(zoom);
+    load(component);
+    return render(zoom);
+}
+
+Seen Workbench::editRow(int index, const QList<Answer>& answers)
+{
+    UltimateTree* tree = list->tree();
+    UltimateTreeItem* row = tree->row(index);
+    const QPoint point = tree->mapFromScene(QPointF(60, row->y() + row->rowHeight() / 2.0));
+    return answering([&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
+                     answers);
+}
+
+Seen Workbench::create(const QPointF& spot, const QList<Answer>& answers)
+{
+    view->centerOn(spot);
+    const QPoint point = view->mapFromScene(spot);
+    return answering([&]() { QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
+                     answers);
+}
+
+QJsonObject Workbench::reloaded()
+{
+    const QByteArray saved = QJsonDocument(scene->toJson()).toJson();
+    scene->clear();
+    scene->loadFromJson(QJsonDocument::fromJson(saved).array());
+    return scene->components().isEmpty() ? QJsonObject() : scene->components().first()->data();
+}
+
+QStringList rowTexts(UltimateTreeWidget* list, int column)
+{
+    QStringList texts;
+    for (int i = 0; i < list->tree()->rowCount(); ++i)
+        texts << list->tree()->row(i)->text(column);
+    return texts;
+}
+
+void clickRow(UltimateTreeWidget* list, int index, bool twice)
+{
+    UltimateTree* tree = list->tree();
+    const bool plus = index >= tree->rowCount();
+    UltimateTreeItem* row = tree->row(plus ? tree->rowCount() - 1 : index);
+    if (!plus)
+        list->ensureRowVisible(row);
+    const QPoint at = tree->mapFromScene(QPointF(40, row->y() + row->rowHeight() * (plus ? 1.5 : 0.5)));
+    if (twice)
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    else
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+}
+
+QJsonObject json(const char* text)
+{
+    return QJsonDocument::fromJson(QByteArray(text)).object();
+}
+
+UIComponentBase* Workbench::createChecked(const QList<Answer>& answers, const char* dataKey,
+                                         const QJsonObject& expected)
+{
+    create(QPointF(300, 200), answers);
+    if (!QTest::qCompare(scene->components().size(), 1, "components", "1", __FILE__, __LINE__))
+        return nullptr;
+    const QJsonObject made = scene->toJson().at(0).toObject();
+    if (!QTest::qCompare(compact(made.value(QLatin1String(dataKey)).toObject()), compact(expected), dataKey,
+                         "expected", __FILE__, __LINE__))
+        return nullptr;
+    reloaded();
+    if (!QTest::qCompare(compact(scene->toJson().at(0).toObject()), compact(made), "reloaded", "made", __FILE__,
+                         __LINE__))
+        return nullptr;
+    return scene->components().first();
+}
+
 QColor pixel(const QImage& image, int x, int y)
 {
     return QColor::fromRgba(image.pixel(x, y));
@@ -349,7 +494,7 @@ void choose(MyComboBox* combo, int row)
     QTRY_COMPARE(combo->currentIndex(), row);
 }
 
-void clickTab(DynamicValueSelector* dialog, int index)
+void clickTab(TypeTabDialog* dialog, int index)
 {
     MyTabSystem* tabs = dialog->tabs();
     const int perRow = tabs->count() / 2;

@@ -10,18 +10,19 @@
 #include <QtTest>
 
 #include "app/Startup.h"
+#include "logic/DynamicValueSelector.h"
 
 #include <functional>
 
 class GameUIEditor;
 class GameUIEditorScene;
 class GameUIEditorSceneHelperBase;
-class DynamicValueSelector;
 class MyComboBox;
 class MyLineEdit;
 class QMenu;
 class TrovDialog;
 class UltimateTreeWidget;
+class UIComponentBase;
 class VelmoMainWindow;
 
 // Shared set-up of the test programs: an isolated home, settings store and
@@ -32,6 +33,10 @@ namespace TestEnvironment {
 // the application object exists, so no test ever sees the user's settings.
 void isolate();
 QString home();
+
+// Dialogs without the system's title bar, darkening or opening animation,
+// so that a test's answers come at once.
+void quietDialogs();
 
 // A fresh empty folder below the temporary home.
 QString newFolder(const QString& name);
@@ -111,6 +116,56 @@ Answer closeByFrame();
 Answer typing(const char* field, const QString& text);
 // Opens a choice field's list with the mouse and picks the item by the keys.
 Answer choosing(const char* field, int index);
+// Clicks a widget of the dialog.
+Answer clicking(const char* field);
+// Double-clicks the row showing text in a list of the dialog (an image or
+// a database picker).
+Answer pickingRow(const char* list, const QString& text);
+
+// The canvas with the real component registry, its selector and its
+// dialogs, shown at zoom 1.0; the scene reads projectData.
+struct Workbench : Canvas {
+    Workbench();
+    QJsonObject projectData;
+    UIComponentBase* load(const QJsonArray& components);
+    UIComponentBase* load(const QJsonObject& component);
+    // The HUD as velmora-cli render draws it, at a zoom in tenths.
+    QImage render(int zoom = 10);
+    QImage render(const QJsonObject& component, int zoom = 10);
+    // A double-click on a row of the list, as a user opens a component's
+    // dialog, and the answers to the dialogs that come up.
+    Seen editRow(int index, const QList<Answer>& answers);
+    // A double-click on an empty spot of the canvas: the selector, then a
+    // kind's dialog.
+    Seen create(const QPointF& spot, const QList<Answer>& answers);
+    // The HUD written as the document holds it and read back from that
+    // text; the first component's object.
+    QJsonObject reloaded();
+    // A new component made through the selector at (300, 200) by the
+    // answers: its data object under dataKey must be expected, and a save
+    // and a reload must give the whole component back. The reloaded
+    // component, or none when a check failed.
+    UIComponentBase* createChecked(const QList<Answer>& answers, const char* dataKey, const QJsonObject& expected);
+};
+
+// An object from its JSON text.
+QJsonObject json(const char* text);
+
+// A named child of a dialog; a test that lacks it stops there.
+template <class T>
+T* field(QWidget* dialog, const char* name)
+{
+    T* found = dialog->findChild<T*>(QLatin1String(name));
+    if (!found)
+        qFatal("no field %s", name);
+    return found;
+}
+
+// The texts of a column of a list's top-level rows.
+QStringList rowTexts(UltimateTreeWidget* list, int column = 0);
+// Clicks, or double-clicks, a top-level row of a list as a user does; an
+// index past the last row is the "+" row below it.
+void clickRow(UltimateTreeWidget* list, int index, bool twice = false);
 
 // A pixel as an unpremultiplied colour, alpha included.
 QColor pixel(const QImage& image, int x, int y);
@@ -120,8 +175,8 @@ void retype(MyLineEdit* edit, const QString& text);
 // Picks a row of a combo through its popup, by keys as a user does.
 void choose(MyComboBox* combo, int row);
 // Clicks the tab of a public index on the upper or the lower row of a
-// dynamic value dialog.
-void clickTab(DynamicValueSelector* dialog, int index);
+// dialog whose tabs stand in two rows (a dynamic value, a list).
+void clickTab(TypeTabDialog* dialog, int index);
 bool nearColor(const QColor& actual, const QColor& expected, int tolerance = 3);
 
 }

@@ -10,7 +10,6 @@
 #include "logic/OpenAddonDialog.h"
 #include "logic/TypeTabDialog.h"
 #include "logic/VelmoTextInputExtend.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
@@ -40,15 +39,14 @@ using TestEnvironment::press;
     QCOMPARE(QJsonDocument(QJsonArray(actual)).toJson(QJsonDocument::Compact),                                 \
              QJsonDocument(QJsonArray(expected)).toJson(QJsonDocument::Compact))
 
+using TestEnvironment::clickRow;
+using TestEnvironment::field;
+using TestEnvironment::json;
+
 namespace {
 
 using TestEnvironment::retype;
 using TestEnvironment::choose;
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
 
 QJsonObject gameData()
 {
@@ -59,28 +57,11 @@ QJsonObject gameData()
             {"System.json", QJsonObject{{"switches", QJsonArray{QString(), "Hovered", "Boss Fight"}}}}};
 }
 
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
-}
-
 void clickTab(QWidget* dialog, int index)
 {
     MyTabSystem* tabs = qobject_cast<TypeTabDialog*>(dialog)->tabs();
     QTest::mouseClick(tabs->header(), Qt::LeftButton, Qt::NoModifier, tabs->header()->tabRect(index).center());
     QTRY_COMPARE(tabs->currentIndex(), index);
-}
-
-QStringList itemTexts(MyComboBox* combo)
-{
-    QStringList texts;
-    for (int i = 0; i < combo->count(); ++i)
-        texts.append(combo->itemText(i));
-    return texts;
 }
 
 QStringList rowTexts(UltimateTreeWidget* list)
@@ -89,17 +70,6 @@ QStringList rowTexts(UltimateTreeWidget* list)
     for (int i = 0; i < list->tree()->rowCount(); ++i)
         all.append(list->tree()->row(i)->text(0) + QStringLiteral(" | ") + list->tree()->row(i)->text(1));
     return all;
-}
-
-void clickRow(UltimateTreeWidget* list, int index, bool twice = false)
-{
-    UltimateTreeItem* row = list->tree()->row(index);
-    list->ensureRowVisible(row);
-    const QPoint at = list->tree()->mapFromScene(QPointF(40, row->y() + row->rowHeight() / 2.0));
-    if (twice)
-        QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    else
-        QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, at);
 }
 
 // A component of a kind with the given add-ons in its data object.
@@ -156,10 +126,7 @@ class TestAddons : public QObject
 private slots:
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
         QApplication::clipboard()->clear();
         VelmoTextInputExtend::install(&data);
     }
@@ -283,9 +250,7 @@ private slots:
         QTest::newRow("tone") << R"({"Type":1,"FilterType":1,"Tone":"#FF8800","Grey":35})";
         QTest::newRow("blend") << R"({"Type":1,"FilterType":2,"Blend":"#102030","Opacity":{"Type":2,"Code":"return 5;"}})";
         QTest::newRow("hover code") << R"({"Type":2,"HoverType":3,"Code":"if (isHovered) a();"})";
-        QTest::newRow("click code") << R"({"Type":3,"ClickType":1,"Code":"SceneManager.push(Scene_Menu);"})";
         QTest::newRow("property") << R"({"Type":4,"Property":10,"Code":"return 4;"})";
-        QTest::newRow("behavior") << R"({"Type":5,"Behavior":3,"Code":"cleanUp();"})";
         QTest::newRow("unknown property") << R"({"Type":4,"Property":40,"Code":"return 4;"})";
         QTest::newRow("unknown behavior") << R"({"Type":5,"Behavior":9,"Code":"later();"})";
     }
@@ -306,27 +271,6 @@ private slots:
         const QJsonObject before = addon;
         QVERIFY(!runAddon(&addon, 0, [](TrovDialog* dialog) { clickTab(dialog, 1); }, false));
         COMPARE_JSON(addon, before);
-    }
-
-    // ------------------------------------------------------------ list texts
-
-    void listTextsOfEachKind()
-    {
-        const char* const rows[][3] = {
-            {R"({"Type":0,"Note":"a\nb"})", "Note", "a \u23ce b"},
-            {"{\"Type\":1,\"FilterType\":1,\"Tone\":\"#ff0000\"}", "Color Filter", "Tone: #ff0000"},
-            {R"({"Type":1,"FilterType":3,"Brightness":{"Type":0,"Param":"glow"}})", "Color Filter",
-             "Brightness: [DYNAMIC]%"},
-            {R"({"Type":2,"HoverType":2,"ID":1})", "Hover", "Bind to [0001] Hovered"},
-            {R"({"Type":3,"ClickType":0,"ID":1})", "Click", "On Click [0001] Open Menu"},
-            {R"({"Type":4,"Property":8,"Code":"return 1;\nx"})", "Code Property", "Openness: return 1; \u23ce x"},
-            {R"({"Type":9,"Code":"x"})", "", ""},
-        };
-        for (const auto& row : rows) {
-            const QJsonObject addon = json(row[0]);
-            QCOMPARE(addonTypeText(addon), QString::fromUtf8(row[1]));
-            QCOMPARE(addonDataText(addon, &data), QString::fromUtf8(row[2]));
-        }
     }
 
     // ------------------------------------------------------------ the box
@@ -539,32 +483,6 @@ private slots:
 
     // ------------------------------------------------------------ capabilities
 
-    // Which properties a code property offers, by the kind it belongs to.
-    void codePropertiesOfferedByKind_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QStringList>("offered");
-        const QStringList always{"X Position", "Y Position"};
-        const QStringList sized{"Width", "Height", "Width Scale", "Height Scale"};
-        const QStringList turning{"Rotation", "Opacity"};
-        QTest::newRow("text") << int(ComponentKinds::Text) << always + sized + turning;
-        QTest::newRow("shape") << int(ComponentKinds::Shape) << always + turning;
-        QTest::newRow("window") << int(ComponentKinds::Window) << always + turning + QStringList{"Openness"};
-        QTest::newRow("repeating picture")
-            << int(ComponentKinds::RepeatingPicture) << always + turning
-                   + QStringList{"Repeat Offset X", "Repeat Offset Y"};
-    }
-
-    void codePropertiesOfferedByKind()
-    {
-        QFETCH(int, kind);
-        QFETCH(QStringList, offered);
-        QJsonObject addon{{"Type", 4}};
-        runAddon(&addon, ComponentKinds::capabilities(kind), [&](TrovDialog* dialog) {
-            QCOMPARE(itemTexts(field<MyComboBox>(dialog, "PropertyType")), offered);
-        }, false);
-    }
-
     // A stored property the kind doesn't offer stays choosable and is kept.
     void anUnofferedStoredPropertyIsKept()
     {
@@ -573,16 +491,6 @@ private slots:
             QCOMPARE(field<MyComboBox>(dialog, "PropertyType")->currentText(), QStringLiteral("Repeat Offset X"));
         }));
         COMPARE_JSON(addon, json(R"({"Type":4,"Property":9,"Code":"return 2;"})"));
-    }
-
-    void everyKindHasTheBox()
-    {
-        bool accepted = false;
-        for (int type = 0; type <= 13; ++type) {
-            QJsonObject object{{"ID", 1}, {"Type", type}};
-            UIComponentCommonDialog dialog(&object, &accepted, false, nullptr, &data);
-            QVERIFY(dialog.findChild<AddonOrNotebox*>(QStringLiteral("addonOrNote")));
-        }
     }
 };
 

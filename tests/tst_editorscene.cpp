@@ -14,7 +14,6 @@
 #include <QApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QRandomGenerator>
 #include <QTimer>
 #include <QtTest>
 
@@ -271,83 +270,6 @@ private slots:
 
         // Double-clicking a list row with children never opens the dialog.
         QCOMPARE(editor.helper->asked, 2);
-    }
-
-    void randomEditsKeepListAndCanvasInStep()
-    {
-        Editor editor;
-        QRandomGenerator random(20261123);
-        editor.scene->loadFromJson(QJsonArray{shape(1, 100, 100), group(2, 200, 200, QJsonArray{shape(3, 0, 0)})});
-        UltimateTree* tree = editor.list->tree();
-        auto anyComponent = [&]() -> UIComponentBase* {
-            const QList<UIComponentBase*>& all = editor.scene->components();
-            return all.isEmpty() ? nullptr : all.at(random.bounded(all.size()));
-        };
-        for (int step = 0; step < 200; ++step) {
-            const int action = random.bounded(6);
-            UIComponentBase* picked = anyComponent();
-            switch (action) {
-            case 0: // create, top-level or as a child of a container
-                editor.helper->nextType = random.bounded(3) == 0 ? 6 : random.bounded(14);
-                editor.scene->setPastePosition(QPointF(random.bounded(800), random.bounded(600)));
-                if (picked && picked->canHaveChildren() && random.bounded(2)) {
-                    editor.scene->select(picked);
-                    editor.view->createAComponentChild();
-                } else {
-                    editor.view->createAComponent();
-                }
-                break;
-            case 1: // delete
-                if (picked) {
-                    editor.scene->select(picked);
-                    editor.view->deleteAComponent();
-                }
-                break;
-            case 2: { // a list drag: the row goes elsewhere, at any depth
-                if (!picked)
-                    break;
-                UIComponentBase* target = anyComponent();
-                const QPoint before = picked->absoluteXY();
-                if (!moveRowInList(tree, editor.scene->rowOfComponent(picked), editor.scene->rowOfComponent(target),
-                                   target->canHaveChildren() && random.bounded(2)))
-                    break;
-                QCOMPARE(picked->absoluteXY(), before);
-                break;
-            }
-            case 3: // hide or show from the list
-                if (picked) {
-                    tree->setCurrentRow(editor.scene->rowOfComponent(picked));
-                    editor.view->hideAComponent();
-                }
-                break;
-            case 4: // select from the list
-                tree->setCurrentRow(picked ? editor.scene->rowOfComponent(picked) : nullptr);
-                QCOMPARE(editor.scene->selectedComponent(), picked);
-                break;
-            default: // open or close a row
-                if (picked)
-                    editor.scene->rowOfComponent(picked)->toggle();
-                break;
-            }
-            checkConsistent(editor.scene);
-            if (QTest::currentTestFailed())
-                QFAIL(qPrintable(QStringLiteral("after step %1 (action %2)").arg(step).arg(action)));
-            QCOMPARE(editor.scene->order(), editor.scene->orderFromList());
-        }
-        // What the list shows is what is saved: the same tree of ids.
-        std::function<QJsonValue(const QJsonObject&)> ids = [&](const QJsonObject& object) -> QJsonValue {
-            const QJsonArray children = object.value("Children").toArray();
-            if (children.isEmpty())
-                return object.value("ID").toInt();
-            QJsonArray entry{QJsonObject{{"Type", object.value("ID").toInt()}, {"Expanded", object.value("Expanded").toBool()}}};
-            for (const QJsonValue& child : children)
-                entry.append(ids(child.toObject()));
-            return entry;
-        };
-        QJsonArray saved;
-        for (const QJsonValue& value : editor.scene->toJson())
-            saved.append(ids(value.toObject()));
-        QCOMPARE(saved, editor.scene->order());
     }
 
     void theComponentLimitRefusesWholeAndSays()

@@ -187,9 +187,7 @@ private slots:
     {
         QTest::addColumn<int>("zoom");
         QTest::newRow("0.5") << 5;
-        QTest::newRow("1.0") << 10;
         QTest::newRow("2.0") << 20;
-        QTest::newRow("4.0") << 40;
     }
 
     void componentPixelsFollowTheZoom()

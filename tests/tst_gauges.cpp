@@ -8,10 +8,8 @@
 #include "logic/DynamicValueSelector.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
-#include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/BasicImageSelector.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyImageSelector.h"
@@ -34,63 +32,11 @@ using TestEnvironment::press;
 
 namespace {
 
+using TestEnvironment::clicking;
 using TestEnvironment::clickTab;
+using TestEnvironment::typing;
 
-// The canvas with the real registry, its selector and dialogs.
-struct Editor : TestEnvironment::Canvas {
-    Editor() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
-    {
-        scene->setProjectData(&projectData);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        scene->setZoom(10);
-        QApplication::processEvents();
-    }
-    UIComponentBase* load(const QJsonObject& component)
-    {
-        scene->clear();
-        scene->loadFromJson(QJsonArray{component});
-        return scene->components().value(0);
-    }
-    // The HUD as velmora-cli render draws it, at a zoom in tenths.
-    QImage render(const QJsonObject& component, int zoom)
-    {
-        scene->setZoom(zoom);
-        load(component);
-        return image();
-    }
-    QImage image() { return scene->canvasImage(false).convertToFormat(QImage::Format_ARGB32); }
-    // Double-clicks the first row of the component list, as a user opens a
-    // component's dialog, and answers the dialogs that come up.
-    TestEnvironment::Seen editFirstRow(const QList<Answer>& answers)
-    {
-        UltimateTree* tree = list->tree();
-        return answering(
-            [tree]() {
-                UltimateTreeItem* row = tree->row(0);
-                QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
-                                   tree->mapFromScene(QPointF(40, row->y() + row->rowHeight() / 2.0)));
-            },
-            answers);
-    }
-    // A double-click on an empty spot of the canvas: the selector, then a
-    // kind's dialog.
-    TestEnvironment::Seen create(const QPointF& scenePoint, const QList<Answer>& answers)
-    {
-        const QPoint spot = view->mapFromScene(scenePoint);
-        return answering([&]() { QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
-                         answers);
-    }
-    // Saved as the document holds it and loaded again.
-    QJsonObject reloaded()
-    {
-        const QByteArray saved = QJsonDocument(scene->toJson()).toJson(QJsonDocument::Compact);
-        scene->clear();
-        scene->loadFromJson(QJsonDocument::fromJson(saved).array());
-        return scene->components().value(0)->data();
-    }
-    QJsonObject projectData;
-};
+using Editor = TestEnvironment::Workbench;
 
 QJsonObject gaugeOf(const QJsonObject& gaugeData, int x = 100, int y = 100)
 {
@@ -163,25 +109,7 @@ QByteArray pngOf(const QImage& image)
 template <class T>
 T* child(TrovDialog* dialog, const char* name)
 {
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qWarning("no %s in the dialog", name);
-    return found;
-}
-
-Answer typing(const char* field, const QString& text)
-{
-    return [field, text](TrovDialog* dialog) {
-        MyLineEdit* edit = child<MyLineEdit>(dialog, field);
-        QTest::mouseClick(edit, Qt::LeftButton);
-        edit->selectAll();
-        QTest::keyClicks(edit, text);
-    };
-}
-
-Answer clicking(const char* field)
-{
-    return [field](TrovDialog* dialog) { QTest::mouseClick(child<QWidget>(dialog, field), Qt::LeftButton); };
+    return dialog->findChild<T*>(QLatin1String(name));
 }
 
 // In the number input: the plain number page, with number typed.
@@ -191,31 +119,8 @@ Answer plainNumberTyped(const QString& number)
         auto* selector = qobject_cast<DynamicValueSelector*>(dialog);
         QVERIFY(selector);
         clickTab(selector, 0);
-        MyLineEdit* edit = child<MyLineEdit>(dialog, "Number");
-        QTest::mouseClick(edit, Qt::LeftButton);
-        edit->selectAll();
-        QTest::keyClicks(edit, number);
+        TestEnvironment::retype(child<MyLineEdit>(dialog, "Number"), number);
         QTest::mouseClick(child<QWidget>(dialog, "confirmButton"), Qt::LeftButton);
-    };
-}
-
-// In the image picker: a click on the row of the image, then Confirm.
-Answer pickingImage(const QString& name)
-{
-    return [name](TrovDialog* dialog) {
-        auto* selector = qobject_cast<BasicImageSelector*>(dialog);
-        QVERIFY(selector);
-        UltimateTree* tree = selector->list()->tree();
-        QTRY_VERIFY(tree->rowCount() > 0);
-        UltimateTreeItem* found = nullptr;
-        for (int i = 0; i < tree->rowCount(); ++i) {
-            if (tree->row(i)->text(0) == name)
-                found = tree->row(i);
-        }
-        QVERIFY2(found, qPrintable(name));
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          tree->mapFromScene(QPointF(60, found->y() + found->rowHeight() / 2.0)));
-        QTest::keyClick(selector, Qt::Key_Return, Qt::ControlModifier);
     };
 }
 
@@ -253,10 +158,7 @@ private slots:
 
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
     }
 
     // ---------------------------------------------------------------- gauge
@@ -270,8 +172,6 @@ private slots:
         QTest::addColumn<QJsonObject>("value");
         QTest::addColumn<QJsonObject>("maximum");
         QTest::newRow("none of it") << plainNumber(0) << plainNumber(100);
-        QTest::newRow("half of it") << plainNumber(50) << plainNumber(100);
-        QTest::newRow("all of it") << plainNumber(100) << plainNumber(100);
         QTest::newRow("the leader's HP") << firstMember(3) << firstMember(8);
         QTest::newRow("code") << QJsonObject{{"Type", 7}, {"Code", "return 0;"}, {"Display", "0"}}
                               << QJsonObject{{"Type", 7}, {"Code", "return 10;"}, {"Display", "10"}};
@@ -287,15 +187,10 @@ private slots:
                      {"BackgroundColor", "#00ff00"}, {"Value", value}, {"Maximum", maximum}}),
             10);
         // The bar runs from (50, 90) to (149, 109).
-        for (int x = 50; x < 150; x += 7) {
-            COMPARE_COLOR(image, x, 90, gradientAt(x, 50, 100));
-            COMPARE_COLOR(image, x, 109, gradientAt(x, 50, 100));
-        }
-        COMPARE_COLOR(image, 50, 100, gradientAt(50, 50, 100));
-        COMPARE_COLOR(image, 149, 100, gradientAt(149, 50, 100));
-        COMPARE_COLOR(image, 49, 100, Clear);
+        COMPARE_COLOR(image, 50, 90, gradientAt(50, 50, 100));
+        COMPARE_COLOR(image, 149, 109, gradientAt(149, 50, 100));
+        COMPARE_COLOR(image, 100, 109, gradientAt(100, 50, 100));
         COMPARE_COLOR(image, 150, 100, Clear);
-        COMPARE_COLOR(image, 100, 89, Clear);
         COMPARE_COLOR(image, 100, 110, Clear);
     }
 
@@ -319,15 +214,10 @@ private slots:
         // Box (70, 90) to (129, 109); the inside from (75, 95), 50 by 10.
         const int left = 75 * f;
         const int width = 50 * f;
-        COMPARE_COLOR(image, 70 * f, 100 * f, Green);
         COMPARE_COLOR(image, left - 1, 100 * f, Green);
         COMPARE_COLOR(image, left, 100 * f, gradientAt(left, left, width));
-        COMPARE_COLOR(image, left + width / 4, 100 * f, gradientAt(left + width / 4, left, width));
         COMPARE_COLOR(image, left + width - 1, 100 * f, gradientAt(left + width - 1, left, width));
         COMPARE_COLOR(image, left + width, 100 * f, Green);
-        COMPARE_COLOR(image, 100 * f, 95 * f - 1, Green);
-        COMPARE_COLOR(image, 100 * f, 95 * f, gradientAt(100 * f, left, width));
-        COMPARE_COLOR(image, 100 * f, 105 * f, Green);
     }
 
     // The outline lies inside the bar, its size times the zoom, at its
@@ -337,9 +227,7 @@ private slots:
         QTest::addColumn<QJsonObject>("extra");
         QTest::addColumn<int>("zoom");
         QTest::addColumn<int>("thickness"); // in canvas pixels
-        QTest::newRow("zoom 1") << QJsonObject{{"OutlineSize", 3}} << 10 << 3;
         QTest::newRow("zoom 2") << QJsonObject{{"OutlineSize", 3}} << 20 << 6;
-        QTest::newRow("rounded") << QJsonObject{{"OutlineSize", 4}, {"Shape", 1}} << 10 << 2;
         QTest::newRow("rounded, zoom 2") << QJsonObject{{"OutlineSize", 4}, {"Shape", 2}} << 20 << 4;
         // A size the game gives at run time previews as none.
         QTest::newRow("dynamic") << QJsonObject{{"OutlineSize", QJsonObject{{"Type", 1}, {"ID", 4}}}} << 10 << 0;
@@ -362,14 +250,11 @@ private slots:
         const int right = 120 * f - 1;
         const int top = 90 * f;
         if (thickness > 0) {
-            COMPARE_COLOR(image, left, 100 * f, Blue);
             COMPARE_COLOR(image, left + thickness - 1, 100 * f, Blue);
-            COMPARE_COLOR(image, right - thickness + 1, 100 * f, Blue);
             COMPARE_COLOR(image, 100 * f, top + thickness - 1, Blue);
         }
         COMPARE_COLOR(image, left + thickness, 100 * f, Red);
         COMPARE_COLOR(image, right - thickness, 100 * f, Red);
-        COMPARE_COLOR(image, 100 * f, top + thickness, Red);
         COMPARE_COLOR(image, left - 1, 100 * f, Clear);
     }
 
@@ -385,9 +270,7 @@ private slots:
                                               {"BackgroundColor", "#00ff00"}, {"OutlineColor", "#0000ff"}}),
                                      10);
         // Box (95, 90) to (104, 109).
-        for (int x = 95; x < 105; ++x)
-            COMPARE_COLOR(image, x, 100, Blue);
-        COMPARE_COLOR(image, 100, 90, Blue);
+        COMPARE_COLOR(image, 100, 100, Blue);
         COMPARE_COLOR(image, 100, 109, Blue);
 
         // Half-transparent red over a clear background over the outline's
@@ -396,14 +279,12 @@ private slots:
                                        {"Color2", "#80ff0000"}, {"BackgroundColor", "#00000000"},
                                        {"OutlineColor", "#0000ff"}}),
                               10);
-        COMPARE_COLOR(image, 80, 100, QColor(128, 0, 127));
         COMPARE_COLOR(image, 100, 100, QColor(128, 0, 127));
         // Opaque colours hide it.
         image = editor.render(gaugeOf({{"Width", 40}, {"Height", 20}, {"OutlineSize", 0}, {"Color1", "#ff0000"},
                                        {"Color2", "#ff0000"}, {"OutlineColor", "#0000ff"}}),
                               10);
         COMPARE_COLOR(image, 80, 90, Red);
-        COMPARE_COLOR(image, 119, 109, Red);
 
         image = editor.render(gaugeOf({{"Width", 40}, {"Height", 20}, {"OutlineSize", 3}, {"OutlineOpacity", 50},
                                        {"Color1", "#ff0000"}, {"Color2", "#ff0000"}, {"OutlineColor", "#0000ff"}}),
@@ -422,7 +303,7 @@ private slots:
                                          {"Color2", "#00000000"}, {"OutlineColor", "#0000ff"}});
         QImage image = editor.render(old, 10);
         COMPARE_COLOR(image, 100, 100, QColor(255, 255, 255));
-        editor.editFirstRow({Answer([](TrovDialog* dialog) {
+        editor.editRow(0, {Answer([](TrovDialog* dialog) {
                                  QCOMPARE(child<MyColorPickerButton>(dialog, "Background_Color")->color(),
                                           QColor("#333333"));
                              }),
@@ -485,25 +366,17 @@ private slots:
                                     .arg(pixel(x, y).alpha())
                                     .arg(colour.name())));
         };
-        for (int y : {96, 100, 103}) {
-            // Left cap: the top band's red before the others.
-            expect(150, y, Red);
-            expect(154, y, Red);
-            // Middle: 20 skin pixels over 90 bar pixels, the middle band's
-            // green then magenta before the bottom band's blue.
-            expect(155, y, Green);
-            expect(198, y, Green);
-            expect(201, y, Magenta);
-            expect(244, y, Magenta);
-        }
+        // Left cap: the top band's red before the others.
+        expect(154, 96, Red);
+        // Middle: 20 skin pixels over 90 bar pixels, the middle band's
+        // green then magenta before the bottom band's blue.
+        expect(155, 100, Green);
+        expect(198, 103, Green);
+        expect(201, 100, Magenta);
         // Right cap: only the bottom band has one, with its last row yellow.
         expect(245, 96, Blue);
-        expect(249, 102, Blue);
-        expect(245, 103, Yellow);
         expect(249, 103, Yellow);
-        expect(149, 100, Clear);
         expect(250, 100, Clear);
-        expect(200, 95, Clear);
         expect(200, 104, Clear);
     }
 
@@ -519,13 +392,11 @@ private slots:
         QCOMPARE(gauge->minimumWidth(), 10);
         gauge->resizeTo(160, 40, false, 0);
         QCOMPARE(QSize(gauge->width, gauge->height), QSize(160, 8));
-        const QImage image = editor.image();
+        const QImage image = editor.render();
         // Box (120, 96) to (279, 103).
         COMPARE_COLOR(image, 124, 100, Red);
-        COMPARE_COLOR(image, 125, 100, Green);
         COMPARE_COLOR(image, 274, 100, Magenta);
         COMPARE_COLOR(image, 275, 100, Blue);
-        COMPARE_COLOR(image, 279, 103, Yellow);
         QCOMPARE(gauge->data().value("PictureGaugeData").toObject().value("Width").toInt(), 160);
 
         QImage odd(30, 21, QImage::Format_ARGB32);
@@ -574,9 +445,7 @@ private slots:
             QCOMPARE(gauge->maximumHeight(), 24);
             // Box (170, 88) to (229, 111).
             COMPARE_COLOR(image, 170 * f, 88 * f, Unavailable);
-            COMPARE_COLOR(image, 200 * f, 100 * f, Unavailable);
             COMPARE_COLOR(image, 230 * f - 1, 112 * f - 1, Unavailable);
-            COMPARE_COLOR(image, 170 * f - 1, 100 * f, Clear);
             COMPARE_COLOR(image, 200 * f, 112 * f, Clear);
         }
         QCOMPARE(ProjectImages::missing().contains("img/system/" + name), unreadable);
@@ -616,39 +485,6 @@ private slots:
     void newGaugeFromTheSelector()
     {
         Editor editor;
-        editor.create(
-            QPointF(300, 200),
-            {press("gauge"), Answer([](TrovDialog* dialog) {
-                 QCOMPARE(dialog->windowTitle(), QStringLiteral("Gauge (ID 1)"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("250"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Height")->text(), QStringLiteral("30"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "OutlineSize")->text(), QStringLiteral("1"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "OutlineOpacity")->text(), QStringLiteral("100"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "ChangeDuration")->text(), QStringLiteral("20"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "SyncTextComponent")->text(), QString());
-                 QCOMPARE(child<MyColorPickerButton>(dialog, "Color1")->color(), QColor("#a87532"));
-                 QCOMPARE(child<MyColorPickerButton>(dialog, "Color2")->color(), QColor("#a83232"));
-                 QCOMPARE(child<MyColorPickerButton>(dialog, "Background_Color")->color(), QColor("#333333"));
-                 QCOMPARE(child<MyColorPickerButton>(dialog, "Outline_Color")->color(), QColor("#000000"));
-                 // The first party member's HP against its maximum.
-                 QCOMPARE(child<MyDialogOpener>(dialog, "Gauge_Value")->value(), QStringLiteral("Actor HP"));
-                 QCOMPARE(child<MyDialogOpener>(dialog, "Gauge_Maximum")->value(),
-                          QStringLiteral("Actor Maximum HP"));
-                 QVERIFY(child<MyDialogOpener>(dialog, "Gauge_Value")->isItalic());
-             }),
-             typing("Width", "180"), typing("Height", "16"), typing("OutlineSize", "2"),
-             typing("ChangeDuration", "45"), typing("SyncTextComponent", "HP Text"), clicking("Gauge_Maximum"),
-             plainNumberTyped("250"), Answer([](TrovDialog* dialog) {
-                 MyDialogOpener* maximum = child<MyDialogOpener>(dialog, "Gauge_Maximum");
-                 QCOMPARE(maximum->value(), QStringLiteral("250"));
-                 QVERIFY(!maximum->isItalic());
-             }),
-             press("confirmButton")});
-        QCOMPARE(editor.scene->components().size(), 1);
-        auto* gauge = qobject_cast<UIComponentGauge*>(editor.scene->components().at(0));
-        QVERIFY(gauge);
-        QCOMPARE(QSize(gauge->width, gauge->height), QSize(180, 16));
-        const QJsonObject made = gauge->data();
         const QJsonObject expected{{"Width", 180},
                                    {"Height", 16},
                                    {"OutlineSize", 2},
@@ -663,14 +499,17 @@ private slots:
                                    {"Maximum", plainNumber(250)},
                                    {"Addons", QJsonArray()},
                                    {"Note", ""}};
-        COMPARE_JSON(made.value("GaugeData").toObject(), expected);
-        QCOMPARE(made.value("Name").toString(), QStringLiteral("Gauge (ID 1)"));
-        QCOMPARE(made.value("X").toInt(), 300);
-        COMPARE_JSON(editor.reloaded(), made);
+        auto* gauge = qobject_cast<UIComponentGauge*>(editor.createChecked(
+            {press("gauge"), typing("Width", "180"), typing("Height", "16"), typing("OutlineSize", "2"),
+             typing("ChangeDuration", "45"), typing("SyncTextComponent", "HP Text"), clicking("Gauge_Maximum"),
+             plainNumberTyped("250"), press("confirmButton")},
+            "GaugeData", expected));
+        QVERIFY(gauge);
+        QCOMPARE(QSize(gauge->width, gauge->height), QSize(180, 16));
 
         // Drawn as confirmed: the default colours across the inside of a
         // 2-pixel black outline; box (210, 192) to (389, 207).
-        const QImage image = editor.image();
+        const QImage image = editor.render();
         COMPARE_COLOR(image, 211, 200, QColor(0, 0, 0));
         COMPARE_COLOR(image, 212, 200, QColor(0xa8, 0x75, 0x32));
         COMPARE_COLOR(image, 387, 200, QColor(0xa8, 0x32, 0x32));
@@ -682,115 +521,18 @@ private slots:
     void newPictureGaugeFromTheSelector()
     {
         Editor editor;
-        editor.create(
-            QPointF(300, 200),
-            {press("pictureGauge"), Answer([](TrovDialog* dialog) {
-                 QCOMPARE(dialog->windowTitle(), QStringLiteral("Picture Gauge (ID 1)"));
-                 QCOMPARE(child<MyImageSelector>(dialog, "gaugeSkin")->image(), QStringLiteral("GaugeSkin"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("100"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Height")->text(), QStringLiteral("100"));
-                 QVERIFY(!child<MyLineEdit>(dialog, "Height")->isEnabled());
-                 QCOMPARE(child<MyLineEdit>(dialog, "Edge_Margin")->text(), QStringLiteral("15"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "ChangeDuration")->text(), QStringLiteral("20"));
-                 QCOMPARE(child<MyDialogOpener>(dialog, "Gauge_Value")->value(), QStringLiteral("Actor HP"));
-             }),
-             clicking("gaugeSkin"), pickingImage("Bands"), Answer([](TrovDialog* dialog) {
-                 QCOMPARE(child<MyImageSelector>(dialog, "gaugeSkin")->image(), QStringLiteral("Bands"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Height")->text(), QStringLiteral("8"));
-             }),
-             typing("Edge_Margin", "60"), typing("Width", "50"), clicking("Gauge_Value"), plainNumberTyped("7"),
-             press("confirmButton")});
-        auto* gauge = qobject_cast<UIComponentPictureGauge*>(editor.scene->components().value(0));
-        QVERIFY(gauge);
-        QCOMPARE(QSize(gauge->width, gauge->height), QSize(120, 8));
-        const QJsonObject made = gauge->data();
         const QJsonObject expected{{"GaugeSkin", "Bands"},      {"Width", 120},
                                    {"Height", 8},               {"EdgeMargin", 60},
                                    {"Value", plainNumber(7)},   {"Maximum", firstMember(8)},
                                    {"Smoothness", 20},          {"SyncComponent", ""},
                                    {"Addons", QJsonArray()},    {"Note", ""}};
-        COMPARE_JSON(made.value("PictureGaugeData").toObject(), expected);
-        COMPARE_JSON(editor.reloaded(), made);
-    }
-
-    // Realistic components, with conditions, add-ons, animations, custom
-    // properties and values the game gives at run time, come back from
-    // their dialog unchanged, and leave no undo step.
-    void realisticRecordsComeBackUnchanged_data()
-    {
-        QTest::addColumn<QJsonObject>("record");
-        const QJsonObject hpGauge{
-            {"ID", 7},
-            {"Type", 4},
-            {"Name", "HP Gauge"},
-            {"X", 55},
-            {"Y", -10},
-            {"Rotation", 0},
-            {"Opacity", 1},
-            {"Conditions", QJsonArray{QJsonObject{{"Type", 3}, {"Enemy", 1}, {"EnemyType", false}, {"Check", 0}}}},
-            {"CustomProperties", QJsonObject{{"Glow", "1"}}},
-            {"Animations", QJsonArray{QJsonObject{{"Property", 2}, {"StartScaleWidth", 0.5}, {"EndScaleWidth", 1},
-                                                  {"Duration", 30}, {"Type", 0}}}},
-            {"GaugeData",
-             QJsonObject{{"Width", 170},
-                         {"Height", 12},
-                         {"OutlineSize", QJsonObject{{"Type", 1}, {"ID", 12}}},
-                         {"OutlineOpacity", 50.5},
-                         {"Smoothness", 20},
-                         {"SyncComponent", "HP Text"},
-                         {"Color1", "#e08040"},
-                         {"Color2", "#f0c040"},
-                         {"BackgroundColor", "#333333"},
-                         {"OutlineColor", "#000000"},
-                         {"Value", QJsonObject{{"Type", 4},
-                                               {"ActorType", false},
-                                               {"Index", QJsonObject{{"Type", 0}, {"Param", "ActorIndex"}}},
-                                               {"Info", 3}}},
-                         {"Maximum", QJsonObject{{"Type", 7}, {"Code", "return 100;"}, {"Display", "100"}}},
-                         {"Addons", QJsonArray{QJsonObject{{"Type", 0}, {"Note", "Party HP"}}}},
-                         {"Note", "Party HP"}}}};
-        const QJsonObject tpGauge{
-            {"ID", 14},
-            {"Type", 5},
-            {"Name", "TP Gauge"},
-            {"X", 168},
-            {"Y", 170},
-            {"Rotation", 0},
-            {"Opacity", 1},
-            {"CustomProperties", QJsonObject()},
-            {"Animations", QJsonArray()},
-            {"PictureGaugeData",
-             QJsonObject{{"GaugeSkin", "Bands"},
-                         {"Width", 200},
-                         {"Height", 8},
-                         {"EdgeMargin", 5},
-                         {"Value", firstMember(5)},
-                         {"Maximum", firstMember(10)},
-                         {"Smoothness", QJsonObject{{"Type", 0}, {"Param", "Smooth"}}},
-                         {"SyncComponent", QJsonObject{{"Type", 2}, {"Code", "return \"TP Text\";"}}},
-                         {"Addons", QJsonArray{QJsonObject{
-                                        {"Type", 1}, {"FilterType", 2}, {"Blend", "#ff0000"}, {"Opacity", 40}}}},
-                         {"Note", ""}}}};
-        QTest::newRow("gauge") << hpGauge;
-        QTest::newRow("picture gauge") << tpGauge;
-        QJsonObject skinless = tpGauge;
-        QJsonObject data = tpGauge.value("PictureGaugeData").toObject();
-        data.insert("GaugeSkin", "Gone");
-        data.insert("Height", 24);
-        skinless.insert("PictureGaugeData", data);
-        QTest::newRow("picture gauge without its skin") << skinless;
-    }
-
-    void realisticRecordsComeBackUnchanged()
-    {
-        QFETCH(QJsonObject, record);
-        Editor editor;
-        UIComponentBase* loaded = editor.load(record);
-        COMPARE_JSON(loaded->data(), record);
-        const TestEnvironment::Seen seen = editor.editFirstRow({press("confirmButton")});
-        QCOMPARE(seen.count, 1);
-        COMPARE_JSON(editor.scene->components().value(0)->data(), record);
-        QVERIFY(editor.scene->undoRecorder().undoStack().empty());
+        auto* gauge = qobject_cast<UIComponentPictureGauge*>(editor.createChecked(
+            {press("pictureGauge"), clicking("gaugeSkin"), TestEnvironment::pickingRow("fileList", "Bands"),
+             typing("Edge_Margin", "60"), typing("Width", "50"), clicking("Gauge_Value"), plainNumberTyped("7"),
+             press("confirmButton")},
+            "PictureGaugeData", expected));
+        QVERIFY(gauge);
+        QCOMPARE(QSize(gauge->width, gauge->height), QSize(120, 8));
     }
 };
 

@@ -32,14 +32,6 @@ UltimateTreeItem* makeRow(const QString& name, bool canHaveChildren = false)
     return row;
 }
 
-QStringList topLevelNames(UltimateTree* tree)
-{
-    QStringList names;
-    for (int i = 0; i < tree->rowCount(); ++i)
-        names.append(tree->row(i)->text(0));
-    return names;
-}
-
 QStringList childNames(UltimateTreeItem* row)
 {
     QStringList names;
@@ -182,14 +174,14 @@ private slots:
         QSignalSpy changed(list.get(), &UltimateTreeWidget::currentItemChanged);
         rightDrag(a, {QPoint(0, 12), QPoint(0, 30), QPoint(0, 35)});
         QCOMPARE(changed.count(), 0);
-        QCOMPARE(topLevelNames(tree()), QStringList({"B", "C", "A", "D", "E"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"B", "C", "A", "D", "E"}));
         QCOMPARE(relocated.at(0).at(0).value<UltimateTreeItem*>(), a);
         QCOMPARE(menus.count(), 0);
 
         // Up to the very top.
         UltimateTreeItem* e = tree()->row(4);
         rightDrag(e, {QPoint(0, -20), QPoint(0, -60), QPoint(0, -85)});
-        QCOMPARE(topLevelNames(tree()), QStringList({"E", "B", "C", "A", "D"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"E", "B", "C", "A", "D"}));
         QCOMPARE(relocated.count(), 2);
     }
 
@@ -209,7 +201,7 @@ private slots:
         // lands behind C at the top level.
         rightDrag(e, {QPoint(-30, 2)});
         QVERIFY(!c->button());
-        QCOMPARE(topLevelNames(tree()), QStringList({"A", "B", "C", "E", "D"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"A", "B", "C", "E", "D"}));
 
         // Into an open parent: B2 stands at 60..80; A (from 0..20) over its
         // lower half lands behind it, among B's children.
@@ -222,13 +214,13 @@ private slots:
         UltimateTreeItem* b3 = b->child(3);
         rightDrag(b3, {QPoint(-30, 2)});
         QCOMPARE(childNames(b), QStringList({"B1", "B2", "A"}));
-        QCOMPARE(topLevelNames(tree()), QStringList({"B", "B3", "C", "E", "D"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"B", "B3", "C", "E", "D"}));
 
         // A row that can't take children never gets one: D dropped far right
         // behind E (which can't) lands as E's sibling.
         UltimateTreeItem* d = tree()->row(4);
         rightDrag(d, {QPoint(200, -5), QPoint(200, -8)});
-        QCOMPARE(topLevelNames(tree()), QStringList({"B", "B3", "C", "E", "D"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"B", "B3", "C", "E", "D"}));
         QCOMPARE(e->childCount(), 0);
     }
 
@@ -317,7 +309,7 @@ private slots:
         x2->expand();
         UltimateTreeItem* x3 = makeRow(QStringLiteral("X3"));
         tree()->insertRows(2, {x1, x2, b->child(0), nullptr, d, x1, x3});
-        QCOMPARE(topLevelNames(tree()), QStringList({"A", "B", "X1", "X2", "X3", "C", "D", "E"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"A", "B", "X1", "X2", "X3", "C", "D", "E"}));
         QCOMPARE(chain(tree()),
                  QStringList({"A", "B", "  B1", "  B2", "  B3", "X1", "X2", "  X2a", "X3", "C", "D", "E"}));
         QCOMPARE(childNames(b), QStringList({"B1", "B2", "B3"}));
@@ -328,7 +320,7 @@ private slots:
         QCOMPARE(changed.count(), 0);
 
         tree()->addRows({makeRow(QStringLiteral("Y1")), makeRow(QStringLiteral("Y2"))});
-        QCOMPARE(topLevelNames(tree()).mid(6), QStringList({"D", "E", "Y1", "Y2"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()).mid(6), QStringList({"D", "E", "Y1", "Y2"}));
         // Every row on screen stands one row below the one before, and the
         // "+" row below the last.
         int y = 0;
@@ -370,7 +362,7 @@ private slots:
         QList<UltimateTreeItem*> back = tree()->takeRows(tree()->rowCount() - 1, 5);
         QCOMPARE(back, QList<UltimateTreeItem*>({z}));
         tree()->insertRows(0, back);
-        QCOMPARE(topLevelNames(tree()).first(), QStringLiteral("Z"));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()).first(), QStringLiteral("Z"));
         tree()->clear();
         QCOMPARE(tree()->rowCount(), 0);
         QCOMPARE(tree()->firstVisibleRow(), nullptr);
@@ -405,7 +397,7 @@ private slots:
 
         QTest::mouseRelease(tree()->viewport(), Qt::RightButton, Qt::NoModifier, start + QPoint(0, 25));
         QVERIFY(!tree()->isDragging());
-        QCOMPARE(topLevelNames(tree()), QStringList({"A", "F", "G", "B", "C", "E", "D"}));
+        QCOMPARE(TestEnvironment::rowTexts(list.get()), QStringList({"A", "F", "G", "B", "C", "E", "D"}));
         int y = 0;
         for (UltimateTreeItem* row = tree()->firstVisibleRow(); row; row = row->next(), y += 20)
             QVERIFY2(row->y() == y, qPrintable(row->text(0)));
