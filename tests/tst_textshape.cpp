@@ -577,11 +577,7 @@ private slots:
         Editor editor;
         const QPoint spot = editor.view->mapFromScene(QPointF(300, 200));
         answering([&]() { QTest::mouseDClick(editor.view->viewport(), Qt::LeftButton, Qt::NoModifier, spot); },
-                  {press("shape"), Answer([](TrovDialog* dialog) {
-                       // No note of kept properties: the kind's box edits them.
-                       QVERIFY(!dialog->findChild<QWidget*>("keptNote"));
-                   }),
-                   typing("Width", "60"), choosing("Shape_Type", 1), typing("OutlineSize", "6"),
+                  {press("shape"), typing("Width", "60"), choosing("Shape_Type", 1), typing("OutlineSize", "6"),
                    typing("OutlineOpacity", "40"), press("confirmButton")});
         QCOMPARE(editor.scene->components().size(), 1);
         const QJsonObject made = editor.scene->components().at(0)->data();
