@@ -13,13 +13,16 @@
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
+#include <QFontMetrics>
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QJsonArray>
 
 namespace {
 
 // What the size fields show without a HUD or without a size in it.
 const int UnknownSide = 300;
+const int FieldWidth = 200;
 
 }
 
@@ -38,6 +41,23 @@ MyDialogOpener* CustomHudFields::addOpener(int row, int column, int columnSpan)
 
 MyGroupBox* CustomHudFields::addTable()
 {
+    // The fields of the property box above get room for their captions and
+    // for the box's title in longer languages than English; the table below
+    // takes the same width.
+    QGridLayout* fields = form.propertyGrid();
+    for (int i = 0; i < fields->count(); ++i) {
+        if (QWidget* field = fields->itemAt(i)->widget())
+            field->setMinimumWidth(FieldWidth);
+    }
+    QWidget* above = fields->parentWidget();
+    QFont titleFont = above->font();
+    titleFont.setBold(true);
+    // The title strip's insets and the shadow, as the box paints them.
+    const int titleWidth = QFontMetrics(titleFont).horizontalAdvance(static_cast<QGroupBox*>(above)->title()) + 24;
+    // Two columns of fields wide even when a field spans both, so that the
+    // three kinds' dialogs look alike.
+    const int twoColumns = 2 * FieldWidth + 32;
+    above->setMinimumWidth(qMax(qMax(titleWidth, twoColumns), above->minimumSizeHint().width()));
     MyGroupBox* box = form.addPropertyBox(UIComponentBaseDialog::tr("Custom Parameters"), "groupBox_5");
     customParams = new UltimateTreeWidget(box);
     customParams->setObjectName(QStringLiteral("customParams"));

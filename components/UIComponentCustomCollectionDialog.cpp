@@ -35,26 +35,26 @@ UIComponentCustomCollectionDialog::UIComponentCustomCollectionDialog(QJsonObject
     projectileCreation = shared.addPropertyBox(tr("Custom Collection Properties"), "projectileCreation");
     ListData = shared.addOpener(
         "ListData", {QT_TR_NOOP("List Data"), QT_TR_NOOP("The list of data used to structure the collection.")}, 0,
-        0);
+        0, 2);
     RMListSelector::showList(ListData, listData, projectData);
-    hud.addOpener(0, 1);
+    hud.addOpener(1, 0, 2);
     MaxRows = shared.addNumber("MaxRows", {QT_TR_NOOP("Max Rows"), QT_TR_NOOP("The maximum rows displayed.")}, 1, 999,
-                               4, false, QStringLiteral("1"), data.value(QStringLiteral("MaxRows")), 1, 0);
+                               4, false, QStringLiteral("1"), data.value(QStringLiteral("MaxRows")), 2, 0);
     MaxColumns =
         shared.addNumber("MaxColumns", {QT_TR_NOOP("Max Columns"), QT_TR_NOOP("The maximum columns displayed.")}, 1,
-                         999, 4, false, QStringLiteral("4"), data.value(QStringLiteral("MaxColumns")), 1, 1);
+                         999, 4, false, QStringLiteral("4"), data.value(QStringLiteral("MaxColumns")), 2, 1);
     HorizontalSpacing = shared.addNumber(
         "HorizontalSpacing", {QT_TR_NOOP("Horizontal Spacing"), QT_TR_NOOP("The horizontal spacing.")}, 0, 9999, 5,
-        false, QStringLiteral("0"), data.value(QStringLiteral("HorizontalSpacing")), 2, 0);
+        false, QStringLiteral("0"), data.value(QStringLiteral("HorizontalSpacing")), 3, 0);
     VerticalSpacing =
         shared.addNumber("VerticalSpacing", {QT_TR_NOOP("Vertical Spacing"), QT_TR_NOOP("The vertical spacing.")}, 0,
-                         9999, 5, false, QStringLiteral("0"), data.value(QStringLiteral("VerticalSpacing")), 2, 1);
+                         9999, 5, false, QStringLiteral("0"), data.value(QStringLiteral("VerticalSpacing")), 3, 1);
     HorizontalAlign = shared.addEither(
         "HorizontalAlign", {QT_TR_NOOP("Horizontal Align"), QT_TR_NOOP("The horizontal alignment.")},
-        QT_TR_NOOP("Left"), QT_TR_NOOP("Right"), data.value(QStringLiteral("AlignLeft")).toBool(true), 3, 0);
+        QT_TR_NOOP("Left"), QT_TR_NOOP("Right"), data.value(QStringLiteral("AlignLeft")).toBool(true), 4, 0);
     VerticalAlign =
         shared.addEither("VerticalAlign", {QT_TR_NOOP("Vertical Align"), QT_TR_NOOP("The vertical alignment.")},
-                         QT_TR_NOOP("Up"), QT_TR_NOOP("Down"), data.value(QStringLiteral("AlignUp")).toBool(true), 3, 1);
+                         QT_TR_NOOP("Up"), QT_TR_NOOP("Down"), data.value(QStringLiteral("AlignUp")).toBool(true), 4, 1);
     groupBox_5 = hud.addTable();
     hud.load(data);
     shared.finish();
