@@ -315,21 +315,16 @@ void ComponentDialogForm::finish()
 void ComponentDialogForm::setUpSize()
 {
     const ComponentKinds::Kind* kind = ComponentKinds::find(type);
-    if (kind->size == ComponentKinds::SizeStorage::FromCustom) {
-        // The size is the custom HUD's: shown, never edited.
+    // A group is always 50 by 50; a custom kind shows its custom HUD's size,
+    // which its dialog fills in. Neither is edited.
+    if (kind->size == ComponentKinds::SizeStorage::Fixed || kind->size == ComponentKinds::SizeStorage::FromCustom) {
         for (MyLineEdit* field : {Width, Height}) {
-            const QString title = field == Width ? UIComponentBaseDialog::tr("Width") : UIComponentBaseDialog::tr("Height");
-            field->setInputType(MyLineEdit::Integer);
+            const QString title =
+                field == Width ? UIComponentBaseDialog::tr("Width") : UIComponentBaseDialog::tr("Height");
             field->setCaption(title);
             field->setProperty("mtt_title", title);
-            field->setEnabled(false);
-        }
-        return;
-    }
-    if (kind->size == ComponentKinds::SizeStorage::Fixed) {
-        for (MyLineEdit* field : {Width, Height}) {
-            field->setCaption(field == Width ? UIComponentBaseDialog::tr("Width") : UIComponentBaseDialog::tr("Height"));
-            field->setValue(QString::number(GroupSide));
+            if (kind->size == ComponentKinds::SizeStorage::Fixed)
+                field->setValue(QString::number(GroupSide));
             field->setEnabled(false);
         }
         return;
