@@ -13,13 +13,14 @@
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/ProjectFonts.h"
 #include "components/ProjectImages.h"
-#include "components/UIComponentCommonDialog.h"
 #include "logic/HudCatalog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/SceneUndoRecorder.h"
 #include "scene/UIComponentBase.h"
+#include "scene/UIComponentBaseDialog.h"
 #include "widgets/BasicFontSelector.h"
+#include "widgets/ConfirmationDialog.h"
 #include "scene/UsesCustomProperties.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -302,7 +303,6 @@ struct OffscreenEditor {
 struct DialogTally {
     struct Kind {
         int ownDialog = 0;
-        int commonDialog = 0;
         int noDialog = 0;
         int unconfirmed = 0;
         int changed = 0;
@@ -319,27 +319,36 @@ public:
     DialogConfirmer() { qApp->installEventFilter(this); }
     ~DialogConfirmer() override { qApp->removeEventFilter(this); }
 
-    // The kind of dialog last shown, and whether it was confirmed.
+    // Whether a property dialog was shown, and whether it couldn't be
+    // confirmed.
     bool shown = false;
-    bool common = false;
     bool refused = false;
 
     void reset()
     {
         shown = false;
-        common = false;
         refused = false;
     }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
+        // A question at confirm (the size warning of a collection) is
+        // answered yes: the component stays as the document has it.
+        if (ConfirmationDialog* question =
+                event->type() == QEvent::Show ? qobject_cast<ConfirmationDialog*>(watched) : nullptr) {
+            QPointer<ConfirmationDialog> open = question;
+            QTimer::singleShot(0, this, [open]() {
+                if (open)
+                    open->on_confirmButton_clicked();
+            });
+            return false;
+        }
         UIComponentBaseDialog* dialog = event->type() == QEvent::Show ? qobject_cast<UIComponentBaseDialog*>(watched)
                                                                       : nullptr;
         if (!dialog || shown)
             return false;
         shown = true;
-        common = qobject_cast<UIComponentCommonDialog*>(dialog) != nullptr;
         QPointer<UIComponentBaseDialog> open = dialog;
         QTimer::singleShot(0, this, [this, open]() {
             if (!open)
@@ -382,8 +391,6 @@ void editEveryComponent(GameUIEditorScene* scene, DialogTally& tally)
             ++kind.noDialog;
         else if (confirmer.refused)
             ++kind.unconfirmed;
-        else if (confirmer.common)
-            ++kind.commonDialog;
         else
             ++kind.ownDialog;
         if (scene->undoRecorder().undoStack().size() > steps)
@@ -398,8 +405,8 @@ void printTally(const DialogTally& tally, QTextStream& out)
     int opened = 0;
     int changed = 0;
     for (const DialogTally::Kind& kind : tally.kinds) {
-        total += kind.ownDialog + kind.commonDialog + kind.noDialog + kind.unconfirmed;
-        opened += kind.ownDialog + kind.commonDialog + kind.unconfirmed;
+        total += kind.ownDialog + kind.noDialog + kind.unconfirmed;
+        opened += kind.ownDialog + kind.unconfirmed;
         changed += kind.changed;
     }
     out << "Property dialogs: " << opened << " of " << total << " components opened and confirmed without a change, "
@@ -416,8 +423,7 @@ void printTally(const DialogTally& tally, QTextStream& out)
             out << kind.noDialog << " without a dialog\n";
             continue;
         }
-        out << kind.ownDialog << " through its own dialog, " << kind.commonDialog
-            << " through the common-fields dialog";
+        out << kind.ownDialog << " through its own dialog";
         if (kind.unconfirmed > 0)
             out << ", " << kind.unconfirmed << " could not be confirmed";
         if (kind.changed > 0)
@@ -438,7 +444,17 @@ void visitAll(const QDir& folder, QVector<HudEntry>& entries, DialogTally* tally
     OffscreenEditor offscreen(&projectData);
     const QSize size(screen.width, screen.height);
     QJsonObject* previous = nullptr;
+    // The custom kinds and their dialogs find the HUDs they refer to as in
+    // the editor's HUD list.
+    const QJsonObject* current = nullptr;
+    HudCatalog::setSource([&entries, &current]() {
+        QVector<HudCatalog::Row> rows;
+        for (const HudEntry& entry : entries)
+            rows.append(HudCatalog::Row{entry.type, entry.object, &entry.object == current});
+        return rows;
+    });
     for (HudEntry& entry : entries) {
+        current = &entry.object;
         HudDocument::switchScene(offscreen.scene(), previous, entry.type, &entry.object, size);
         if (tally)
             editEveryComponent(offscreen.scene(), *tally);
@@ -446,6 +462,7 @@ void visitAll(const QDir& folder, QVector<HudEntry>& entries, DialogTally* tally
     }
     if (previous)
         HudDocument::switchScene(offscreen.scene(), previous, 0, nullptr, size);
+    HudCatalog::setSource(HudCatalog::Source());
 }
 
 struct RenderOptions {

@@ -1,5 +1,6 @@
 #include "app/HudDocument.h"
 
+#include "components/ComponentKinds.h"
 #include "logic/HudCatalog.h"
 
 #include "scene/GameUIEditorScene.h"
@@ -287,6 +288,37 @@ int HudDocument::ownWidth(const QJsonObject& object)
 int HudDocument::ownHeight(const QJsonObject& object)
 {
     return object.value(KeyHeight).toInt(DefaultOwnSize);
+}
+
+namespace {
+
+bool usesCustomHud(const QJsonArray& components, const QString& identifier)
+{
+    for (const QJsonValue& value : components) {
+        const QJsonObject component = value.toObject();
+        const ComponentKinds::Kind* kind = ComponentKinds::find(component.value(QStringLiteral("Type")).toInt(-1));
+        if (kind && kind->size == ComponentKinds::SizeStorage::FromCustom &&
+            component.value(QLatin1String(kind->dataKey)).toObject().value(HudDocument::KeyId).toString() == identifier)
+            return true;
+        if (usesCustomHud(component.value(HudDocument::KeyChildren).toArray(), identifier))
+            return true;
+    }
+    return false;
+}
+
+}
+
+QStringList HudDocument::usersOf(const QVector<HudEntry>& entries, const QString& identifier)
+{
+    QStringList names;
+    if (identifier.isEmpty())
+        return names;
+    for (const HudEntry& entry : entries) {
+        const bool itself = entry.type == HudEntry::Custom && entry.object.value(KeyId).toString() == identifier;
+        if (!itself && usesCustomHud(entry.object.value(KeyHud).toArray(), identifier))
+            names.append(displayName(entry.type, entry.object));
+    }
+    return names;
 }
 
 int HudDocument::componentCount(const QJsonArray& components)

@@ -113,6 +113,11 @@ public:
     // executable, or in the install's share folder); empty when missing.
     static QJsonArray templateArray(const QString& fileName);
 
+    // The names of the HUDs whose components use the custom HUD object
+    // identifier (a custom component or a collection of it, inside groups
+    // and windows too), in list order; the HUD itself doesn't count.
+    static QStringList usersOf(const QVector<HudEntry>& entries, const QString& identifier);
+
     // Number of component objects in a "HUD" array, children included.
     static int componentCount(const QJsonArray& components);
 

@@ -58,6 +58,9 @@ void HudListController::setup()
     list->setDeleteCheck([this](UltimateTreeItem* row) {
         if (row->id() != HudEntry::Custom)
             return false;
+        // A cut HUD comes back from the clipboard under a new identifier.
+        if (!confirmUnused(row))
+            return false;
         emit changed();
         return true;
     });
@@ -190,19 +193,48 @@ void HudListController::deleteCurrent()
 {
     UltimateTreeItem* item = current();
     if (item && item->id() == HudEntry::Custom) {
-        const QString question = tr("Are you sure you wish to delete \"%1\"?")
-                                     .arg(item->userData()->value(HudDocument::KeyName).toString());
-        int answer = 2;
-        ConfirmationDialog dialog(question, tr("HUD Delete Confirmation"), &answer, dialogParent,
-                                  ConfirmationDialog::YesNo);
-        dialog.exec();
+        bool sure;
+        // A HUD that others still use asks with their names instead.
+        if (!usersOf(item).isEmpty()) {
+            sure = confirmUnused(item);
+        } else {
+            int answer = 2;
+            ConfirmationDialog dialog(tr("Are you sure you wish to delete \"%1\"?")
+                                          .arg(item->userData()->value(HudDocument::KeyName).toString()),
+                                      tr("HUD Delete Confirmation"), &answer, dialogParent, ConfirmationDialog::YesNo);
+            dialog.exec();
+            sure = answer == 0;
+        }
         // The row leaves without its canvas being stored back; the next row
         // becomes current and loads.
-        if (answer == 0)
+        if (sure)
             list->deleteRowSelectNext(item);
     }
     // By design a deletion counts as a change even when it was refused.
     emit changed();
+}
+
+QStringList HudListController::usersOf(const UltimateTreeItem* item) const
+{
+    return HudDocument::usersOf(entries(), item->userData()->value(HudDocument::KeyId).toString());
+}
+
+bool HudListController::confirmUnused(const UltimateTreeItem* item)
+{
+    const QStringList users = usersOf(item);
+    if (users.isEmpty())
+        return true;
+    QStringList lines{
+        tr("\"%1\" is still used by these HUDs:")
+            .arg(item->userData()->value(HudDocument::KeyName).toString().toHtmlEscaped())};
+    // The lines are shown as rich text.
+    for (const QString& user : users)
+        lines.append(QStringLiteral("\u2022 ") + user.toHtmlEscaped());
+    lines.append(tr("Their components will show an empty box in its place. Delete it anyway?"));
+    int answer = 2;
+    ConfirmationDialog dialog(lines, tr("Custom HUD In Use"), &answer, dialogParent, ConfirmationDialog::YesNo);
+    dialog.exec();
+    return answer == 0;
 }
 
 void HudListController::applySize(const UltimateTreeItem* item)

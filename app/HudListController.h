@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QSize>
+#include <QStringList>
 #include <QVector>
 
 class GameUIEditor;
@@ -66,6 +67,11 @@ signals:
     void changed();
 
 private:
+    // The names of the other HUDs that use the custom HUD of item.
+    QStringList usersOf(const UltimateTreeItem* item) const;
+    // True when no other HUD uses the custom HUD of item, or when the user
+    // goes on although they do.
+    bool confirmUnused(const UltimateTreeItem* item);
     // The canvas takes the size the current HUD asks for.
     void applySize(const UltimateTreeItem* item);
     // A pasted HUD object becomes a new custom HUD: a fresh "ID" always, a name

@@ -12,6 +12,7 @@
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
+#include "widgets/MyEitherBox.h"
 #include "widgets/MyGroupBox.h"
 #include "widgets/MyImageSelector.h"
 #include "widgets/MyLineEdit.h"
@@ -22,7 +23,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QIntValidator>
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace {
@@ -74,8 +74,7 @@ ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTi
     if (kind && kind->size == ComponentKinds::SizeStorage::Scale) {
         Width_Scale = lineEdit("Width_Scale");
         Height_Scale = lineEdit("Height_Scale");
-    } else if (kind && (kind->size == ComponentKinds::SizeStorage::Size
-                        || kind->size == ComponentKinds::SizeStorage::Fixed)) {
+    } else if (kind) {
         Width = lineEdit("Width");
         Height = lineEdit("Height");
     }
@@ -96,6 +95,9 @@ ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTi
     fields->setRowStretch(row + 1, 1);
     leftColumn->addWidget(basic, 1);
     columns->addLayout(leftColumn, 3);
+    // The custom kinds are chiefly their reference and its parameters, so
+    // their own boxes lead and the basic box follows.
+    propertyBoxesFirst = kind && kind->size == ComponentKinds::SizeStorage::FromCustom;
 
     MyTabSystem* lists = new MyTabSystem(content);
     lists->setObjectName(QStringLiteral("lists"));
@@ -114,7 +116,7 @@ ComponentDialogForm::ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTi
     columns->addWidget(lists, 2);
     contentLayout->addLayout(columns, 1);
 
-    QHBoxLayout* buttons = buttonRow = new QHBoxLayout();
+    QHBoxLayout* buttons = new QHBoxLayout();
     buttons->setSpacing(8);
     buttons->addStretch(1);
     confirmButton = new MyButton(content);
@@ -152,7 +154,10 @@ MyGroupBox* ComponentDialogForm::addPropertyBox(const QString& title, const char
     MyGroupBox* box = new MyGroupBox(title, content);
     box->setObjectName(QLatin1String(objectName));
     grid = fieldGrid(box);
-    leftColumn->addWidget(box, 1);
+    if (propertyBoxesFirst)
+        leftColumn->insertWidget(leadingBoxes++, box, 1);
+    else
+        leftColumn->addWidget(box, 1);
     return box;
 }
 
@@ -249,6 +254,18 @@ MyComboBox* ComponentDialogForm::addChoice(const char* objectName, Label label, 
     return field;
 }
 
+MyEitherBox* ComponentDialogForm::addEither(const char* objectName, Label label, const char* first,
+                                            const char* second, bool value, int row, int column)
+{
+    MyEitherBox* field = new MyEitherBox(grid->parentWidget());
+    field->setObjectName(QLatin1String(objectName));
+    field->setPlaceholder(UIComponentBaseDialog::tr(label.title));
+    field->setChoices(UIComponentBaseDialog::tr(first), UIComponentBaseDialog::tr(second));
+    field->setChoice(value, true);
+    describe(field, label, row, column);
+    return field;
+}
+
 MyDialogOpener* ComponentDialogForm::addOpener(const char* objectName, Label label, int row, int column,
                                                int columnSpan)
 {
@@ -288,24 +305,6 @@ QJsonValue ComponentDialogForm::choiceOf(MyComboBox* field) const
     return field->currentIndex();
 }
 
-void ComponentDialogForm::setNote(const QString& text)
-{
-    if (!note) {
-        note = new QLabel(content);
-        note->setObjectName(QStringLiteral("keptNote"));
-        note->setWordWrap(true);
-        QPalette dim = note->palette();
-        QColor noteColor = themeColor(ThemeKey::Text);
-        noteColor.setAlpha(170);
-        dim.setColor(QPalette::WindowText, noteColor);
-        note->setPalette(dim);
-        // In place of the stretch that leads the buttons.
-        delete buttonRow->takeAt(0);
-        buttonRow->insertWidget(0, note, 1);
-    }
-    note->setText(text);
-}
-
 void ComponentDialogForm::finish()
 {
     QMetaObject::connectSlotsByName(dialog);
@@ -316,10 +315,16 @@ void ComponentDialogForm::finish()
 void ComponentDialogForm::setUpSize()
 {
     const ComponentKinds::Kind* kind = ComponentKinds::find(type);
-    if (kind->size == ComponentKinds::SizeStorage::Fixed) {
+    // A group is always 50 by 50; a custom kind shows its custom HUD's size,
+    // which its dialog fills in. Neither is edited.
+    if (kind->size == ComponentKinds::SizeStorage::Fixed || kind->size == ComponentKinds::SizeStorage::FromCustom) {
         for (MyLineEdit* field : {Width, Height}) {
-            field->setCaption(field == Width ? UIComponentBaseDialog::tr("Width") : UIComponentBaseDialog::tr("Height"));
-            field->setValue(QString::number(GroupSide));
+            const QString title =
+                field == Width ? UIComponentBaseDialog::tr("Width") : UIComponentBaseDialog::tr("Height");
+            field->setCaption(title);
+            field->setProperty("mtt_title", title);
+            if (kind->size == ComponentKinds::SizeStorage::Fixed)
+                field->setValue(QString::number(GroupSide));
             field->setEnabled(false);
         }
         return;

@@ -13,12 +13,11 @@ class MyButton;
 class MyColorPickerButton;
 class MyComboBox;
 class MyDialogOpener;
+class MyEitherBox;
 class MyGroupBox;
 class MyImageSelector;
 class MyLineEdit;
 class QGridLayout;
-class QHBoxLayout;
-class QLabel;
 class QVBoxLayout;
 class QWidget;
 class UIComponentBaseDialog;
@@ -38,8 +37,8 @@ public:
     ComponentDialogForm(UIComponentBaseDialog* dialog, CustomTitleBar* titleBar, QWidget* content,
                         QVBoxLayout* contentLayout, QJsonObject* json, int type, QJsonObject* projectData);
 
-    // The kind's own box below the shared one, titled and named as given;
-    // its grid has two columns of fields.
+    // The kind's own box below the shared one (above it for the custom
+    // kinds), titled and named as given; its grid has two columns of fields.
     MyGroupBox* addPropertyBox(const QString& title, const char* objectName);
     QGridLayout* propertyGrid() const { return grid; }
     // Fields of the property box, each with its tooltip title (also its
@@ -61,6 +60,9 @@ public:
     // A choice of items by index; a missing value shows defaultIndex.
     MyComboBox* addChoice(const char* objectName, Label label, const QStringList& items, const QJsonValue& value,
                           int defaultIndex, int row, int column, int columnSpan = 1);
+    // A choice between two captions; true is the first.
+    MyEitherBox* addEither(const char* objectName, Label label, const char* first, const char* second, bool value,
+                           int row, int column);
     MyDialogOpener* addOpener(const char* objectName, Label label, int row, int column, int columnSpan = 1);
     // A project image of a graphics kind (ProjectImages::Kind), showing name.
     MyImageSelector* addImage(const char* objectName, Label label, int kind, const QString& name, int row,
@@ -72,8 +74,6 @@ public:
     // opened, a value outside the items as it came.
     QJsonValue choiceOf(MyComboBox* field) const;
 
-    // A dim line beside the buttons.
-    void setNote(const QString& text);
     // Connects the dialog's slots by name and settles its size.
     void finish();
 
@@ -88,8 +88,8 @@ public:
     void writeDataObject(QJsonObject data, const QSize& size = QSize()) const;
 
     // The form's widgets, by the names every kind's form uses. A scale kind
-    // has Width_Scale and Height_Scale, a kind that stores its size Width and
-    // Height; the others have neither.
+    // has Width_Scale and Height_Scale, the others Width and Height (fixed
+    // for a group, the custom HUD's for the custom kinds).
     CustomTitleBar* titleBar;
     MyLineEdit* Name;
     MyDialogOpener* Conditions;
@@ -104,7 +104,6 @@ public:
     UltimateTreeWidget* animations;
     UltimateTreeWidget* customProperties;
     AddonOrNotebox* addonOrNote;
-    QLabel* note = nullptr;
     MyButton* confirmButton;
     MyButton* cancelButton;
 
@@ -118,8 +117,9 @@ private:
     UIComponentBaseDialog* dialog;
     QWidget* content;
     QVBoxLayout* leftColumn;
-    QHBoxLayout* buttonRow;
     QGridLayout* grid = nullptr;
+    bool propertyBoxesFirst = false;
+    int leadingBoxes = 0;
     QJsonObject* json;
     int type;
     // Values of extendable fields that the field can't show as an extension

@@ -4,9 +4,11 @@
 #include "components/UIComponentActorFace.h"
 #include "components/UIComponentActorFaceDialog.h"
 #include "components/UIComponentAttachCollection.h"
-#include "components/UIComponentCommonDialog.h"
+#include "components/UIComponentAttachCollectionDialog.h"
 #include "components/UIComponentCustom.h"
 #include "components/UIComponentCustomCollection.h"
+#include "components/UIComponentCustomCollectionDialog.h"
+#include "components/UIComponentCustomDialog.h"
 #include "components/UIComponentGauge.h"
 #include "components/UIComponentGaugeDialog.h"
 #include "components/UIComponentIcon.h"
@@ -123,13 +125,15 @@ std::unique_ptr<UIComponentBaseDialog> GameUIEditorSceneHelper<Selector>::makeDi
         return std::make_unique<UIComponentWindowDialog>(&json, accepted, flag, owner, projectData);
     case ComponentKinds::Animation:
         return std::make_unique<UIComponentAnimationComponentDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::Custom:
+        return std::make_unique<UIComponentCustomDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::CustomCollection:
+        return std::make_unique<UIComponentCustomCollectionDialog>(&json, accepted, flag, owner, projectData);
+    case ComponentKinds::AttachCollection:
+        return std::make_unique<UIComponentAttachCollectionDialog>(&json, accepted, flag, owner, projectData);
     default:
-        break;
-    }
-    if (!ComponentKinds::find(json.value(QStringLiteral("Type")).toInt(-1)))
         return nullptr;
-    // The kinds without a dialog of their own edit the fields they share.
-    return std::make_unique<UIComponentCommonDialog>(&json, accepted, flag, owner, projectData);
+    }
 }
 
 template class GameUIEditorSceneHelper<VelmoUISelector>;

@@ -1,7 +1,10 @@
 #include "TestEnvironment.h"
 #include "ListMove.h"
 #include "components/ComponentKinds.h"
-#include "components/UIComponentCommonDialog.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "components/UIComponentCustomDialog.h"
+#include "components/VelmoUISelector.h"
+#include "scene/UIComponentBaseDialog.h"
 #include "components/UIComponentWindowDialog.h"
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentTextDialog.h"
@@ -23,6 +26,7 @@
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
+#include <memory>
 #include <QClipboard>
 #include <QJsonArray>
 #include <QPlainTextEdit>
@@ -412,17 +416,15 @@ private slots:
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("kept"));
     }
 
-    // A kind the program doesn't build yet keeps its data object and still
-    // gets its add-on keys rewritten.
-    void pendingKindsRewriteOnlyTheAddonKeys()
+    // A custom component's lone note of an older document becomes its note
+    // add-on; keys its dialog doesn't know are gone.
+    void customKindsKeepALegacyNote()
     {
         QJsonObject object{{"ID", 2}, {"Type", ComponentKinds::Custom}, {"Name", "Frame"},
-                           {"CustomData", QJsonObject{{"Skin", "Window"}, {"Width", 300}, {"Height", 90},
-                                                      {"Note", "legacy"}, {"Unknown", true}}}};
-        const QJsonObject written = confirmComponent<UIComponentCommonDialog>(object, [](auto&, AddonOrNotebox*) {});
-        COMPARE_JSON(dataOf(written),
-                     json(R"({"Skin":"Window","Width":300,"Height":90,"Unknown":true,"Note":"legacy",
-                              "Addons":[{"Type":0,"Note":"legacy"}]})"));
+                           {"CustomData", QJsonObject{{"Skin", "Window"}, {"Note", "legacy"}, {"Unknown", true}}}};
+        const QJsonObject written = confirmComponent<UIComponentCustomDialog>(object, [](auto&, AddonOrNotebox*) {});
+        COMPARE_JSON(dataOf(written), json(R"({"Width":300,"Height":300,"Params":{},"ID":"","Note":"legacy",
+                                                "Addons":[{"Type":0,"Note":"legacy"}]})"));
     }
 
     // ------------------------------------------------------------ clipboard

@@ -3,13 +3,16 @@
 
 #include "app/JsonFile.h"
 #include "app/VelmoMainWindow.h"
-#include "components/UIComponentCommonDialog.h"
+#include "components/GameUIEditorSceneHelper.h"
+#include "components/VelmoUISelector.h"
 #include "logic/VelmoAnimationStyle.h"
 #include "scene/CustomPropertyEdit.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentAnimationDialog.h"
 #include "scene/UIComponentBase.h"
+#include "scene/UIComponentBaseDialog.h"
+#include "widgets/DialogFlags.h"
 #include "widgets/EasingCurveSelector.h"
 #include "widgets/HaxeCodeEdit.h"
 #include "widgets/MyComboBox.h"
@@ -136,8 +139,10 @@ struct ComponentDialog {
         answers += nested;
         answerAll(
             [&]() {
-                UIComponentCommonDialog dialog(&component, &accepted, true, nullptr, &projectData);
-                dialog.exec();
+                const std::unique_ptr<UIComponentBaseDialog> dialog =
+                    GameUIEditorSceneHelper<VelmoUISelector>::makeDialog(component, &accepted, true, nullptr,
+                                                                         &projectData);
+                dialog->exec();
             },
             answers);
         return accepted ? component : QJsonObject();

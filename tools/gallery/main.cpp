@@ -621,12 +621,28 @@ QJsonObject sampleComponent(int type)
     };
 }
 
+void installHudSample();
+
 // The component selector ("selector") or the property dialog of a kind (its
 // "Type"), shown alone; with a file, pictured there.
 int showDialog(const QString& which, const QString& shot)
 {
     static QJsonObject projectData;
-    QJsonObject json = sampleComponent(which.section(QLatin1Char(':'), 0, 0).toInt());
+    const int type = which.section(QLatin1Char(':'), 0, 0).toInt();
+    QJsonObject json = sampleComponent(type);
+    // The custom kinds use the sample's "Party Row" with a value of each sort.
+    if (which != QLatin1String("selector") && type >= ComponentKinds::Custom && type <= ComponentKinds::AttachCollection) {
+        installHudSample();
+        const char* dataKey = ComponentKinds::find(type)->dataKey;
+        QJsonObject data = json.value(QLatin1String(dataKey)).toObject();
+        data.insert("ID", "31405");
+        data.insert("Params", QJsonObject{{"Actor Index", type == ComponentKinds::Custom ? QJsonValue(2) : QJsonValue(true)},
+                                          {"Title", "Hero of the Realm"},
+                                          {"Gauge Colour", QJsonObject{{"Type", 1}, {"Info", 8}}}});
+        data.insert("Data", 4);
+        data.insert("Code", "// Use \"entity\" to access list item.\nreturn entity.hp;");
+        json.insert(QLatin1String(dataKey), data);
+    }
     bool accepted = false;
     QScopedPointer<TrovDialog> dialog;
     if (which == QLatin1String("selector"))
