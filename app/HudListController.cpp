@@ -1,6 +1,7 @@
 #include "app/HudListController.h"
 
 #include "app/VelmoHUDDialog.h"
+#include "widgets/OwnerDimming.h"
 #include "logic/HudCatalog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -150,8 +151,13 @@ bool HudListController::createOrEdit(UltimateTreeItem* item)
     if (item)
         object.insert(HudDocument::KeyHud, item->userData()->value(HudDocument::KeyHud));
     bool confirmed = false;
-    VelmoHUDDialog dialog(&object, &confirmed, item ? item->id() : HudEntry::Custom, dialogParent);
-    dialog.exec();
+    {
+        // The main window dims under the HUD's dialog as under a component's.
+        OwnerDimming::dim(dialogParent);
+        VelmoHUDDialog dialog(&object, &confirmed, item ? item->id() : HudEntry::Custom, dialogParent);
+        dialog.exec();
+        OwnerDimming::undim(dialogParent);
+    }
     if (!confirmed)
         return false;
 
@@ -202,7 +208,9 @@ void HudListController::deleteCurrent()
             ConfirmationDialog dialog(tr("Are you sure you wish to delete \"%1\"?")
                                           .arg(item->userData()->value(HudDocument::KeyName).toString()),
                                       tr("HUD Delete Confirmation"), &answer, dialogParent, ConfirmationDialog::YesNo);
+            OwnerDimming::dim(dialogParent);
             dialog.exec();
+            OwnerDimming::undim(dialogParent);
             sure = answer == 0;
         }
         // The row leaves without its canvas being stored back; the next row
@@ -233,7 +241,9 @@ bool HudListController::confirmUnused(const UltimateTreeItem* item)
     lines.append(tr("Their components will show an empty box in its place. Delete it anyway?"));
     int answer = 2;
     ConfirmationDialog dialog(lines, tr("Custom HUD In Use"), &answer, dialogParent, ConfirmationDialog::YesNo);
+    OwnerDimming::dim(dialogParent);
     dialog.exec();
+    OwnerDimming::undim(dialogParent);
     return answer == 0;
 }
 

@@ -549,6 +549,16 @@ private slots:
                   }});
         QVERIFY(helpDimmed);
         QVERIFY(!windowDim(window.get()));
+
+        bool hudDimmed = false;
+        auto* huds = window->findChild<UltimateTreeWidget*>(QStringLiteral("hudList"));
+        answering([&] { TestEnvironment::clickRow(huds, 0, true); },
+                  {[&](TrovDialog* dialog) {
+                      hudDimmed = windowDim(window.get()) && windowDim(window.get())->isVisible();
+                      press("cancelButton")(dialog);
+                  }});
+        QVERIFY(hudDimmed);
+        QVERIFY(!windowDim(window.get()));
     }
 
     // In German every colour name of the theme builder stands whole in its
