@@ -116,6 +116,8 @@ void CustomExpansion::buildChildren(const QJsonArray& components, UIComponentBas
     if (!helper)
         return;
     for (const QJsonValue& value : components) {
+        if (builtSinceTopLevel >= componentBudget)
+            return;
         const QJsonObject json = value.toObject();
         // The helper applies the object; a nested custom kind expands in it,
         // inside this one's guard.

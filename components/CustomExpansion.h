@@ -31,10 +31,13 @@ public:
     // More nested expansions than this stop as a cycle does: a long chain of
     // custom HUDs inside each other would otherwise recurse the stack away.
     static constexpr int maximumDepth = 24;
-    // One expansion from the canvas builds at most this many components
-    // before nested custom HUDs stop expanding, so that custom HUDs that
-    // each hold several of the next can't multiply into millions.
-    static constexpr int componentBudget = 100000;
+    // One expansion from the canvas builds at most this many components;
+    // what would come after them (further cells of a grid, nested custom
+    // HUDs) stays unbuilt. A grid of 999 by 999 cells, or custom HUDs that
+    // each hold several of the next, would otherwise build millions of
+    // components and take the editor's memory and seconds of every load;
+    // this is eight times the components of a big real HUD.
+    static constexpr int componentBudget = 20000;
 
     // Where the built components stack against the owner's own drawing.
     enum class Stacking {

@@ -9,6 +9,7 @@
 #include "app/ProjectData.h"
 #include "logic/GameDataLabel.h"
 #include "app/WoffConverter.h"
+#include "components/CustomExpansion.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "logic/ConditionDisplay.h"
 #include "logic/HudCatalog.h"
@@ -510,6 +511,30 @@ void component(const QByteArray& bytes)
         made->setScreenSize(816, 624);
         return made;
     }();
+    // Custom HUDs the custom kinds can name: "A" holds "B", which repeats
+    // "A" in a grid (a cycle through a collection), "S" holds itself, and
+    // "G" is a one-dot cell for big grids.
+    static const QVector<HudCatalog::Row> rows = [] {
+        const auto custom = [](const char* id, const QJsonArray& components) {
+            return HudCatalog::Row{HudCatalog::Custom,
+                                   QJsonObject{{"ID", id}, {"Name", id}, {"IsHUD", false}, {"Width", 40},
+                                               {"Height", 30}, {"Params", QJsonArray()}, {"HUD", components}},
+                                   false};
+        };
+        const QJsonObject dot = TestEnvironment::shape(1, 5, 5, 4, 4);
+        return QVector<HudCatalog::Row>{
+            {HudCatalog::Map, QJsonObject{{"HUD", QJsonArray{dot}}}, false},
+            {HudCatalog::Battle, QJsonObject{{"HUD", QJsonArray()}}, false},
+            custom("A", {dot, QJsonObject{{"ID", 2}, {"Type", 10}, {"X", 20}, {"Y", 15}, {"CustomData", QJsonObject{{"ID", "B"}}}}}),
+            custom("B", {QJsonObject{{"ID", 1}, {"Type", 11}, {"X", 20}, {"Y", 15},
+                                     {"CustomCollectionData", QJsonObject{{"ID", "A"}, {"MaxRows", 3}, {"MaxColumns", 3}}}}}),
+            custom("S", {dot, QJsonObject{{"ID", 2}, {"Type", 12}, {"X", 0}, {"Y", 0},
+                                          {"AttachCollectionData", QJsonObject{{"ID", "S"}}}}}),
+            custom("G", {dot}),
+        };
+    }();
+    // Set on every run: the clipboard target's HUD list installs its own.
+    HudCatalog::setSource([] { return rows; });
     const uchar pick = uchar(bytes.at(0));
     QJsonObject json = document.object();
     if (pick % 16 < 14)
@@ -522,6 +547,19 @@ void component(const QByteArray& bytes)
     if (!item)
         broken("component", QStringLiteral("no component for %1").arg(shown(json)));
     scene->addItem(item.get());
+    // A custom kind builds a bounded number of components whatever its grid
+    // or nesting says (beside the handles and frames of the owner).
+    int built = 0;
+    for (QList<QGraphicsItem*> level = item->childItems(); !level.isEmpty();) {
+        QList<QGraphicsItem*> next;
+        for (QGraphicsItem* child : qAsConst(level)) {
+            built += dynamic_cast<UIComponentBase*>(child) ? 1 : 0;
+            next += child->childItems();
+        }
+        level = next;
+    }
+    if (built > CustomExpansion::componentBudget)
+        broken("component", QStringLiteral("%1 components were built for %2").arg(built).arg(shown(json)));
     paintScene(scene, item->sceneBoundingRect());
 
     const QJsonObject first = item->data();
