@@ -28,24 +28,13 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::field;
+using TestEnvironment::json;
 using TestEnvironment::press;
+using TestEnvironment::rowTexts;
 using TestEnvironment::Seen;
 
 namespace {
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
-
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
-}
 
 void show(QWidget* dialog)
 {
@@ -62,14 +51,6 @@ void retype(MyLineEdit* edit, const QString& text)
         QTest::keyClick(edit, Qt::Key_Delete);
     else
         QTest::keyClicks(edit, text);
-}
-
-QStringList rowTexts(UltimateTreeWidget* list)
-{
-    QStringList texts;
-    for (int i = 0; i < list->tree()->rowCount(); ++i)
-        texts.append(list->tree()->row(i)->text(0));
-    return texts;
 }
 
 QPoint rowPoint(UltimateTreeWidget* list, int index)
