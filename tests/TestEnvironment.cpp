@@ -183,6 +183,15 @@ QString documentPath(const QString& project)
     return project + QStringLiteral("/data/plugin/VelmoraHUD.json");
 }
 
+QString makeProjectWithHuds(const QString& name, const QJsonArray& data)
+{
+    const QString project = makeProject(name);
+    writeFile(documentPath(project),
+              QJsonDocument(QJsonObject{{QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1}, {QStringLiteral("Data"), data}})
+                  .toJson());
+    return project;
+}
+
 QJsonObject writtenDocument(const QString& project)
 {
     return QJsonDocument::fromJson(readFile(documentPath(project))).object();

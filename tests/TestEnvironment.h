@@ -55,6 +55,9 @@ QString makeProject(const QString& name, int screenWidth = 1280, int screenHeigh
 QString copySampleProject(const QString& name);
 
 QString documentPath(const QString& project);
+// A minimal project whose document holds the HUDs of data, the first the
+// Map HUD and the second the Battle HUD.
+QString makeProjectWithHuds(const QString& name, const QJsonArray& data);
 // The project's "VelmoraHUD.json" as an object; empty when there is none.
 QJsonObject writtenDocument(const QString& project);
 // The component array of a template document beside the executable.

@@ -6,14 +6,10 @@
 #include "components/VelmoUISelector.h"
 #include "logic/HudCatalog.h"
 #include "scene/UIComponentBaseDialog.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
-#include "widgets/MyEitherBox.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
@@ -303,20 +299,13 @@ private slots:
     // value, no parameters and the size of no HUD.
     void deletedHudShowsNone()
     {
-        for (const char* kind : {"10", "11", "12"}) {
-            const QByteArray component =
-                QByteArray(R"({"ID":1,"Type":)") + kind +
-                R"(,"CustomData":{"ID":"99999","Width":100,"Height":100},
-                    "CustomCollectionData":{"ID":"99999","Width":100,"Height":100},
-                    "AttachCollectionData":{"ID":"99999","Width":100,"Height":100}})";
-            runDialog(QJsonDocument::fromJson(component).object(),
-                      {[](TrovDialog* dialog) {
-                           QCOMPARE(field<MyDialogOpener>(dialog, "CustomComponent")->value(), QStringLiteral("None"));
-                           QCOMPARE(field<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
-                           QCOMPARE(paramTexts(dialog, 0), QStringList());
-                           press("cancelButton")(dialog);
-                       }});
-        }
+        runDialog(json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"99999","Width":100,"Height":100}})"),
+                  {[](TrovDialog* dialog) {
+                       QCOMPARE(field<MyDialogOpener>(dialog, "CustomComponent")->value(), QStringLiteral("None"));
+                       QCOMPARE(field<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
+                       QCOMPARE(paramTexts(dialog, 0), QStringList());
+                       press("cancelButton")(dialog);
+                   }});
     }
 
     // ------------------------------------------------------------ attach collection
@@ -431,21 +420,14 @@ private slots:
         const QJsonObject nested = json(R"({"ID":1,"Type":6,"Name":"Outer","X":0,"Y":0,"Children":[
             {"ID":2,"Type":7,"Name":"Panel","X":0,"Y":0,"WindowData":{"Width":100,"Height":100},"Children":[
               {"ID":3,"Type":10,"Name":"Deep use","X":0,"Y":0,"CustomData":{"ID":"11111","Params":{}}}]}]})");
-        const QJsonObject attached = json(R"({"ID":1,"Type":12,"Name":"Tags","X":0,"Y":0,
-            "AttachCollectionData":{"ID":"11111","Data":0,"List":0,"Position":1}})");
-        const QJsonObject selfUse = json(R"({"ID":1,"Type":11,"Name":"Self","X":0,"Y":0,
-            "CustomCollectionData":{"ID":"11111"}})");
-        const QJsonArray data{
-            QJsonObject{{"HUD", QJsonArray{nested}}},
-            QJsonObject{{"HUD", QJsonArray()}},
-            QJsonObject{{"Name", "Bar"}, {"ID", "11111"}, {"IsHUD", false}, {"Width", 240}, {"Height", 64},
-                        {"HUD", QJsonArray{selfUse}}},
-            QJsonObject{{"Name", "Tag <b>Row</b>"}, {"ID", "22222"}, {"IsHUD", false}, {"Width", 50},
-                        {"Height", 20}, {"HUD", QJsonArray{attached}}},
-            QJsonObject{{"Name", "Free"}, {"ID", "33333"}, {"IsHUD", true}, {"HUD", QJsonArray()}}};
-        const QString project = TestEnvironment::makeProject(QStringLiteral("inuse"));
-        TestEnvironment::writeFile(TestEnvironment::documentPath(project),
-                                   QJsonDocument(QJsonObject{{"Map", 0}, {"Battle", 1}, {"Data", data}}).toJson());
+        const QJsonObject bar = json(R"({"Name":"Bar","ID":"11111","IsHUD":false,"Width":240,"Height":64,"HUD":[
+            {"ID":1,"Type":11,"Name":"Self","X":0,"Y":0,"CustomCollectionData":{"ID":"11111"}}]})");
+        const QJsonObject tagRow = json(R"({"Name":"Tag <b>Row</b>","ID":"22222","IsHUD":false,"Width":50,"Height":20,
+            "HUD":[{"ID":1,"Type":12,"Name":"Tags","X":0,"Y":0,
+                    "AttachCollectionData":{"ID":"11111","Data":0,"List":0,"Position":1}}]})");
+        const QString project = TestEnvironment::makeProjectWithHuds(
+            QStringLiteral("inuse"), {QJsonObject{{"HUD", QJsonArray{nested}}}, QJsonObject{{"HUD", QJsonArray()}}, bar,
+                                      tagRow, json(R"({"Name":"Free","ID":"33333","IsHUD":true,"HUD":[]})")});
         openWindow(project);
         QPushButton* remove = window->findChild<QPushButton*>(QStringLiteral("removeHudButton"));
         auto removing = [&](const char* answer) {
