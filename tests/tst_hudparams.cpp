@@ -31,6 +31,7 @@ using TestEnvironment::answering;
 using TestEnvironment::field;
 using TestEnvironment::json;
 using TestEnvironment::press;
+using TestEnvironment::retype;
 using TestEnvironment::rowTexts;
 using TestEnvironment::Seen;
 
@@ -41,16 +42,6 @@ void show(QWidget* dialog)
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog));
     QTest::qWait(20);
-}
-
-void retype(MyLineEdit* edit, const QString& text)
-{
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    if (text.isEmpty())
-        QTest::keyClick(edit, Qt::Key_Delete);
-    else
-        QTest::keyClicks(edit, text);
 }
 
 QPoint rowPoint(UltimateTreeWidget* list, int index)
