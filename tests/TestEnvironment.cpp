@@ -183,6 +183,15 @@ QString documentPath(const QString& project)
     return project + QStringLiteral("/data/plugin/VelmoraHUD.json");
 }
 
+QString makeProjectWithHuds(const QString& name, const QJsonArray& data)
+{
+    const QString project = makeProject(name);
+    writeFile(documentPath(project),
+              QJsonDocument(QJsonObject{{QStringLiteral("Map"), 0}, {QStringLiteral("Battle"), 1}, {QStringLiteral("Data"), data}})
+                  .toJson());
+    return project;
+}
+
 QJsonObject writtenDocument(const QString& project)
 {
     return QJsonDocument::fromJson(readFile(documentPath(project))).object();
@@ -479,7 +488,10 @@ void retype(MyLineEdit* edit, const QString& text)
 {
     QTest::mouseClick(edit, Qt::LeftButton);
     QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(edit, text);
+    if (text.isEmpty())
+        QTest::keyClick(edit, Qt::Key_Delete);
+    else
+        QTest::keyClicks(edit, text);
 }
 
 void choose(MyComboBox* combo, int row)

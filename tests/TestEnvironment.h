@@ -55,6 +55,9 @@ QString makeProject(const QString& name, int screenWidth = 1280, int screenHeigh
 QString copySampleProject(const QString& name);
 
 QString documentPath(const QString& project);
+// A minimal project whose document holds the HUDs of data, the first the
+// Map HUD and the second the Battle HUD.
+QString makeProjectWithHuds(const QString& name, const QJsonArray& data);
 // The project's "VelmoraHUD.json" as an object; empty when there is none.
 QJsonObject writtenDocument(const QString& project);
 // The component array of a template document beside the executable.
@@ -170,7 +173,8 @@ void clickRow(UltimateTreeWidget* list, int index, bool twice = false);
 // A pixel as an unpremultiplied colour, alpha included.
 QColor pixel(const QImage& image, int x, int y);
 // Whether two colours agree in every channel, alpha included.
-// Replaces a field's text as a user does: a click, Ctrl+A, the keys.
+// Replaces a field's text as a user does: a click, Ctrl+A, the keys; an
+// empty text is a Delete over the selection.
 void retype(MyLineEdit* edit, const QString& text);
 // Picks a row of a combo through its popup, by keys as a user does.
 void choose(MyComboBox* combo, int row);

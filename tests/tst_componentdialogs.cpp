@@ -26,6 +26,7 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::field;
 using TestEnvironment::press;
 using TestEnvironment::typing;
 
@@ -133,15 +134,6 @@ struct Editor : TestEnvironment::Canvas {
 
     QJsonObject projectData;
 };
-
-template <class T>
-T* child(TrovDialog* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qWarning("no %s in the dialog", name);
-    return found;
-}
 
 // Compared as compact text, so that a failure shows both objects.
 #define COMPARE_JSON(actual, expected) QCOMPARE(TestEnvironment::compact(actual), TestEnvironment::compact(expected))
@@ -456,10 +448,10 @@ private slots:
         UIComponentBase* loaded = editor.load(input);
         QJsonObject expected = confirmed(loaded->data());
         editor.editFirstRow({Answer([](TrovDialog* dialog) {
-                                 QCOMPARE(child<MyLineEdit>(dialog, "Width_Scale")->text(), QStringLiteral("12.3457"));
-                                 QCOMPARE(child<MyLineEdit>(dialog, "Opacity")->text(), QStringLiteral("83.3333"));
+                                 QCOMPARE(field<MyLineEdit>(dialog, "Width_Scale")->text(), QStringLiteral("12.3457"));
+                                 QCOMPARE(field<MyLineEdit>(dialog, "Opacity")->text(), QStringLiteral("83.3333"));
                                  // An empty name is shown empty, not replaced.
-                                 QCOMPARE(child<MyLineEdit>(dialog, "Name")->text(), QString());
+                                 QCOMPARE(field<MyLineEdit>(dialog, "Name")->text(), QString());
                              }),
                              press("confirmButton")});
         expected.insert("Opacity", 0.833333);
@@ -502,10 +494,10 @@ private slots:
         UIComponentBase* loaded =
             editor.load(QJsonObject{{"ID", 1}, {"Type", c.type}, {"X", 10}, {"Y", 10}, {"Name", "Field"}});
         editor.editFirstRow({typing(c.field, QLatin1String(c.typed)), Answer([&](TrovDialog* dialog) {
-                                 MyLineEdit* edit = child<MyLineEdit>(dialog, c.field);
+                                 MyLineEdit* edit = field<MyLineEdit>(dialog, c.field);
                                  QCOMPARE(edit->text(), QLatin1String(c.shown));
                                  QCOMPARE(edit->isValid(), c.valid);
-                                 QCOMPARE(child<MyButton>(dialog, "confirmButton")->isEnabled(), c.valid);
+                                 QCOMPARE(field<MyButton>(dialog, "confirmButton")->isEnabled(), c.valid);
                                  // Ctrl+Return does nothing while the button is off.
                                  QTest::keyClick(dialog, Qt::Key_Return, Qt::ControlModifier);
                                  QVERIFY(dialog->isVisible() || c.valid);
@@ -513,7 +505,7 @@ private slots:
                                      // Leaving the field brings the value into range.
                                      QTest::keyClick(edit, Qt::Key_Tab);
                                      QVERIFY(edit->isValid());
-                                     QVERIFY(child<MyButton>(dialog, "confirmButton")->isEnabled());
+                                     QVERIFY(field<MyButton>(dialog, "confirmButton")->isEnabled());
                                  }
                              }),
                              press("confirmButton")});
@@ -577,9 +569,9 @@ private slots:
         Editor editor;
         editor.load(QJsonObject{{"ID", 2}, {"Type", 6}, {"Name", "Box"}, {"Rotation", 0}, {"Opacity", 0.5}});
         editor.editFirstRow({Answer([](TrovDialog* dialog) {
-                                 QVERIFY(!child<MyLineEdit>(dialog, "Width")->isEnabled());
-                                 QVERIFY(!child<MyLineEdit>(dialog, "Rotation")->isEnabled());
-                                 QVERIFY(!child<MyLineEdit>(dialog, "Opacity")->isEnabled());
+                                 QVERIFY(!field<MyLineEdit>(dialog, "Width")->isEnabled());
+                                 QVERIFY(!field<MyLineEdit>(dialog, "Rotation")->isEnabled());
+                                 QVERIFY(!field<MyLineEdit>(dialog, "Opacity")->isEnabled());
                              }),
                              typing("Name", ""), press("confirmButton")});
         const QJsonObject data = editor.scene->components().value(0)->data();
@@ -605,7 +597,7 @@ private slots:
         editor.load(QJsonObject{{"ID", 4}, {"Type", 0}, {"Name", "Moving"},
                                 {"Animations", QJsonArray{fade, turn, grow, slide}}});
         editor.editFirstRow({Answer([&](TrovDialog* dialog) {
-                                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
+                                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
                                  QCOMPARE(columnTexts(list, 1), (QStringList{"0%", "-90\u00B0", "50%", "-16"}));
                                  QCOMPARE(columnTexts(list, 2), (QStringList{"100%", "45\u00B0", "125%", "16"}));
                                  // Copy the first entry: its identifier and compact JSON.
@@ -639,7 +631,7 @@ private slots:
         editor.load(QJsonObject{{"ID", 4}, {"Type", 1}, {"Name", "Bar"},
                                 {"Animations", QJsonArray{QJsonObject{{"Property", 0}, {"StartX", 1}, {"EndX", 2}}}}});
         editor.editFirstRow({Answer([](TrovDialog* dialog) {
-                                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "animations");
+                                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
                                  clickRow(list, 0);
                                  QTest::keyClick(list->tree(), Qt::Key_Delete);
                                  QApplication::clipboard()->setText(
@@ -663,7 +655,7 @@ private slots:
             {"Alpha", "1"}, {"Beta", "two\r\nlines"}, {"Zeta", "say \"hi\""}, {"Speed", "4"}};
         editor.load(QJsonObject{{"ID", 9}, {"Type", 9}, {"Name", "Icon"}, {"CustomProperties", properties}});
         editor.editFirstRow({Answer([](TrovDialog* dialog) {
-                                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                                  QCOMPARE(columnTexts(list, 0), (QStringList{"Zeta", "Alpha", "Beta", "Speed"}));
                                  QCOMPARE(columnTexts(list, 1),
                                           (QStringList{"say \"hi\"", "1", QStringLiteral("two \u21B5 lines"), "4"}));
@@ -700,7 +692,7 @@ private slots:
 
         // Cancel keeps the order as it was, whatever was deleted.
         editor.editFirstRow({Answer([](TrovDialog* dialog) {
-                                 UltimateTreeWidget* list = child<UltimateTreeWidget>(dialog, "customProperties");
+                                 UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
                                  clickRow(list, 0);
                                  QTest::keyClick(list->tree(), Qt::Key_Delete);
                              }),
@@ -822,7 +814,7 @@ private slots:
             [&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
             {Answer([&](TrovDialog* dialog) {
                  QVERIFY(window->findChild<DialogOverlay*>());
-                 QCOMPARE(child<MyLineEdit>(dialog, "Name")->text(), QStringLiteral("Leader Face"));
+                 QCOMPARE(field<MyLineEdit>(dialog, "Name")->text(), QStringLiteral("Leader Face"));
              }),
              typing("Name", "Hero Face"), press("confirmButton")});
         QCOMPARE(seen.count, 3);

@@ -6,14 +6,10 @@
 #include "components/VelmoUISelector.h"
 #include "logic/HudCatalog.h"
 #include "scene/UIComponentBaseDialog.h"
-#include "widgets/DialogFlags.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
-#include "widgets/MyEitherBox.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
@@ -28,15 +24,13 @@
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::choosing;
+using TestEnvironment::clicking;
+using TestEnvironment::field;
+using TestEnvironment::json;
 using TestEnvironment::press;
 using TestEnvironment::typing;
 
 namespace {
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
 
 #define COMPARE_JSON(actual, expected) QCOMPARE(TestEnvironment::compact(actual), TestEnvironment::compact(expected))
 
@@ -61,58 +55,23 @@ QVector<HudCatalog::Row> projectHuds()
     };
 }
 
-template <class T>
-T* child(QWidget* dialog, const char* name)
+// Opens the HUD selector of the dialog and double-clicks the HUD's row.
+QList<Answer> pickingHud(const QString& name)
 {
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qWarning("no %s in the dialog", name);
-    return found;
-}
-
-QPoint rowPoint(UltimateTreeWidget* list, int index)
-{
-    UltimateTreeItem* row = list->tree()->row(index);
-    return list->tree()->mapFromScene(QPointF(40, row->y() + row->rowHeight() / 2.0));
-}
-
-// Picks the row of the HUD selector whose text is name, by a double-click.
-Answer pickingHud(const QString& name)
-{
-    return [name](TrovDialog* selector) {
-        UltimateTreeWidget* list = child<UltimateTreeWidget>(selector, "myList");
-        for (int i = 0; i < list->tree()->rowCount(); ++i) {
-            if (list->tree()->row(i)->text(0) == name) {
-                QTest::mouseDClick(list->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(list, i));
-                return;
-            }
-        }
-        QFAIL(qPrintable(QStringLiteral("no row %1 in the HUD selector").arg(name)));
-    };
-}
-
-// Clicks a widget of the open dialog.
-Answer clicking(const char* name)
-{
-    return [name](TrovDialog* dialog) { QTest::mouseClick(child<QWidget>(dialog, name), Qt::LeftButton); };
+    return {clicking("CustomComponent"), TestEnvironment::pickingRow("myList", name)};
 }
 
 // Double-clicks the parameter row index.
 Answer editingParam(int index)
 {
     return [index](TrovDialog* dialog) {
-        UltimateTreeWidget* table = child<UltimateTreeWidget>(dialog, "customParams");
-        QTest::mouseDClick(table->tree()->viewport(), Qt::LeftButton, Qt::NoModifier, rowPoint(table, index));
+        TestEnvironment::clickRow(field<UltimateTreeWidget>(dialog, "customParams"), index, true);
     };
 }
 
-QStringList column(QWidget* dialog, int index)
+QStringList paramTexts(QWidget* dialog, int column)
 {
-    UltimateTree* tree = child<UltimateTreeWidget>(dialog, "customParams")->tree();
-    QStringList texts;
-    for (int i = 0; i < tree->rowCount(); ++i)
-        texts << tree->row(i)->text(index);
-    return texts;
+    return TestEnvironment::rowTexts(field<UltimateTreeWidget>(dialog, "customParams"), column);
 }
 
 // The dialog of component's kind as the editor opens it, answered in order;
@@ -136,13 +95,6 @@ QJsonObject dataOf(const QJsonObject& component, const char* key)
 {
     return component.value(QLatin1String(key)).toObject();
 }
-
-// What the warning of a collection said: its title and text, empty when it
-// didn't come up.
-struct Warning {
-    QString title;
-    QString text;
-};
 
 // Components with all their keys, as their dialogs write them.
 const char* const CompleteComponents[][2] = {
@@ -183,10 +135,7 @@ class TestCustomDialogs : public QObject, private MainWindowFixture
 private slots:
     void init()
     {
-        dialogNativeTitleBar = false;
-        dialogDarkenLayers = false;
-        dialogDarkenAnimated = false;
-        dialogOpenAnimated = false;
+        TestEnvironment::quietDialogs();
         const QVector<HudCatalog::Row> rows = projectHuds();
         HudCatalog::setSource([rows]() { return rows; });
     }
@@ -200,49 +149,26 @@ private slots:
 
     // A new custom component on the "Bar" HUD, with one parameter set: the
     // HUD's size, its parameters (the untouched one empty), the reference,
-    // and nothing else but the add-on keys.
+    // and nothing else but the add-on keys. Only the custom HUD objects to
+    // use are offered, and a plain custom component has no list to take a
+    // value from.
     void newCustomComponentWritesItsKeys()
     {
         const QJsonObject written = runDialog(
             json(R"({"ID":1,"Type":10})"),
-            {[](TrovDialog* dialog) {
-                 // The reference and its parameters lead the form; the size
-                 // belongs to the HUD.
-                 QWidget* basic = child<QWidget>(dialog, "basicProperties");
-                 QVERIFY(child<QWidget>(dialog, "projectileCreation")->y() < basic->y());
-                 QVERIFY(child<QWidget>(dialog, "groupBox_5")->y() < basic->y());
-                 for (const char* name : {"Width", "Height", "Rotation", "Opacity"})
-                     QVERIFY2(!child<QWidget>(dialog, name)->isEnabled(), name);
-                 QCOMPARE(child<MyDialogOpener>(dialog, "CustomComponent")->value(), QStringLiteral("None"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
-                 clicking("CustomComponent")(dialog);
-             },
+            {clicking("CustomComponent"),
              [](TrovDialog* selector) {
-                 // Only the custom HUD objects to use are offered.
-                 QStringList names;
-                 UltimateTree* tree = child<UltimateTreeWidget>(selector, "myList")->tree();
-                 for (int i = 0; i < tree->rowCount(); ++i)
-                     names << tree->row(i)->text(0);
-                 QCOMPARE(names, QStringList({"None", "Bar", "Badge", "Dot"}));
-                 pickingHud("Bar")(selector);
+                 QCOMPARE(TestEnvironment::rowTexts(field<UltimateTreeWidget>(selector, "myList")),
+                          QStringList({"None", "Bar", "Badge", "Dot"}));
+                 TestEnvironment::pickingRow("myList", "Bar")(selector);
              },
-             [](TrovDialog* dialog) {
-                 QCOMPARE(child<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("240"));
-                 QCOMPARE(child<MyLineEdit>(dialog, "Height")->text(), QStringLiteral("64"));
-                 QCOMPARE(column(dialog, 0), QStringList({"Label", "Value"}));
-                 QCOMPARE(column(dialog, 1), QStringList({"", "0"}));
-                 editingParam(1)(dialog);
-             },
+             editingParam(1),
              [](TrovDialog* setter) {
-                 // A plain custom component has no list to take a value from.
-                 QVERIFY(!child<QWidget>(setter, "useListData")->isVisible());
+                 QVERIFY(!field<QWidget>(setter, "useListData")->isVisible());
                  typing("Number", "42")(setter);
                  press("confirmButton")(setter);
              },
-             [](TrovDialog* dialog) {
-                 QCOMPARE(column(dialog, 1), QStringList({"", "42"}));
-                 press("confirmButton")(dialog);
-             }});
+             press("confirmButton")});
         COMPARE_JSON(dataOf(written, "CustomData"),
                      json(R"({"Width":240,"Height":64,"Params":{"Label":"","Value":42},"ID":"11111",
                               "Addons":[],"Note":""})"));
@@ -259,14 +185,8 @@ private slots:
                               "HorizontalSpacing":0,"VerticalSpacing":0,"AlignLeft":true,"AlignUp":true,
                               "Addons":[],"Note":""})"));
         written = runDialog(json(R"({"ID":1,"Type":11})"),
-                            {[](TrovDialog* dialog) {
-                                 // The list's text is plain, never in italics.
-                                 QVERIFY(!child<MyDialogOpener>(dialog, "ListData")->isItalic());
-                                 QVERIFY(!child<MyDialogOpener>(dialog, "ListData")->value().isEmpty());
-                                 clicking("HorizontalAlign")(dialog);
-                                 clicking("VerticalAlign")(dialog);
-                             },
-                             typing("MaxRows", "2"), typing("VerticalSpacing", "6"), press("confirmButton")});
+                            {clicking("HorizontalAlign"), clicking("VerticalAlign"), typing("MaxRows", "2"),
+                             typing("VerticalSpacing", "6"), press("confirmButton")});
         const QJsonObject data = dataOf(written, "CustomCollectionData");
         QCOMPARE(data.value("AlignLeft"), QJsonValue(false));
         QCOMPARE(data.value("AlignUp"), QJsonValue(false));
@@ -279,13 +199,7 @@ private slots:
     void newAttachCollectionWritesItsKeys()
     {
         const QJsonObject written = runDialog(
-            json(R"({"ID":1,"Type":12})"),
-            {[](TrovDialog* dialog) {
-                 QVERIFY(child<QWidget>(dialog, "NotetagInput")->isVisible());
-                 QVERIFY(!child<QWidget>(dialog, "NotetagInput")->isEnabled());
-                 QVERIFY(!child<QWidget>(dialog, "CodeInput")->isVisible());
-             },
-             choosing("CollectionType", 3), choosing("PositionType", 8), press("confirmButton")});
+            json(R"({"ID":1,"Type":12})"), {choosing("CollectionType", 3), choosing("PositionType", 8), press("confirmButton")});
         COMPARE_JSON(dataOf(written, "AttachCollectionData"),
                      json(R"({"Width":300,"Height":300,"Params":{},"ID":"","Data":0,"List":3,"Position":8,
                               "Addons":[],"Note":""})"));
@@ -312,51 +226,41 @@ private slots:
 
     // ------------------------------------------------------------ parameters
 
-    // A parameter added to the HUD after the component was made shows with
-    // its empty default and is written with it; the value shows as the
-    // table shows values.
-    void laterParameterShowsEmpty()
+    // A parameter added to the HUD after the component was made is written
+    // with its empty default.
+    void laterParameterIsWrittenEmpty()
     {
         const QJsonObject written = runDialog(
-            json(R"({"ID":1,"Type":10,"CustomData":{"ID":"11111","Params":{"Value":1234567}}})"),
-            {[](TrovDialog* dialog) {
-                 QCOMPARE(column(dialog, 0), QStringList({"Label", "Value"}));
-                 QCOMPARE(column(dialog, 1), QStringList({"", "1.23457e+06"}));
-             },
-             press("confirmButton")});
+            json(R"({"ID":1,"Type":10,"CustomData":{"ID":"11111","Params":{"Value":1234567}}})"), {press("confirmButton")});
         COMPARE_JSON(dataOf(written, "CustomData").value("Params").toObject(),
                      json(R"({"Label":"","Value":1234567})"));
     }
 
-    // In a collection a parameter can take the cell's list entry, shown in
-    // italics like a computed value; in a plain custom component the same
-    // value counts as computed.
+    // In a collection a parameter can take the cell's list entry; in a
+    // plain custom component the same value counts as computed.
+    void collectionValuesStandOut_data()
+    {
+        QTest::addColumn<QByteArray>("component");
+        QTest::addColumn<QStringList>("shown");
+        QTest::newRow("collection") << QByteArray(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"11111",
+                                                   "Params":{"Label":true,"Value":{"Type":1,"Info":2}}}})")
+                                    << QStringList({"[LIST DATA]", "[DYNAMIC]"});
+        QTest::newRow("attach collection") << QByteArray(R"({"ID":1,"Type":12,"AttachCollectionData":{"ID":"11111",
+                                                          "Params":{"Label":false,"Value":7}}})")
+                                           << QStringList({"[UNKNOWN]", "7"});
+        QTest::newRow("custom") << QByteArray(R"({"ID":1,"Type":10,"CustomData":{"ID":"11111",
+                                               "Params":{"Label":true,"Value":2}}})")
+                                << QStringList({"[DYNAMIC]", "2"});
+    }
+
     void collectionValuesStandOut()
     {
-        runDialog(json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"11111",
-                            "Params":{"Label":true,"Value":{"Type":1,"Info":2}}}})"),
-                  {[](TrovDialog* dialog) {
-                       QCOMPARE(column(dialog, 1), QStringList({"[LIST DATA]", "[DYNAMIC]"}));
-                       UltimateTree* tree = child<UltimateTreeWidget>(dialog, "customParams")->tree();
-                       QVERIFY(tree->row(0)->isItalic(1));
-                       QVERIFY(tree->row(1)->isItalic(1));
-                       QVERIFY(!tree->row(0)->isItalic(0));
-                       press("cancelButton")(dialog);
-                   }});
-        runDialog(json(R"({"ID":1,"Type":12,"AttachCollectionData":{"ID":"11111",
-                            "Params":{"Label":false,"Value":7}}})"),
-                  {[](TrovDialog* dialog) {
-                       QCOMPARE(column(dialog, 1), QStringList({"[UNKNOWN]", "7"}));
-                       UltimateTree* tree = child<UltimateTreeWidget>(dialog, "customParams")->tree();
-                       QVERIFY(tree->row(0)->isItalic(1));
-                       QVERIFY(!tree->row(1)->isItalic(1));
-                       press("cancelButton")(dialog);
-                   }});
-        runDialog(json(R"({"ID":1,"Type":10,"CustomData":{"ID":"11111","Params":{"Label":true,"Value":2}}})"),
-                  {[](TrovDialog* dialog) {
-                       QCOMPARE(column(dialog, 1), QStringList({"[DYNAMIC]", "2"}));
-                       press("cancelButton")(dialog);
-                   }});
+        QFETCH(QByteArray, component);
+        QFETCH(QStringList, shown);
+        runDialog(QJsonDocument::fromJson(component).object(), {[&shown](TrovDialog* dialog) {
+                      QCOMPARE(paramTexts(dialog, 1), shown);
+                      press("cancelButton")(dialog);
+                  }});
     }
 
     // The setter of a collection binds a parameter to the list entry.
@@ -364,44 +268,26 @@ private slots:
     {
         const QJsonObject written = runDialog(
             json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"11111","Params":{"Label":"HP","Value":3}}})"),
-            {editingParam(1),
-             [](TrovDialog* setter) {
-                 QVERIFY(child<QWidget>(setter, "useListData")->isVisible());
-                 clicking("useListData")(setter);
-                 press("confirmButton")(setter);
-             },
-             [](TrovDialog* dialog) {
-                 QCOMPARE(column(dialog, 1), QStringList({"HP", "[LIST DATA]"}));
-                 press("confirmButton")(dialog);
-             }});
+            {editingParam(1), clicking("useListData"), press("confirmButton"), press("confirmButton")});
         COMPARE_JSON(dataOf(written, "CustomCollectionData").value("Params").toObject(),
                      json(R"({"Label":"HP","Value":true})"));
     }
 
     // Choosing the same HUD again keeps the values; another HUD starts its
-    // own parameters empty and brings its size.
+    // own parameters empty and brings its size, and "None" leaves no
+    // parameters and the size of no HUD.
     void anotherHudEmptiesTheParameters()
     {
         const QJsonObject written = runDialog(
             json(R"({"ID":1,"Type":10,"CustomData":{"ID":"11111","Params":{"Label":"HP","Value":5}}})"),
-            {clicking("CustomComponent"), pickingHud("Bar"),
-             [](TrovDialog* dialog) {
-                 QCOMPARE(column(dialog, 1), QStringList({"HP", "5"}));
-                 clicking("CustomComponent")(dialog);
-             },
-             pickingHud("Badge"),
-             [](TrovDialog* dialog) {
-                 QCOMPARE(child<MyDialogOpener>(dialog, "CustomComponent")->value(), QStringLiteral("Badge"));
-                 QCOMPARE(column(dialog, 0), QStringList({"Icon"}));
-                 QCOMPARE(column(dialog, 1), QStringList({"0"}));
-                 press("confirmButton")(dialog);
-             }});
+            pickingHud("Bar") + QList<Answer>{[](TrovDialog* dialog) {
+                QCOMPARE(paramTexts(dialog, 1), QStringList({"HP", "5"}));
+            }} + pickingHud("Badge") + QList<Answer>{press("confirmButton")});
         COMPARE_JSON(dataOf(written, "CustomData"),
                      json(R"({"Width":50,"Height":20,"Params":{"Icon":0},"ID":"22222","Addons":[],"Note":""})"));
-        // Back to "None": no parameters, the size of no HUD.
-        const QJsonObject none = runDialog(
-            json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"22222","Params":{"Icon":1}}})"),
-            {clicking("CustomComponent"), pickingHud("None"), press("confirmButton")});
+        const QJsonObject none =
+            runDialog(json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"22222","Params":{"Icon":1}}})"),
+                      pickingHud("None") + QList<Answer>{press("confirmButton")});
         const QJsonObject data = dataOf(none, "CustomCollectionData");
         QCOMPARE(data.value("ID"), QJsonValue(""));
         QCOMPARE(data.value("Params"), QJsonValue(QJsonObject()));
@@ -409,67 +295,40 @@ private slots:
         QCOMPARE(data.value("Height"), QJsonValue(300));
     }
 
-    // A reference to a HUD that was deleted shows "None" like an empty value
-    // and the size of no HUD; the stale values stay until another HUD is
-    // chosen.
+    // A reference to a HUD that was deleted shows "None" like an empty
+    // value, no parameters and the size of no HUD.
     void deletedHudShowsNone()
     {
-        for (const char* kind : {"10", "11", "12"}) {
-            const QByteArray component =
-                QByteArray(R"({"ID":1,"Type":)") + kind +
-                R"(,"CustomData":{"ID":"99999","Width":100,"Height":100},
-                    "CustomCollectionData":{"ID":"99999","Width":100,"Height":100},
-                    "AttachCollectionData":{"ID":"99999","Width":100,"Height":100}})";
-            runDialog(QJsonDocument::fromJson(component).object(),
-                      {[](TrovDialog* dialog) {
-                           MyDialogOpener* opener = child<MyDialogOpener>(dialog, "CustomComponent");
-                           QCOMPARE(opener->value(), QStringLiteral("None"));
-                           QVERIFY(opener->isItalic());
-                           QCOMPARE(child<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
-                           QCOMPARE(child<MyLineEdit>(dialog, "Height")->text(), QStringLiteral("300"));
-                           QCOMPARE(column(dialog, 0), QStringList());
-                           press("cancelButton")(dialog);
-                       }});
-        }
+        runDialog(json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"99999","Width":100,"Height":100}})"),
+                  {[](TrovDialog* dialog) {
+                       QCOMPARE(field<MyDialogOpener>(dialog, "CustomComponent")->value(), QStringLiteral("None"));
+                       QCOMPARE(field<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
+                       QCOMPARE(paramTexts(dialog, 0), QStringList());
+                       press("cancelButton")(dialog);
+                   }});
     }
 
     // ------------------------------------------------------------ attach collection
 
     // Switching the data away from the notetags or the code drops that field
-    // at confirm; the two share one place in the form.
+    // at confirm; the code of a new one starts with the hint.
     void attachDataDecidesNotetagAndCode()
     {
-        const QJsonObject notetag = json(R"({"ID":1,"Type":12,"AttachCollectionData":{"ID":"","Data":3,
-                                              "Notetag":"HudLabel","Code":"return 1;"}})");
-        QJsonObject written =
-            runDialog(notetag, {[](TrovDialog* dialog) {
-                                    QVERIFY(child<QWidget>(dialog, "NotetagInput")->isEnabled());
-                                    QVERIFY(child<QWidget>(dialog, "NotetagInput")->isVisible());
-                                    QVERIFY(!child<QWidget>(dialog, "CodeInput")->isVisible());
-                                    QCOMPARE(child<MyLineEdit>(dialog, "NotetagInput")->text(),
-                                             QStringLiteral("HudLabel"));
-                                },
-                                choosing("ListData", 1), press("confirmButton")});
+        QJsonObject written = runDialog(json(R"({"ID":1,"Type":12,"AttachCollectionData":{"ID":"","Data":3,
+                                              "Notetag":"HudLabel","Code":"return 1;"}})"),
+                                        {choosing("ListData", 1), press("confirmButton")});
         QJsonObject data = dataOf(written, "AttachCollectionData");
         QCOMPARE(data.value("Data"), QJsonValue(1));
         QVERIFY(!data.contains("Notetag"));
         QVERIFY(!data.contains("Code"));
 
-        const QJsonObject code = json(R"({"ID":1,"Type":12,"AttachCollectionData":{"ID":"","Data":4,
-                                           "Notetag":"Old","Code":"const a = 1;\nreturn a;"}})");
-        written = runDialog(code, {[](TrovDialog* dialog) {
-                                       QVERIFY(!child<QWidget>(dialog, "NotetagInput")->isVisible());
-                                       QVERIFY(child<QWidget>(dialog, "CodeInput")->isVisible());
-                                       QCOMPARE(child<MyDialogOpener>(dialog, "CodeInput")->value(),
-                                                QStringLiteral("const a = 1; \u23CE return a;"));
-                                   },
-                                   choosing("ListData", 3), typing("NotetagInput", "Aura"), press("confirmButton")});
+        written = runDialog(json(R"({"ID":1,"Type":12,"AttachCollectionData":{"ID":"","Data":4,
+                                      "Notetag":"Old","Code":"const a = 1;\nreturn a;"}})"),
+                            {choosing("ListData", 3), typing("NotetagInput", "Aura"), press("confirmButton")});
         data = dataOf(written, "AttachCollectionData");
-        QCOMPARE(data.value("Data"), QJsonValue(3));
         QCOMPARE(data.value("Notetag"), QJsonValue("Aura"));
         QVERIFY(!data.contains("Code"));
 
-        // The code of a new one starts with the hint, and goes with "Custom Code".
         written = runDialog(json(R"({"ID":1,"Type":12})"), {choosing("ListData", 4), press("confirmButton")});
         data = dataOf(written, "AttachCollectionData");
         QCOMPARE(data.value("Code"), QJsonValue("// Use \"entity\" to access list item."));
@@ -481,9 +340,7 @@ private slots:
     {
         runDialog(json(R"({"ID":1,"Type":12,"AttachCollectionData":{"List":9,"Position":1}})"),
                   {[](TrovDialog* dialog) {
-                       MyComboBox* list = child<MyComboBox>(dialog, "CollectionType");
-                       QCOMPARE(list->currentIndex(), 4);
-                       QCOMPARE(list->currentText(), QStringLiteral("All Battlers"));
+                       QCOMPARE(field<MyComboBox>(dialog, "CollectionType")->currentIndex(), 4);
                        press("cancelButton")(dialog);
                    }});
     }
@@ -496,18 +353,16 @@ private slots:
         QTest::addColumn<QString>("rows");
         QTest::addColumn<QString>("columns");
         QTest::addColumn<QString>("horizontal");
-        QTest::addColumn<QString>("vertical");
         QTest::addColumn<QString>("text");
         // "Bar" is 240 by 64, "Dot" 10 by 10. The rows count with the width,
         // the columns with the height.
-        QTest::newRow("P exactly 5000") << "Bar" << "20" << "4" << "10" << "0" << QString();
-        QTest::newRow("P 5001") << "Bar" << "1" << "4" << "4761" << "0" << MassiveText;
-        QTest::newRow("P exactly 50000") << "Bar" << "200" << "1" << "10" << "0" << MassiveText;
-        QTest::newRow("P 50001") << "Bar" << "7" << "1" << "6903" << "0" << FreezingText;
-        QTest::newRow("Q 5056") << "Bar" << "1" << "79" << "0" << "0" << MassiveText;
+        QTest::newRow("P exactly 5000") << "11111" << "20" << "4" << "10" << QString();
+        QTest::newRow("P 5001") << "11111" << "1" << "4" << "4761" << MassiveText;
+        QTest::newRow("P exactly 50000") << "11111" << "200" << "1" << "10" << MassiveText;
+        QTest::newRow("P 50001") << "11111" << "7" << "1" << "6903" << FreezingText;
         // 999 columns of a 10 pixel high cell: a grid 9990 wide and 10 high,
         // and still Q = 9990 warns.
-        QTest::newRow("crosswise") << "Dot" << "1" << "999" << "0" << "0" << MassiveText;
+        QTest::newRow("crosswise") << "44444" << "1" << "999" << "0" << MassiveText;
     }
 
     // The warning comes before anything is written: refusing it returns to
@@ -518,43 +373,39 @@ private slots:
         QFETCH(QString, rows);
         QFETCH(QString, columns);
         QFETCH(QString, horizontal);
-        QFETCH(QString, vertical);
         QFETCH(QString, text);
-        const QString id = hud == "Bar" ? "11111" : "44444";
         const QJsonObject before{{"ID", 1},
                                  {"Type", 11},
-                                 {"CustomCollectionData", QJsonObject{{"ID", id}, {"MaxRows", 1}, {"MaxColumns", 1}}}};
+                                 {"CustomCollectionData", QJsonObject{{"ID", hud}, {"MaxRows", 1}, {"MaxColumns", 1}}}};
         const QList<Answer> fill{typing("MaxRows", rows), typing("MaxColumns", columns),
-                                 typing("HorizontalSpacing", horizontal), typing("VerticalSpacing", vertical)};
-        Warning warning;
-        auto reading = [&warning](bool save) {
-            return [&warning, save](TrovDialog* question) {
-                warning.title = question->windowTitle();
-                warning.text = child<QLabel>(question, "label")->text();
-                press(save ? "confirmButton" : "cancelButton")(question);
+                                 typing("HorizontalSpacing", horizontal), press("confirmButton")};
+        QString title, shown;
+        auto reading = [&](const char* button) {
+            return [&, button](TrovDialog* question) {
+                title = question->windowTitle();
+                shown = field<QLabel>(question, "label")->text();
+                press(button)(question);
             };
         };
-        if (text.isEmpty()) {
-            const QJsonObject written = runDialog(before, fill + QList<Answer>{press("confirmButton")});
-            QCOMPARE(dataOf(written, "CustomCollectionData").value("MaxRows"), QJsonValue(rows.toInt()));
-            return;
-        }
         // Refused: the property dialog is still there, and cancelled.
         bool stillOpen = false;
-        QJsonObject written = runDialog(before, fill + QList<Answer>{press("confirmButton"), reading(false),
-                                                                     [&stillOpen](TrovDialog* dialog) {
-                                                                         stillOpen = dialog->isVisible();
-                                                                         press("cancelButton")(dialog);
-                                                                     }});
-        QVERIFY(written.isEmpty());
+        const QJsonObject refused =
+            runDialog(before, fill + QList<Answer>{reading("cancelButton"), [&stillOpen](TrovDialog* dialog) {
+                                                       stillOpen = dialog->isVisible();
+                                                       press("cancelButton")(dialog);
+                                                   }});
+        if (text.isEmpty()) {
+            // No warning: saved at once.
+            QVERIFY2(title.isEmpty(), qPrintable(title));
+            QCOMPARE(dataOf(refused, "CustomCollectionData").value("MaxRows"), QJsonValue(rows.toInt()));
+            return;
+        }
+        QVERIFY(refused.isEmpty());
         QVERIFY(stillOpen);
-        QCOMPARE(warning.title, QStringLiteral("Warning: Massive Collection"));
-        QCOMPARE(warning.text, text);
+        QCOMPARE(title, QStringLiteral("Warning: Massive Collection"));
+        QCOMPARE(shown, text);
         // Accepted: saved as typed.
-        warning = Warning();
-        written = runDialog(before, fill + QList<Answer>{press("confirmButton"), reading(true)});
-        QCOMPARE(warning.text, text);
-        const QJsonObject data = dataOf(written, "CustomCollectionData");
+        const QJsonObject data = dataOf(runDialog(before, fill + QList<Answer>{reading("confirmButton")}), "CustomCollectionData");
         QCOMPARE(data.value("MaxRows"), QJsonValue(rows.toInt()));
         QCOMPARE(data.value("MaxColumns"), QJsonValue(columns.toInt()));
         QCOMPARE(data.value("HorizontalSpacing"), QJsonValue(horizontal.toInt()));
@@ -564,60 +415,46 @@ private slots:
 
     // Deleting a custom HUD that other HUDs use names them first, whether the
     // use is at the top or deep inside groups and windows; refusing keeps
-    // it. An unused one asks the usual question.
+    // it, as does refusing to cut it. An unused one asks the usual question.
     void deletingAUsedHudNamesItsUsers()
     {
         HudCatalog::setSource(nullptr);
         const QJsonObject nested = json(R"({"ID":1,"Type":6,"Name":"Outer","X":0,"Y":0,"Children":[
             {"ID":2,"Type":7,"Name":"Panel","X":0,"Y":0,"WindowData":{"Width":100,"Height":100},"Children":[
               {"ID":3,"Type":10,"Name":"Deep use","X":0,"Y":0,"CustomData":{"ID":"11111","Params":{}}}]}]})");
-        const QJsonObject attached = json(R"({"ID":1,"Type":12,"Name":"Tags","X":0,"Y":0,
-            "AttachCollectionData":{"ID":"11111","Data":0,"List":0,"Position":1}})");
-        const QJsonObject selfUse = json(R"({"ID":1,"Type":11,"Name":"Self","X":0,"Y":0,
-            "CustomCollectionData":{"ID":"11111"}})");
-        const QJsonArray data{
-            QJsonObject{{"HUD", QJsonArray{nested}}},
-            QJsonObject{{"HUD", QJsonArray()}},
-            QJsonObject{{"Name", "Bar"}, {"ID", "11111"}, {"IsHUD", false}, {"Width", 240}, {"Height", 64},
-                        {"HUD", QJsonArray{selfUse}}},
-            QJsonObject{{"Name", "Tag <b>Row</b>"}, {"ID", "22222"}, {"IsHUD", false}, {"Width", 50},
-                        {"Height", 20}, {"HUD", QJsonArray{attached}}},
-            QJsonObject{{"Name", "Free"}, {"ID", "33333"}, {"IsHUD", true}, {"HUD", QJsonArray()}}};
-        const QString project = TestEnvironment::makeProject(QStringLiteral("inuse"));
-        TestEnvironment::writeFile(TestEnvironment::documentPath(project),
-                                   QJsonDocument(QJsonObject{{"Map", 0}, {"Battle", 1}, {"Data", data}}).toJson());
+        const QJsonObject bar = json(R"({"Name":"Bar","ID":"11111","IsHUD":false,"Width":240,"Height":64,"HUD":[
+            {"ID":1,"Type":11,"Name":"Self","X":0,"Y":0,"CustomCollectionData":{"ID":"11111"}}]})");
+        const QJsonObject tagRow = json(R"({"Name":"Tag <b>Row</b>","ID":"22222","IsHUD":false,"Width":50,"Height":20,
+            "HUD":[{"ID":1,"Type":12,"Name":"Tags","X":0,"Y":0,
+                    "AttachCollectionData":{"ID":"11111","Data":0,"List":0,"Position":1}}]})");
+        const QString project = TestEnvironment::makeProjectWithHuds(
+            QStringLiteral("inuse"), {QJsonObject{{"HUD", QJsonArray{nested}}}, QJsonObject{{"HUD", QJsonArray()}}, bar,
+                                      tagRow, json(R"({"Name":"Free","ID":"33333","IsHUD":true,"HUD":[]})")});
         openWindow(project);
-        QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD", "Bar", "Tag <b>Row</b>", "Free"}));
         QPushButton* remove = window->findChild<QPushButton*>(QStringLiteral("removeHudButton"));
-        auto select = [this](int row) {
-            UltimateTreeItem* item = list()->row(row);
-            QTest::mouseClick(list()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                              list()->mapFromScene(QPointF(60, item->y() + item->rowHeight() / 2.0)));
+        auto removing = [&](const char* answer) {
+            return answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press(answer)});
         };
 
-        select(2);
-        TestEnvironment::Seen seen =
-            answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("cancelButton")});
+        TestEnvironment::clickRow(window->hudListWidget(), 2);
+        TestEnvironment::Seen seen = removing("cancelButton");
         QCOMPARE(seen.count, 1);
         QCOMPARE(seen.title, QStringLiteral("Custom HUD In Use"));
         QCOMPARE(seen.text, QStringLiteral("\"Bar\" is still used by these HUDs:<br>\u2022 Map HUD<br>\u2022 Tag "
                                            "&lt;b&gt;Row&lt;/b&gt;<br>Their components will show an empty box in "
                                            "its place. Delete it anyway?"));
         QCOMPARE(list()->rowCount(), 5);
-        // Cutting it asks the same, and refusing keeps it off the clipboard.
         QApplication::clipboard()->clear();
         seen = answering([&] { window->hudListWidget()->cutCurrentItem(); }, {press("cancelButton")});
         QCOMPARE(seen.title, QStringLiteral("Custom HUD In Use"));
         QCOMPARE(list()->rowCount(), 5);
         QVERIFY(QApplication::clipboard()->text().isEmpty());
 
-        seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("confirmButton")});
-        QCOMPARE(seen.count, 1);
+        QCOMPARE(removing("confirmButton").count, 1);
         QCOMPARE(rowNames(), QStringList({"Map HUD", "Battle HUD", "Tag <b>Row</b>", "Free"}));
 
-        select(3);
-        seen = answering([&] { QTest::mouseClick(remove, Qt::LeftButton); }, {press("cancelButton")});
-        QCOMPARE(seen.title, QStringLiteral("HUD Delete Confirmation"));
+        TestEnvironment::clickRow(window->hudListWidget(), 3);
+        QCOMPARE(removing("cancelButton").title, QStringLiteral("HUD Delete Confirmation"));
         QCOMPARE(list()->rowCount(), 4);
     }
 };

@@ -28,48 +28,20 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::field;
+using TestEnvironment::json;
 using TestEnvironment::press;
+using TestEnvironment::retype;
+using TestEnvironment::rowTexts;
 using TestEnvironment::Seen;
 
 namespace {
-
-QJsonObject json(const char* text)
-{
-    return QJsonDocument::fromJson(QByteArray(text)).object();
-}
-
-template <class T>
-T* field(QWidget* dialog, const char* name)
-{
-    T* found = dialog->findChild<T*>(QLatin1String(name));
-    if (!found)
-        qFatal("no field %s", name);
-    return found;
-}
 
 void show(QWidget* dialog)
 {
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog));
     QTest::qWait(20);
-}
-
-void retype(MyLineEdit* edit, const QString& text)
-{
-    QTest::mouseClick(edit, Qt::LeftButton);
-    QTest::keyClick(edit, Qt::Key_A, Qt::ControlModifier);
-    if (text.isEmpty())
-        QTest::keyClick(edit, Qt::Key_Delete);
-    else
-        QTest::keyClicks(edit, text);
-}
-
-QStringList rowTexts(UltimateTreeWidget* list)
-{
-    QStringList texts;
-    for (int i = 0; i < list->tree()->rowCount(); ++i)
-        texts.append(list->tree()->row(i)->text(0));
-    return texts;
 }
 
 QPoint rowPoint(UltimateTreeWidget* list, int index)
