@@ -73,6 +73,15 @@ QString valueText(ValueKind kind, const QJsonValue& value, const QJsonObject* pr
     if (type < 0 || type >= kindOfValue(kind).types)
         return QStringLiteral("(unknown value)");
     const QJsonObject object = value.toObject();
+    // A plain text or number whose literal was made dynamic (a custom
+    // parameter, a variable, code) says which, where the editor's opener
+    // only says "[DYNAMIC]".
+    if ((kind == ValueKind::Text || kind == ValueKind::Number) && type == 0) {
+        const QJsonValue literal =
+            object.value(kind == ValueKind::Text ? QStringLiteral("Text") : QStringLiteral("Number"));
+        if (hasIntegerType(literal))
+            return valueText(ValueKind::Input, literal, projectData);
+    }
     QString text;
     switch (kind) {
     case ValueKind::Text:

@@ -378,9 +378,24 @@ private slots:
               {"Type":10,"ID":5,"Name":"Battle","X":0,"Y":0,"CustomData":{"Width":100,"Height":100,"ID":"B"}}]},
             {"HUD":[]},
             {"ID":"01234","Name":"Status Row","IsHUD":false,"Width":90,"Height":30,
-             "Params":[{"Name":"Label","IsString":true},{"Name":"Index"}],"HUD":[]}]})j");
-        const Result result =
-            run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
+             "Params":[{"Name":"Label","IsString":true},{"Name":"Index"}],"HUD":[
+              {"Type":0,"ID":1,"Name":"Label","X":50,"Y":10,
+                "TextData":{"Text":{"Type":0,"Text":{"Type":0,"Param":"Label"}}}},
+              {"Type":4,"ID":2,"Name":"Bar","X":50,"Y":20,"GaugeData":{"Width":80,"Height":8,
+                "Value":{"Type":0,"Number":{"Type":0,"Param":"Index"}},"Maximum":{"Type":0,"Number":100}}}]}]})j");
+        Result result =
+            run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Status Row")});
+        QCOMPARE(result.code, 0);
+        // The parts bound to the parameters say so.
+        QCOMPARE(result.out, QStringLiteral("HUD \"Status Row\" (custom component, ID 01234): 2 components\n"
+                                            "  Parameter \"Label\" (text)\n"
+                                            "  Parameter \"Index\" (number)\n"
+                                            "  Text \"Label\" at 50, 10, scale 100% x 100%\n"
+                                            "    - Text (dynamic text, plain): Param: Label\n"
+                                            "  Gauge \"Bar\" at 50, 20, 80 x 8\n"
+                                            "    - Maximum (dynamic number, plain): 100\n"
+                                            "    - Value (dynamic number, plain): Param: Index\n"));
+        result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
         QCOMPARE(result.code, 0);
         QCOMPARE(result.out, QStringLiteral("HUD \"Map HUD\" (the Map HUD): 5 components\n"
                                             "  Custom \"Hero row\" at 5, 6, 90 x 30\n"
