@@ -104,10 +104,12 @@ const char* const Usage =
     "                              under each, as the editor shows them, the values\n"
     "                              the game works out while it runs: dynamic texts\n"
     "                              and numbers, lists, actors, and fields that take a\n"
-    "                              dynamic input; then the component's add-ons, one\n"
-    "                              line each. A value the editor can't read is\n"
-    "                              shown as \"(unknown value)\". Exit 1 when the HUD\n"
-    "                              document is damaged or has no HUD of that name.\n"
+    "                              dynamic input; a Custom or collection names its\n"
+    "                              custom HUD and the value of each parameter; then\n"
+    "                              the component's add-ons, one line each. A value\n"
+    "                              the editor can't read is shown as \"(unknown\n"
+    "                              value)\". Exit 1 when the HUD document is damaged\n"
+    "                              or has no HUD of that name.\n"
     "\n"
     "Options:\n"
     "  --help     Shows this text.\n"
@@ -684,6 +686,8 @@ int outline(const QDir& folder, const QString& hud, QTextStream& out, QTextStrea
     // The user's order of custom properties; without a usable file they go by name.
     projectData.insert(UsesCustomProperties::OrdersFile,
                        JsonFile::readPlugin(folder, UsesCustomProperties::OrdersFile).object());
+    // The custom kinds name the HUD they show from the document's entries.
+    const DocumentCatalog catalog(&document.entries);
     for (const HudEntry* entry : chosen)
         HudOutline::write(*entry, &projectData, out);
     return chosen.isEmpty() ? Failure : Success;

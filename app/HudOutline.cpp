@@ -5,6 +5,7 @@
 #include "logic/AddonDisplay.h"
 #include "logic/ConditionDisplay.h"
 #include "logic/DynamicValueDisplay.h"
+#include "logic/HudCatalog.h"
 #include "logic/RMActorSelector.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/PropertyAnimationText.h"
@@ -72,6 +73,15 @@ QString valueText(ValueKind kind, const QJsonValue& value, const QJsonObject* pr
     if (type < 0 || type >= kindOfValue(kind).types)
         return QStringLiteral("(unknown value)");
     const QJsonObject object = value.toObject();
+    // A plain text or number whose literal was made dynamic (a custom
+    // parameter, a variable, code) says which, where the editor's opener
+    // only says "[DYNAMIC]".
+    if ((kind == ValueKind::Text || kind == ValueKind::Number) && type == 0) {
+        const QJsonValue literal =
+            object.value(kind == ValueKind::Text ? QStringLiteral("Text") : QStringLiteral("Number"));
+        if (hasIntegerType(literal))
+            return valueText(ValueKind::Input, literal, projectData);
+    }
     QString text;
     switch (kind) {
     case ValueKind::Text:
@@ -114,25 +124,64 @@ void writeValue(const QString& label, ValueKind kind, const QJsonValue& value, c
     out << "): " << valueText(kind, value, projectData) << "\n";
 }
 
+// The custom HUD a Custom, Custom Collection or Attach Collection shows, as
+// the HUD list names it; a reference no HUD answers to says so.
+QString customHudText(const QJsonValue& reference)
+{
+    const QString identifier = reference.toString();
+    if (identifier.isEmpty())
+        return QStringLiteral("None");
+    const QVector<HudCatalog::Row> rows = HudCatalog::rows();
+    const HudCatalog::Row* row = HudCatalog::find(rows, identifier);
+    if (!row)
+        return QStringLiteral("(no HUD with ID \"%1\")").arg(identifier);
+    if (row->type != HudCatalog::Custom)
+        return HudCatalog::nameOf(*row);
+    return QStringLiteral("\"%1\" (ID %2)").arg(HudCatalog::nameOf(*row), identifier);
+}
+
+// The values a use of a custom HUD gives its parameters: a text, a number,
+// a dynamic number, or the cell's entry of the list (true).
+void writeParameterValues(const QJsonObject& params, const QJsonObject* projectData, const QString& indent,
+                          QTextStream& out)
+{
+    for (auto param = params.begin(); param != params.end(); ++param) {
+        const QString label = QStringLiteral("Parameter \"%1\"").arg(param.key());
+        const QJsonValue value = param.value();
+        if (value.isObject()) {
+            writeValue(label, ValueKind::Number, value, projectData, indent, out);
+            continue;
+        }
+        out << indent << "- " << label;
+        if (value.isString())
+            out << " (text): " << value.toString() << "\n";
+        else if (value.isDouble())
+            out << " (number): " << QString::number(value.toDouble(), 'g', 6) << "\n";
+        else if (value.isBool() && value.toBool())
+            out << " (list data): [LIST DATA]\n";
+        else
+            out << ": (unknown value)\n";
+    }
+}
+
 // The values of one data object in the order of their keys. A key the
 // kinds name as a value is shown whatever it holds; elsewhere only what
-// has the shape of a dynamic input.
-void writeData(const QJsonObject& data, const QJsonObject* projectData, const QString& indent, QTextStream& out)
+// has the shape of a dynamic input. The data of the custom kinds first
+// names the custom HUD it shows.
+void writeData(const QJsonObject& data, const QJsonObject* projectData, bool customKind, const QString& indent,
+               QTextStream& out)
 {
+    if (customKind)
+        out << indent << "- Custom HUD: " << customHudText(data.value(HudDocument::KeyId)) << "\n";
     for (auto it = data.begin(); it != data.end(); ++it) {
         const QString key = it.key();
         // The add-ons have lines of their own.
         if (key == QLatin1String("Addons"))
             continue;
+        if (customKind && key == HudDocument::KeyId)
+            continue;
         if (key == QLatin1String("Params") && it.value().isObject()) {
-            // A custom HUD's number parameters may be dynamic numbers; texts
-            // and the list's own value (true) are plain.
-            const QJsonObject params = it.value().toObject();
-            for (auto param = params.begin(); param != params.end(); ++param) {
-                if (param.value().isObject())
-                    writeValue(QStringLiteral("Parameter \"%1\"").arg(param.key()), ValueKind::Number, param.value(),
-                               projectData, indent, out);
-            }
+            writeParameterValues(it.value().toObject(), projectData, indent, out);
             continue;
         }
         const ValueKind kind = valueKindOf(key);
@@ -251,12 +300,12 @@ void writeComponents(const QJsonArray& components, const QJsonObject* projectDat
         // shows every data object it has.
         if (kind) {
             const QJsonObject data = component.value(QLatin1String(kind->dataKey)).toObject();
-            writeData(data, projectData, inner, out);
+            writeData(data, projectData, kind->size == ComponentKinds::SizeStorage::FromCustom, inner, out);
             writeAddons(data, projectData, inner, out);
         } else {
             for (auto it = component.begin(); it != component.end(); ++it) {
                 if (it.key().endsWith(QLatin1String("Data")) && it.value().isObject())
-                    writeData(it.value().toObject(), projectData, inner, out);
+                    writeData(it.value().toObject(), projectData, false, inner, out);
             }
         }
         writeExtras(component, projectData, inner, out);

@@ -10,7 +10,8 @@ class QTextStream;
 // conditions, every value of its data that the game computes at run time
 // (dynamic texts and numbers, lists, actors, dynamic inputs of fields) and
 // its add-ons as the editor shows them, its property animations and its
-// custom properties. It
+// custom properties; a use of a custom HUD names that HUD (through
+// HudCatalog) and every value it gives the HUD's parameters. It
 // reads the JSON only, so a damaged or unknown value is shown as such and
 // never stops it.
 namespace HudOutline {

@@ -353,9 +353,69 @@ private slots:
                                             "  Parameter \"Slot\" (number)\n"
                                             "  Parameter (not a parameter definition)\n"
                                             "  Custom Collection \"Cells\" at 0, 0, 40 x 20\n"
+                                            "    - Custom HUD: None\n"
                                             "    - ListData (list): [DYNAMIC] ~ 5\n"));
         result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
         QCOMPARE(result.out, QStringLiteral("HUD \"Map HUD\" (the Map HUD): 0 components\n"));
+    }
+
+    // Each use of a custom HUD names the HUD it shows and every value it
+    // gives the parameters, plain ones included: two uses of one row differ
+    // only there.
+    void outlineNamesCustomHudAndParameterValues()
+    {
+        const QString project = TestEnvironment::makeProject(QStringLiteral("outline-uses"));
+        TestEnvironment::writeFile(TestEnvironment::documentPath(project), R"j({"Map":0,"Battle":1,"Data":[
+            {"HUD":[
+              {"Type":10,"ID":1,"Name":"Hero row","X":5,"Y":6,"CustomData":{"Width":90,"Height":30,"ID":"01234",
+                "Params":{"Label":"Hero","Index":1}}},
+              {"Type":10,"ID":2,"Name":"Mage row","X":5,"Y":60,"CustomData":{"Width":90,"Height":30,"ID":"01234",
+                "Params":{"Label":"Mage","Index":2.5,"Odd":false}}},
+              {"Type":11,"ID":3,"Name":"Party","X":0,"Y":0,"CustomCollectionData":{"Width":90,"Height":30,
+                "ID":"01234","Params":{"Label":"Party","Index":true}}},
+              {"Type":12,"ID":4,"Name":"Gone","X":0,"Y":0,"AttachCollectionData":{"Width":100,"Height":100,
+                "ID":"66666","Params":{}}},
+              {"Type":10,"ID":5,"Name":"Battle","X":0,"Y":0,"CustomData":{"Width":100,"Height":100,"ID":"B"}}]},
+            {"HUD":[]},
+            {"ID":"01234","Name":"Status Row","IsHUD":false,"Width":90,"Height":30,
+             "Params":[{"Name":"Label","IsString":true},{"Name":"Index"}],"HUD":[
+              {"Type":0,"ID":1,"Name":"Label","X":50,"Y":10,
+                "TextData":{"Text":{"Type":0,"Text":{"Type":0,"Param":"Label"}}}},
+              {"Type":4,"ID":2,"Name":"Bar","X":50,"Y":20,"GaugeData":{"Width":80,"Height":8,
+                "Value":{"Type":0,"Number":{"Type":0,"Param":"Index"}},"Maximum":{"Type":0,"Number":100}}}]}]})j");
+        Result result =
+            run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Status Row")});
+        QCOMPARE(result.code, 0);
+        // The parts bound to the parameters say so.
+        QCOMPARE(result.out, QStringLiteral("HUD \"Status Row\" (custom component, ID 01234): 2 components\n"
+                                            "  Parameter \"Label\" (text)\n"
+                                            "  Parameter \"Index\" (number)\n"
+                                            "  Text \"Label\" at 50, 10, scale 100% x 100%\n"
+                                            "    - Text (dynamic text, plain): Param: Label\n"
+                                            "  Gauge \"Bar\" at 50, 20, 80 x 8\n"
+                                            "    - Maximum (dynamic number, plain): 100\n"
+                                            "    - Value (dynamic number, plain): Param: Index\n"));
+        result = run({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
+        QCOMPARE(result.code, 0);
+        QCOMPARE(result.out, QStringLiteral("HUD \"Map HUD\" (the Map HUD): 5 components\n"
+                                            "  Custom \"Hero row\" at 5, 6, 90 x 30\n"
+                                            "    - Custom HUD: \"Status Row\" (ID 01234)\n"
+                                            "    - Parameter \"Index\" (number): 1\n"
+                                            "    - Parameter \"Label\" (text): Hero\n"
+                                            "  Custom \"Mage row\" at 5, 60, 90 x 30\n"
+                                            "    - Custom HUD: \"Status Row\" (ID 01234)\n"
+                                            "    - Parameter \"Index\" (number): 2.5\n"
+                                            "    - Parameter \"Label\" (text): Mage\n"
+                                            "    - Parameter \"Odd\": (unknown value)\n"
+                                            "  Custom Collection \"Party\" at 0, 0, 90 x 30\n"
+                                            "    - Custom HUD: \"Status Row\" (ID 01234)\n"
+                                            "    - Parameter \"Index\" (list data): [LIST DATA]\n"
+                                            "    - Parameter \"Label\" (text): Party\n"
+                                            "  Attach Collection \"Gone\" at 0, 0, 100 x 100\n"
+                                            "    - Custom HUD: (no HUD with ID \"66666\")\n"
+                                            "  Custom \"Battle\" at 0, 0, 100 x 100\n"
+                                            "    - Custom HUD: Battle HUD\n"));
+        QVERIFY(result.err.isEmpty());
     }
 
     void outlineShowsEveryValue()
@@ -394,8 +454,11 @@ private slots:
             "  Actor Face \"Face\" at 0, 0, scale 100% x 100%\n"
             "    - ActorID (actor): [0001] First Actors\n"
             "  Custom Collection \"Rows\" at 0, 0, 40 x 20\n"
+            "    - Custom HUD: None\n"
             "    - ListData (list): Actor's State Turns \n"
+            "    - Parameter \"All\" (list data): [LIST DATA]\n"
             "    - Parameter \"Hp\" (dynamic number, item count): Count: [0001] First Weapons\n"
+            "    - Parameter \"Tag\" (text): x\n"
             "  Unknown kind (\"Type\" 42) \"Future\" at 3, 4\n"
             "    - Text (dynamic text, plain): Hi\n"
             "  (not a component: a JSON value)\n");

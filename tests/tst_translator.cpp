@@ -142,6 +142,29 @@ private slots:
         for (auto it = german.begin(); it != german.end(); ++it)
             QVERIFY2(base.contains(it.key()), qPrintable(it.key()));
     }
+
+    // A character beyond Latin-1 in a translation reaches the program as a
+    // NUL: typographic quotes around a name cut a window title short at the
+    // name ("Parameter " for the setter of "Label"). The German example keeps
+    // to Latin-1, and so the parameter's name shows in the setter's title.
+    void germanExampleKeepsToLatin1()
+    {
+        QFile germanFile(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
+        QVERIFY(germanFile.open(QIODevice::ReadOnly));
+        const QMap<QString, QString> german = MorvikCSVTranslator::parse(germanFile.readAll());
+        QStringList cut;
+        for (auto it = german.begin(); it != german.end(); ++it) {
+            if (it.value().contains(QChar(0)))
+                cut.append(it.key());
+        }
+        QVERIFY2(cut.isEmpty(), qPrintable(cut.join(QStringLiteral(" | "))));
+
+        MorvikCSVTranslator::installLanguage(QStringLiteral(VELMORA_EXAMPLES "/translations/German.csv"));
+        const QString title = QCoreApplication::translate("VelmoHUDDialogParamSetter", "\"%1\" Parameter")
+                                  .arg(QStringLiteral("Label"));
+        MorvikCSVTranslator::installLanguage(QString());
+        QCOMPARE(title, QStringLiteral("Parameter \"Label\""));
+    }
 };
 
 VELMORA_TEST_MAIN(TestTranslator, QCoreApplication)
