@@ -20,8 +20,10 @@ void DrawnPixmap::draw(QPainter* painter, const QRectF& rect, const QPixmap& sou
         painter->setRenderHints(belowOne);
     const double width = std::abs(rect.width());
     const double height = std::abs(rect.height());
-    const QSize size(qRound(rect.width()), qRound(rect.height()));
-    if (!(width <= largestSide && height <= largestSide && width * height <= largestArea) || size.isEmpty()) {
+    // Rounded only once known to fit: a side of billions doesn't fit an int.
+    const bool fits = width <= largestSide && height <= largestSide && width * height <= largestArea;
+    const QSize size = fits ? QSize(qRound(rect.width()), qRound(rect.height())) : QSize();
+    if (!fits || size.isEmpty()) {
         painter->drawPixmap(rect, source, QRectF(source.rect()));
     } else if (size == source.size()) {
         painter->drawPixmap(rect.topLeft(), source);

@@ -552,11 +552,12 @@ private slots:
 
         bool hudDimmed = false;
         auto* huds = window->findChild<UltimateTreeWidget*>(QStringLiteral("hudList"));
-        answering([&] { TestEnvironment::clickRow(huds, 0, true); },
+        const TestEnvironment::Seen seen = answering([&] { TestEnvironment::clickRow(huds, 0, true); },
                   {[&](TrovDialog* dialog) {
                       hudDimmed = windowDim(window.get()) && windowDim(window.get())->isVisible();
                       press("cancelButton")(dialog);
                   }});
+        QCOMPARE(seen.count, 1);
         QVERIFY(hudDimmed);
         QVERIFY(!windowDim(window.get()));
     }

@@ -294,6 +294,8 @@ private slots:
         QCOMPARE(editor.render(textOf(right), 10), asRight);
         right.insert("Alignment", 0);
         image = editor.render(textOf(right), 10);
+        // Each render loads the component afresh.
+        text = editor.scene->components().value(0);
         QVERIFY(census(image, boxOf(text)).lastRedX < boxOf(text).left() + 50);
     }
 

@@ -119,6 +119,11 @@ BaseHighlighter::BaseHighlighter(QTextDocument* document)
 BaseHighlighter::~BaseHighlighter()
 {
     living().removeOne(this);
+    // QSyntaxHighlighter's destructor clears the document's formats, which
+    // signals a change; by then this part of the object is gone.
+    if (QTextDocument* text = document())
+        disconnect(text, nullptr, this, nullptr);
+    continuation->stop();
 }
 
 const QHash<QString, QTextCharFormat>& BaseHighlighter::formatTable()
