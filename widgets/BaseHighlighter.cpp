@@ -84,6 +84,10 @@ bool isLight(const QColor& background)
 // The time a change may spend highlighting at once, and each slice of what
 // it left for later: well within one frame, with the keystroke's own work.
 const int BudgetMs = 4;
+// The lines a change highlights whatever the clock says: about a screenful
+// below the edit, so that what the user sees turns at once even when the
+// machine is busy.
+const int LeastLinesAtOnce = 60;
 
 QColor readableOn(const QColor& color, const QColor& background)
 {
@@ -215,12 +219,15 @@ void BaseHighlighter::startPass()
 {
     passClock.start();
     postponing = false;
+    linesThisPass = 0;
 }
 
 void BaseHighlighter::highlightBlock(const QString& text)
 {
-    if (!postponing && !unlimited && passClock.isValid() && passClock.elapsed() >= BudgetMs)
+    if (!postponing && !unlimited && passClock.isValid() && linesThisPass >= LeastLinesAtOnce
+        && passClock.elapsed() >= BudgetMs)
         postponing = true;
+    ++linesThisPass;
     // Once a pass postpones a line, every later line of it waits too: what
     // they start from isn't known yet.
     if (postponing) {

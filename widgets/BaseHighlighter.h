@@ -94,6 +94,7 @@ private:
     QHash<QString, QTextCharFormat> shown;
     QElapsedTimer passClock;
     bool postponing = false;
+    int linesThisPass = 0;
     bool unlimited = false;
     // The first and the last line that wait, kept as cursors so that they
     // move with the text when the user types above them.
