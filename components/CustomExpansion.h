@@ -36,8 +36,8 @@ public:
     // HUDs) stays unbuilt. A grid of 999 by 999 cells, or custom HUDs that
     // each hold several of the next, would otherwise build millions of
     // components and take the editor's memory and seconds of every load;
-    // this is eight times the components of a big real HUD.
-    static constexpr int componentBudget = 20000;
+    // this is a dozen times a 16-cell collection of a 25-component HUD.
+    static constexpr int componentBudget = 5000;
 
     // Where the built components stack against the owner's own drawing.
     enum class Stacking {
