@@ -1,6 +1,7 @@
 #include "scene/GameUIEditor.h"
 
 #include "scene/GameUIEditorScene.h"
+#include "scene/StillLayer.h"
 #include "scene/UIComponentBase.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -8,6 +9,7 @@
 
 #include <QEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScrollBar>
 
@@ -82,6 +84,39 @@ bool GameUIEditor::eventFilter(QObject* watched, QEvent* event)
         && scene->selectedComponent())
         return true;
     return QGraphicsView::eventFilter(watched, event);
+}
+
+void GameUIEditor::drawBackground(QPainter* painter, const QRectF& rect)
+{
+    QGraphicsView::drawBackground(painter, rect);
+    scene->stillLayer().draw(painter, rect);
+}
+
+void GameUIEditor::mousePressEvent(QMouseEvent* event)
+{
+    // A layer left from a drag whose release went elsewhere.
+    scene->stillLayer().end();
+    QGraphicsView::mousePressEvent(event);
+}
+
+void GameUIEditor::mouseMoveEvent(QMouseEvent* event)
+{
+    QGraphicsView::mouseMoveEvent(event);
+    // A component dragged, or held by one of its handles: from its first
+    // move on, what lies below it is drawn once into the cached background.
+    if (!(event->buttons() & Qt::LeftButton) || scene->stillLayer().isActive())
+        return;
+    UIComponentBase* moving = scene->draggedComponent();
+    if (!moving && scene->mouseGrabberItem())
+        moving = scene->selectedComponent();
+    if (moving)
+        scene->stillLayer().begin(this, moving);
+}
+
+void GameUIEditor::mouseReleaseEvent(QMouseEvent* event)
+{
+    QGraphicsView::mouseReleaseEvent(event);
+    scene->stillLayer().end();
 }
 
 void GameUIEditor::setZoomCallback(const std::function<void(int, int)>& callback)

@@ -7,6 +7,7 @@
 #include "scene/SceneKeyHandler.h"
 #include "scene/SceneMouseHandler.h"
 #include "scene/SceneUndoRecorder.h"
+#include "scene/StillLayer.h"
 #include "scene/UIComponentBase.h"
 #include "scene/UsesCustomProperties.h"
 #include "widgets/OwnerDimming.h"
@@ -34,6 +35,7 @@ GameUIEditorScene::GameUIEditorScene(GameUIEditor* owner, QObject* parent)
       keys(new SceneKeyHandler(*this)),
       mouse(new SceneMouseHandler(*this)),
       sceneCanvas(new SceneCanvas(*this, owner)),
+      still(new StillLayer(*this)),
       view(owner)
 {
     // Every zoom step moves and resizes every item, which would rebuild a
@@ -44,6 +46,7 @@ GameUIEditorScene::GameUIEditorScene(GameUIEditor* owner, QObject* parent)
 
 GameUIEditorScene::~GameUIEditorScene()
 {
+    still->end();
     // Deleted components belong to the scene; live ones go with their items.
     deleteRemoved();
     delete componentHelper;
@@ -226,6 +229,7 @@ quint64 GameUIEditorScene::undoPosition() const
 
 void GameUIEditorScene::clear()
 {
+    still->end();
     listSync->clear();
     for (UIComponentBase* moving : {dragged, selection}) {
         if (moving)
@@ -316,6 +320,13 @@ void GameUIEditorScene::setScreenSize(int width, int height, bool fit)
     setScreenSize(width, height);
     if (fit)
         fitZoom();
+}
+
+QImage GameUIEditorScene::canvasImage(bool withBackground)
+{
+    // The picture is drawn by the components themselves.
+    still->end();
+    return sceneCanvas->render(withBackground);
 }
 
 void GameUIEditorScene::setFontNames(const QString& main, const QString& number, const QString& fallback)

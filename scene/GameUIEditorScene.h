@@ -21,6 +21,7 @@ class QMenu;
 class SceneKeyHandler;
 class SceneMouseHandler;
 class SceneUndoRecorder;
+class StillLayer;
 class UIComponentBase;
 class UltimateTreeItem;
 class UltimateTreeWidget;
@@ -97,7 +98,9 @@ public:
     // The canvas as the view shows it, at the present zoom, without frames,
     // handles or guides; withBackground false leaves it transparent behind
     // the components. Null when the canvas has no area or is too large.
-    QImage canvasImage(bool withBackground) { return sceneCanvas->render(withBackground); }
+    QImage canvasImage(bool withBackground);
+    // The components the view draws into its background during a drag.
+    StillLayer& stillLayer() { return *still; }
     // Every view drops what it has painted, past its caches.
     void forceRepaint() { sceneCanvas->forceRepaint(); }
 
@@ -225,6 +228,7 @@ private:
     std::unique_ptr<SceneKeyHandler> keys;
     std::unique_ptr<SceneMouseHandler> mouse;
     std::unique_ptr<SceneCanvas> sceneCanvas;
+    std::unique_ptr<StillLayer> still;
 
     GameUIEditorSceneHelperBase* componentHelper = nullptr;
     QVector<QLine> guides;

@@ -3,6 +3,7 @@
 #include "scene/ComponentFrame.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/ResizeComponentButtonSprite.h"
+#include "scene/StillLayer.h"
 #include "scene/SnapTargets.h"
 
 #include <QCursor>
@@ -64,6 +65,12 @@ double UIComponentBase::zoomFactor() const
 
 void UIComponentBase::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    if (!inStillLayer)
+        paintNow(painter);
+}
+
+void UIComponentBase::paintNow(QPainter* painter)
+{
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setOpacity(opacity);
@@ -117,6 +124,7 @@ void UIComponentBase::setData(const QJsonObject& json)
 
 void UIComponentBase::refresh()
 {
+    leaveStillLayer();
     recomputeBounds(false);
     placeHandles();
     updateHandleCursors();
@@ -131,6 +139,7 @@ bool UIComponentBase::canRotate() const { return true; }
 
 void UIComponentBase::zoomChanged()
 {
+    leaveStillLayer();
     prepareGeometryChange();
     recomputeBounds(true);
     placeHandles();
@@ -158,12 +167,14 @@ QJsonObject& UIComponentBase::data()
 
 void UIComponentBase::setAniTime(int value)
 {
+    leaveStillLayer();
     aniTimeValue = value;
     update();
 }
 
 void UIComponentBase::setAniFrame(int value)
 {
+    leaveStillLayer();
     aniFrameValue = value;
     update();
 }
@@ -175,6 +186,7 @@ void UIComponentBase::incrementTotalTime()
 
 void UIComponentBase::placeItem()
 {
+    leaveStillLayer();
     const double factor = zoomFactor();
     setPos(x * factor, y * factor);
 }
@@ -247,6 +259,7 @@ void UIComponentBase::setParentComponent(UIComponentBase* component)
 
 void UIComponentBase::setWidth(int value)
 {
+    leaveStillLayer();
     prepareGeometryChange();
     lastWidth = qMax(width, value);
     width = value;
@@ -255,6 +268,7 @@ void UIComponentBase::setWidth(int value)
 
 void UIComponentBase::setHeight(int value)
 {
+    leaveStillLayer();
     prepareGeometryChange();
     lastHeight = qMax(height, value);
     height = value;
@@ -272,6 +286,7 @@ void UIComponentBase::setRotationDegrees(int degrees)
 
 void UIComponentBase::setOpacity(double value)
 {
+    leaveStillLayer();
     opacity = value;
     update();
 }
@@ -280,6 +295,7 @@ void UIComponentBase::setSelected(bool value)
 {
     if (!editorScene || value == selected)
         return;
+    leaveStillLayer();
     if (!value) {
         // A handle held at this moment lets go first.
         if (activeHandle)
@@ -307,6 +323,7 @@ void UIComponentBase::setSelected(bool value)
 
 void UIComponentBase::clearHover()
 {
+    leaveStillLayer();
     hovered = false;
     update();
 }
@@ -327,6 +344,7 @@ void UIComponentBase::startClock()
 {
     if (timeAnimation)
         return;
+    leaveStillLayer();
     totalTime = 0;
     timeAnimation = new QPropertyAnimation(this, "aniTime", this);
     timeAnimation->setStartValue(0);
@@ -410,6 +428,7 @@ void UIComponentBase::hoverEnterEvent(QGraphicsSceneHoverEvent* event)
     }
     if (!editorScene)
         return;
+    leaveStillLayer();
     hovered = true;
     interactionState = 0;
     update();
@@ -426,6 +445,7 @@ void UIComponentBase::hoverMoveEvent(QGraphicsSceneHoverEvent* event)
 void UIComponentBase::hoverLeaveEvent(QGraphicsSceneHoverEvent* event)
 {
     if (!passive && editorScene) {
+        leaveStillLayer();
         hovered = false;
         update();
         editorScene->hoverLeave();
@@ -433,6 +453,31 @@ void UIComponentBase::hoverLeaveEvent(QGraphicsSceneHoverEvent* event)
             stopClock();
     }
     QGraphicsObject::hoverLeaveEvent(event);
+}
+
+QVariant UIComponentBase::itemChange(GraphicsItemChange change, const QVariant& value)
+{
+    switch (change) {
+    case ItemVisibleHasChanged:
+    case ItemParentHasChanged:
+    case ItemSceneChange:
+    case ItemZValueHasChanged:
+    case ItemRotationHasChanged:
+    case ItemScaleHasChanged:
+    case ItemTransformHasChanged:
+    case ItemOpacityHasChanged:
+        leaveStillLayer();
+        break;
+    default:
+        break;
+    }
+    return QGraphicsObject::itemChange(change, value);
+}
+
+void UIComponentBase::leaveStillLayer()
+{
+    if (inStillLayer && editorScene)
+        editorScene->stillLayer().end();
 }
 
 void UIComponentBase::mousePressEvent(QGraphicsSceneMouseEvent* event)

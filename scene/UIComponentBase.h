@@ -29,7 +29,11 @@ public:
     ~UIComponentBase() override;
 
     QRectF boundingRect() const override;
+    // Paints nothing while the component is part of the view's still layer,
+    // which has drawn it already.
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+    // The component's contents and frame, as paint draws them.
+    void paintNow(QPainter* painter);
 
     virtual void drawContents(QPainter* painter);
     virtual int minimumWidth() const;
@@ -78,6 +82,7 @@ public:
     void endChange();
     void startClock();
     void stopClock();
+    bool isAnimating() const { return timeAnimation || frameAnimation; }
 
     // The scene's zoom as a factor; 1.0 without a scene.
     double zoomFactor() const;
@@ -139,6 +144,9 @@ public:
     bool frameVisible = true;
     bool snapFlag = true;
     bool passive = false;
+    // Drawn into the view's cached background while another component is
+    // dragged (see StillLayer); any change to it ends that.
+    bool inStillLayer = false;
     // False for the components a custom component builds while it expands.
     bool hudLevel = true;
 
@@ -150,7 +158,10 @@ protected:
     void hoverLeaveEvent(QGraphicsSceneHoverEvent* event) override;
     void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
 
 private:
     void placeItem();
+    // A change to a component in the still layer shows at once.
+    void leaveStillLayer();
 };
