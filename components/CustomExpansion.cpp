@@ -103,10 +103,11 @@ void CustomExpansion::clear()
         delete *it;
 }
 
-void CustomExpansion::buildCell(const QJsonArray& components, const QPoint& cell, const QSize& step)
+bool CustomExpansion::buildCell(const QJsonArray& components, const QPoint& cell, const QSize& step)
 {
     cellStep = step;
     buildChildren(components, owner, cell);
+    return builtSinceTopLevel < componentBudget;
 }
 
 void CustomExpansion::buildChildren(const QJsonArray& components, UIComponentBase* parent, const QPoint& cell)

@@ -64,8 +64,9 @@ public:
 
     // Builds the components of the array in one cell of the owner; the
     // direct ones are placed from the owner's top-left corner, step being
-    // the distance from one cell to the next.
-    void buildCell(const QJsonArray& components, const QPoint& cell, const QSize& step);
+    // the distance from one cell to the next. False once the expansion has
+    // built all it may: the cells after it would stay empty anyway.
+    bool buildCell(const QJsonArray& components, const QPoint& cell, const QSize& step);
     // The components at the present zoom, the direct ones shifted again.
     void zoomChanged();
 

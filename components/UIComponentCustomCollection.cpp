@@ -49,9 +49,10 @@ void UIComponentCustomCollection::setData(const QJsonObject& json)
                                     cellHeight = source.size.height();
                                     applyGridSize();
                                     const QSize step(horizontalSpacing + cellWidth, verticalSpacing + cellHeight);
-                                    for (int column = 0; column < columns; ++column) {
-                                        for (int row = 0; row < rows; ++row)
-                                            expansion.buildCell(source.components, QPoint(column, row), step);
+                                    bool room = !source.components.isEmpty();
+                                    for (int column = 0; room && column < columns; ++column) {
+                                        for (int row = 0; room && row < rows; ++row)
+                                            room = expansion.buildCell(source.components, QPoint(column, row), step);
                                     }
                                 });
     refresh();

@@ -35,6 +35,7 @@
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QPainter>
 #include <QPushButton>
 #include <QSet>
@@ -930,9 +931,19 @@ void theme(const QByteArray& bytes)
     const ThemeTable loaded = Theme::table();
     // A theme is merged over the table: what it doesn't name stays.
     QSet<int> named;
-    const QJsonObject object = QJsonDocument::fromJson(bytes).object();
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    const QJsonObject object = document.object();
     for (auto it = object.begin(); it != object.end(); ++it)
         named.insert(it.key().toInt());
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        // A damaged file gives what can be rescued from it: at most the
+        // colours of keys written in it as quoted numbers.
+        static const QRegularExpression quotedNumber(QStringLiteral("\"(-?\\d+)(?=\")"));
+        auto match = quotedNumber.globalMatch(QString::fromUtf8(bytes));
+        while (match.hasNext())
+            named.insert(match.next().captured(1).toInt());
+    }
     for (auto it = defaults.begin(); it != defaults.end(); ++it) {
         if (!named.contains(it.key()) && loaded.value(it.key()) != it.value())
             broken("theme", QStringLiteral("key %1, not in the file, changed").arg(it.key()));
