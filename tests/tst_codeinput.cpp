@@ -301,33 +301,6 @@ private slots:
         QCOMPARE(editor.colorOf(3995, QStringLiteral("return")), Keyword);
     }
 
-    void editsWhileLinesWaitEndAsAFreshHighlight()
-    {
-        Editor editor(longScript(3000));
-        // Keys in quick succession, each change opening or closing strings
-        // and comments while the lines below still wait for the last one.
-        editor.placeCursor(100, 0);
-        editor.type(QStringLiteral("\""));
-        editor.placeCursor(2500, 0);
-        editor.type(QStringLiteral("/* x"));
-        editor.press(Qt::Key_Return);
-        editor.placeCursor(100, 1);
-        editor.press(Qt::Key_Backspace);
-        editor.placeCursor(10, 0);
-        editor.press(Qt::Key_Return);
-        editor.settle();
-
-        Editor fresh(editor.text());
-        const QTextDocument* edited = editor.edit->document();
-        const QTextDocument* expected = fresh.edit->document();
-        QCOMPARE(edited->blockCount(), expected->blockCount());
-        for (int line = 0; line < expected->blockCount(); ++line) {
-            const QVector<QTextLayout::FormatRange> want = expected->findBlockByNumber(line).layout()->formats();
-            const QVector<QTextLayout::FormatRange> got = edited->findBlockByNumber(line).layout()->formats();
-            QVERIFY2(got == want, qPrintable(QStringLiteral("line %1: %2").arg(line).arg(editor.line(line))));
-        }
-    }
-
     // The gutter.
     void pressingALineNumberSelectsThatLine()
     {

@@ -11,10 +11,6 @@
 #include "widgets/MyTabSystemHeader.h"
 #include "widgets/MyTabSystemHelper.h"
 #include "widgets/TrovDialog.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeHeader.h"
-#include "widgets/UltimateTreeItem.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -255,36 +251,6 @@ private:
         }
     }
 
-    void listRows()
-    {
-        UltimateTreeWidget list;
-        list.resize(300, 220);
-        list.tree()->startView();
-        list.tree()->setColumnCount(1);
-        list.tree()->setColumnWidth(0, 280);
-        list.tree()->setColumnTitle(0, QStringLiteral("Name"));
-        list.addHeader();
-        for (const char* name : {"Map HUD", "Battle HUD", "Gauge"}) {
-            UltimateTreeItem* row = new UltimateTreeItem();
-            row->setText(0, QLatin1String(name));
-            list.tree()->addRow(row);
-        }
-        list.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&list));
-        list.tree()->setFocus();
-        list.tree()->setCurrentRow(list.tree()->row(2));
-        QCoreApplication::processEvents();
-        const QImage image = shot(list.tree()->viewport());
-        const QImage header = shot(list.headerWidget());
-        checkText(QStringLiteral("list header"), Normal, header, QRect(3, 3, 200, header.height() - 5));
-        const char* const looks[] = {"first stripe", "second stripe", "selected"};
-        for (int i = 0; i < 3; ++i) {
-            UltimateTreeItem* row = list.tree()->row(i);
-            check(QStringLiteral("list row, ") + QLatin1String(looks[i]), i == 2 ? Pressed : Normal,
-                  text(image, QRect(4, int(row->y()) + 3, 200, row->rowHeight() - 6)), TextMinimum);
-        }
-    }
-
     void menu()
     {
         QMenu menu;
@@ -341,7 +307,6 @@ private slots:
                 dialogWidgets(state);
         }
         rangeHint();
-        listRows();
         menu();
         QVERIFY2(failures.isEmpty(), qPrintable(QLatin1Char('\n') + failures.join(QLatin1Char('\n'))));
     }

@@ -1,15 +1,7 @@
 #include "EditorFixture.h"
 #include "TestEnvironment.h"
 
-#include "components/GameUIEditorSceneHelper.h"
-#include "scene/GameUIEditor.h"
-#include "scene/GameUIEditorScene.h"
 #include "scene/SceneUndoRecorder.h"
-#include "scene/UIComponentBase.h"
-#include "widgets/TrovDialog.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeItem.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QJsonArray>
@@ -55,36 +47,6 @@ QJsonArray expectedBack(const QJsonArray& array)
     }
     return out;
 }
-
-// A component that counts, by id, how often an object is applied to it.
-class CountingComponent : public UIComponentBase
-{
-public:
-    using UIComponentBase::UIComponentBase;
-    void setData(const QJsonObject& json) override
-    {
-        ++applied[json.value("ID").toInt()];
-        UIComponentBase::setData(json);
-    }
-    bool canHaveChildren() const override { return true; }
-    static QMap<int, int> applied;
-};
-QMap<int, int> CountingComponent::applied;
-
-// The scripted factory, building counting components as the real factory
-// builds its kinds: the object applied before the scene gets the component.
-class CountingHelper : public ScriptedHelper
-{
-public:
-    UIComponentBase* createComponent(const QJsonObject& json, GameUIEditorScene* scene, QJsonObject*,
-                                     bool flag) override
-    {
-        auto* component = new CountingComponent(scene);
-        component->setData(json);
-        component->hudLevel = flag;
-        return component;
-    }
-};
 
 }
 
@@ -160,31 +122,6 @@ private slots:
         // A load has nothing to undo.
         QVERIFY(editor.scene->undoRecorder().undoStack().empty());
         checkConsistent(editor.scene);
-    }
-
-    // Applying an object can be costly (a text renders, a custom component
-    // expands a whole HUD): a component built by a load, a creation or a
-    // paste gets its object once.
-    void eachBuiltComponentAppliesItsObjectOnce()
-    {
-        TestEnvironment::Canvas canvas(new CountingHelper);
-        GameUIEditorScene* scene = canvas.scene;
-        CountingComponent::applied.clear();
-        scene->loadFromJson(QJsonArray{group(1, 100, 100, QJsonArray{shape(2, 10, 10), group(3, 0, 0, {shape(4, 5, 5)})}),
-                                       shape(5, 300, 200)});
-        QCOMPARE(CountingComponent::applied, (QMap<int, int>{{1, 1}, {2, 1}, {3, 1}, {4, 1}, {5, 1}}));
-
-        CountingComponent::applied.clear();
-        scene->setPastePosition(QPointF(400, 300));
-        scene->createAComponent(nullptr);
-        QCOMPARE(CountingComponent::applied, (QMap<int, int>{{6, 1}}));
-
-        // The pasted group and its three components below get fresh ids.
-        CountingComponent::applied.clear();
-        scene->select(scene->components().first());
-        scene->copyAComponent();
-        scene->paste(nullptr);
-        QCOMPARE(CountingComponent::applied, (QMap<int, int>{{7, 1}, {8, 1}, {9, 1}, {10, 1}}));
     }
 
     void creatingAndDeletingFromCanvasAndList()

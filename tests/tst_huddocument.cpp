@@ -9,12 +9,10 @@
 #include <QRegularExpression>
 #include <QSet>
 
-#include <QTemporaryDir>
 
 #include <random>
 
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -266,75 +264,6 @@ private slots:
             QVERIFY2(now == firstBytes || now == secondBytes,
                      qPrintable(QStringLiteral("round %1: %2 bytes").arg(round).arg(now.size())));
         }
-    }
-
-    // A write cut short by the size limit (which binds root too) reports the
-    // failure with a reason and leaves the previous file.
-    void writesCutShortByTheSizeLimitLeaveThePreviousFile()
-    {
-        const QByteArray original = fullDocument();
-        const QString project = projectWith(original);
-        const QJsonObject big = bigDocument(3);
-        const pid_t child = ::fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
-            ::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit{1024 * 1024, 1024 * 1024};
-            ::setrlimit(RLIMIT_FSIZE, &limit);
-            QString reason;
-            const bool saved = HudDocument::save(QDir(project), big, false, QString(), &reason);
-            ::_exit(saved ? 1 : reason.isEmpty() ? 2 : 0);
-        }
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        QVERIFY(WIFEXITED(status));
-        QCOMPARE(WEXITSTATUS(status), 0);
-        QCOMPARE(TestEnvironment::readFile(TestEnvironment::documentPath(project)), original);
-    }
-
-    // A document the user may not read is damaged, with the system's reason,
-    // and is never written over without its copy. Root reads everything, so
-    // the check runs in a child that gives up root.
-    void unreadableDocumentSaysPermissionDenied()
-    {
-        QTemporaryDir shared(QDir::tempPath() + QStringLiteral("/velmora-perm-XXXXXX"));
-        QFile::setPermissions(shared.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner
-                                                 | QFileDevice::ReadOther | QFileDevice::ExeOther
-                                                 | QFileDevice::ReadGroup | QFileDevice::ExeGroup);
-        const QString project = shared.path() + QStringLiteral("/project");
-        TestEnvironment::copyTree(TestEnvironment::makeProject(QStringLiteral("perm")), project);
-        const QString path = TestEnvironment::documentPath(project);
-        TestEnvironment::writeFile(path, fullDocument());
-        QVERIFY(QFile::setPermissions(path, QFileDevice::WriteOwner));
-
-        int pipe[2];
-        QCOMPARE(::pipe(pipe), 0);
-        const pid_t child = ::fork();
-        QVERIFY(child >= 0);
-        if (child == 0) {
-            ::close(pipe[0]);
-            if (::geteuid() == 0 && ::setuid(65534) != 0)
-                ::_exit(3);
-            const HudDocument document = HudDocument::load(QDir(project));
-            QString reason;
-            const bool saved = HudDocument::save(QDir(project), QJsonObject(), document.damagedFile, QString(), &reason);
-            const QByteArray report = (QStringList{document.damage, document.fromTemplates ? "templates" : "file",
-                                                   saved ? "saved" : "refused", reason}).join(QLatin1Char('|')).toUtf8();
-            if (::write(pipe[1], report.constData(), size_t(report.size())) != report.size())
-                ::_exit(4);
-            ::_exit(0);
-        }
-        ::close(pipe[1]);
-        QByteArray report;
-        char buffer[512];
-        for (ssize_t got; (got = ::read(pipe[0], buffer, sizeof buffer)) > 0;)
-            report.append(buffer, int(got));
-        ::close(pipe[0]);
-        ::waitpid(child, nullptr, 0);
-        QCOMPARE(QString::fromUtf8(report).section(QLatin1Char('|'), 0, 2), QStringLiteral("permission denied|templates|refused"));
-        QVERIFY2(QString::fromUtf8(report).section(QLatin1Char('|'), 3).contains(QStringLiteral("permission denied")), report.constData());
-        QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-        QCOMPARE(TestEnvironment::readFile(path), fullDocument());
     }
 
     void identifiers()

