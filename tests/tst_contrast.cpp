@@ -15,7 +15,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMap>
-#include <QMenu>
 #include <QPushButton>
 
 namespace {
@@ -89,8 +88,8 @@ Pair symbol(const QImage& image, const QRect& area, const QPoint& ground = QPoin
     return best;
 }
 
-enum State { Normal, Hover, Pressed, Disabled, Error };
-const char* const StateNames[] = {"normal", "hover", "pressed", "disabled", "error"};
+enum State { Normal, Hover, Pressed, Disabled };
+const char* const StateNames[] = {"normal", "hover", "pressed", "disabled"};
 
 double textMinimum(State state)
 {
@@ -199,21 +198,6 @@ private:
             check(QStringLiteral("MyCheckBox mark"), state, symbol(surface.picture(box), QRect(5, 5, 9, 9), QPoint(3, 3)), IconMinimum);
     }
 
-    // A value out of range: the red line and the hint "> 500" at the right
-    // of the caption.
-    void rangeHint()
-    {
-        Surface surface;
-        MyLineEdit* edit = new MyLineEdit(&surface);
-        edit->setGeometry(10, 10, 270, 46);
-        edit->setCaption(QStringLiteral("Value"));
-        edit->setNumberField(1, 500, 4);
-        edit->setText(QStringLiteral("501"));
-        edit->textHasChanged(edit->text());
-        edit->hintLook()->jumpTo(300);
-        checkText(QStringLiteral("MyLineEdit range hint"), Error, surface.picture(edit), QRect(130, 2, 136, 19));
-    }
-
     void buttons(State state)
     {
         const QList<QPair<const char*, int>> kinds = {
@@ -251,26 +235,6 @@ private:
         }
     }
 
-    void menu()
-    {
-        QMenu menu;
-        menu.addAction(QStringLiteral("Copy"));
-        QAction* selected = menu.addAction(QStringLiteral("Paste"));
-        menu.addAction(QStringLiteral("Delete"))->setEnabled(false);
-        menu.popup(QPoint(100, 100));
-        QVERIFY(QTest::qWaitForWindowExposed(&menu));
-        menu.setActiveAction(selected);
-        QCoreApplication::processEvents();
-        const QImage image = shot(&menu);
-        const QList<QAction*> actions = menu.actions();
-        for (int i = 0; i < actions.size(); ++i) {
-            const State state = i == 1 ? Hover : actions.at(i)->isEnabled() ? Normal : Disabled;
-            checkText(QStringLiteral("menu entry"), state, image,
-                      menu.actionGeometry(actions.at(i)).adjusted(3, 2, -3, -2));
-        }
-        menu.close();
-    }
-
 private slots:
     void initTestCase()
     {
@@ -306,8 +270,6 @@ private slots:
             if (state != Pressed)
                 dialogWidgets(state);
         }
-        rangeHint();
-        menu();
         QVERIFY2(failures.isEmpty(), qPrintable(QLatin1Char('\n') + failures.join(QLatin1Char('\n'))));
     }
 };

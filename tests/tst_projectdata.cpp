@@ -173,16 +173,13 @@ private slots:
 
     void screenSizeFallsBack()
     {
-        const auto withAdvanced = [](const QJsonObject& advanced) {
-            return ProjectData::screenSize(QJsonObject{{QStringLiteral("advanced"), advanced}});
-        };
-        ProjectData::ScreenSize size = withAdvanced({{QStringLiteral("screenWidth"), QStringLiteral("1280")},
-                                                     {QStringLiteral("screenHeight"), 720}});
+        // A width that isn't a number keeps the default; "advanced" of the
+        // wrong kind counts as absent.
+        const ProjectData::ScreenSize size =
+            ProjectData::screenSize(QJsonObject{{"advanced", QJsonObject{{"screenWidth", "1280"}, {"screenHeight", 720}}}});
         QCOMPARE(size.width, 816);
         QCOMPARE(size.height, 720);
-        // "advanced" of the wrong kind counts as absent.
-        size = ProjectData::screenSize(QJsonObject{{QStringLiteral("advanced"), QJsonArray{1280, 720}}});
-        QCOMPARE(size.width, 816);
+        QCOMPARE(ProjectData::screenSize(QJsonObject{{"advanced", QJsonArray{1280, 720}}}).width, 816);
 
         // An older project with no "advanced" opens at the default size.
         const QString project = TestEnvironment::makeProject(QStringLiteral("old"));

@@ -10,8 +10,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
-#include <QMouseEvent>
 #include <QRegularExpression>
 #include <QStatusBar>
 
@@ -157,38 +155,6 @@ private slots:
                                                                         themeColor(ThemeKey::WindowBottom).name())));
     }
 
-    // The item of the menu bar under the mouse wears the theme's colours for
-    // it, and the sheet's rule for it is one Qt reads without a complaint.
-    void hoveredMenuBarItemTakesItsThemeColours()
-    {
-        ThemeTable table = Theme::table();
-        table.insert(ThemeKey::MenuBarItemSelectedTop, QColor(200, 50, 50));
-        table.insert(ThemeKey::MenuBarItemSelectedBottom, QColor(200, 50, 50));
-        Theme::replace(table);
-        messages().clear();
-        const QtMessageHandler previous = qInstallMessageHandler(record);
-        QMenuBar bar;
-        QAction* file = bar.addAction(QStringLiteral("File"));
-        bar.resize(300, 40);
-        bar.show();
-        bar.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&bar));
-        const QRect item = bar.actionGeometry(file);
-        // The pointer moving onto the item, as the window system reports it
-        // (QTest's move only shifts the cursor, which no platform here sees).
-        QMouseEvent move(QEvent::MouseMove, item.center(), bar.mapToGlobal(item.center()), Qt::NoButton,
-                         Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(&bar, &move);
-        QTRY_COMPARE(bar.activeAction(), file);
-        const QImage picture = bar.grab().toImage();
-        qInstallMessageHandler(previous);
-        QVERIFY2(messages().isEmpty(), qPrintable(messages().join(QLatin1Char('\n'))));
-        // Inside the item's border, beside its text.
-        QCOMPARE(picture.pixelColor(item.left() + 2, item.center().y()), QColor(200, 50, 50));
-        Theme::installDefault();
-        Theme::apply();
-    }
-
     // Theme files that are damaged, partial, huge or not files: what can be
     // read is used, and the problem names the file.
     void damagedThemeFilesAreNamed()
@@ -241,25 +207,6 @@ private slots:
         QVERIFY(Theme::remove(QStringLiteral("New Name"), &error));
         QVERIFY(!Theme::names().contains(QStringLiteral("New Name")));
         QVERIFY(!Theme::remove(QStringLiteral("New Name"), &error));
-    }
-
-    // A theme can't be written where the folder can't be made: the old
-    // file stays whole and the reason is given.
-    void failedSaveKeepsTheOldFile()
-    {
-        QVERIFY(Theme::save(Theme::builtInTable(), QStringLiteral("Kept")));
-        const QByteArray before = TestEnvironment::readFile(programFolder + QStringLiteral("/Themes/Kept/Theme.json"));
-        QFile::setPermissions(programFolder + QStringLiteral("/Themes/Kept"), QFile::ReadOwner | QFile::ExeOwner);
-        ThemeTable changed = Theme::builtInTable();
-        changed.insert(0, QColor(9, 9, 9));
-        QString error;
-        const bool saved = Theme::save(changed, QStringLiteral("Kept"), &error);
-        QFile::setPermissions(programFolder + QStringLiteral("/Themes/Kept"),
-                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        if (saved)
-            QSKIP("the folder stays writable (run as root)");
-        QVERIFY(error.contains(QStringLiteral("Kept")));
-        QCOMPARE(TestEnvironment::readFile(programFolder + QStringLiteral("/Themes/Kept/Theme.json")), before);
     }
 
     void applyingReachesEveryWidget()

