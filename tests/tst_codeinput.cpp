@@ -7,7 +7,6 @@
 #include "widgets/LineNumberArea.h"
 
 #include <QApplication>
-#include <QJsonArray>
 #include <QTextBlock>
 #include <QTextLayout>
 

@@ -3,12 +3,7 @@
 
 #include "scene/SceneUndoRecorder.h"
 
-#include <QApplication>
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QtTest>
-
-#include <functional>
 
 namespace {
 

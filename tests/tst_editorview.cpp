@@ -1,6 +1,5 @@
 #include "TestEnvironment.h"
 
-#include "app/CommandLineTool.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
@@ -12,11 +11,9 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QJsonArray>
 #include <QScrollBar>
 #include <QMenu>
 #include <QWheelEvent>
-#include <QtTest>
 
 namespace {
 

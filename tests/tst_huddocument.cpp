@@ -1,10 +1,8 @@
 #include "TestEnvironment.h"
 
 #include "app/HudDocument.h"
-#include "app/JsonFile.h"
 
 #include <QCoreApplication>
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
 #include <QSet>
