@@ -8,7 +8,6 @@
 #include <QGuiApplication>
 #include <QMap>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QtEndian>
 
 namespace {
@@ -35,13 +34,6 @@ void put16(QByteArray& bytes, int at, quint16 value)
     qToBigEndian<quint16>(value, bytes.data() + at);
 }
 
-QByteArray tagName(quint32 tag)
-{
-    QByteArray name(4, ' ');
-    qToBigEndian<quint32>(tag, name.data());
-    return name;
-}
-
 // An SFNT font file read back: its tables by tag, and what keeps it from
 // being read (a directory or table outside the file).
 struct Sfnt {
@@ -64,45 +56,34 @@ Sfnt readSfnt(const QByteArray& bytes)
         const quint32 offset = get32(bytes, 12 + 16 * i + 8);
         const quint32 length = get32(bytes, 12 + 16 * i + 12);
         if (quint64(offset) + length > quint64(bytes.size()))
-            font.faults << QStringLiteral("table %1 outside the file").arg(QString::fromLatin1(tagName(tag)));
+            font.faults << QStringLiteral("table %1 outside the file").arg(tag, 0, 16);
         else
             font.tables.insert(tag, bytes.mid(int(offset), int(length)));
     }
     return font;
 }
 
-// A WOFF 1.0 file written by hand, for cases no encoder makes: each table
-// holds the given stored bytes and declares the given unpacked length.
-struct HandTable {
-    quint32 tag;
-    QByteArray stored;
-    quint32 length;
-};
-
-QByteArray handMadeWoff(const QVector<HandTable>& tables, quint32 totalSfntSize)
+// A WOFF 1.0 file of one table written by hand, for a case no encoder
+// makes: the table holds the given stored bytes and declares the given
+// unpacked length.
+QByteArray handMadeWoff(quint32 tag, const QByteArray& stored, quint32 length)
 {
-    const int directoryEnd = 44 + 20 * tables.size();
-    QByteArray body;
-    QByteArray directory;
-    for (const HandTable& table : tables) {
-        QByteArray entry(20, '\0');
-        put32(entry, 0, table.tag);
-        put32(entry, 4, quint32(directoryEnd + body.size()));
-        put32(entry, 8, quint32(table.stored.size()));
-        put32(entry, 12, table.length);
-        directory += entry;
-        body += table.stored;
-        while (body.size() % 4)
-            body += '\0';
-    }
+    QByteArray entry(20, '\0');
+    put32(entry, 0, tag);
+    put32(entry, 4, 64);
+    put32(entry, 8, quint32(stored.size()));
+    put32(entry, 12, length);
+    QByteArray body = stored;
+    while (body.size() % 4)
+        body += '\0';
     QByteArray header(44, '\0');
     put32(header, 0, 0x774F4646);
     put32(header, 4, 0x00010000);
-    put32(header, 8, quint32(44 + directory.size() + body.size()));
-    put16(header, 12, quint16(tables.size()));
-    put32(header, 16, totalSfntSize);
+    put32(header, 8, quint32(64 + body.size()));
+    put16(header, 12, 1);
+    put32(header, 16, 12 + 16 + length);
     put16(header, 20, 1);
-    return header + directory + body;
+    return header + entry + body;
 }
 
 QByteArray zlibStream(const QByteArray& data)
@@ -188,7 +169,6 @@ private slots:
         QVERIFY2(runTool(QStringLiteral("woff2_compress"), {ttf}), "woff2_compress (Debian woff2) is needed");
         woff = TestEnvironment::readFile(fixtures + QStringLiteral("/DejaVuSans.woff"));
         woff2 = TestEnvironment::readFile(fixtures + QStringLiteral("/DejaVuSans.woff2"));
-        QVERIFY(firstCompressedTable(woff) >= 0);
 
         // Cache files go to a folder of the test's own, not beside the test program.
         programFolder = TestEnvironment::newFolder(QStringLiteral("program"));
@@ -225,7 +205,7 @@ private slots:
         for (auto table = before.tables.cbegin(); table != before.tables.cend(); ++table) {
             if (second && (table.key() == glyf || table.key() == loca || table.key() == head))
                 continue;
-            QVERIFY2(after.tables.value(table.key()) == table.value(), tagName(table.key()).constData());
+            QVERIFY2(after.tables.value(table.key()) == table.value(), qPrintable(QString::number(table.key(), 16)));
         }
         if (!second)
             return;
@@ -240,132 +220,41 @@ private slots:
         QCOMPARE(after.tables.value(loca).size(), before.tables.value(loca).size());
     }
 
-    void malformedWoffWritesNothing_data()
+    // Damaged files of both formats: nothing is decoded and nothing written.
+    void malformedFontsWriteNothing_data()
     {
+        QTest::addColumn<QString>("suffix");
         QTest::addColumn<QByteArray>("bytes");
-        const int compressed = firstCompressedTable(woff);
-        const int entry = woffEntry(compressed);
-        const quint32 length = get32(woff, entry + 12);
-        const auto changed = [this](const std::function<void(QByteArray&)>& change) {
-            QByteArray bytes = woff;
-            change(bytes);
-            return bytes;
-        };
-
-        QTest::newRow("empty file") << QByteArray();
-        QTest::newRow("cut inside the table directory") << woff.left(woffEntry(3) + 7);
-        QTest::newRow("cut inside the table data") << woff.left(woff.size() - 64);
-        QTest::newRow("wrong signature") << changed([](QByteArray& b) { b[3] = 'X'; });
-        QTest::newRow("table offset and length wrap around") << changed([&](QByteArray& b) {
-            put32(b, entry + 4, 0xFFFFFFF0u);
-        });
-        QTest::newRow("metadata outside the file") << changed([](QByteArray& b) {
-            put32(b, 24, quint32(b.size()) - 4);
-            put32(b, 28, 64);
-        });
-        QTest::newRow("table inflates to less than declared") << changed([&](QByteArray& b) {
-            put32(b, entry + 12, length + 4);
-            put32(b, 16, get32(b, 16) + 4);
-        });
-        QTest::newRow("two tables of one tag") << changed([](QByteArray& b) {
-            put32(b, woffEntry(1), get32(b, woffEntry(0)));
-        });
-        // A small stream that unpacks to a great deal, and tables that add up
-        // past the font's declared size.
-        QTest::newRow("table inflating far past its declared length")
-            << handMadeWoff({{0x7A7A7A7A, zlibStream(QByteArray(32 * 1024 * 1024, '\0')), 1000}}, 12 + 16 + 1000);
-        QTest::newRow("tables adding up past the font's declared size")
-            << handMadeWoff({{0x61616161, zlibStream(QByteArray(600, 'a')), 600},
-                             {0x62626262, zlibStream(QByteArray(600, 'b')), 600}},
-                            12 + 32 + 1000);
+        QTest::newRow("WOFF cut inside the table data") << "woff" << woff.left(woff.size() - 64);
+        QByteArray wrapping = woff;
+        put32(wrapping, woffEntry(firstCompressedTable(woff)) + 4, 0xFFFFFFF0u);
+        QTest::newRow("WOFF table offset and length wrap around") << "woff" << wrapping;
+        // A small stream that unpacks to a great deal.
+        QTest::newRow("WOFF table inflating far past its declared length")
+            << "woff" << handMadeWoff(0x7A7A7A7A, zlibStream(QByteArray(32 * 1024 * 1024, '\0')), 1000);
+        QTest::newRow("WOFF2 cut in half") << "woff2" << woff2.left(woff2.size() / 2);
+        QByteArray damaged = woff2;
+        damaged.replace(woff2.size() / 2, 64, QByteArray(64, char(0x5A)));
+        QTest::newRow("WOFF2 damaged compressed data") << "woff2" << damaged;
     }
 
-    void malformedWoffWritesNothing()
+    void malformedFontsWriteNothing()
     {
+        QFETCH(QString, suffix);
         QFETCH(QByteArray, bytes);
-        QVERIFY(WoffConverter::decodeWoff(bytes).isEmpty());
-        QVERIFY(refusedCleanly(bytes, QStringLiteral("woff")));
+        QVERIFY((suffix == QLatin1String("woff") ? WoffConverter::decodeWoff(bytes) : WoffConverter::decodeWoff2(bytes)).isEmpty());
+        QVERIFY(refusedCleanly(bytes, suffix));
     }
 
-    void handMadeWoffIsDecoded()
+    void refusedFontsAreTriedAgain()
     {
-        // A well-formed file of the hand-made kind decodes, so the refusals
-        // above come from the faults alone.
-        const QByteArray a(600, 'a');
-        const Sfnt sfnt = readSfnt(WoffConverter::decodeWoff(
-            handMadeWoff({{0x61616161, zlibStream(a), 600}, {0x62626262, "bbbbb", 5}}, 12 + 32 + 600 + 8)));
-        QVERIFY2(sfnt.faults.isEmpty(), qPrintable(sfnt.faults.join(QStringLiteral(", "))));
-        QCOMPARE(sfnt.tables.value(0x61616161), a);
-        QCOMPARE(sfnt.tables.value(0x62626262), QByteArray("bbbbb"));
-    }
-
-    void malformedWoff2WritesNothing_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QByteArray bytes = woff2;
-        QTest::newRow("cut in half") << woff2.left(woff2.size() / 2);
-        bytes[3] = 'X';
-        QTest::newRow("wrong signature") << bytes;
-        bytes = woff2;
-        for (int i = woff2.size() / 2; i < woff2.size() / 2 + 64; ++i)
-            bytes[i] = char(0x5A);
-        QTest::newRow("damaged compressed data") << bytes;
-        bytes = woff2;
-        put32(bytes, 8, quint32(woff2.size() + 100)); // length
-        QTest::newRow("length field past the end") << bytes;
-    }
-
-    void malformedWoff2WritesNothing()
-    {
-        QFETCH(QByteArray, bytes);
-        QVERIFY(WoffConverter::decodeWoff2(bytes).isEmpty());
-        QVERIFY(refusedCleanly(bytes, QStringLiteral("woff2")));
-    }
-
-    void damagedFontsNeverCrash()
-    {
-        // Many small random damages of both formats: each is either refused
-        // with nothing written or gives a font file; none crashes.
-        QRandomGenerator random(12);
-        int refused = 0;
-        for (int round = 0; round < 300; ++round) {
-            const bool second = round % 2;
-            QByteArray bytes = second ? woff2 : woff;
-            const int changes = 1 + int(random.bounded(8));
-            for (int i = 0; i < changes; ++i) {
-                // Half the damage lands in the header and directory, where it matters most.
-                const int limit = random.bounded(2) ? qMin(bytes.size(), 400) : bytes.size();
-                bytes[int(random.bounded(limit))] = char(random.bounded(256));
-            }
-            const QByteArray font = second ? WoffConverter::decodeWoff2(bytes) : WoffConverter::decodeWoff(bytes);
-            if (font.isEmpty())
-                ++refused;
-            else
-                QVERIFY(font.size() >= 12);
-        }
-        QVERIFY(refused > 0);
-    }
-
-    void fontsLoadOncePerName()
-    {
-        QCOMPARE(PathManager::getFont(QString(), QDir(fixtures), false), QFont());
-        const QString family = QString::fromLatin1(SampleFontFamily);
-        const QString first = TestEnvironment::newFolder(QStringLiteral("fonts"));
-        QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.ttf"), first + QStringLiteral("/Once.ttf")));
-        QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(first), false).family(), family);
-
-        // Asked again from a folder where that name is no font at all: the
-        // first call's family, without loading anything.
-        const QString second = TestEnvironment::newFolder(QStringLiteral("fonts"));
-        TestEnvironment::writeFile(second + QStringLiteral("/Once.ttf"), "not a font");
-        QCOMPARE(PathManager::getFont(QStringLiteral("Once.ttf"), QDir(second), false).family(), family);
-
         // A refused file is tried again once the user puts the real one in place.
+        const QString first = TestEnvironment::newFolder(QStringLiteral("fonts"));
         const QString later = first + QStringLiteral("/Later.ttf");
         TestEnvironment::writeFile(later, "not a font");
         QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(first), false), QFont());
         TestEnvironment::writeFile(later, original);
-        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(first), false).family(), family);
+        QCOMPARE(PathManager::getFont(QStringLiteral("Later.ttf"), QDir(first), false).family(), QString::fromLatin1(SampleFontFamily));
     }
 
     void webFontsLoadThroughTheCache_data()
@@ -382,11 +271,8 @@ private slots:
         const QStringList before = cacheFiles(programFolder);
         QCOMPARE(PathManager::getFont(name, QDir(folder), false).family(), QString::fromLatin1(SampleFontFamily));
 
-        // One new file in "FontCache" beside the executable.
-        QCOMPARE(cacheFiles(programFolder).size(), before.size() + 1);
-
-        // Loaded once: no further conversion. A capital suffix is no web
-        // font and is never converted either.
+        // Loaded once, into one new file in "FontCache" beside the executable.
+        // A capital suffix is no web font and is never converted either.
         PathManager::getFont(name, QDir(folder), false);
         const QString loud = QStringLiteral("Loud.") + suffix.toUpper();
         QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.") + suffix, folder + QLatin1Char('/') + loud));
@@ -406,21 +292,6 @@ private slots:
         broken[3] = 'X';
         TestEnvironment::writeFile(folder + QStringLiteral("/Broken.woff"), broken);
         QCOMPARE(PathManager::getFont(QStringLiteral("Broken.woff"), QDir(folder), false), QFont());
-        QVERIFY(PathManager::loadedFontFamily(QStringLiteral("Broken.woff")).isEmpty());
-        PathManager::setExecutableFolder(programFolder);
-    }
-
-    void cacheGoesToTheUserFolderWhenTheProgramFolderIsReadOnly()
-    {
-        // A program folder that can't be written (here: one that isn't there).
-        PathManager::setExecutableFolder(programFolder + QStringLiteral("/not-there"));
-        QVERIFY(PathManager::userCacheFolder().startsWith(TestEnvironment::home()));
-        const QString folder = TestEnvironment::newFolder(QStringLiteral("fonts"));
-        QVERIFY(QFile::copy(fixtures + QStringLiteral("/DejaVuSans.woff"), folder + QStringLiteral("/Elsewhere.woff")));
-        QCOMPARE(PathManager::getFont(QStringLiteral("Elsewhere.woff"), QDir(folder), false).family(),
-                 QString::fromLatin1(SampleFontFamily));
-        QCOMPARE(cacheFiles(PathManager::userCacheFolder()).size(), 1);
-        QVERIFY(!QFileInfo::exists(programFolder + QStringLiteral("/not-there")));
         PathManager::setExecutableFolder(programFolder);
     }
 };

@@ -2,19 +2,17 @@
 
 #include "components/GameUIEditorSceneHelper.h"
 #include "scene/GameUIEditor.h"
+#include "scene/ComponentListSync.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/SceneUndoRecorder.h"
 #include "scene/ResizeComponentButtonSprite.h"
 #include "scene/SnapTargets.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
-#include <QJsonArray>
 #include <QWindow>
-#include <QtTest>
 
 namespace {
 
@@ -27,11 +25,6 @@ struct Editor : TestEnvironment::Canvas {
         window.show();
         if (!QTest::qWaitForWindowExposed(&window))
             qFatal("the editor window never showed");
-    }
-    ~Editor()
-    {
-        while (QApplication::overrideCursor())
-            QApplication::restoreOverrideCursor();
     }
 
     void load(const QJsonArray& hud, int zoom)
@@ -117,12 +110,6 @@ QJsonObject shape(int id, int x, int y, int w, int h, int rotation = 0)
     return json;
 }
 
-QJsonObject withChildren(QJsonObject parent, const QJsonArray& children)
-{
-    parent.insert("Children", children);
-    return parent;
-}
-
 QPoint stored(UIComponentBase* c)
 {
     const QJsonObject json = c->data();
@@ -139,26 +126,14 @@ QSize storedSize(UIComponentBase* c)
 // parent its row names, and deleted ones are off it.
 void checkConsistent(GameUIEditorScene* scene)
 {
-    int rows = 0;
-    std::function<void(UltimateTreeItem*)> walk = [&](UltimateTreeItem* row) {
-        ++rows;
-        UIComponentBase* c = scene->componentOfRow(row);
-        QVERIFY(c);
-        QVERIFY(scene->components().contains(c));
-        UIComponentBase* parent = row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr;
-        QCOMPARE(c->parentComponent, parent);
-        QCOMPARE(c->scene(), scene);
-        for (int i = 0; i < row->childCount(); ++i)
-            walk(row->child(i));
-    };
-    const UltimateTree* tree = scene->list()->tree();
-    for (int i = 0; i < tree->rowCount(); ++i)
-        walk(tree->row(i));
-    QCOMPARE(rows, scene->components().size());
-    for (UIComponentBase* gone : scene->removedComponents()) {
-        QVERIFY(!scene->components().contains(gone));
-        QVERIFY(!gone->scene());
+    QCOMPARE(scene->componentListSync().mappedRows(), scene->components().size());
+    for (UIComponentBase* c : scene->components()) {
+        UltimateTreeItem* row = scene->rowOfComponent(c);
+        QVERIFY(row && c->scene() == scene);
+        QCOMPARE(c->parentComponent, row->parentItem() ? scene->componentOfRow(row->parentItem()) : nullptr);
     }
+    for (UIComponentBase* gone : scene->removedComponents())
+        QVERIFY(!gone->scene());
 }
 
 // The scene is idle again: nothing dragged or held, the wheel free, guides
@@ -183,38 +158,22 @@ class TestManipulation : public QObject
 
 private slots:
     // A drag ends on the first target within 9 screen units of the wanted
-    // centre; the stored numbers are the target's exactly at every zoom.
-    // Shape 1 is 100 by 100 at (300, 200), shape 2 a sibling 200 by 100 at
-    // (600, 450); the screen is 816 by 624. Shape 1's half size is 50
-    // (round of 99 / 2), so it touches the canvas's left edge at 50, the
-    // right at 816 - 49.5 = 766; shape 2 spans 500.5 to 699.5 (its box is
-    // 199 wide) and 400.5 to 499.5.
+    // centre. Shape 1 is 100 by 100 at (300, 200), shape 2 a sibling 200 by
+    // 100 at (600, 450); the screen is 816 by 624. Shape 1's half size is 50
+    // (round of 99 / 2); shape 2 spans 500.5 to 699.5 (its box is 199 wide).
     void dragsSnapToTheFirstTargetInReach_data()
     {
         QTest::addColumn<int>("zoom");
         QTest::addColumn<QPoint>("wanted");
         QTest::addColumn<QPoint>("expected");
         QTest::addColumn<bool>("ctrl");
-        QTest::addColumn<int>("rotation");
-        auto row = [](const char* name) { return &QTest::newRow(name); };
-        *row("canvas centre within 9") << 10 << QPoint(417, 303) << QPoint(408, 312) << false << 0;
-        *row("canvas centre at 10 stays free") << 10 << QPoint(418, 302) << QPoint(418, 302) << false << 0;
-        *row("left and top canvas edges") << 10 << QPoint(57, 45) << QPoint(50, 50) << false << 0;
-        *row("right and bottom canvas edges") << 10 << QPoint(770, 580) << QPoint(766, 574) << false << 0;
+        QTest::newRow("canvas centre within 9") << 10 << QPoint(417, 303) << QPoint(408, 312) << false;
+        QTest::newRow("canvas centre at 10 stays free") << 10 << QPoint(418, 302) << QPoint(418, 302) << false;
         // Right edge against the sibling's left: 500.5 - 50.
-        *row("touching the sibling's left") << 10 << QPoint(455, 200) << QPoint(450, 200) << false << 0;
-        // Right edges aligned: 699.5 - 50 + 1.
-        *row("right edges aligned") << 10 << QPoint(655, 200) << QPoint(650, 200) << false << 0;
-        // Top against the sibling's bottom: 50 + 499.5 + 1; 540 is 10 from the
-        // left edges' alignment at 550 and stays.
-        *row("under the sibling") << 10 << QPoint(540, 546) << QPoint(540, 550) << false << 0;
-        // The sibling's centre (600) is no target.
-        *row("sibling centre is no target") << 10 << QPoint(603, 200) << QPoint(603, 200) << false << 0;
-        *row("ctrl drags free") << 10 << QPoint(417, 303) << QPoint(417, 303) << true << 0;
-        // Turned by 45 degrees its box is 99 * 1.414 = 140 wide: the left
-        // edge touches the canvas at 70.
-        *row("turned, left canvas edge") << 10 << QPoint(75, 100) << QPoint(70, 100) << false << 45;
-        *row("right and bottom canvas edges at zoom 25") << 25 << QPoint(770, 580) << QPoint(766, 574) << false << 0;
+        QTest::newRow("touching the sibling's left") << 10 << QPoint(455, 200) << QPoint(450, 200) << false;
+        QTest::newRow("ctrl drags free") << 10 << QPoint(417, 303) << QPoint(417, 303) << true;
+        // The canvas's right edge at 816 - 49.5, its bottom at 624 - 49.5.
+        QTest::newRow("right and bottom canvas edges at zoom 25") << 25 << QPoint(770, 580) << QPoint(766, 574) << false;
     }
 
     void dragsSnapToTheFirstTargetInReach()
@@ -223,9 +182,8 @@ private slots:
         QFETCH(QPoint, wanted);
         QFETCH(QPoint, expected);
         QFETCH(bool, ctrl);
-        QFETCH(int, rotation);
         Editor editor;
-        editor.load(QJsonArray{shape(1, 300, 200, 100, 100, rotation), shape(2, 600, 450, 200, 100)}, zoom);
+        editor.load(QJsonArray{shape(1, 300, 200, 100, 100), shape(2, 600, 450, 200, 100)}, zoom);
         UIComponentBase* moving = editor.component(1);
         const double factor = zoom / 10.0;
         // The wanted centre in scene units, the smallest whole one whose
@@ -234,41 +192,13 @@ private slots:
         const Qt::KeyboardModifiers mods = ctrl ? Qt::ControlModifier : Qt::NoModifier;
         const QPointF from = moving->absoluteItemPosition();
         editor.press(from, mods);
-        QCOMPARE(editor.scene->draggedComponent(), moving);
         editor.move(to, mods);
         // Mid-drag: a guide for each axis that snapped, at the target's line.
         const int snappedAxes = (expected.x() != wanted.x()) + (expected.y() != wanted.y());
         QCOMPARE(editor.scene->guideLines().size(), snappedAxes);
         editor.release(to, mods);
         QCOMPARE(stored(moving), expected);
-        QCOMPARE(moving->pos(), QPointF(expected) * factor);
         checkIdle(editor.scene);
-        // The sibling never moved.
-        QCOMPARE(stored(editor.component(2)), QPoint(600, 450));
-    }
-
-    // A child's absolute centre snaps to its parent's own numbers; the stored
-    // X and Y, relative to the parent, become 0. Then it snaps to the
-    // parent's edges: the group is 50 by 50 at (200, 150), the child 40 by 40
-    // (half size 20), so its left edge on the group's right is 20 + 224.5 + 1.
-    void childrenSnapToTheirParent()
-    {
-        Editor editor;
-        const QJsonObject group{{"ID", 1}, {"Type", 6}, {"X", 200}, {"Y", 150}};
-        editor.load(QJsonArray{withChildren(group, QJsonArray{shape(2, 100, 100, 40, 40)}),
-                               shape(3, 700, 100, 60, 60)},
-                    10);
-        UIComponentBase* child = editor.component(2);
-        editor.drag(child, QPointF(203, 156));
-        QCOMPARE(stored(child), QPoint(0, 0));
-        QCOMPARE(child->absoluteXY(), QPoint(200, 150));
-        editor.drag(child, QPointF(250, 270));
-        QCOMPARE(stored(child), QPoint(245 - 200, 270 - 150));
-        // Shape 3 is no sibling of the child: its edges are out of reach
-        // (its left edge would be at 670.5 - 20 = 650).
-        editor.drag(child, QPointF(647, 500));
-        QCOMPARE(stored(child), QPoint(647 - 200, 500 - 150));
-        checkConsistent(editor.scene);
     }
 
     // A drag far off the canvas ends with the box's centre half its size
@@ -281,7 +211,6 @@ private slots:
         QTest::addColumn<QPointF>("away");
         QTest::addColumn<QPoint>("expected");
         QTest::newRow("right and down at zoom 10") << 10 << QPointF(3000, 2500) << QPoint(866, 674);
-        QTest::newRow("left and up at zoom 10") << 10 << QPointF(-3000, -2500) << QPoint(-49, -49);
         QTest::newRow("left and up at zoom 25") << 25 << QPointF(-3000, -2500) << QPoint(-50, -50);
     }
 
@@ -293,16 +222,9 @@ private slots:
         Editor editor;
         editor.load(QJsonArray{shape(1, 300, 200, 100, 100)}, zoom);
         UIComponentBase* moving = editor.component(1);
-        const QPointF from = moving->absoluteItemPosition();
-        editor.press(from);
-        editor.move(from + away / 2);
-        editor.move(from + away);
-        editor.release(from + away);
+        editor.drag(moving, moving->absoluteItemPosition() + away);
         QCOMPARE(stored(moving), expected);
         checkIdle(editor.scene);
-        checkConsistent(editor.scene);
-        QCOMPARE(editor.scene->selectedComponent(), moving);
-        QCOMPARE(editor.scene->componentOfRow(editor.list->tree()->currentRow()), moving);
         // The drag is one step to undo, holding the place before it.
         QVERIFY(!editor.scene->undoRecorder().undoStack().empty());
         QCOMPARE(editor.scene->undoRecorder().undoStack().back().json.value("X").toInt(), 300);
@@ -316,7 +238,6 @@ private slots:
         QTest::addColumn<int>("handle");
         QTest::newRow("drag") << -1;
         QTest::newRow("resize") << 4;
-        QTest::newRow("rotation") << 8;
     }
 
     void deletingDuringAnInteractionEndsIt()
@@ -325,28 +246,19 @@ private slots:
         Editor editor;
         editor.load(QJsonArray{shape(1, 300, 200, 100, 100), shape(2, 600, 400, 100, 100)}, 10);
         UIComponentBase* moving = editor.component(1);
-        editor.drag(moving, moving->absoluteItemPosition());
+        editor.scene->select(moving);
         const QPointF from = handle < 0 ? moving->absoluteItemPosition()
                                         : Editor::handlePoint(moving->handleAt(handle));
         editor.press(from);
         editor.move(from + QPointF(40, 30));
         emit editor.list->onDeleteKeyPress();
         const QJsonObject atDeletion = moving->data();
-        QVERIFY(editor.scene->removedComponents().contains(moving));
-        checkIdle(editor.scene);
-        QCOMPARE(moving->interactionState, 0);
         editor.move(from + QPointF(120, 90));
         editor.release(from + QPointF(120, 90));
         QCOMPARE(moving->data(), atDeletion);
         checkIdle(editor.scene);
         checkConsistent(editor.scene);
         QCOMPARE(editor.scene->components().size(), 1);
-        QVERIFY(!editor.scene->selectedComponent());
-        QCOMPARE(editor.scene->undoRecorder().undoStack().back().kind, int(UndoRecord::Deleted));
-        // The other component still drags.
-        UIComponentBase* other = editor.component(2);
-        editor.drag(other, QPointF(640, 380));
-        QCOMPARE(stored(other), QPoint(640, 380));
     }
 
     // The handles of a 120 by 80 shape at (400, 300), pulled
@@ -359,18 +271,9 @@ private slots:
         QTest::addColumn<int>("rotation");
         QTest::addColumn<int>("handle");
         QTest::addColumn<QSize>("expected");
-        const QVector<QSize> upright{{90, 60}, {120, 60}, {150, 60}, {150, 80},
-                                     {150, 100}, {120, 100}, {90, 100}, {90, 80}};
-        // The pull in the component's own axes: (20, -30) at 90 degrees, (35.36, -7.07) at 45.
-        const QVector<QSize> quarter{{100, 110}, {120, 110}, {140, 110}, {140, 80},
-                                     {140, 50}, {120, 50}, {100, 50}, {100, 80}};
-        const QVector<QSize> eighth{{84, 88}, {120, 88}, {156, 88}, {156, 80},
-                                    {156, 72}, {120, 72}, {84, 72}, {84, 80}};
-        for (int handle = 0; handle < 8; ++handle) {
-            QTest::addRow("zoom 10, 0 degrees, handle %d", handle) << 10 << 0 << handle << upright[handle];
-            QTest::addRow("zoom 25, 45 degrees, handle %d", handle) << 25 << 45 << handle << eighth[handle];
-            QTest::addRow("zoom 25, 90 degrees, handle %d", handle) << 25 << 90 << handle << quarter[handle];
-        }
+        QTest::newRow("0 degrees, top left") << 10 << 0 << 0 << QSize(90, 60);
+        QTest::newRow("45 degrees, bottom right") << 25 << 45 << 4 << QSize(156, 72);
+        QTest::newRow("90 degrees, top left") << 25 << 90 << 0 << QSize(100, 110);
     }
 
     void handlesResizeWithTheOppositeHandleStill()
@@ -388,23 +291,16 @@ private slots:
 
         const QPointF from = Editor::handlePoint(c->handleAt(handle));
         editor.press(from);
-        // The press belongs to the handle: the selection stays.
-        QCOMPARE(editor.scene->selectedComponent(), c);
+        // The press belongs to the handle: nothing is dragged.
         QVERIFY(!editor.scene->draggedComponent());
-        QCOMPARE(c->interactionState, 2);
         editor.move(from + QPointF(30, 20) * factor);
-        const QPointF oppositeMid = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
-        QVERIFY2(QLineF(oppositeMid, oppositeBefore).length() < 1e-6, "the opposite handle moved during the pull");
         editor.release(from + QPointF(30, 20) * factor);
 
-        QCOMPARE(QSize(c->width, c->height), expected);
         QCOMPARE(storedSize(c), expected);
         const QPointF oppositeAfter = c->handleAt(ResizeComponentButtonSprite::oppositeIndex(handle))->scenePos();
-        QVERIFY2(QLineF(oppositeAfter, oppositeBefore).length() <= 1.0,
-                 qPrintable(QStringLiteral("opposite handle moved by %1").arg(QLineF(oppositeAfter, oppositeBefore).length())));
+        QVERIFY(QLineF(oppositeAfter, oppositeBefore).length() <= 1.0);
         QCOMPARE(c->data().value("Rotation").toInt(), rotation);
         checkIdle(editor.scene);
-        QCOMPARE(stored(editor.component(2)), QPoint(440, 320));
     }
 
     // Sizes stop at the kind's limits and are even afterwards: a shape's
@@ -420,9 +316,6 @@ private slots:
         editor.scene->select(s);
         editor.pull(s, 4, QPointF(-400, -300));
         QCOMPARE(storedSize(s), QSize(26, 26));
-        editor.pull(s, 0, QPointF(-4000, -100));
-        QCOMPARE(s->width, 4000 + 26);
-        QCOMPARE(s->height, 126);
 
         UIComponentBase* p = editor.component(2);
         editor.scene->select(p);
@@ -430,71 +323,7 @@ private slots:
         QCOMPARE(QSize(p->width, p->height), QSize(320, 104));
         QCOMPARE(p->data().value("ScaleX").toDouble(), 5.0);
         QCOMPARE(p->data().value("ScaleY").toDouble(), 1.625);
-        editor.pull(p, 5, QPointF(300, -900));
-        QCOMPARE(QSize(p->width, p->height), QSize(320, 26));
         checkIdle(editor.scene);
-    }
-
-    // Resizing a child keeps its opposite handle still, with its stored place
-    // relative to the parent; resizing the parent carries its children along
-    // unchanged relative to it.
-    void childrenKeepTheirPlaceRelativeToTheParent()
-    {
-        Editor editor;
-        const QJsonObject window{{"ID", 1},   {"Type", 7},   {"X", 400},
-                                 {"Y", 300},  {"Name", "W"}, {"WindowData", QJsonObject{{"Width", 200}, {"Height", 150}}}};
-        editor.load(QJsonArray{withChildren(window, QJsonArray{shape(2, -50, -30, 40, 40)})}, 10);
-        UIComponentBase* parent = editor.component(1);
-        UIComponentBase* child = editor.component(2);
-        editor.scene->select(child);
-        // The child's top-left pulled out by 10: 50 by 50, its centre 5 up and left.
-        editor.pull(child, 0, QPointF(-10, -10));
-        QCOMPARE(QSize(child->width, child->height), QSize(50, 50));
-        QCOMPARE(stored(child), QPoint(-55, -35));
-        QCOMPARE(stored(parent), QPoint(400, 300));
-
-        editor.scene->select(parent);
-        editor.pull(parent, 4, QPointF(40, 20));
-        QCOMPARE(QSize(parent->width, parent->height), QSize(240, 170));
-        QCOMPARE(stored(parent), QPoint(420, 310));
-        QCOMPARE(stored(child), QPoint(-55, -35));
-        QCOMPARE(child->absoluteXY(), QPoint(365, 275));
-        QCOMPARE(child->scenePos(), QPointF(365, 275));
-        checkConsistent(editor.scene);
-    }
-
-    // With Ctrl held a resized edge snaps to a canvas edge or another
-    // component's edge, left and top from 10 away, right and bottom from
-    // less than 10; the snapped edge lands exactly on it. Upright boxes only.
-    // The shape is 120 by 80 at (400, 300): pixels 340 to 459 and 260 to 339.
-    void ctrlSnapsResizedEdges()
-    {
-        Editor editor;
-        const QJsonArray hud{shape(1, 400, 300, 120, 80), shape(2, 100, 501, 60, 60)};
-        UIComponentBase* c = nullptr;
-        auto fresh = [&]() {
-            editor.load(hud, 10);
-            c = editor.component(1);
-            editor.scene->select(c);
-        };
-        // Right edge pulled to 809, 7 short of the canvas's right edge (816).
-        fresh();
-        editor.pull(c, 3, QPointF(350, 0), Qt::ControlModifier);
-        QCOMPARE(c->width, 816 - 340);
-        QCOMPARE(stored(c).x() - c->width / 2, 340);
-        // Without Ctrl nothing snaps.
-        fresh();
-        editor.pull(c, 3, QPointF(350, 0));
-        QCOMPARE(c->width, 470);
-
-        // The bottom edge pulled to 523 snaps to shape 2's bottom (501 + 30 = 531).
-        fresh();
-        const QPointF from = Editor::handlePoint(c->handleAt(5));
-        editor.press(from, Qt::ControlModifier);
-        editor.move(from + QPointF(0, 184), Qt::ControlModifier);
-        QCOMPARE(c->height, 531 - 260);
-        editor.release(from + QPointF(0, 184), Qt::ControlModifier);
-        QCOMPARE(c->width, 120);
     }
 
     // The rotation handle turns the component to the mouse's direction from
@@ -512,15 +341,10 @@ private slots:
         const QPointF centre(400, 300);
         const QPointF from = Editor::handlePoint(c->handleAt(ResizeComponentButtonSprite::rotationIndex));
         editor.press(from);
-        QCOMPARE(c->interactionState, 2);
         auto turnTo = [&](const QPointF& offset, int expected, Qt::KeyboardModifiers mods = Qt::NoModifier) {
             editor.move(centre + offset, mods);
             QCOMPARE(c->data().value("Rotation").toInt(), expected);
         };
-        turnTo(QPointF(100, 0), 90);
-        turnTo(QPointF(-100, 0), 270);
-        turnTo(QPointF(0, -100), 0);
-        turnTo(QPointF(100, -100), 45);
         turnTo(QPointF(-100, 0), 270);
         turnTo(QPointF(-5, -100), 357);
         // Shift alone sends no mouse move: the next move applies it.
@@ -529,13 +353,8 @@ private slots:
         turnTo(QPointF(100, 90), 130, Qt::ShiftModifier);
         editor.release(centre + QPointF(100, 90), Qt::ShiftModifier);
         QCOMPARE(c->data().value("Rotation").toInt(), 130);
-        QCOMPARE(c->rotation(), 130.0);
         QCOMPARE(stored(c), QPoint(400, 300));
-        QCOMPARE(c->interactionState, 0);
         checkIdle(editor.scene);
-        // The handles went round with it.
-        const QPointF turnedHandle = Editor::handlePoint(c->handleAt(ResizeComponentButtonSprite::rotationIndex));
-        QVERIFY(turnedHandle.x() > centre.x() && turnedHandle.y() > centre.y());
     }
 
 };
