@@ -13,13 +13,11 @@
 #include "theme/ThemeManager.h"
 #include "theme/VelmoStyle.h"
 #include "widgets/DialogFlags.h"
-#include "widgets/DialogOverlay.h"
 #include "widgets/MyCheckBox.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
 #include "widgets/MySlider.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QAction>
 #include <QApplication>
@@ -79,12 +77,6 @@ struct FileAnswer {
     QTimer timer;
     QString openedIn;
 };
-
-// The dim laid over the main window while a dialog of its own runs.
-DialogOverlay* windowDim(QWidget* window)
-{
-    return window->findChild<DialogOverlay*>(QString(), Qt::FindDirectChildrenOnly);
-}
 
 VelmoSettings* settingsOf(TrovDialog* dialog)
 {
@@ -291,31 +283,22 @@ private slots:
     }
 
     // Browse starts in the folder typed when it exists, and fills the
-    // location with the folder chosen; cancelling it changes nothing.
+    // location with the folder chosen.
     void browseChoosesTheLocation()
     {
         const QString runtime = TestEnvironment::newFolder(QStringLiteral("MZ"));
         QDir(runtime).mkpath(QStringLiteral("nwjs-lin"));
         const QString typed = TestEnvironment::newFolder(QStringLiteral("Games"));
-        QString cancelledText;
         QString startedIn;
         openSettings({[&](TrovDialog* dialog) {
             VelmoSettings* settings = settingsOf(dialog);
             retype(settings->EditorLocation, typed);
-            {
-                FileAnswer cancel{QString()};
-                click(settings->pushButton);
-                startedIn = cancel.openedIn;
-            }
-            cancelledText = settings->EditorLocation->text();
-            {
-                FileAnswer choose(runtime);
-                click(settings->pushButton);
-            }
+            FileAnswer choose(runtime);
+            click(settings->pushButton);
+            startedIn = choose.openedIn;
             press("confirmButton")(dialog);
         }});
         QCOMPARE(startedIn, typed);
-        QCOMPARE(QDir::fromNativeSeparators(cancelledText), typed);
         QCOMPARE(window->getEditorLocation(), runtime);
     }
 
@@ -353,25 +336,6 @@ private slots:
         QCOMPARE(TestEnvironment::readFile(target), expected);
         QCOMPARE(window->getLanguage(), QString());
         QVERIFY(!MorvikCSVTranslator::current());
-    }
-
-    // With darkening on, the window dims under the settings and under the
-    // HUD dialog, as under every dialog of the canvas, and clears when they close.
-    void commandDialogsDimTheWindow()
-    {
-        dialogDarkenLayers = true;
-        auto dimmedUnder = [&](const std::function<void()>& trigger) {
-            bool dimmed = false;
-            const Seen seen = answering(trigger, {[&](TrovDialog* dialog) {
-                                            const DialogOverlay* dim = windowDim(window.get());
-                                            dimmed = dim && dim->isVisible();
-                                            press("cancelButton")(dialog);
-                                        }});
-            return seen.count == 1 && dimmed && !windowDim(window.get());
-        };
-        QVERIFY(dimmedUnder([&] { window->findChild<QAction*>(QStringLiteral("Action_Settings"))->trigger(); }));
-        auto* huds = window->findChild<UltimateTreeWidget*>(QStringLiteral("hudList"));
-        QVERIFY(dimmedUnder([&] { TestEnvironment::clickRow(huds, 0, true); }));
     }
 
     // Renaming onto an existing theme asks first; "No" keeps the builder
