@@ -6,13 +6,12 @@
 #include <QJsonDocument>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QSet>
 #include <QStandardPaths>
 
 // Velmora as "cmake --install" lays it out: the programs run from the install
 // alone, find their shipped files under share/velmora, write nothing below
 // the prefix, and come with a desktop entry, a file type, a software centre
-// description, manual pages and completion that agree with the programs.
+// description and manual pages that agree with the programs.
 class TestInstall : public QObject
 {
     Q_OBJECT
@@ -99,59 +98,6 @@ class TestInstall : public QObject
     static QString tool(const QString& name) { return QStandardPaths::findExecutable(name); }
 
     QString shared(const QString& relative) const { return prefix + QStringLiteral("/share/") + relative; }
-
-    // The options (--name) named in a usage text.
-    static QSet<QString> optionsIn(const QString& text)
-    {
-        QSet<QString> options;
-        QRegularExpressionMatchIterator it = QRegularExpression(QStringLiteral("--[a-z][a-z-]*")).globalMatch(text);
-        while (it.hasNext())
-            options.insert(it.next().captured(0));
-        return options;
-    }
-
-    // velmora-cli's help, cut into the block of each command ("" for the
-    // rest): a command block starts at a line "  <command> PROJECT".
-    QMap<QString, QString> commandBlocks() const
-    {
-        const Run help = installed(QStringLiteral("velmora-cli"), {QStringLiteral("--help")});
-        QMap<QString, QString> blocks;
-        QString current;
-        const QRegularExpression commandLine(QStringLiteral("^  ([a-z]+) PROJECT"));
-        for (const QString& line : help.out.split(QLatin1Char('\n'))) {
-            const QRegularExpressionMatch match = commandLine.match(line);
-            if (match.hasMatch())
-                current = match.captured(1);
-            else if (!line.startsWith(QLatin1Char(' ')))
-                current.clear();
-            blocks[current] += line + QLatin1Char('\n');
-        }
-        return blocks;
-    }
-
-    // What bash completion offers for a command line whose last word is
-    // being typed.
-    QStringList completions(const QStringList& words) const
-    {
-        QString script = QStringLiteral(
-            "source \"$1\"; shift\n"
-            "fn=$(complete -p velmora-cli | sed -n 's/.*-F \\([^ ]*\\) .*/\\1/p')\n"
-            "[ -n \"$fn\" ] || { echo 'no completion for velmora-cli' >&2; exit 1; }\n"
-            "COMP_WORDS=(velmora-cli \"$@\"); COMP_CWORD=$#\n"
-            "COMP_LINE=\"${COMP_WORDS[*]}\"; COMP_POINT=${#COMP_LINE}\n"
-            "\"$fn\" velmora-cli \"${COMP_WORDS[COMP_CWORD]}\" \"${COMP_WORDS[COMP_CWORD-1]}\"\n"
-            "printf '%s\\n' \"${COMPREPLY[@]}\"\n");
-        const Run result = run(tool(QStringLiteral("bash")),
-                               QStringList{QStringLiteral("--norc"), QStringLiteral("--noprofile"), QStringLiteral("-c"),
-                                           script, QStringLiteral("bash"),
-                                           shared(QStringLiteral("bash-completion/completions/velmora-cli"))}
-                                   + words);
-        if (result.code != 0)
-            return {QStringLiteral("(failed: %1)").arg(result.err)};
-        QStringList offered = result.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        offered.sort();
-        return offered;
-    }
 
     // What find prints for each entry below a folder (by default the path
     // of each file), sorted.
@@ -334,7 +280,7 @@ private slots:
         QVERIFY2(globs.contains(":" + type.toUtf8() + ":*.rmmzproject\n"), globs.constData());
     }
 
-    // Every option and command of the programs' help is in their manual
+    // Every command and option of the programs' help is in their manual
     // page, as a word of its own.
     void manPagesNameEveryOption()
     {
@@ -346,39 +292,22 @@ private slots:
             page.remove(QRegularExpression(QStringLiteral("\\\\f[BIRP]")));
             page.replace(QStringLiteral("\\-"), QStringLiteral("-"));
             QVERIFY(page.contains(QStringLiteral("Velmora " VELMORA_VERSION)));
-            QStringList words = optionsIn(help.out).values();
-            QVERIFY(words.contains(QStringLiteral("--version")));
-            if (program == QStringLiteral("velmora-cli")) {
-                QCOMPARE(commandBlocks().keys(), QStringList({QString(), QStringLiteral("check"), QStringLiteral("outline"),
-                                                              QStringLiteral("render"), QStringLiteral("resave")}));
-                words << QStringLiteral("check") << QStringLiteral("outline") << QStringLiteral("render") << QStringLiteral("resave");
+            // A command starts a line "  <command> PROJECT" of the help.
+            QStringList words;
+            QRegularExpressionMatchIterator it = QRegularExpression(QStringLiteral("^  ([a-z]+) PROJECT|--[a-z][a-z-]*"),
+                                                                    QRegularExpression::MultilineOption).globalMatch(help.out);
+            while (it.hasNext()) {
+                const QRegularExpressionMatch match = it.next();
+                words.append(match.captured(1).isEmpty() ? match.captured(0) : match.captured(1));
             }
+            QVERIFY(words.contains(QStringLiteral("--version")));
+            QVERIFY(program == QStringLiteral("velmora") || words.contains(QStringLiteral("resave")));
             for (const QString& word : words) {
                 const QRegularExpression alone(QStringLiteral("(^|[^A-Za-z0-9-])%1($|[^A-Za-z0-9-])").arg(QRegularExpression::escape(word)),
                                                QRegularExpression::MultilineOption);
                 QVERIFY2(alone.match(page).hasMatch(), qPrintable(program + QLatin1Char(' ') + word));
             }
         }
-    }
-
-    // Completion offers the commands, and after a command exactly the
-    // options its help names; the project: folders and marker files.
-    void completionFollowsTheHelp()
-    {
-        const QMap<QString, QString> blocks = commandBlocks();
-        QStringList first = blocks.keys() + optionsIn(blocks.value(QString())).values();
-        first.removeAll(QString());
-        first.sort();
-        QCOMPARE(completions({QString()}), first);
-        for (const QString& command : blocks.keys()) {
-            QStringList options = optionsIn(blocks.value(command)).values();
-            options.sort();
-            if (!command.isEmpty())
-                QCOMPARE(completions({command, QStringLiteral("Project"), QStringLiteral("--")}), options);
-        }
-        const QString project = TestEnvironment::copySampleProject(QStringLiteral("complete"));
-        QCOMPARE(completions({QStringLiteral("check"), project + QStringLiteral("/g")}),
-                 QStringList{project + QStringLiteral("/game.rmmzproject")});
     }
 };
 
