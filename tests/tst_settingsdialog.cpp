@@ -23,7 +23,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLabel>
-#include <QProcess>
 #include <QPushButton>
 #include <QTimer>
 
@@ -392,30 +391,6 @@ private slots:
         QCOMPARE(themeColor(0), QColor(0x10, 0x20, 0x30));
         QCOMPARE(themeColor(1), QColor(0x40, 0x50, 0x60));
         QCOMPARE(themeColor(1000), Theme::builtInTable().value(1000));
-    }
-
-    // What the dialog stores takes effect at the next start: an editor run
-    // by the test changes the settings in its dialog and quits, a second
-    // one comes up with them.
-    void settingsTakeEffectAfterRestart()
-    {
-        window.reset();
-        SettingsStore().setValue(QStringLiteral("windowStyle"), 2);
-        const QString log = TestEnvironment::home() + QStringLiteral("/restart.log");
-        for (const char* mode : {"settings", "report"}) {
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("VELMORA_TEST_USER"), QLatin1String(mode));
-            environment.insert(QStringLiteral("VELMORA_TEST_USER_LOG"), log);
-            QProcess process;
-            process.setProcessEnvironment(environment);
-            process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-            process.start(QStringLiteral(VELMORA_TEST_EDITOR), {project});
-            QVERIFY2(process.waitForFinished(30000), TestEnvironment::readFile(log).constData());
-            QCOMPARE(process.exitCode(), 0);
-        }
-        const QStringList lines = QString::fromUtf8(TestEnvironment::readFile(log)).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        for (const char* line : {"settings confirmed", "style 0", "frameless 1", "theme Red Tint", "opening animation 0"})
-            QVERIFY2(lines.contains(QLatin1String(line)), qPrintable(lines.join(QLatin1Char('|'))));
     }
 };
 
