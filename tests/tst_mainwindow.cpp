@@ -6,7 +6,6 @@
 #include "app/WindowPlacement.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
-#include "widgets/InflateButton.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/TrovDialog.h"
 #include "widgets/UltimateTree.h"
@@ -404,22 +403,6 @@ private slots:
         window->ReloadProject();
         QCOMPARE(firstActor(), QStringLiteral("Renamed"));
         QVERIFY(!window->projectIsChanged());
-    }
-
-    // A tool button of the frameless title bar triggers its command and
-    // follows its state.
-    void titleBarButtonsTriggerTheirCommands()
-    {
-        const QString project = TestEnvironment::copySampleProject(QStringLiteral("commands"));
-        SettingsStore().setValue(QStringLiteral("Project"), project);
-        window.reset(new VelmoMainWindow(CFramelessWindow::Frameless, false, QString(), QString()));
-        window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-        InflateButton* save = window->findChild<InflateButton*>(QStringLiteral("saveProject"));
-        QTest::mouseClick(save, Qt::LeftButton);
-        QVERIFY(QFileInfo::exists(TestEnvironment::documentPath(project)));
-        action("Action_SaveProject")->setEnabled(false);
-        QVERIFY(!save->isEnabled());
     }
 
     void shortcutsReachTheirCommands()

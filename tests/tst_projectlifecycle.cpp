@@ -1,7 +1,6 @@
 #include "TestEnvironment.h"
 
 #include "MainWindowFixture.h"
-#include "app/GameRunner.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
 #include "widgets/TrovDialog.h"
@@ -197,26 +196,6 @@ private slots:
         QTRY_VERIFY(!processAlive(runtimeFile(runtime, "helper")));
     }
 
-    void runtimeOfALocation()
-    {
-        // The Windows runtime goes through wine when it is installed, with
-        // the arguments the Linux one gets.
-        const QString windows = TestEnvironment::newFolder(QStringLiteral("windows"));
-        const QString exe = QDir(windows).absoluteFilePath(QStringLiteral("nwjs-win/nw.exe"));
-        TestEnvironment::writeFile(exe, "MZ");
-        QVERIFY(GameRunner::isValidLocation(windows));
-        const QByteArray path = qgetenv("PATH");
-        const QString bin = TestEnvironment::newFolder(QStringLiteral("bin"));
-        qputenv("PATH", bin.toLocal8Bit());
-        QCOMPARE(GameRunner::command(windows).program, exe);
-        TestEnvironment::writeFile(bin + QStringLiteral("/wine"), "#!/bin/sh\n");
-        QFile::setPermissions(bin + QStringLiteral("/wine"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
-        const GameRunner::Command wine = GameRunner::command(windows);
-        qputenv("PATH", path);
-        QCOMPARE(wine.program, bin + QStringLiteral("/wine"));
-        QCOMPARE(wine.arguments, QStringList({exe, QStringLiteral(".")}));
-    }
-
     void explorerAndMissingRuntimeAreReported()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("explorer"));
@@ -304,14 +283,6 @@ private slots:
         QTRY_COMPARE(rowNames().mid(2), QStringList({QStringLiteral("From Git"), QStringLiteral("Also")}));
         QVERIFY(!window->projectIsChanged());
 
-        // Our own saves are no news.
-        pasteHud(QStringLiteral("Saved here"));
-        Seen seen = answering([&] {
-            key(Qt::Key_S);
-            QTest::qWait(800);
-        }, {press("confirmButton")});
-        QCOMPARE(seen.count, 0);
-
         // Changed: it asks; "No" keeps the user's work, "Yes" takes the other program's version.
         auto changedOnDisk = [&](const QString& theirs, const char* answer) {
             pasteHud(QStringLiteral("Unsaved work"));
@@ -321,7 +292,7 @@ private slots:
                 QTRY_VERIFY(answered);
             }, {[&](TrovDialog* dialog) { answered = true; press(answer)(dialog); }});
         };
-        seen = changedOnDisk(QStringLiteral("Theirs"), "cancelButton");
+        const Seen seen = changedOnDisk(QStringLiteral("Theirs"), "cancelButton");
         QCOMPARE(seen.title, QStringLiteral("Document Changed on Disk"));
         QVERIFY(window->projectIsChanged());
         key(Qt::Key_S);
