@@ -8,11 +8,7 @@
 #include "scene/GameUIEditorScene.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/TrovDialog.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeItem.h"
-#include "widgets/UltimateTreeWidget.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
@@ -113,8 +109,10 @@ private slots:
         QFile::remove(folder + QStringLiteral("/data/Armors.json"));
         openWindow(folder);
         QVERIFY(!window->projectIsOpen());
-        // At start-up the status bar says why nothing opened.
+        // At start-up the status bar says why nothing opened; Save writes nothing.
         QVERIFY(status().contains(QStringLiteral("\"Armors.json\" is missing.")));
+        pressSave();
+        QVERIFY(!QFileInfo::exists(folder + QStringLiteral("/data/plugin")));
 
         // Asked for by a drop, a data file of the wrong shape gets an alert naming it.
         window.reset();

@@ -17,7 +17,6 @@
 #include <csignal>
 #include <sys/types.h>
 
-using TestEnvironment::Answer;
 using TestEnvironment::answering;
 using TestEnvironment::press;
 using TestEnvironment::Seen;
@@ -78,7 +77,7 @@ QStringList recoveryFiles(const QString& home = TestEnvironment::home())
 // An editor process of its own (velmora-test-editor) on the project, with a
 // home of its own and the user of tests/EditorUser.cpp acting in the given
 // mode; what that user saw goes to user.log in the home. True when it ended
-// well within the time.
+// well in time, or, killed killAfter ms after the user's edit, left its work aside.
 bool runEditor(const QString& project, const QString& childHome, const char* mode, const QString& hud = QString(),
                qint64 killAfter = -1)
 {
