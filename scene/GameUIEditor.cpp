@@ -89,7 +89,13 @@ bool GameUIEditor::eventFilter(QObject* watched, QEvent* event)
 void GameUIEditor::drawBackground(QPainter* painter, const QRectF& rect)
 {
     QGraphicsView::drawBackground(painter, rect);
-    scene->stillLayer().draw(painter, rect);
+    scene->stillLayer().drawBelow(painter, rect);
+}
+
+void GameUIEditor::drawForeground(QPainter* painter, const QRectF& rect)
+{
+    scene->stillLayer().drawAbove(painter);
+    QGraphicsView::drawForeground(painter, rect);
 }
 
 void GameUIEditor::mousePressEvent(QMouseEvent* event)

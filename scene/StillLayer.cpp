@@ -5,6 +5,29 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 
+namespace {
+
+// The item and its children in the order the view paints them: children
+// stack among themselves, those behind their parent come before it.
+void appendInPaintOrder(QList<QGraphicsItem*>& order, QGraphicsItem* item)
+{
+    const QList<QGraphicsItem*> children = item->childItems();
+    const auto behind = [](const QGraphicsItem* child) {
+        return (child->flags() & QGraphicsItem::ItemStacksBehindParent) || child->zValue() < 0;
+    };
+    for (QGraphicsItem* child : children) {
+        if (behind(child))
+            appendInPaintOrder(order, child);
+    }
+    order.append(item);
+    for (QGraphicsItem* child : children) {
+        if (!behind(child))
+            appendInPaintOrder(order, child);
+    }
+}
+
+}
+
 StillLayer::StillLayer(QGraphicsScene& owner) : scene(owner) {}
 
 void StillLayer::begin(QGraphicsView* target, UIComponentBase* moving)
@@ -15,36 +38,58 @@ void StillLayer::begin(QGraphicsView* target, UIComponentBase* moving)
     QGraphicsItem* top = moving;
     while (top->parentItem())
         top = top->parentItem();
-    // The layer is the run of components at the bottom of the stack that
-    // stops at the moving tree, at any other kind of item (the handles) and
-    // at a component that animates: everything after that is painted live,
-    // so the order of painting stays the view's.
-    QList<QPointer<UIComponentBase>> taken;
-    const QList<QGraphicsItem*> items = scene.items(Qt::AscendingOrder);
-    for (QGraphicsItem* item : items) {
+    // A component qualifies unless it animates or belongs to the moving
+    // tree; any other kind of item (a handle) stays live as well. The layer
+    // below is the run of qualifying components from the bottom of the
+    // stack, the layer above the run from the top, so that everything live
+    // between them is painted in the view's own order.
+    QList<QGraphicsItem*> items;
+    for (QGraphicsItem* item : scene.items(Qt::AscendingOrder)) {
+        if (!item->parentItem())
+            appendInPaintOrder(items, item);
+    }
+    const auto still = [top](QGraphicsItem* item) -> UIComponentBase* {
         UIComponentBase* component = qobject_cast<UIComponentBase*>(item->toGraphicsObject());
         if (!component || component->isAnimating() || top == item || top->isAncestorOf(item))
+            return nullptr;
+        return component;
+    };
+    int first = 0;
+    for (; first < items.size(); ++first) {
+        UIComponentBase* component = still(items.at(first));
+        if (!component)
             break;
-        taken.append(component);
+        below.append(component);
     }
-    if (taken.isEmpty())
+    for (int last = items.size() - 1; last > first; --last) {
+        UIComponentBase* component = still(items.at(last));
+        if (!component)
+            break;
+        above.prepend(component);
+    }
+    if (!isActive())
         return;
-    for (const QPointer<UIComponentBase>& component : qAsConst(taken))
-        component->inStillLayer = true;
-    still = taken;
+    for (const auto* layer : {&below, &above}) {
+        for (const QPointer<UIComponentBase>& component : *layer)
+            component->inStillLayer = true;
+    }
     view = target;
     view->resetCachedContent();
 }
 
 void StillLayer::end()
 {
-    if (still.isEmpty())
+    if (!isActive())
         return;
-    for (const QPointer<UIComponentBase>& component : qAsConst(still)) {
-        if (component)
-            component->inStillLayer = false;
+    for (const auto* layer : {&below, &above}) {
+        for (const QPointer<UIComponentBase>& component : *layer) {
+            if (component)
+                component->inStillLayer = false;
+        }
     }
-    still.clear();
+    below.clear();
+    above.clear();
+    aboveImage = QImage();
     if (view) {
         view->resetCachedContent();
         view->viewport()->update();
@@ -52,15 +97,14 @@ void StillLayer::end()
     view = nullptr;
 }
 
-void StillLayer::draw(QPainter* painter, const QRectF& rect) const
+void StillLayer::paint(QPainter* painter, const QList<QPointer<UIComponentBase>>& components,
+                       const QRectF& rect) const
 {
-    if (still.isEmpty())
-        return;
     painter->save();
     if (view)
         painter->setRenderHints(view->renderHints());
     const QTransform world = painter->worldTransform();
-    for (const QPointer<UIComponentBase>& component : still) {
+    for (const QPointer<UIComponentBase>& component : components) {
         if (!component || !component->isVisible() || component->scene() != &scene)
             continue;
         if (!component->sceneBoundingRect().intersects(rect))
@@ -69,5 +113,35 @@ void StillLayer::draw(QPainter* painter, const QRectF& rect) const
         painter->setOpacity(component->effectiveOpacity());
         component->paintNow(painter);
     }
+    painter->restore();
+}
+
+void StillLayer::drawBelow(QPainter* painter, const QRectF& rect) const
+{
+    if (!below.isEmpty())
+        paint(painter, below, rect);
+}
+
+void StillLayer::drawAbove(QPainter* painter)
+{
+    if (above.isEmpty() || !view)
+        return;
+    // Drawn again only when the view scrolled, zoomed or changed its size.
+    const QSize size = view->viewport()->size();
+    const QTransform transform = view->viewportTransform();
+    if (aboveImage.size() != size || aboveTransform != transform) {
+        aboveImage = QImage(size, QImage::Format_ARGB32_Premultiplied);
+        if (aboveImage.isNull())
+            return;
+        aboveImage.fill(Qt::transparent);
+        aboveTransform = transform;
+        QPainter layer(&aboveImage);
+        layer.setWorldTransform(transform);
+        paint(&layer, above, view->mapToScene(view->viewport()->rect()).boundingRect());
+    }
+    painter->save();
+    painter->resetTransform();
+    painter->setOpacity(1.0);
+    painter->drawImage(0, 0, aboveImage);
     painter->restore();
 }
