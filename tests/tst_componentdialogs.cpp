@@ -9,7 +9,6 @@
 #include "scene/UIComponentBase.h"
 #include "widgets/DialogFlags.h"
 #include "widgets/DialogOverlay.h"
-#include "widgets/MyButton.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
@@ -19,8 +18,6 @@
 #include <QClipboard>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QPointer>
-#include <QAbstractButton>
 
 #include <memory>
 
