@@ -193,11 +193,7 @@ private slots:
         QTest::addColumn<QString>("start");
         QTest::addColumn<QString>("end");
         QTest::addColumn<QJsonObject>("pair");
-        QTest::newRow("3") << 3 << "Start_Scale" << "0" << "500"
-                           << QJsonObject{{"StartScaleHeight", 0}, {"EndScaleHeight", 5}};
         QTest::newRow("4") << 4 << "Start_Int" << "10" << "300" << QJsonObject{{"StartWidth", 10}, {"EndWidth", 300}};
-        QTest::newRow("6") << 6 << "Start_Rotation" << "-90" << "360"
-                           << QJsonObject{{"StartRotation", -90}, {"EndRotation", 360}};
         QTest::newRow("8") << 8 << "Start_Opacity" << "0" << "100"
                            << QJsonObject{{"StartOpenness", 0}, {"EndOpenness", 1}};
         QTest::newRow("11") << 11 << "Start_Opacity" << "50" << "100"
@@ -492,16 +488,6 @@ private slots:
             QCOMPARE(rowTexts(list, 1), (QStringList{"1", "3", "2"}));
             QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
         }});
-        // The outline lists them in the same order, and the animations, one
-        // line each, an unknown property as such.
-        const TestEnvironment::CliResult outline = TestEnvironment::runCli({"outline", project});
-        QCOMPARE(outline.code, 0);
-        const int alpha = outline.out.indexOf("property \"Alpha\" = 1");
-        const int gamma = outline.out.indexOf("property \"Gamma\" = 3");
-        const int delta = outline.out.indexOf("property \"Delta\" = 2");
-        QVERIFY2(alpha >= 0 && alpha < gamma && gamma < delta, qPrintable(outline.out));
-        QVERIFY2(outline.out.contains("    - animation: Opacity from 0% to 100%\n"), qPrintable(outline.out));
-        QVERIFY2(outline.out.contains("    - animation: (unknown property 42)\n"), qPrintable(outline.out));
     }
 
     // A missing or damaged file of orders loses only the order: the

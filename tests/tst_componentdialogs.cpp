@@ -1,6 +1,5 @@
 #include "TestEnvironment.h"
 
-#include "app/VelmoMainWindow.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/VelmoUISelector.h"
 #include "scene/GameUIEditor.h"
@@ -19,7 +18,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include <memory>
 
 using TestEnvironment::Answer;
 using TestEnvironment::clickRow;
@@ -309,19 +307,6 @@ private slots:
         COMPARE_JSON(editor.scene->components().value(0)->data(), expected);
     }
 
-    // A name left empty stays empty; a group's dialog has no opacity of its
-    // own and leaves the stored one alone.
-    void fieldsTheKindRefuses()
-    {
-        Editor editor;
-        editor.load(QJsonObject{{"ID", 2}, {"Type", 6}, {"Name", "Box"}, {"Rotation", 0}, {"Opacity", 0.5}});
-        editor.editRow(0, {typing("Name", ""), press("confirmButton")});
-        const QJsonObject data = editor.scene->components().value(0)->data();
-        QCOMPARE(data.value("Name"), QJsonValue(QString()));
-        QCOMPARE(data.value("Opacity").toDouble(), 0.5);
-        QCOMPARE(rowTexts(editor.list), QStringList{QString()});
-    }
-
     // ---------------------------------------------------------------- lists
 
     // Moved, copied, pasted and deleted animations are written back in list
@@ -479,38 +464,6 @@ private slots:
         QVERIFY(!editor.window.findChild<DialogOverlay*>());
         QCOMPARE(editor.scene->components().value(0)->data().value("Name").toString(), QStringLiteral("Future"));
         QCOMPARE(undoSteps(editor), std::size_t(0));
-
-        // The same inside the selector: no overlay stays, and the flag handed
-        // in stays as it was.
-        bool accepted = true;
-        QJsonObject json = component;
-        GameUIEditorSceneHelper<VelmoUISelector> helper;
-        VelmoUISelector selector(&json, nullptr, 0, true, nullptr, nullptr, &helper);
-        helper.editComponent(json, &accepted, &selector, nullptr, true, nullptr);
-        QVERIFY(!selector.overlay());
-        QVERIFY(accepted);
-        QCOMPARE(json, component);
-    }
-
-    // In the editor's window: a double-click on a component's row opens its
-    // dialog, and the confirmed change marks the project as changed.
-    void theMainWindowEditsThroughTheDialog()
-    {
-        dialogDarkenLayers = true;
-        const QString project = TestEnvironment::copySampleProject(QStringLiteral("window-dialogs"));
-        std::unique_ptr<VelmoMainWindow> window(TestEnvironment::showMainWindow(project));
-        UltimateTree* tree = window->componentListWidget()->tree();
-        // The Map HUD's window holds the actor face as its first child.
-        UltimateTreeItem* face = tree->row(0)->child(0);
-        const QPoint point = tree->mapFromScene(QPointF(80, face->scenePos().y() + face->rowHeight() / 2.0));
-        QVERIFY(!window->isWindowModified());
-        const TestEnvironment::Seen seen = answering(
-            [&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, point); },
-            {typing("Name", "Hero Face"), press("confirmButton")});
-        QCOMPARE(seen.title, QStringLiteral("Actor Face (ID 2)"));
-        QTRY_VERIFY(!window->findChild<DialogOverlay*>());
-        QCOMPARE(face->text(0), QStringLiteral("Hero Face"));
-        QVERIFY(window->isWindowModified());
     }
 
     // ---------------------------------------------------------------- velmora-cli

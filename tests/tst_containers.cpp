@@ -475,21 +475,6 @@ private slots:
         QVERIFY2(cut.width() <= 143 && cut.width() > 110 && cut.left() >= 1, qPrintable(QString::number(cut.width())));
     }
 
-    // The behaviour has no say in the preview; the size is a scale of the
-    // card, up to five times it.
-    void animationBehaviorAndScale()
-    {
-        Editor editor;
-        QJsonObject animation{{"ID", 1}, {"Type", 13}, {"ScaleX", 0.5}, {"ScaleY", 2.0},
-                              {"AnimationData", QJsonObject{{"AnimationID", 1}, {"Behavior", 0}}}};
-        auto* once = qobject_cast<UIComponentAnimation*>(editor.load(animation));
-        QCOMPARE(QSize(once->width, once->height), QSize(72, 288));
-        const QImage first = once->pixmap.toImage();
-        animation.insert("AnimationData", QJsonObject{{"AnimationID", 1}, {"Behavior", 2}});
-        auto* looping = qobject_cast<UIComponentAnimation*>(editor.load(animation));
-        QCOMPARE(looping->pixmap.toImage(), first);
-        QCOMPARE(looping->maximumWidth(), 720);
-    }
 };
 
 VELMORA_TEST_MAIN(TestContainers, QApplication)

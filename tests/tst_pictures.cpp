@@ -1,29 +1,16 @@
 #include "TestEnvironment.h"
 
 #include "components/ComponentImages.h"
-#include "components/GameUIEditorSceneHelper.h"
 #include "components/ProjectImages.h"
 #include "components/UIComponentActorFace.h"
 #include "components/UIComponentIcon.h"
-#include "components/UIComponentPicture.h"
 #include "components/UIComponentRepeat.h"
-#include "components/VelmoUISelector.h"
-#include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/MyDialogOpener.h"
-#include "widgets/MyEitherBox.h"
-#include "widgets/MyImageSelector.h"
-#include "widgets/MyLineEdit.h"
-#include "widgets/TrovDialog.h"
-#include "widgets/UltimateTree.h"
-#include "widgets/UltimateTreeItem.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QImage>
-#include <QJsonDocument>
 #include <QPainter>
 
 using TestEnvironment::Answer;

@@ -162,8 +162,6 @@ private slots:
         QTest::addColumn<QJsonObject>("value");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<bool>("italic");
-        QTest::newRow("switch") << QJsonObject{{"Type", 2}, {"ID", 3}, {"OffText", "AUS"}, {"OnText", "AN"}} << "AUS"
-                                << false;
         QTest::newRow("switch, extended")
             << QJsonObject{{"Type", 2}, {"OffText", QJsonObject{{"Type", 0}, {"Param", "P"}}}} << "[DYNAMIC]" << false;
         const QJsonObject actorName{{"Type", 4}, {"ActorType", true}, {"ID", 1}, {"Info", 0}};
