@@ -184,8 +184,6 @@ private slots:
 
     void cleanup() { window.reset(); }
 
-    // ---------------------------------------------------------------- the animation dialog
-
     void eachPropertyWritesExactlyItsKeys_data()
     {
         QTest::addColumn<int>("property");
@@ -344,8 +342,6 @@ private slots:
         COMPARE_JSON(record.value("ActivateType").toObject(), (QJsonObject{{"Type", 0}, {"RunType", 0}}));
     }
 
-    // ---------------------------------------------------------------- the component's lists
-
     // A double-click on the "+" row makes an animation after the current
     // row; one on a row edits it; confirming keeps the list's order.
     void animationListMakesAndEditsThroughTheDialog()
@@ -414,8 +410,6 @@ private slots:
         }
     }
 
-    // ---------------------------------------------------------------- custom properties
-
     // The editor refuses an empty or a taken name; a rename keeps the place
     // and the value, and a value left alone keeps its own line ends.
     void customPropertyEditorMakesAndRenames()
@@ -454,32 +448,51 @@ private slots:
                  QJsonValue(QJsonArray{"Pace", "Lines", "Jump"}));
     }
 
-    // ---------------------------------------------------------------- the order on disk
+    // A missing or damaged file of orders loses only the order: the
+    // properties show by name, and a save with nothing ordered writes no
+    // file. The order a user gives counts as unsaved work even when no
+    // component changed, survives a save and a reopening, and a rename keeps
+    // its place.
+    void orderSurvivesSaveAndReopen_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("missing") << QByteArray();
+        QTest::newRow("damaged") << QByteArray("{\"UILoc1ID1\": [\"Gamma\", ");
+        QTest::newRow("wrong shapes") << QByteArray("{\"UILoc1ID1\": \"Gamma\", \"UILoc1ID2\": 4}");
+    }
 
-    // The order a user gives survives a save and a reopening; a rename keeps
-    // its place, and the file is only written where there is an order.
     void orderSurvivesSaveAndReopen()
     {
-        const QString project =
-            projectWithProperties("order", QJsonObject{{"Alpha", "1"}, {"Beta", "2"}, {"Gamma", "3"}});
+        QFETCH(QByteArray, content);
+        const QJsonObject properties{{"Gamma", "3"}, {"Alpha", "1"}, {"Beta", "2"}};
+        const QString project = projectWithProperties("order", properties);
+        if (!content.isNull())
+            TestEnvironment::writeFile(ordersPath(project), content);
         VelmoMainWindow* main = openWindow(project);
-        // Nothing ordered yet: a save writes no file of orders.
         main->markChanged();
         key(Qt::Key_S);
-        QVERIFY(!QFile::exists(ordersPath(project)));
+        QCOMPARE(QFile::exists(ordersPath(project)), !content.isNull());
 
-        // Gamma cut and pasted at the top, Beta renamed to Delta.
+        // Gamma cut and pasted at the top.
         editIcon({[](TrovDialog* dialog) {
-                      UltimateTreeWidget* list = propertiesOf(dialog);
-                      keyOnRow(list, 2, Qt::Key_X);
-                      keyOnRow(list, 0, Qt::Key_V);
-                      clickRow(list, 2, true);
-                  },
-                  TestEnvironment::typing("Property_Name", "Delta"), press("confirmButton"), press("confirmButton")});
+            UltimateTreeWidget* list = propertiesOf(dialog);
+            QCOMPARE(rowTexts(list, 0), (QStringList{"Alpha", "Beta", "Gamma"}));
+            keyOnRow(list, 2, Qt::Key_X);
+            keyOnRow(list, 0, Qt::Key_V);
+            confirm(dialog);
+        }});
+        QVERIFY(main->projectIsChanged());
         key(Qt::Key_S);
         QVERIFY(!main->projectIsChanged());
-        QCOMPARE(storedOrder(project), QJsonValue(QJsonArray{"Alpha", "Gamma", "Delta"}));
+        QCOMPARE(storedOrder(project), QJsonValue(QJsonArray{"Alpha", "Gamma", "Beta"}));
+        const QJsonObject icon = TestEnvironment::writtenDocument(project).value("Data").toArray().at(0).toObject()
+                                     .value("HUD").toArray().at(0).toObject();
+        COMPARE_JSON(icon.value("CustomProperties").toObject(), properties);
 
+        // Beta renamed to Delta.
+        editIcon({[](TrovDialog* dialog) { clickRow(propertiesOf(dialog), 2, true); },
+                  TestEnvironment::typing("Property_Name", "Delta"), press("confirmButton"), press("confirmButton")});
+        key(Qt::Key_S);
         window.reset();
         openWindow(project);
         editIcon({[](TrovDialog* dialog) {
@@ -488,44 +501,6 @@ private slots:
             QCOMPARE(rowTexts(list, 1), (QStringList{"1", "3", "2"}));
             QTest::mouseClick(field<QPushButton>(dialog, "cancelButton"), Qt::LeftButton);
         }});
-    }
-
-    // A missing or damaged file of orders loses only the order: the
-    // properties show by name. A reorder alone changes no component but
-    // counts as unsaved work, and the next save writes a good file.
-    void badOrderFilesFallBackToNames_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("missing") << QByteArray();
-        QTest::newRow("damaged") << QByteArray("{\"UILoc1ID1\": [\"Gamma\", ");
-        QTest::newRow("wrong shapes") << QByteArray("{\"UILoc1ID1\": \"Gamma\", \"UILoc1ID2\": 4}");
-    }
-
-    void badOrderFilesFallBackToNames()
-    {
-        QFETCH(QByteArray, content);
-        const QJsonObject properties{{"Gamma", "3"}, {"Alpha", "1"}, {"Beta", "2"}};
-        const QString project = projectWithProperties("bad-orders", properties);
-        if (!content.isNull())
-            TestEnvironment::writeFile(ordersPath(project), content);
-        VelmoMainWindow* main = openWindow(project);
-        QVERIFY(!main->projectIsChanged());
-        editIcon({[](TrovDialog* dialog) {
-            UltimateTreeWidget* list = propertiesOf(dialog);
-            QCOMPARE(rowTexts(list, 0), (QStringList{"Alpha", "Beta", "Gamma"}));
-            // Beta moved to the end by cut and paste.
-            keyOnRow(list, 1, Qt::Key_X);
-            keyOnRow(list, 1, Qt::Key_V);
-            confirm(dialog);
-        }});
-        QVERIFY(main->projectIsChanged());
-        key(Qt::Key_S);
-        QVERIFY(!main->projectIsChanged());
-        const QJsonObject document = TestEnvironment::writtenDocument(project);
-        const QJsonObject icon =
-            document.value("Data").toArray().at(0).toObject().value("HUD").toArray().at(0).toObject();
-        COMPARE_JSON(icon.value("CustomProperties").toObject(), properties);
-        QCOMPARE(storedOrder(project), QJsonValue(QJsonArray{"Alpha", "Gamma", "Beta"}));
     }
 
     // Each file is written whatever becomes of the other: a failed document

@@ -18,7 +18,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-
 using TestEnvironment::Answer;
 using TestEnvironment::clickRow;
 using TestEnvironment::answering;
@@ -78,8 +77,6 @@ private slots:
         dialogOpenAnimated = false;
         QApplication::clipboard()->clear();
     }
-
-    // ---------------------------------------------------------------- round trips
 
     // Every component of the hand-made document, each kind with nested data
     // objects, conditions, add-ons, animations, custom properties, extension
@@ -206,8 +203,6 @@ private slots:
         COMPARE_JSON(loaded->data(), expected);
     }
 
-    // ---------------------------------------------------------------- fields
-
     void validatorsAtTheirLimits_data()
     {
         QTest::addColumn<int>("type");
@@ -307,42 +302,6 @@ private slots:
         COMPARE_JSON(editor.scene->components().value(0)->data(), expected);
     }
 
-    // ---------------------------------------------------------------- lists
-
-    // Moved, copied, pasted and deleted animations are written back in list
-    // order, each object whole, keys this editor doesn't know included.
-    void animationListKeepsAndOrdersItsEntries()
-    {
-        const QJsonObject fade{{"Property", 7}, {"StartOpacity", 0}, {"EndOpacity", 1}, {"Duration", 30},
-                               {"ActivateType", QJsonObject{{"Type", 0}, {"RunType", 1}}}, {"Future", "kept"}};
-        const QJsonObject turn{{"Property", 6}, {"StartRotation", -90}, {"EndRotation", 45}, {"Type", 1}};
-        const QJsonObject grow{{"Property", 2}, {"StartScaleWidth", 0.5}, {"EndScaleWidth", 1.25}};
-        const QJsonObject slide{{"Property", 10}, {"StartOffset", -16}, {"EndOffset", 16}};
-        Editor editor;
-        editor.load(QJsonObject{{"ID", 4}, {"Type", 0}, {"Name", "Moving"},
-                                {"Animations", QJsonArray{fade, turn, grow, slide}}});
-        editor.editRow(0, {Answer([&](TrovDialog* dialog) {
-                               UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "animations");
-                               QCOMPARE(rowTexts(list, 1), (QStringList{"0%", "-90\u00B0", "50%", "-16"}));
-                               // Copy the first entry: its identifier and compact JSON.
-                               clickRow(list, 0);
-                               QTest::keyClick(list->tree(), Qt::Key_C, Qt::ControlModifier);
-                               QCOMPARE(QApplication::clipboard()->text(),
-                                        QStringLiteral("UIPROPANIMATION")
-                                            + QString::fromUtf8(QJsonDocument(fade).toJson(QJsonDocument::Compact)));
-                               // Paste it behind the third, delete the second, cut the last.
-                               clickRow(list, 2);
-                               QTest::keyClick(list->tree(), Qt::Key_V, Qt::ControlModifier);
-                               clickRow(list, 1);
-                               QTest::keyClick(list->tree(), Qt::Key_Delete);
-                               clickRow(list, 3);
-                               QTest::keyClick(list->tree(), Qt::Key_X, Qt::ControlModifier);
-                           }),
-                           press("confirmButton")});
-        QCOMPARE(editor.scene->components().value(0)->data().value("Animations"),
-                 QJsonValue(QJsonArray{fade, grow, fade}));
-    }
-
     // Custom properties: the stored order first (a name no longer there
     // skipped), then the rest by name; line breaks show as " ↵ " but stay in
     // the value. The new order is kept beside the others; cancel keeps the
@@ -382,8 +341,6 @@ private slots:
         QCOMPARE(editor.projectData.value("PropertyOrders.json").toObject().value("UILoc1ID9"), order);
         QCOMPARE(editor.scene->components().value(0)->data().value("CustomProperties"), QJsonValue(expected));
     }
-
-    // ---------------------------------------------------------------- selector
 
     // A double-click on an empty spot opens the selector; closed, it makes
     // nothing. A cancelled property dialog leaves it open and working, and
@@ -465,8 +422,6 @@ private slots:
         QCOMPARE(editor.scene->components().value(0)->data().value("Name").toString(), QStringLiteral("Future"));
         QCOMPARE(undoSteps(editor), std::size_t(0));
     }
-
-    // ---------------------------------------------------------------- velmora-cli
 
     // A document whose components lack keys: each change is one the confirm
     // rules make, counted per kind; components of no kind pass untouched.

@@ -176,8 +176,6 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // ---------------------------------------------------------------- window skin
-
     // The window drawn from the test skin, probed where the layout puts each
     // piece: corners at their natural 24 pixels, edges stretched between
     // them, the see-through band of the frame showing the background only
@@ -225,8 +223,6 @@ private slots:
         COMPARE_COLOR(image, corner.x() - 1, corner.y() + 20, Clear);
         COMPARE_COLOR(image, corner.x() + 20, corner.y() + data.value("Height").toInt(), Clear);
     }
-
-    // ---------------------------------------------------------------- window size
 
     // The padding plays no part in the look, only in the smallest size a
     // resize allows, and the window's size is stored in its data object.
@@ -287,8 +283,6 @@ private slots:
         COMPARE_COLOR(image, 190 + 10, 120 + 10, TopLeft);
     }
 
-    // ---------------------------------------------------------------- group
-
     // A group is a grey marker of 50 by 50 that takes neither rotation nor
     // opacity from its object.
     void groupMarker()
@@ -304,8 +298,6 @@ private slots:
         QCOMPARE(written.value("Rotation").toInt(), 0);
         QCOMPARE(written.value("Opacity").toDouble(), 0.2);
     }
-
-    // ---------------------------------------------------------------- children
 
     // Children of a group and of a turned window move with their parent,
     // turned with it, and keep their own place relative to it. Selected, a
@@ -406,8 +398,6 @@ private slots:
         QCOMPARE(editor.list->tree()->row(1)->isExpanded(), false);
     }
 
-    // ---------------------------------------------------------------- from the selector
-
     // A group made from the selector: no data of its own but the add-on
     // keys, an empty "Children" and an open row.
     void newGroupFromTheSelector()
@@ -434,8 +424,6 @@ private slots:
         QCOMPARE(editor.scene->toJson().at(0).toObject().value("Children"), QJsonValue(QJsonArray()));
         COMPARE_COLOR(editor.render(10), 200, 130, TopLeft);
     }
-
-    // ---------------------------------------------------------------- animation
 
     // An animation made from the selector: the database picker sets the id,
     // the behaviour its index; the card names the animation.

@@ -130,8 +130,6 @@ private slots:
         QVERIFY(customExpansionStack.isEmpty());
     }
 
-    // ---------------------------------------------------------------- placing and drawing
-
     // A custom HUD's coordinates count from its top-left corner, the
     // component's from its centre: a 100 by 50 HUD placed at (200, 100)
     // starts at (150, 75), and a 20 by 10 shape centred at (10, 5) of it
@@ -175,8 +173,6 @@ private slots:
         for (UIComponentBase* component : f.scene->components())
             QVERIFY(!component->canResize() && !component->canRotate() && !component->canHaveChildren());
     }
-
-    // ---------------------------------------------------------------- passive
 
     // What an expansion builds is seen but never touched: a click on it
     // selects the component that owns it, whose marching ants show above
@@ -248,8 +244,6 @@ private slots:
         QVERIFY(old.isNull());
         QCOMPARE(f.scene->items().size(), itemsBefore + 1);
     }
-
-    // ---------------------------------------------------------------- recursion
 
     // A custom HUD that holds itself expands one level and stops there: the
     // inner component is an empty box of its stored size that shows nothing,
@@ -326,8 +320,6 @@ private slots:
         f.image();
     }
 
-    // ---------------------------------------------------------------- missing
-
     // A reference that leads nowhere shows the 100 by 100 translucent black
     // square, whatever the grid's size says; an attach collection shows no
     // frame then.
@@ -350,8 +342,6 @@ private slots:
         COMPARE_COLOR(image, 249, 249, Block);
         COMPARE_COLOR(image, 250, 200, Clear);
     }
-
-    // ---------------------------------------------------------------- collections
 
     void gridSizeAndCells_data()
     {
@@ -402,8 +392,6 @@ private slots:
         QCOMPARE(f.scene->toJson().at(0).toObject().value("CustomCollectionData").toObject().value("Width").toInt(), 100);
     }
 
-    // ---------------------------------------------------------------- attach collection
-
     // The frame follows the zoom: at 0.5 its bars are 4 pixels of the scene.
     // A 200 by 100 HUD at (200, 200) is 100 by 50 there, from (75, 75).
     void attachFrameFollowsTheZoom()
@@ -418,8 +406,6 @@ private slots:
         COMPARE_COLOR(image, 149, 100, FrameBlue);
         COMPARE_COLOR(image, 49, 100, Clear);
     }
-
-    // ---------------------------------------------------------------- in the editor and the command line
 
     // The HUD that uses a custom HUD shows it as it is now when the user
     // comes back to it: components added to the custom HUD, unsaved, and a

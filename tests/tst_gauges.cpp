@@ -136,8 +136,6 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // ---------------------------------------------------------------- gauge
-
     // The editor never evaluates the value: whatever it is against its
     // maximum, the bar shows full, red at its left end to blue at its right,
     // from its top row to its bottom row.
@@ -229,8 +227,6 @@ private slots:
         expected.insert("Height", 5000);
         COMPARE_JSON(gauge->data().value("GaugeData").toObject(), expected);
     }
-
-    // ---------------------------------------------------------------- picture gauge
 
     // Each band's caps keep their width and its middle stretches to the
     // bar's; the bottom band lies behind, the top band in front. The bar is
@@ -325,8 +321,6 @@ private slots:
         gauge->resizeTo(4, 8, false, 0);
         QCOMPARE(gauge->width, least);
     }
-
-    // ---------------------------------------------------------------- dialogs
 
     // A gauge made from the selector: what the user types and the value
     // picked in the number input land in "GaugeData" beside the dialog's

@@ -184,8 +184,6 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // ---------------------------------------------------------------- faces
-
     // The face is the cell "faceIndex" names, four to a row, whole. Index 9
     // lies on a third row the sheet hasn't: nothing shows. An actor named at
     // run time shows the first actor; an id beyond the database shows the
@@ -213,8 +211,6 @@ private slots:
         COMPARE_SHADE(at(image, 271, 221), Unavailable);
         COMPARE_SHADE(at(image, 272, 150), Clear);
     }
-
-    // ---------------------------------------------------------------- icons
 
     // Sixteen icons to a row: index 17 is column 1 of row 1. An index or a
     // size the game works out shows icon 1 or previews at 32; one past the
@@ -256,8 +252,6 @@ private slots:
             COMPARE_SHADE(at(image, 220, 150), Clear);
         }
     }
-
-    // ---------------------------------------------------------------- pictures
 
     // The picture at its own size, and as the block, 64 square, for one that
     // is missing or cut short, which is noted as missing.
@@ -307,8 +301,6 @@ private slots:
 
         QCOMPARE(editor.load(picture("Nowhere"))->maximumWidth(), 320);
     }
-
-    // ---------------------------------------------------------------- repeat
 
     // Where the red corner of each 10 by 8 tile lands in a 35 by 20 box: the
     // columns from the start x0 of the offset in steps of 10, the rows from
@@ -391,8 +383,6 @@ private slots:
         COMPARE_SHADE(at(far->pixmap, 72, 72), Clear);
     }
 
-    // ---------------------------------------------------------------- image references
-
     // What each image-backed kind names, for the missing-image report: an
     // empty name or a value the game works out is no reference.
     void imageReferencesOfEveryKind()
@@ -413,8 +403,6 @@ private slots:
         QCOMPARE(files(component(7, "WindowData", {{"WindowSkin", QJsonObject{{"Type", 0}, {"Param", "Skin"}}}})),
                  QStringList());
     }
-
-    // ---------------------------------------------------------------- dialogs
 
     // A picture made from the selector: the image chosen in the picker, the
     // code mode switched on; the document gets the picture, the default

@@ -93,8 +93,6 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // ---------------------------------------------------------------- text
-
     // The project's fonts: a hand-drawn face as the main font, loaded from
     // the project's fonts folder as the editor loads it.
     void initTestCase()
@@ -222,8 +220,6 @@ private slots:
         QVERIFY(census(image, boxOf(text)).firstRedX > boxOf(text).left() + 150);
     }
 
-    // ---------------------------------------------------------------- text dialog
-
     // A text made from the selector: the value typed in the dynamic text
     // input, a font size and an alignment land in "TextData" with the other
     // defaults, and come back from a reload.
@@ -266,8 +262,6 @@ private slots:
         QCOMPARE(text->data().value("TextData").toObject().value("FontFamily").toString(), QString());
         QCOMPARE(text->font.family(), hand.family());
     }
-
-    // ---------------------------------------------------------------- shape
 
     // The outline lies inside the edge, as thick as "OutlineSize" times the
     // zoom, at its opacity; the fill takes the rest.
@@ -359,8 +353,6 @@ private slots:
         expected.insert("Height", 20);
         QCOMPARE(shape->data().value("ShapeData").toObject(), expected);
     }
-
-    // ---------------------------------------------------------------- shape dialog
 
     // A shape made from the selector and edited in its dialog gets the keys
     // of its kind, with the dialog's defaults for what the user left alone.
