@@ -2,7 +2,6 @@
 #include "TestEnvironment.h"
 
 #include "app/JsonFile.h"
-#include "app/VelmoMainWindow.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/VelmoUISelector.h"
 #include "logic/VelmoAnimationStyle.h"
@@ -11,9 +10,9 @@
 #include "widgets/EasingCurveSelector.h"
 #include "widgets/HaxeCodeEdit.h"
 #include "widgets/MyComboBox.h"
+#include "widgets/MyPopup.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyLineEdit.h"
-#include "widgets/MyPopup.h"
 #include "widgets/MyTabSystem.h"
 #include "widgets/MyTabSystemHeader.h"
 #include "widgets/UltimateTree.h"
@@ -21,11 +20,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QPointer>
 #include <QPushButton>
 
 using TestEnvironment::Answer;

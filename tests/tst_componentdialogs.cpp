@@ -15,8 +15,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QJsonArray>
-#include <QJsonDocument>
 
 using TestEnvironment::Answer;
 using TestEnvironment::clickRow;

@@ -12,7 +12,6 @@
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QPainter>
 
 using TestEnvironment::choosing;

@@ -12,10 +12,6 @@
 #include "widgets/UltimateTreeItem.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QSet>
-#include <QJsonArray>
-#include <QPointer>
 
 namespace {
 

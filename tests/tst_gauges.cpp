@@ -9,7 +9,6 @@
 #include "widgets/TrovDialog.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QPainter>
 
 using TestEnvironment::Answer;

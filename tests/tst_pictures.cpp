@@ -9,7 +9,6 @@
 #include "scene/UIComponentBase.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 
