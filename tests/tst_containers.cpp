@@ -39,11 +39,9 @@ const QColor TopEdge(128, 0, 0);
 const QColor RightEdge(128, 128, 0);
 const QColor Clear(0, 0, 0, 0);
 
-// A skin whose background quarter is one colour, whose pattern quarter is
-// opaque only in its top-left 48 by 48 (so the tiles show where they start
-// and where they are cut), and whose frame pieces have a colour each. The
-// frame's outer band of 4 is see-through, as in a real skin, so that what
-// lies under the frame's outer pixels shows.
+// A skin whose pattern is opaque only in its top-left 48 by 48, so the tiles
+// show where they start and are cut; the frame's outer band of 4 is
+// see-through, as in a real skin.
 QImage testSkin()
 {
     QImage skin(192, 192, QImage::Format_ARGB32);
@@ -64,8 +62,7 @@ QImage testSkin()
 
 // The shared canvas, with a user's drags and clicks in the list.
 struct Editor : TestEnvironment::Workbench {
-    // A user's drag of what lies under a canvas point, by default with Ctrl
-    // held so that nothing snaps.
+    // A user's drag on the canvas, by default with Ctrl held so nothing snaps.
     void drag(const QPointF& from, const QPointF& to, Qt::KeyboardModifiers modifiers = Qt::ControlModifier)
     {
         QWidget* viewport = view->viewport();
@@ -77,7 +74,6 @@ struct Editor : TestEnvironment::Workbench {
         TestEnvironment::moveWithButtons(viewport, end, Qt::LeftButton);
         QTest::mouseRelease(viewport, Qt::LeftButton, modifiers, end);
     }
-    void clickRow(int index) { clickRow(list->tree()->row(index)); }
     void clickRow(UltimateTreeItem* row)
     {
         UltimateTree* tree = list->tree();
@@ -105,9 +101,7 @@ QJsonObject groupOf(int id, int x, int y, const QJsonArray& children)
 QJsonObject coloured(int id, int x, int y, int side, const QString& color)
 {
     QJsonObject shape = TestEnvironment::shape(id, x, y, side, side);
-    QJsonObject data = shape.value("ShapeData").toObject();
-    data.insert("Color", color);
-    shape.insert("ShapeData", data);
+    shape.insert("ShapeData", QJsonObject{{"Width", side}, {"Height", side}, {"Color", color}});
     return shape;
 }
 
@@ -156,12 +150,7 @@ private slots:
         system = project + QStringLiteral("/img/system");
         QVERIFY(QDir().mkpath(system));
         QVERIFY(testSkin().save(system + QStringLiteral("/Skin.png")));
-        QByteArray png;
-        {
-            QBuffer buffer(&png);
-            buffer.open(QIODevice::WriteOnly);
-            testSkin().save(&buffer, "PNG");
-        }
+        const QByteArray png = TestEnvironment::readFile(system + QStringLiteral("/Skin.png"));
         TestEnvironment::writeFile(system + QStringLiteral("/Broken.png"), png.left(png.size() / 3));
         const QString folder = system;
         ProjectImages::setPathHook([folder](int kind, const QString& name) {
@@ -175,13 +164,10 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // The window drawn from the test skin, probed where the layout puts each
-    // piece: corners at their natural 24 pixels, edges stretched between
-    // them, the see-through band of the frame showing the background only
-    // where the margin lets it reach, the pattern tiled by half the skin from
-    // the margin on and cut where the background ends, the background
-    // opacity on the background alone. The probes are canvas pixels from the
-    // window's top-left corner; nothing is drawn outside it.
+    // The window drawn from the test skin: corners at 24 pixels, edges
+    // stretched, the pattern tiled from the margin on and cut where the
+    // background ends, the background opacity on the background alone. The
+    // probes count from the window's top-left corner; nothing is drawn outside.
     void windowPixels_data()
     {
         QTest::addColumn<QJsonObject>("data");
@@ -236,7 +222,7 @@ private slots:
         UIComponentBase* window = editor.scene->components().value(0);
         QCOMPARE(editor.render(10), before);
         // The bottom-right handle pulled far inwards stops at that size.
-        editor.clickRow(0);
+        TestEnvironment::clickRow(editor.list, 0);
         const QPointF handle = window->handleAt(4)->mapToScene(3, 3);
         editor.drag(handle, handle - QPointF(90, 90), Qt::NoModifier);
         QCOMPARE(QSize(window->width, window->height), QSize(80, 80));
@@ -313,7 +299,7 @@ private slots:
         // Turned a quarter clockwise, (60, 0) lies 60 below the centre.
         COMPARE_COLOR(editor.render(10), 500, 360, QColor(255, 0, 255));
 
-        editor.clickRow(0);
+        TestEnvironment::clickRow(editor.list, 0);
         QCOMPARE(editor.scene->selectedComponent()->handles.size(), 0);
         editor.drag(QPointF(200, 200), QPointF(250, 220));
         editor.clickRow(editor.scene->rowOfComponent(editor.scene->components().value(2)));
@@ -335,7 +321,7 @@ private slots:
     {
         Editor editor;
         editor.load(QJsonArray{groupOf(1, 200, 200, QJsonArray{coloured(2, 40, 0, 20, "#00ff00")})});
-        editor.clickRow(0);
+        TestEnvironment::clickRow(editor.list, 0);
         QTest::keyClick(editor.view->viewport(), Qt::Key_Q, Qt::ControlModifier);
         COMPARE_COLOR(editor.render(10), 240, 200, Clear);
         QTest::keyClick(editor.view->viewport(), Qt::Key_Q, Qt::ControlModifier);
@@ -353,7 +339,7 @@ private slots:
         turned.insert("Children", QJsonArray{groupOf(4, 60, 0, QJsonArray{coloured(5, 10, 10, 20, "#ff00ff")})});
         editor.load(QJsonArray{coloured(1, 100, 100, 20, "#ffffff"), turned});
         const QJsonArray before = editor.scene->toJson();
-        editor.clickRow(1);
+        TestEnvironment::clickRow(editor.list, 1);
         QTest::keyClick(editor.view->viewport(), Qt::Key_Delete);
         QCOMPARE(editor.scene->components().size(), 1);
         COMPARE_COLOR(editor.render(10), 490, 370, Clear);
@@ -368,9 +354,8 @@ private slots:
         QCOMPARE(editor.scene->toJson().size(), 1);
     }
 
-    // Nested containers, a closed row and the children's order come back
-    // from the written document; a container without "Children" gets an
-    // empty array.
+    // Nested containers, a closed row and the children's order come back from
+    // the written document; a container without "Children" gets an empty one.
     void childrenRoundTripThroughTheDocument()
     {
         Editor editor;

@@ -9,11 +9,9 @@
 #include "scene/UIComponentBase.h"
 
 #include <QApplication>
-#include <QImage>
 #include <QPainter>
 
 using TestEnvironment::Answer;
-using TestEnvironment::answering;
 using TestEnvironment::clicking;
 using TestEnvironment::press;
 using TestEnvironment::typing;
@@ -48,18 +46,13 @@ QColor at(const QPixmap& pixmap, int x, int y)
     return at(pixmap.toImage().convertToFormat(QImage::Format_ARGB32), x, y);
 }
 
-bool near(const QColor& actual, const QColor& expected)
-{
-    return TestEnvironment::nearColor(actual, expected, 2);
-}
-
 QString describe(const QColor& color)
 {
     return QStringLiteral("%1 alpha %2").arg(color.name()).arg(color.alpha());
 }
 
 #define COMPARE_SHADE(actual, expected)                                                                           \
-    QVERIFY2(near(actual, expected),                                                                              \
+    QVERIFY2(TestEnvironment::nearColor(actual, expected, 2),                                                     \
              qPrintable(QStringLiteral("%1, not %2").arg(describe(actual), describe(expected))))
 
 // The translucent black block of a graphic that isn't there.
@@ -75,30 +68,11 @@ QJsonObject component(int type, const char* dataKey, const QJsonObject& data, in
     return QJsonObject{{"ID", 1}, {"Type", type}, {"Name", "Item"}, {"X", x}, {"Y", y}, {dataKey, data}};
 }
 
-QJsonObject picture(const QString& name)
-{
-    return component(2, "PictureData", {{"Picture", name}});
-}
-
-QJsonObject repeat(const QJsonObject& data)
-{
-    return component(3, "RepeatData", data);
-}
-
-QJsonObject face(const QJsonObject& actorId)
-{
-    return component(8, "ActorFaceData", {{"ActorID", actorId}});
-}
-
-QJsonObject icon(const QJsonObject& data)
-{
-    return component(9, "IconData", data);
-}
-
-QJsonObject number(int value)
-{
-    return QJsonObject{{"Type", 0}, {"Number", value}};
-}
+QJsonObject picture(const QString& name) { return component(2, "PictureData", {{"Picture", name}}); }
+QJsonObject repeat(const QJsonObject& data) { return component(3, "RepeatData", data); }
+QJsonObject face(const QJsonObject& actorId) { return component(8, "ActorFaceData", {{"ActorID", actorId}}); }
+QJsonObject icon(const QJsonObject& data) { return component(9, "IconData", data); }
+QJsonObject number(int value) { return QJsonObject{{"Type", 0}, {"Number", value}}; }
 
 // A database of actors, indexed by id as the game's file is.
 QJsonObject actors(const QJsonArray& list)
@@ -114,10 +88,7 @@ QJsonObject actor(const QString& faceName, int faceIndex)
     return QJsonObject{{"name", "Hero"}, {"faceName", faceName}, {"faceIndex", faceIndex}};
 }
 
-Answer choosingImage(const QString& name)
-{
-    return TestEnvironment::pickingRow("fileList", name);
-}
+Answer choosingImage(const QString& name) { return TestEnvironment::pickingRow("fileList", name); }
 
 // The add-on keys of a component that has none.
 QJsonObject withoutAddons(QJsonObject data)
@@ -143,10 +114,9 @@ class TestPictures : public QObject
     }
 
 private slots:
-    // A project of the test's own images: a face sheet and an icon set with
-    // a colour per cell, a 10 by 8 tile with a red corner on blue, a plain
-    // 50 by 30 picture, a sheet named as the default face, and an empty and
-    // a truncated file.
+    // The test's own images: a face sheet and an icon set with a colour per
+    // cell, a 10 by 8 tile with a red corner on blue, a plain 50 by 30
+    // picture, a sheet named as the default face, and a truncated file.
     void initTestCase()
     {
         project = TestEnvironment::newFolder(QStringLiteral("pictures"));
@@ -333,7 +303,7 @@ private slots:
         for (int y = 0; y < 20; ++y) {
             for (int x = 0; x < 35; ++x) {
                 const bool corner = columns.contains(x) && rows.contains(y);
-                if (!near(at(pattern, x, y), corner ? Red : Blue))
+                if (!TestEnvironment::nearColor(at(pattern, x, y), corner ? Red : Blue, 2))
                     QFAIL(qPrintable(QStringLiteral("pixel %1,%2 is %3").arg(x).arg(y).arg(describe(at(pattern, x, y)))));
             }
         }
