@@ -126,11 +126,10 @@ private slots:
         QVERIFY(customExpansionStack.isEmpty());
     }
 
-    // A custom HUD's coordinates count from its top-left corner, the
-    // component's from its centre: a 100 by 50 HUD placed at (200, 100)
-    // starts at (150, 75), and a 20 by 10 shape centred at (10, 5) of it
-    // covers (150..169, 75..84). A group's child stays relative to the group,
-    // and the group, only structure there, draws no marker.
+    // A HUD counts from its top-left corner, the component from its centre:
+    // a 100 by 50 HUD at (200, 100) starts at (150, 75), and a 20 by 10 shape
+    // at (10, 5) of it covers (150..169, 75..84). A group's child stays
+    // relative to the group, which draws no marker there.
     void expansionIsDrawnWhereTheHudPutsIt()
     {
         Fixture f;
@@ -146,11 +145,9 @@ private slots:
         COMPARE_COLOR(image, 200, 100, Clear);
     }
 
-    // A Custom always takes the size of the HUD it refers to: a stale stored
-    // size is replaced and written back; an Attach Collection keeps its
-    // stored object as it was. Of two rows with one ID the first is taken;
-    // the Map HUD, found by "M", has no size of its own: 100 by 100. No
-    // handle can change the size, nor turn it.
+    // A Custom takes the size of its HUD (the first of two with one ID; the
+    // Map HUD, "M", is 100 by 100) and writes it back; an Attach Collection
+    // keeps its stored object. No handle changes the size, nor turns it.
     void theHudsSizeWins()
     {
         Fixture f;
@@ -171,9 +168,8 @@ private slots:
     }
 
     // What an expansion builds is seen but never touched: a click on it
-    // selects the component that owns it, whose marching ants show above
-    // it, and a drag takes it along; it has no row, isn't among the scene's
-    // components and never reaches the saved document.
+    // selects its owner, a drag takes it along; it has no row and never
+    // reaches the saved document.
     void expandedComponentsArePassive()
     {
         Fixture f;
@@ -182,19 +178,11 @@ private slots:
         f.load({placed});
         QCOMPARE(f.list->tree()->row(0)->childCount(), 0);
         UIComponentBase* owner = f.top(0);
-        // The HUD's top-left corner, covered by a shape.
-        auto corner = [&f]() {
-            return f.view->viewport()->grab().toImage().pixelColor(f.view->mapFromScene(QPointF(150, 150)));
-        };
-        QCOMPARE(corner(), Red);
-
         // Over the shape in the middle of the custom HUD.
         const QPoint middle = f.view->mapFromScene(QPointF(200, 200));
         QTest::mouseMove(f.view->viewport(), middle);
         QTest::mouseClick(f.view->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
         QCOMPARE(f.scene->selectedComponent(), owner);
-        QApplication::processEvents();
-        QVERIFY2(corner() != Red, qPrintable(corner().name()));
         for (UIComponentBase* sub : subsOf(owner))
             QVERIFY(!sub->selected && !sub->hovered && sub->handles.isEmpty());
 
@@ -241,24 +229,13 @@ private slots:
         QCOMPARE(f.scene->items().size(), itemsBefore + 1);
     }
 
-    // A custom HUD that holds itself expands one level and stops there: the
-    // inner component is an empty box of its stored size that shows nothing,
-    // not even the black block.
-    void selfReferenceStopsAfterOneLevel()
-    {
-        Fixture f;
-        f.addHud(customHud("11111", "Loop", 100, 100, {redShape(1, 10, 10, 20, 20), custom(2, 70, 70, "11111", 40, 30)}));
-        f.load({custom(1, 200, 200, "11111")});
-        UIComponentBase* inner = subsOf(f.top(0)).value(1);
-        QVERIFY(inner && subsOf(inner).isEmpty());
-        QCOMPARE(sizeOf(inner), QSize(40, 30));
-        COMPARE_COLOR(f.image(), 220, 220, Clear);
-    }
-
     void cyclesStopWhereTheyCloseUp_data()
     {
         QTest::addColumn<QVector<QJsonObject>>("huds");
         QTest::addColumn<int>("built");
+        // A HUD that holds itself expands one level and stops there.
+        QTest::newRow("itself") << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "A0000")})}
+                                << 1;
         // A uses B uses A: A's expansion holds B's custom, which holds A's,
         // which stops.
         QTest::newRow("two HUDs") << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "B0000")}),
