@@ -180,23 +180,6 @@ private slots:
         COMPARE_COLOR(image, 159, 200, Clear);
     }
 
-    // The edge cases of the outline: narrower than twice the outline, the
-    // bar is all outline; at half opacity it is half covering.
-    void gaugeOutlineEdgeCases()
-    {
-        Editor editor;
-        QImage image = editor.render(gaugeOf({{"Width", 10}, {"Height", 20}, {"OutlineSize", 6},
-                                              {"Color1", "#ff0000"}, {"Color2", "#ff0000"},
-                                              {"BackgroundColor", "#00ff00"}, {"OutlineColor", "#0000ff"}}),
-                                     10);
-        COMPARE_COLOR(image, 100, 100, Blue);
-
-        image = editor.render(gaugeOf({{"Width", 40}, {"Height", 20}, {"OutlineSize", 3}, {"OutlineOpacity", 50},
-                                       {"Color1", "#ff0000"}, {"Color2", "#ff0000"}, {"OutlineColor", "#0000ff"}}),
-                              10);
-        COMPARE_COLOR(image, 81, 100, QColor(0, 0, 255, 128));
-    }
-
     // A gauge from before the background colour existed draws white behind
     // a translucent fill; once confirmed in its dialog it takes the grey.
     void oldGaugeWithoutBackground()
@@ -327,20 +310,11 @@ private slots:
     void newGaugeFromTheSelector()
     {
         Editor editor;
-        const QJsonObject expected{{"Width", 180},
-                                   {"Height", 16},
-                                   {"OutlineSize", 2},
-                                   {"Smoothness", 45},
-                                   {"SyncComponent", "HP Text"},
-                                   {"Color1", "#a87532"},
-                                   {"Color2", "#a83232"},
-                                   {"BackgroundColor", "#333333"},
-                                   {"OutlineColor", "#000000"},
-                                   {"OutlineOpacity", 100},
-                                   {"Value", firstMember(3)},
-                                   {"Maximum", plainNumber(250)},
-                                   {"Addons", QJsonArray()},
-                                   {"Note", ""}};
+        const QJsonObject expected{
+            {"Width", 180},          {"Height", 16},           {"OutlineSize", 2},        {"Smoothness", 45},
+            {"SyncComponent", "HP Text"}, {"Color1", "#a87532"}, {"Color2", "#a83232"}, {"BackgroundColor", "#333333"},
+            {"OutlineColor", "#000000"}, {"OutlineOpacity", 100}, {"Value", firstMember(3)},
+            {"Maximum", plainNumber(250)}, {"Addons", QJsonArray()}, {"Note", ""}};
         QVERIFY(editor.createChecked(
             {press("gauge"), typing("Width", "180"), typing("Height", "16"), typing("OutlineSize", "2"),
              typing("ChangeDuration", "45"), typing("SyncTextComponent", "HP Text"), clicking("Gauge_Maximum"),
