@@ -217,10 +217,6 @@ private slots:
             {"Property", 12}, {"Type", 1}, {"Duration", 240}, {"EasingCurve", 30},
             {"ActivateType", QJsonObject{{"Type", 2}, {"Code", "return $gameSwitches.value(3);"}}},
             {"Reset", false}, {"ReturnEasing", 1}, {"StartHue", -45}, {"EndHue", 315}};
-        QTest::newRow("repeat offset y") << QJsonObject{
-            {"Property", 10}, {"Type", 0}, {"Duration", 1}, {"EasingCurve", 0},
-            {"ActivateType", QJsonObject{{"Type", 0}, {"RunType", 4}}}, {"Reset", true}, {"ReturnEasing", 0},
-            {"StartOffset", -12}, {"EndOffset", 12}};
     }
 
     void realisticEntriesComeBackUnchanged()
@@ -338,9 +334,8 @@ private slots:
         QCOMPARE(result.value("Animations"), QJsonValue(expected));
     }
 
-    // An animation or a property copied in one kind's dialog pastes into
-    // another kind's, a property under a free name; text of another list or
-    // broken text is never pasted.
+    // What one kind's dialog copies pastes into another kind's, a property
+    // under a free name; foreign or broken text never pastes.
     void clipboardCrossesKinds()
     {
         ComponentDialog dialogs;
@@ -466,9 +461,8 @@ private slots:
         }});
     }
 
-    // Each file is written whatever becomes of the other: a failed document
-    // keeps the order, a failed order keeps the document, and either failure
-    // is told and leaves the project unsaved.
+    // Each file is written whatever becomes of the other; either failure is
+    // told and leaves the project unsaved.
     void aFailedSaveOfOneFileKeepsTheOther()
     {
         const QJsonObject properties{{"Alpha", "1"}, {"Beta", "2"}};

@@ -76,10 +76,8 @@ private slots:
         QApplication::clipboard()->clear();
     }
 
-    // Every component of the hand-made document, each kind with nested data
-    // objects, conditions, add-ons, animations, custom properties, extension
-    // objects and unknown keys, comes back from its dialog as it was but for
-    // the confirm rules.
+    // Every component of the hand-made document, each kind with everything a
+    // component holds, comes back from its dialog as it was but for the rules.
     void everyComponentOfTheDocumentComesBackIdentical()
     {
         const QJsonObject document =
@@ -98,9 +96,8 @@ private slots:
             UIComponentBase* loaded = editor.load(component);
             const QJsonObject before = loaded->data();
             QCOMPARE(editor.editRow(0, {press("confirmButton")}).count, 1);
-            // Keys a kind's dialog doesn't know are dropped (a gauge's has no
-            // shape), and the collections show their HUD's size: 300 by 300
-            // with no HUD list here. Nothing else changes.
+            // Keys a dialog doesn't know go (a gauge's has no shape); the
+            // collections show their HUD's size, 300 by 300 with no HUD list.
             QJsonObject expected = before;
             for (auto key = before.begin(); key != before.end(); ++key) {
                 if (!key.key().endsWith(QLatin1String("Data")))
@@ -148,17 +145,11 @@ private slots:
                     R"("ListData": {"Type": 2, "MembersType": 0, "Data": 0}, "MaxRows": 1, "MaxColumns": 4, )"
                     R"("HorizontalSpacing": 0, "VerticalSpacing": 0, "AlignLeft": true, "AlignUp": true})"))
             << QJsonObject();
-        QTest::newRow("attach collection")
-            << 12 << "AttachCollectionData" << "Attach Collection (ID 5)"
-            << merged(addons, json(R"({"Width": 300, "Height": 300, "Params": {}, "ID": "", "Data": 0, "List": 0, )"
-                    R"("Position": 1})"))
-            << QJsonObject();
     }
 
-    // A component with little more than its kind: an unchanged confirm gives
-    // the data object exactly the keys of the kind's dialog, names the
-    // component, drops an empty condition list, and nothing else moves. The
-    // change is one undo step, which brings the object back.
+    // An unchanged confirm of a sparse component gives its data object exactly
+    // the dialog's keys, names it and drops an empty condition list, as one
+    // undo step; nothing else moves.
     void sparseComponentsChangeOnlyByTheConfirmRules()
     {
         QFETCH(int, type);
@@ -183,9 +174,8 @@ private slots:
         QVERIFY(!editor.scene->components().value(0)->data().contains("Name"));
     }
 
-    // Numbers the fields show in percent: what has up to six significant
-    // digits comes back exactly; more are cut to six, as the field shows. An
-    // empty name stays empty.
+    // Numbers shown in percent come back exactly up to six significant digits
+    // and are cut to six beyond; an empty name stays empty.
     void percentagesComeBackAsShown()
     {
         Editor editor;
@@ -266,9 +256,8 @@ private slots:
         QCOMPARE(rowTexts(editor.list), QStringList{"Shape 3"});
     }
 
-    // A click on the confirm button while the field being typed in is out
-    // of range first takes the focus from it: the value comes into range,
-    // and only that value is written.
+    // Confirm clicked while the field typed in is out of range writes the
+    // value brought into range.
     void anOutOfRangeValueIsNeverWritten()
     {
         Editor editor;
@@ -300,10 +289,8 @@ private slots:
         COMPARE_JSON(editor.scene->components().value(0)->data(), expected);
     }
 
-    // Custom properties: the stored order first (a name no longer there
-    // skipped), then the rest by name; line breaks show as " ↵ " but stay in
-    // the value. The new order is kept beside the others; cancel keeps the
-    // order as it was, whatever was deleted.
+    // Custom properties: the stored order first (a gone name skipped), then by
+    // name; line breaks show as " ↵ " but stay. Cancel keeps the old order.
     void customPropertiesKeepValuesAndOrder()
     {
         Editor editor;
@@ -341,8 +328,7 @@ private slots:
     }
 
     // A double-click on an empty spot opens the selector; closed, it makes
-    // nothing. A cancelled property dialog leaves it open and working, and
-    // the confirmed one makes the component with the next id.
+    // nothing; through a kind's confirmed dialog, it makes the next id.
     void selectorMakesTheNextId()
     {
         Editor editor;

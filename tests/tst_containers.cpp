@@ -164,10 +164,8 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // The window drawn from the test skin: corners at 24 pixels, edges
-    // stretched, the pattern tiled from the margin on and cut where the
-    // background ends, the background opacity on the background alone. The
-    // probes count from the window's top-left corner; nothing is drawn outside.
+    // The window from the test skin: frame pieces, the pattern tiled from the
+    // margin and cut, the background opacity; probes from its top-left corner.
     void windowPixels_data()
     {
         QTest::addColumn<QJsonObject>("data");
@@ -229,9 +227,8 @@ private slots:
         QCOMPARE(window->data().value("WindowData").toObject().value("Width").toInt(), 80);
     }
 
-    // Confirm keeps the window at least twice the padding and the margin
-    // wide and high. A padding given by the game at run time (an extension
-    // object this editor can't show) stays as it came and counts as 12.
+    // Confirm keeps the window at least twice its padding and margin; a
+    // padding the game gives stays as it came and counts as 12.
     void confirmKeepsTheWindowAboveItsPaddingAndMargin()
     {
         Editor editor;
@@ -251,9 +248,8 @@ private slots:
         QCOMPARE(QSize(data.value("Width").toInt(), data.value("Height").toInt()), QSize(24, 24));
     }
 
-    // Numbers no dialog writes, from a damaged or hand-edited document: the
-    // smallest side stays within a window's sizes, and a margin far below
-    // zero draws the background over the whole window.
+    // Numbers no dialog writes keep the least size within bounds; a margin
+    // far below zero draws the background over the whole window.
     void extremeNumbersStayInBounds()
     {
         Editor editor;
@@ -284,9 +280,8 @@ private slots:
         QCOMPARE(written.value("Opacity").toDouble(), 0.2);
     }
 
-    // Children of a group and of a turned window move with their parent,
-    // turned with it, and keep their own place relative to it. Selected, a
-    // group has no handles at all; both move by a drag.
+    // Children move and turn with their parent and keep their own place in
+    // it; a selected group has no handles.
     void childrenMoveWithTheirParent()
     {
         Editor editor;
@@ -423,9 +418,8 @@ private slots:
         QCOMPARE(animation->pixmap.toImage(), UIComponentAnimation::card(2, "Fire Burst").toImage());
     }
 
-    // The card: a translucent brick fill, the id on top, the name below.
-    // Without a name (none given, or an id past the array) only the id is
-    // drawn; a name too long even at 14 pixels is cut to the card.
+    // The card: the id on top, the name below, none for an id past the
+    // database; a name too long even at 14 pixels is cut to the card.
     void animationCard()
     {
         const QImage named = cardImage(UIComponentAnimation::card(1, "Slash"));

@@ -199,9 +199,8 @@ private slots:
         QCOMPARE(f.scene->toJson(), QJsonArray{expected});
     }
 
-    // Deleting the owner takes the expansion off the canvas; undo brings it
-    // back whole, and a paste builds a second expansion of its own. A new
-    // object for the owner frees what it built before, not merely hides it.
+    // Delete and undo take and bring the expansion; a paste builds its own; a
+    // new object for the owner frees what it built before.
     void expansionGoesAndComesWithItsOwner()
     {
         Fixture f;
@@ -269,9 +268,8 @@ private slots:
         f.image();
     }
 
-    // A long chain of custom HUDs, each inside the next, stops at a depth
-    // the stack bears, as a cycle does; so does a tree of HUDs that each
-    // hold several of the next, before it multiplies into millions.
+    // A long chain of custom HUDs stops at a depth the stack bears; a tree of
+    // them stops before it multiplies into millions.
     void deepChainsStop()
     {
         Fixture f;
@@ -293,9 +291,7 @@ private slots:
         f.image();
     }
 
-    // A reference that leads nowhere shows the 100 by 100 translucent black
-    // square, whatever the grid's size says; an attach collection shows no
-    // frame then.
+    // A reference that leads nowhere shows the 100 by 100 black square.
     void missingReferenceShowsTheBlackSquare_data()
     {
         QTest::addColumn<QJsonObject>("component");
@@ -316,53 +312,35 @@ private slots:
         COMPARE_COLOR(image, 250, 200, Clear);
     }
 
-    void gridSizeAndCells_data()
-    {
-        QTest::addColumn<QJsonValue>("rows");
-        QTest::addColumn<QJsonValue>("columns");
-        QTest::addColumn<QJsonValue>("horizontal");
-        QTest::addColumn<QJsonValue>("vertical");
-        QTest::addColumn<QSize>("cell");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<int>("cells");
-        QTest::newRow("3 rows, 2 columns, spacing 10 and 5") << QJsonValue(3) << QJsonValue(2) << QJsonValue(10)
-                                                             << QJsonValue(5) << QSize(100, 50) << QSize(210, 160) << 6;
-        // A value the game works out counts as 1 row or column, no spacing.
-        const QJsonValue extended = QJsonObject{{"Type", 0}, {"Param", "Count"}};
-        QTest::newRow("extended") << extended << QJsonValue(3) << extended << extended << QSize(30, 20)
-                                  << QSize(90, 20) << 3;
-    }
-
     // Each cell holds its own copy at its place; the grid's size is never
-    // written back.
+    // written back. A value the game works out counts as 1 row or column and
+    // no spacing.
     void gridSizeAndCells()
     {
-        QFETCH(QJsonValue, rows);
-        QFETCH(QJsonValue, columns);
-        QFETCH(QJsonValue, horizontal);
-        QFETCH(QJsonValue, vertical);
-        QFETCH(QSize, cell);
-        QFETCH(QSize, size);
-        QFETCH(int, cells);
-        Fixture f;
-        // One shape in each cell, centred 3 right and 2 down of the cell's corner.
-        f.addHud(customHud("11111", "Cell", cell.width(), cell.height(), {redShape(1, 3, 2, 2, 2)}));
-        f.load({collection(1, 400, 300, "11111", rows, columns, horizontal, vertical)});
-        auto* grid = qobject_cast<UIComponentCustomCollection*>(f.top(0));
-        QVERIFY(grid);
-        QCOMPARE(sizeOf(grid), size);
-        QCOMPARE(grid->subComponents().size(), cells);
-        const int stepX = cell.width() + (horizontal.isDouble() ? horizontal.toInt() : 0);
-        const int stepY = cell.height() + (vertical.isDouble() ? vertical.toInt() : 0);
-        const QPointF corner(400 - size.width() / 2.0, 300 - size.height() / 2.0);
-        QSet<QPair<int, int>> seen;
-        for (UIComponentBase* sub : grid->subComponents()) {
-            const QPoint at = grid->cellOf(sub);
-            seen.insert({at.x(), at.y()});
-            QCOMPARE(sub->scenePos(), corner + QPointF(at.x() * stepX + 3, at.y() * stepY + 2));
-        }
-        QCOMPARE(seen.size(), cells);
-        QCOMPARE(f.scene->toJson().at(0).toObject().value("CustomCollectionData").toObject().value("Width").toInt(), 100);
+        auto check = [](const QJsonValue& rows, const QJsonValue& columns, const QJsonValue& spacing, QSize cell,
+                        QSize size, int cells) {
+            Fixture f;
+            // One shape in each cell, centred 3 right and 2 down of the cell's corner.
+            f.addHud(customHud("11111", "Cell", cell.width(), cell.height(), {redShape(1, 3, 2, 2, 2)}));
+            f.load({collection(1, 400, 300, "11111", rows, columns, spacing, spacing)});
+            auto* grid = qobject_cast<UIComponentCustomCollection*>(f.top(0));
+            QCOMPARE(sizeOf(grid), size);
+            QCOMPARE(grid->subComponents().size(), cells);
+            const QSize step = cell + (spacing.isDouble() ? QSize(spacing.toInt(), spacing.toInt()) : QSize(0, 0));
+            const QPointF corner(400 - size.width() / 2.0, 300 - size.height() / 2.0);
+            QSet<QPair<int, int>> seen;
+            for (UIComponentBase* sub : grid->subComponents()) {
+                const QPoint at = grid->cellOf(sub);
+                seen.insert({at.x(), at.y()});
+                QCOMPARE(sub->scenePos(), corner + QPointF(at.x() * step.width() + 3, at.y() * step.height() + 2));
+            }
+            QCOMPARE(seen.size(), cells);
+            QCOMPARE(f.scene->toJson().at(0).toObject().value("CustomCollectionData").toObject().value("Width"),
+                     QJsonValue(100));
+        };
+        check(3, 2, 10, QSize(100, 50), QSize(210, 170), 6);
+        const QJsonValue extended = QJsonObject{{"Type", 0}, {"Param", "Count"}};
+        check(extended, 3, extended, QSize(30, 20), QSize(90, 20), 3);
     }
 
     // The frame follows the zoom: at 0.5 its bars are 4 pixels of the scene.
@@ -380,9 +358,8 @@ private slots:
         COMPARE_COLOR(image, 49, 100, Clear);
     }
 
-    // The HUD that uses a custom HUD shows it as it is now when the user
-    // comes back to it: components added to the custom HUD, unsaved, and a
-    // new size given in the HUD dialog.
+    // Back on the HUD that uses a custom HUD, it shows the custom HUD's
+    // unsaved components and new size.
     void comingBackShowsTheEditedCustomHud()
     {
         openWindow(projectWith("edited", {custom(1, 300, 200, "11111")},
@@ -401,9 +378,8 @@ private slots:
         QCOMPARE(subsOf(owner).size(), 2);
     }
 
-    // The check names every reference to a custom HUD that is gone and every
-    // component whose custom HUD leads back to the HUD holding it, with the
-    // way round; neither makes the document invalid.
+    // The check names every reference to a gone custom HUD and every cycle,
+    // with the way round; neither makes the document invalid.
     void checkReportsMissingHudsAndCycles()
     {
         auto named = [](QJsonObject component, const char* name) {

@@ -135,9 +135,8 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // The editor never evaluates the value: whatever it is against its
-    // maximum, the bar shows full, red at its left end to blue at its right,
-    // from its top row to its bottom row.
+    // The editor never evaluates the value: the bar shows full, red at its
+    // left end to blue at its right.
     void gaugeShowsFullWhateverTheValue()
     {
         Editor editor;
@@ -194,9 +193,8 @@ private slots:
         QCOMPARE(gauge->backgroundColor, QColor("#333333"));
     }
 
-    // A gauge's size is read with 100 for a missing side and written back
-    // after a resize beside every key it came with; its sides stay within
-    // 10 and 5000.
+    // A missing side reads as 100; a resize, kept within 10 and 5000, is
+    // written beside every key the gauge came with.
     void gaugeSizeAndLimits()
     {
         Editor editor;
@@ -290,9 +288,7 @@ private slots:
         QCOMPARE(ProjectImages::missing().contains("img/system/" + name), unreadable);
     }
 
-    // A gauge made from the selector: what the user types and the value
-    // picked in the number input land in "GaugeData" beside the dialog's
-    // defaults, and it is drawn as confirmed.
+    // A gauge made from the selector, drawn as confirmed.
     void newGaugeFromTheSelector()
     {
         Editor editor;
@@ -312,9 +308,8 @@ private slots:
         COMPARE_COLOR(image, 212, 200, QColor(0xa8, 0x75, 0x32));
     }
 
-    // A picture gauge made from the selector: the skin picked from the
-    // project's system images sets the height field to a third of the skin;
-    // a width narrower than two edge margins is raised to them.
+    // A picture gauge is a third of its skin high and at least two edge
+    // margins wide.
     void newPictureGaugeFromTheSelector()
     {
         Editor editor;

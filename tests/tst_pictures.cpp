@@ -153,11 +153,9 @@ private slots:
         TestEnvironment::quietDialogs();
     }
 
-    // The face is the cell "faceIndex" names, four to a row, whole. Index 9
-    // lies on a third row the sheet hasn't: nothing shows. An actor named at
-    // run time shows the first actor; an id beyond the database shows the
-    // default face sheet; a face sheet the project lacks is the translucent
-    // block, 144 square.
+    // The face is the cell "faceIndex" names, four to a row; a cell past the
+    // sheet is empty, an actor named at run time is the first, one past the
+    // database the default sheet, a missing sheet the translucent block.
     void facesFromTheirCellOrTheBlock()
     {
         Editor editor;
@@ -181,9 +179,8 @@ private slots:
         COMPARE_SHADE(at(image, 272, 150), Clear);
     }
 
-    // Sixteen icons to a row: index 17 is column 1 of row 1. An index or a
-    // size the game works out shows icon 1 or previews at 32; one past the
-    // set shows nothing.
+    // Sixteen icons to a row; an index or size the game works out shows icon
+    // 1 or previews at 32; one past the set shows nothing.
     void iconComesFromItsCell_data()
     {
         QTest::addColumn<QJsonObject>("data");
@@ -208,18 +205,6 @@ private slots:
         const QColor expected = cell < 0 ? Clear : cellColor(cell);
         COMPARE_SHADE(at(shown->pixmap, 0, 0), expected);
         COMPARE_SHADE(at(shown->pixmap, 31, 31), expected);
-    }
-
-    // A set the project lacks, or none, is the block at the configured size.
-    void missingIconSetIsABlockOfTheCellSize()
-    {
-        Editor editor;
-        for (const QString& name : {QStringLiteral("Nowhere"), QString()}) {
-            const QImage image = editor.render(icon({{"IconIndex", number(3)}, {"IconSet", name}, {"IconSize", 40}}));
-            // Centred on (200, 150): 180 to 219 by 130 to 169.
-            COMPARE_SHADE(at(image, 219, 169), Unavailable);
-            COMPARE_SHADE(at(image, 220, 150), Clear);
-        }
     }
 
     // The picture at its own size, and as the block, 64 square, for one that
@@ -249,8 +234,7 @@ private slots:
         QCOMPARE(ProjectImages::missing().contains("img/pictures/" + name), !found && !name.isEmpty());
     }
 
-    // Scale kinds: the size is the natural size times the scales, truncated,
-    // up to five times the natural size (a missing picture's block too); a
+    // The size is the natural size times the scales, up to five times it; a
     // resize writes the new ratio.
     void scalesAgainstTheNaturalSize()
     {
@@ -271,9 +255,7 @@ private slots:
         QCOMPARE(editor.load(picture("Nowhere"))->maximumWidth(), 320);
     }
 
-    // Where the red corner of each 10 by 8 tile lands in a 35 by 20 box: the
-    // columns from the start x0 of the offset in steps of 10, the rows from
-    // y0 in steps of 8, those inside the box.
+    // Where the red corner of each 10 by 8 tile lands in a 35 by 20 box.
     void repeatTilesTheRightNumberOfTimes_data()
     {
         QTest::addColumn<QJsonValue>("offsetX");
@@ -358,10 +340,8 @@ private slots:
                  QStringList());
     }
 
-    // A picture made from the selector: the image chosen in the picker, the
-    // code mode switched on; the document gets the picture, the default
-    // code and the add-on keys. Switched back to the fixed picture, the
-    // code is gone.
+    // A picture made from the selector in code mode gets the default code,
+    // which goes when it is switched back.
     void newPictureFromTheSelector()
     {
         Editor editor;
@@ -375,9 +355,8 @@ private slots:
                  withoutAddons({{"Picture", "Plain"}}));
     }
 
-    // A repeating picture made from the selector takes the size of the first
-    // picture chosen; a later choice keeps the size. Offsets typed in land
-    // in the document.
+    // A repeating picture takes the size of the first picture chosen; a later
+    // choice keeps it.
     void newRepeatTakesItsFirstPicturesSize()
     {
         Editor editor;
@@ -404,10 +383,8 @@ private slots:
         COMPARE_SHADE(at(made->pixmap, 72, 72), cellColor(1));
     }
 
-    // An icon made from the selector: the index typed in the number input,
-    // a cell size, the icon set chosen in the picker; the set's code mode
-    // off, so no "Code". Cells of 24 on a 32-pixel set are cut at multiples
-    // of 24.
+    // An icon made from the selector; cells of 24 on a 32-pixel set are cut
+    // at multiples of 24.
     void newIconFromTheSelector()
     {
         Editor editor;

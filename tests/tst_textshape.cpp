@@ -208,9 +208,7 @@ private slots:
         QVERIFY(census(image, boxOf(text)).firstRedX > boxOf(text).left() + 150);
     }
 
-    // A text made from the selector: the value typed in the dynamic text
-    // input, a font size and an alignment land in "TextData" with the other
-    // defaults, and come back from a reload.
+    // A text made from the selector, its value typed in the dynamic text input.
     void newTextFromTheSelector()
     {
         Editor editor;
@@ -225,9 +223,8 @@ private slots:
             "TextData", expected));
     }
 
-    // The font picker opens on the project's fonts folder; the chosen file
-    // goes into "FontFamily" and the canvas draws the text in it. Back to
-    // "(Default)", the key is empty and the main font draws it again.
+    // The chosen font file goes into "FontFamily" and draws the text; back to
+    // "(Default)", the key is empty and the main font draws it.
     void fontFamilyFromThePicker()
     {
         Editor editor;
@@ -299,23 +296,6 @@ private slots:
         // Half a red over half a blue: three quarters covered, two parts red
         // to one part blue.
         COMPARE_COLOR(image, 100, 100, QColor(170, 0, 85, 191));
-    }
-
-    // A shape resized on the canvas keeps its size in its data object, next
-    // to every key it came with.
-    void shapeWritesItsSizeBack()
-    {
-        Editor editor;
-        const QJsonObject data{{"Width", 40},        {"Height", 40},      {"Shape", 1},
-                               {"OutlineSize", 3},   {"Color", "#202040"}, {"OutlineColor", "#c0c0ff"},
-                               {"OutlineOpacity", 75.25}, {"Future", "kept"}};
-        UIComponentBase* shape = editor.load(shapeOf(data));
-        shape->setWidth(70);
-        shape->setHeight(20);
-        QJsonObject expected = data;
-        expected.insert("Width", 70);
-        expected.insert("Height", 20);
-        QCOMPARE(shape->data().value("ShapeData").toObject(), expected);
     }
 
     // A shape made from the selector and edited in its dialog gets the keys
