@@ -11,9 +11,7 @@
 #include <QApplication>
 #include <QPainter>
 
-using TestEnvironment::Answer;
 using TestEnvironment::clicking;
-using TestEnvironment::clickTab;
 using TestEnvironment::press;
 using TestEnvironment::typing;
 
@@ -90,12 +88,12 @@ QByteArray pngOf(const QImage& image)
 }
 
 // In the number input: the plain number page, with number typed.
-Answer plainNumberTyped(const QString& number)
+TestEnvironment::Answer plainNumberTyped(const QString& number)
 {
     return [number](TrovDialog* dialog) {
         auto* selector = qobject_cast<DynamicValueSelector*>(dialog);
         QVERIFY(selector);
-        clickTab(selector, 0);
+        TestEnvironment::clickTab(selector, 0);
         TestEnvironment::retype(TestEnvironment::field<MyLineEdit>(dialog, "Number"), number);
         press("confirmButton")(dialog);
     };

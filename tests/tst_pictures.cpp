@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QPainter>
 
-using TestEnvironment::Answer;
 using TestEnvironment::clicking;
 using TestEnvironment::press;
 using TestEnvironment::typing;
@@ -88,7 +87,7 @@ QJsonObject actor(const QString& faceName, int faceIndex)
     return QJsonObject{{"name", "Hero"}, {"faceName", faceName}, {"faceIndex", faceIndex}};
 }
 
-Answer choosingImage(const QString& name) { return TestEnvironment::pickingRow("fileList", name); }
+TestEnvironment::Answer choosingImage(const QString& name) { return TestEnvironment::pickingRow("fileList", name); }
 
 // The add-on keys of a component that has none.
 QJsonObject withoutAddons(QJsonObject data)
