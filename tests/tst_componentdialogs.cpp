@@ -76,7 +76,7 @@ private slots:
 
     // Every component of the hand-made document, each kind with everything a
     // component holds, comes back from its dialog as it was but for the rules.
-    void everyComponentOfTheDocumentComesBackIdentical()
+    void everyComponentOfTheDocumentSurvivesItsDialog()
     {
         const QJsonObject document =
             QJsonDocument::fromJson(TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json")))
