@@ -2,24 +2,16 @@
 #include "TestEnvironment.h"
 
 #include "components/ComponentKinds.h"
-#include "components/GameUIEditorSceneHelper.h"
 #include "components/UIComponentAttachCollection.h"
 #include "components/UIComponentCustom.h"
 #include "components/UIComponentCustomCollection.h"
-#include "components/VelmoUISelector.h"
 #include "logic/HudCatalog.h"
 #include "scene/GameUIEditor.h"
 #include "scene/GameUIEditorScene.h"
 #include "scene/UIComponentBase.h"
-#include "widgets/UltimateTree.h"
 #include "widgets/UltimateTreeItem.h"
-#include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QSet>
-#include <QJsonArray>
-#include <QPointer>
 
 namespace {
 
@@ -67,31 +59,16 @@ QJsonObject attach(int id, int x, int y, const QString& reference)
     return placed(id, 12, x, y, "AttachCollectionData", {{"ID", reference}, {"List", 0}, {"Position", 1}, {"Data", 0}});
 }
 
-// The canvas with the real factory and a HUD list the test fills.
-struct Fixture : TestEnvironment::Canvas {
-    Fixture() : Canvas(new GameUIEditorSceneHelper<VelmoUISelector>())
+// The shared canvas with a HUD list the test fills.
+struct Fixture : TestEnvironment::Workbench {
+    Fixture()
     {
         rows.append(HudCatalog::Row{HudCatalog::Map, QJsonObject{{"HUD", QJsonArray()}}, true});
         rows.append(HudCatalog::Row{HudCatalog::Battle, QJsonObject{{"HUD", QJsonArray()}}, false});
         HudCatalog::setSource([this]() { return rows; });
-        scene->setZoom(10);
     }
     ~Fixture() { HudCatalog::setSource(nullptr); }
-    void show()
-    {
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        // At zoom 1.0 once shown.
-        scene->setZoom(10);
-        QApplication::processEvents();
-    }
     void addHud(const QJsonObject& object) { rows.append(HudCatalog::Row{HudCatalog::Custom, object, false}); }
-    // The HUD on the canvas, as a switch of HUDs loads it.
-    void load(const QJsonArray& components)
-    {
-        scene->clear();
-        scene->loadFromJson(components);
-    }
     UIComponentBase* top(int index) const { return scene->components().at(index); }
     // Unpremultiplied, so that translucent colours compare as they were painted.
     QImage image() { return scene->canvasImage(false).convertToFormat(QImage::Format_ARGB32); }
@@ -149,44 +126,27 @@ private slots:
         QVERIFY(customExpansionStack.isEmpty());
     }
 
-    // ---------------------------------------------------------------- placing and drawing
-
-    // A custom HUD's coordinates count from its top-left corner, the
-    // component's from its centre: a 100 by 50 HUD placed at (200, 100)
-    // starts at (150, 75), and a 20 by 10 shape centred at (10, 5) of it
-    // covers (150..169, 75..84). A group's child stays relative to the group,
-    // and the group, only structure there, draws no marker. At zoom 2 all of
-    // it doubles, whether the zoom came before or after loading.
+    // A HUD counts from its top-left corner, the component from its centre:
+    // a 100 by 50 HUD at (200, 100) starts at (150, 75), and a 20 by 10 shape
+    // at (10, 5) of it covers (150..169, 75..84). A group's child stays
+    // relative to the group, which draws no marker there.
     void expansionIsDrawnWhereTheHudPutsIt()
     {
         Fixture f;
         const QJsonObject group{{"ID", 2}, {"Type", 6}, {"X", 50}, {"Y", 25}, {"Children", QJsonArray{redShape(3, 10, 0, 4, 4)}}};
         f.addHud(customHud("11111", "Part", 100, 50, {redShape(1, 10, 5, 20, 10), group}));
         f.load({custom(1, 200, 100, "11111")});
-        auto drawnAt = [&f](int z) {
-            const QImage image = f.image();
-            COMPARE_COLOR(image, 150 * z, 75 * z, Red);
-            COMPARE_COLOR(image, 170 * z - 1, 85 * z - 1, Red);
-            COMPARE_COLOR(image, 170 * z, 80 * z, Clear);
-            COMPARE_COLOR(image, 160 * z, 85 * z, Clear);
-            COMPARE_COLOR(image, 150 * z - 1, 80 * z, Clear);
-            COMPARE_COLOR(image, 211 * z, 100 * z, Red);
-            COMPARE_COLOR(image, 213 * z, 100 * z, Clear);
-            // Neither the owner nor the group draws anything of its own.
-            COMPARE_COLOR(image, 200 * z, 100 * z, Clear);
-        };
-        drawnAt(1);
-        f.scene->setZoom(20);
-        drawnAt(2);
-        f.load({custom(1, 200, 100, "11111")});
-        drawnAt(2);
+        const QImage image = f.image();
+        COMPARE_COLOR(image, 150, 75, Red);
+        COMPARE_COLOR(image, 170, 80, Clear);
+        COMPARE_COLOR(image, 211, 100, Red);
+        // Neither the owner nor the group draws anything of its own.
+        COMPARE_COLOR(image, 200, 100, Clear);
     }
 
-    // A Custom always takes the size of the HUD it refers to: a stale stored
-    // size is replaced and written back; an Attach Collection keeps its
-    // stored object as it was. Of two rows with one ID the first is taken;
-    // the Map HUD, found by "M", has no size of its own: 100 by 100. No
-    // handle can change the size, nor turn it.
+    // A Custom takes the size of its HUD (the first of two with one ID; the
+    // Map HUD, "M", is 100 by 100) and writes it back; an Attach Collection
+    // keeps its stored object. No handle changes the size, nor turns it.
     void theHudsSizeWins()
     {
         Fixture f;
@@ -206,37 +166,22 @@ private slots:
             QVERIFY(!component->canResize() && !component->canRotate() && !component->canHaveChildren());
     }
 
-    // ---------------------------------------------------------------- passive
-
     // What an expansion builds is seen but never touched: a click on it
-    // selects the component that owns it, whose marching ants show above
-    // it, and a drag takes it along; it has no row, isn't among the scene's
-    // components and never reaches the saved document.
+    // selects its owner, a drag takes it along; it has no row and never
+    // reaches the saved document.
     void expandedComponentsArePassive()
     {
         Fixture f;
-        f.show();
         f.addHud(customHud("11111", "Part", 100, 100, {redShape(1, 50, 50, 40, 40), redShape(2, 5, 5, 10, 10)}));
         const QJsonObject placed = custom(1, 200, 200, "11111");
         f.load({placed});
-        QCOMPARE(f.scene->components().size(), 1);
-        QCOMPARE(f.list->tree()->rowCount(), 1);
         QCOMPARE(f.list->tree()->row(0)->childCount(), 0);
         UIComponentBase* owner = f.top(0);
-        // The HUD's top-left corner, covered by a shape.
-        auto corner = [&f]() {
-            return f.view->viewport()->grab().toImage().pixelColor(f.view->mapFromScene(QPointF(150, 150)));
-        };
-        QCOMPARE(corner(), Red);
-
         // Over the shape in the middle of the custom HUD.
         const QPoint middle = f.view->mapFromScene(QPointF(200, 200));
         QTest::mouseMove(f.view->viewport(), middle);
         QTest::mouseClick(f.view->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
         QCOMPARE(f.scene->selectedComponent(), owner);
-        QApplication::processEvents();
-        QVERIFY2(corner() != Red, qPrintable(corner().name()));
-        QCOMPARE(subsOf(owner).size(), 2);
         for (UIComponentBase* sub : subsOf(owner))
             QVERIFY(!sub->selected && !sub->hovered && sub->handles.isEmpty());
 
@@ -244,9 +189,7 @@ private slots:
         QTest::mousePress(f.view->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
         TestEnvironment::moveWithButtons(f.view->viewport(), to, Qt::LeftButton);
         QTest::mouseRelease(f.view->viewport(), Qt::LeftButton, Qt::NoModifier, to);
-        const QImage image = f.image();
-        COMPARE_COLOR(image, 230, 200, Red);
-        COMPARE_COLOR(image, 185, 200, Clear);
+        COMPARE_COLOR(f.image(), 185, 200, Clear);
 
         QJsonObject expected = placed;
         expected.insert("X", 230);
@@ -255,13 +198,11 @@ private slots:
         QCOMPARE(f.scene->toJson(), QJsonArray{expected});
     }
 
-    // Deleting the owner takes the expansion off the canvas; undo brings it
-    // back whole, and a paste builds a second expansion of its own. A new
-    // object for the owner frees what it built before, not merely hides it.
+    // Delete and undo take and bring the expansion; a paste builds its own; a
+    // new object for the owner frees what it built before.
     void expansionGoesAndComesWithItsOwner()
     {
         Fixture f;
-        f.show();
         f.addHud(customHud("11111", "Part", 100, 100, {redShape(1, 50, 50, 40, 40)}));
         f.addHud(customHud("22222", "Other", 60, 60, {redShape(1, 30, 30, 10, 10), redShape(2, 5, 5, 10, 10)}));
         f.load({custom(1, 200, 200, "11111")});
@@ -276,8 +217,7 @@ private slots:
         f.scene->setPastePosition(QPointF(500, 400));
         f.scene->paste(nullptr);
         QCOMPARE(f.scene->components().size(), 2);
-        QCOMPARE(subsOf(f.top(1)).size(), 1);
-        QVERIFY(subsOf(f.top(1)).first() != subsOf(f.top(0)).first());
+        QVERIFY(subsOf(f.top(1)).value(0) != subsOf(f.top(0)).value(0));
         QVERIFY(!f.scene->toJson().at(1).toObject().contains("Children"));
 
         const QPointer<UIComponentBase> old = subsOf(f.top(0)).first();
@@ -287,39 +227,18 @@ private slots:
         QCOMPARE(f.scene->items().size(), itemsBefore + 1);
     }
 
-    // ---------------------------------------------------------------- recursion
-
-    // A custom HUD that holds itself expands one level and stops there: the
-    // inner component is an empty box of its stored size that shows nothing,
-    // not even the black block.
-    void selfReferenceStopsAfterOneLevel()
-    {
-        Fixture f;
-        f.addHud(customHud("11111", "Loop", 100, 100, {redShape(1, 10, 10, 20, 20), custom(2, 70, 70, "11111", 40, 30)}));
-        f.load({custom(1, 200, 200, "11111")});
-        QCOMPARE(subsOf(f.top(0)).size(), 2);
-        UIComponentBase* inner = subsOf(f.top(0)).at(1);
-        QVERIFY(subsOf(inner).isEmpty());
-        QCOMPARE(sizeOf(inner), QSize(40, 30));
-        const QImage image = f.image();
-        COMPARE_COLOR(image, 220, 220, Clear);
-        COMPARE_COLOR(image, 155, 155, Red);
-    }
-
     void cyclesStopWhereTheyCloseUp_data()
     {
         QTest::addColumn<QVector<QJsonObject>>("huds");
         QTest::addColumn<int>("built");
+        // A HUD that holds itself expands one level and stops there.
+        QTest::newRow("itself") << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "A0000")})}
+                                << 1;
         // A uses B uses A: A's expansion holds B's custom, which holds A's,
         // which stops.
         QTest::newRow("two HUDs") << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "B0000")}),
                                                          customHud("B0000", "B", 100, 100, {custom(1, 50, 50, "A0000")})}
                                   << 2;
-        QTest::newRow("three HUDs")
-            << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "B0000")}),
-                                    customHud("B0000", "B", 100, 100, {custom(1, 50, 50, "C0000")}),
-                                    customHud("C0000", "C", 100, 100, {custom(1, 50, 50, "A0000")})}
-            << 3;
         // Through a collection of two cells: each cell's custom of A stops.
         QTest::newRow("through a collection")
             << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {collection(1, 50, 50, "B0000", 1, 2)}),
@@ -333,7 +252,7 @@ private slots:
             << 4;
     }
 
-    // Drawn at two zooms, the built tree holds no loop.
+    // Drawn, the built tree holds no loop.
     void cyclesStopWhereTheyCloseUp()
     {
         QFETCH(QVector<QJsonObject>, huds);
@@ -346,13 +265,10 @@ private slots:
         // The grid holds four copies of the same.
         QCOMPARE(expandedCount(f.top(1)), 4 * built);
         f.image();
-        f.scene->setZoom(20);
-        f.image();
     }
 
-    // A long chain of custom HUDs, each inside the next, stops at a depth
-    // the stack bears, as a cycle does; so does a tree of HUDs that each
-    // hold several of the next, before it multiplies into millions.
+    // A long chain of custom HUDs stops at a depth the stack bears; a tree of
+    // them stops before it multiplies into millions.
     void deepChainsStop()
     {
         Fixture f;
@@ -374,18 +290,13 @@ private slots:
         f.image();
     }
 
-    // ---------------------------------------------------------------- missing
-
-    // A reference that leads nowhere shows the 100 by 100 translucent black
-    // square, whatever the grid's size says; an attach collection shows no
-    // frame then.
+    // A reference that leads nowhere shows the 100 by 100 black square.
     void missingReferenceShowsTheBlackSquare_data()
     {
         QTest::addColumn<QJsonObject>("component");
-        QTest::newRow("custom") << custom(1, 200, 200, "gone!", 300, 300);
+        QTest::newRow("no reference") << custom(1, 200, 200, QString(), 300, 300);
         QTest::newRow("collection 3 x 4") << collection(1, 200, 200, "gone!", 3, 4, 10, 10);
         QTest::newRow("attach collection") << attach(1, 200, 200, "gone!");
-        QTest::newRow("no reference") << custom(1, 200, 200, QString());
     }
 
     void missingReferenceShowsTheBlackSquare()
@@ -396,67 +307,40 @@ private slots:
         f.load({component});
         QCOMPARE(sizeOf(f.top(0)), QSize(100, 100));
         const QImage image = f.image();
-        COMPARE_COLOR(image, 150, 150, Block);
         COMPARE_COLOR(image, 249, 249, Block);
         COMPARE_COLOR(image, 250, 200, Clear);
-        COMPARE_COLOR(image, 149, 200, Clear);
     }
 
-    // ---------------------------------------------------------------- collections
-
-    void gridSizeAndCells_data()
-    {
-        QTest::addColumn<QJsonValue>("rows");
-        QTest::addColumn<QJsonValue>("columns");
-        QTest::addColumn<QJsonValue>("horizontal");
-        QTest::addColumn<QJsonValue>("vertical");
-        QTest::addColumn<QSize>("cell");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<int>("cells");
-        QTest::newRow("3 rows, 2 columns, spacing 10 and 5") << QJsonValue(3) << QJsonValue(2) << QJsonValue(10)
-                                                             << QJsonValue(5) << QSize(100, 50) << QSize(210, 160) << 6;
-        // A value the game works out counts as 1 row or column, no spacing.
-        const QJsonValue extended = QJsonObject{{"Type", 0}, {"Param", "Count"}};
-        QTest::newRow("extended") << extended << QJsonValue(3) << extended << extended << QSize(30, 20)
-                                  << QSize(90, 20) << 3;
-    }
-
-    // Each cell holds its own copy at its place, at zoom 1 and 2; the
-    // grid's size is never written back.
+    // Each cell holds its own copy at its place; the grid's size is never
+    // written back. A value the game works out counts as 1 row or column and
+    // no spacing.
     void gridSizeAndCells()
     {
-        QFETCH(QJsonValue, rows);
-        QFETCH(QJsonValue, columns);
-        QFETCH(QJsonValue, horizontal);
-        QFETCH(QJsonValue, vertical);
-        QFETCH(QSize, cell);
-        QFETCH(QSize, size);
-        QFETCH(int, cells);
-        Fixture f;
-        // One shape in each cell, centred 3 right and 2 down of the cell's corner.
-        f.addHud(customHud("11111", "Cell", cell.width(), cell.height(), {redShape(1, 3, 2, 2, 2)}));
-        f.load({collection(1, 400, 300, "11111", rows, columns, horizontal, vertical)});
-        auto* grid = qobject_cast<UIComponentCustomCollection*>(f.top(0));
-        QVERIFY(grid);
-        QCOMPARE(sizeOf(grid), size);
-        QCOMPARE(grid->subComponents().size(), cells);
-        const int stepX = cell.width() + (horizontal.isDouble() ? horizontal.toInt() : 0);
-        const int stepY = cell.height() + (vertical.isDouble() ? vertical.toInt() : 0);
-        const QPointF corner(400 - size.width() / 2.0, 300 - size.height() / 2.0);
-        for (int zoom : {1, 2}) {
-            f.scene->setZoom(10 * zoom);
+        auto check = [](const QJsonValue& rows, const QJsonValue& columns, const QJsonValue& spacing, QSize cell,
+                        QSize size, int cells) {
+            Fixture f;
+            // One shape in each cell, centred 3 right and 2 down of the cell's corner.
+            f.addHud(customHud("11111", "Cell", cell.width(), cell.height(), {redShape(1, 3, 2, 2, 2)}));
+            f.load({collection(1, 400, 300, "11111", rows, columns, spacing, spacing)});
+            auto* grid = qobject_cast<UIComponentCustomCollection*>(f.top(0));
+            QCOMPARE(sizeOf(grid), size);
+            QCOMPARE(grid->subComponents().size(), cells);
+            const QSize step = cell + (spacing.isDouble() ? QSize(spacing.toInt(), spacing.toInt()) : QSize(0, 0));
+            const QPointF corner(400 - size.width() / 2.0, 300 - size.height() / 2.0);
             QSet<QPair<int, int>> seen;
             for (UIComponentBase* sub : grid->subComponents()) {
                 const QPoint at = grid->cellOf(sub);
                 seen.insert({at.x(), at.y()});
-                QCOMPARE(sub->scenePos(), zoom * (corner + QPointF(at.x() * stepX + 3, at.y() * stepY + 2)));
+                QCOMPARE(sub->scenePos(), corner + QPointF(at.x() * step.width() + 3, at.y() * step.height() + 2));
             }
             QCOMPARE(seen.size(), cells);
-        }
-        QCOMPARE(f.scene->toJson().at(0).toObject().value("CustomCollectionData").toObject().value("Width").toInt(), 100);
+            QCOMPARE(f.scene->toJson().at(0).toObject().value("CustomCollectionData").toObject().value("Width"),
+                     QJsonValue(100));
+        };
+        check(3, 2, 10, QSize(100, 50), QSize(210, 170), 6);
+        const QJsonValue extended = QJsonObject{{"Type", 0}, {"Param", "Count"}};
+        check(extended, 3, extended, QSize(30, 20), QSize(90, 20), 3);
     }
-
-    // ---------------------------------------------------------------- attach collection
 
     // The frame follows the zoom: at 0.5 its bars are 4 pixels of the scene.
     // A 200 by 100 HUD at (200, 200) is 100 by 50 there, from (75, 75).
@@ -467,28 +351,12 @@ private slots:
         f.load({attach(1, 200, 200, "11111")});
         f.scene->setZoom(5);
         const QImage image = f.image();
-        COMPARE_COLOR(image, 100, 75, FrameBlue);
         COMPARE_COLOR(image, 100, 78, FrameBlue);
         COMPARE_COLOR(image, 100, 79, Clear);
-        COMPARE_COLOR(image, 100, 124, FrameBlue);
-        COMPARE_COLOR(image, 100, 120, Clear);
-        COMPARE_COLOR(image, 50, 100, FrameBlue);
-        COMPARE_COLOR(image, 54, 100, Clear);
-        COMPARE_COLOR(image, 149, 100, FrameBlue);
-        COMPARE_COLOR(image, 145, 100, Clear);
-        COMPARE_COLOR(image, 49, 100, Clear);
-        // At zoom 1 the bars are 8 wide.
-        f.scene->setZoom(10);
-        const QImage whole = f.image();
-        COMPARE_COLOR(whole, 200, 157, FrameBlue);
-        COMPARE_COLOR(whole, 200, 158, Clear);
     }
 
-    // ---------------------------------------------------------------- in the editor and the command line
-
-    // The HUD that uses a custom HUD shows it as it is now when the user
-    // comes back to it: components added to the custom HUD, unsaved, and a
-    // new size given in the HUD dialog.
+    // Back on the HUD that uses a custom HUD, it shows the custom HUD's
+    // unsaved components and new size.
     void comingBackShowsTheEditedCustomHud()
     {
         openWindow(projectWith("edited", {custom(1, 300, 200, "11111")},
@@ -507,9 +375,8 @@ private slots:
         QCOMPARE(subsOf(owner).size(), 2);
     }
 
-    // The check names every reference to a custom HUD that is gone and every
-    // component whose custom HUD leads back to the HUD holding it, with the
-    // way round; neither makes the document invalid.
+    // The check names every reference to a gone custom HUD and every cycle,
+    // with the way round; neither makes the document invalid.
     void checkReportsMissingHudsAndCycles()
     {
         auto named = [](QJsonObject component, const char* name) {
@@ -534,27 +401,6 @@ private slots:
         QVERIFY2(result.out.endsWith(expected), qPrintable(result.out));
     }
 
-    // The command line's pictures show the custom HUDs expanded.
-    void renderExpandsTheCustomHuds()
-    {
-        const QString project = projectWith(
-            "kinds",
-            {custom(11, 100, 100, "11111"), collection(12, 300, 100, "11111", 1, 2, 10, 0), attach(13, 500, 100, "11111")},
-            {customHud("11111", "Part", 60, 60, {redShape(1, 30, 30, 20, 20)})});
-        const QString out = TestEnvironment::newFolder(QStringLiteral("pictures"));
-        QCOMPARE(TestEnvironment::runCli({"render", project, "--out", out, "--hud", "Map HUD"}).code, 0);
-        const QImage image(out + "/Map HUD.png");
-        QVERIFY(!image.isNull());
-        // The custom's shape in its middle; the collection's two cells, 70
-        // apart, centred around x 300; the attach collection's shape inside
-        // its frame.
-        COMPARE_COLOR(image, 100, 100, Red);
-        COMPARE_COLOR(image, 265, 100, Red);
-        COMPARE_COLOR(image, 335, 100, Red);
-        COMPARE_COLOR(image, 300, 100, Clear);
-        COMPARE_COLOR(image, 500, 100, Red);
-        COMPARE_COLOR(image, 500, 72, FrameBlue);
-    }
 };
 
 VELMORA_TEST_MAIN(TestCustomKinds, QApplication)
