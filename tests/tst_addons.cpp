@@ -47,6 +47,8 @@ using TestEnvironment::clickRow;
 using TestEnvironment::field;
 using TestEnvironment::json;
 
+Q_DECLARE_METATYPE(TestEnvironment::Answer)
+
 namespace {
 
 using TestEnvironment::retype;
@@ -137,111 +139,69 @@ private slots:
 
     // ------------------------------------------------------------ each dialog
 
-    void colorFilterWritesTheKeysOfItsTab_data()
+    // A new add-on, worked as a user does, writes the keys of the tab it is
+    // confirmed on, with the default event or code.
+    void newAddonsWriteTheKeysOfTheirTab_data()
     {
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("hue") << 0 << "200" << R"({"Type":1,"FilterType":0,"Hue":200})";
-        QTest::newRow("blend") << 2 << "75" << R"({"Type":1,"FilterType":2,"Blend":"#000000","Opacity":75})";
-        QTest::newRow("brightness") << 3 << "" << R"({"Type":1,"FilterType":3,"Brightness":100})";
+        QTest::addColumn<int>("type");
+        QTest::addColumn<Answer>("act");
+        QTest::addColumn<QJsonObject>("expected");
+        const auto row = [](const char* name, int type, Answer act, const char* expected) {
+            QTest::newRow(name) << type << act << json(expected);
+        };
+        row("hue", 1, [](TrovDialog* d) { retype(field<MyLineEdit>(d, "Hue"), "200"); },
+            R"({"Type":1,"FilterType":0,"Hue":200})");
+        row("blend", 1, [](TrovDialog* d) {
+                clickTab(d, 2);
+                retype(field<MyLineEdit>(d, "BlendOpacity"), "75");
+            }, "{\"Type\":1,\"FilterType\":2,\"Blend\":\"#000000\",\"Opacity\":75}");
+        row("hover bind switch", 2, [](TrovDialog* d) { clickTab(d, 2); }, R"({"Type":2,"HoverType":2,"ID":1})");
+        row("hover code", 2, [](TrovDialog* d) { clickTab(d, 3); },
+            "{\"Type\":2,\"HoverType\":3,\"Code\":\"\\/\\/ Called on both hover and leave.\\n"
+            "\\/\\/ Use \\\"isHovered\\\" to distinguish.\"}");
+        row("click event", 3, [](TrovDialog*) {}, R"({"Type":3,"ClickType":0,"ID":1})");
+        // The default code follows the property while it is unedited.
+        row("code property", 4, [](TrovDialog* d) {
+                choose(field<MyComboBox>(d, "PropertyType"), 2);
+                QCOMPARE(field<MyDialogOpener>(d, "Code")->value(), QStringLiteral("return 100;"));
+                choose(field<MyComboBox>(d, "PropertyType"), 7);
+            }, "{\"Type\":4,\"Property\":7,\"Code\":\"return 1.0; // 1.0 = 100%\"}");
+        row("code behavior", 5, [](TrovDialog* d) { choose(field<MyComboBox>(d, "BehaviorType"), 3); },
+            "{\"Type\":5,\"Behavior\":3,\"Code\":\"// Insert code here.\"}");
     }
 
-    void colorFilterWritesTheKeysOfItsTab()
+    void newAddonsWriteTheKeysOfTheirTab()
     {
-        QFETCH(int, tab);
-        QFETCH(QString, typed);
-        QFETCH(QString, expected);
-        const char* fields[] = {"Hue", "ToneGrey", "BlendOpacity", "Brightness"};
-        QJsonObject addon{{"Type", 1}};
-        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) {
-            clickTab(dialog, tab);
-            if (!typed.isEmpty())
-                retype(field<MyLineEdit>(dialog, fields[tab]), typed);
-        }));
-        COMPARE_JSON(addon, json(expected.toUtf8().constData()));
+        QFETCH(int, type);
+        QFETCH(Answer, act);
+        QFETCH(QJsonObject, expected);
+        QJsonObject addon{{"Type", type}};
+        QVERIFY(runAddon(&addon, 0, act));
+        COMPARE_JSON(addon, expected);
     }
 
-    // A hue out of range keeps confirm from closing the dialog.
-    void colorFilterRefusesAHueOutOfRange()
+    // A hue out of range holds confirm; each tab keeps its own pick, only
+    // the selected tab is written, and edited code stays when the property
+    // changes.
+    void editedAddons()
     {
         QJsonObject addon{{"Type", 1}};
-        const QJsonObject before = addon;
         QVERIFY(!runAddon(&addon, 0, [](TrovDialog* dialog) {
             retype(field<MyLineEdit>(dialog, "Hue"), "999");
             QVERIFY(!field<QPushButton>(dialog, "confirmButton")->isEnabled());
         }, false));
-        COMPARE_JSON(addon, before);
-    }
+        COMPARE_JSON(addon, (QJsonObject{{"Type", 1}}));
 
-    // A new hover or click add-on writes the keys of the tab it is
-    // confirmed on, with the default event or code.
-    void eventAddonsWriteTheChoiceOfTheirTab_data()
-    {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("hover bind switch") << 2 << 2 << R"({"Type":2,"HoverType":2,"ID":1})";
-        QTest::newRow("hover code") << 2 << 3
-                                    << "{\"Type\":2,\"HoverType\":3,\"Code\":\"\\/\\/ Called on both hover and leave.\\n"
-                                       "\\/\\/ Use \\\"isHovered\\\" to distinguish.\"}";
-        QTest::newRow("click event") << 3 << 0 << R"({"Type":3,"ClickType":0,"ID":1})";
-        QTest::newRow("click code") << 3 << 1 << R"({"Type":3,"ClickType":1,"Code":"\/\/ Called on click."})";
-    }
-
-    void eventAddonsWriteTheChoiceOfTheirTab()
-    {
-        QFETCH(int, type);
-        QFETCH(int, tab);
-        QFETCH(QString, expected);
-        QJsonObject addon{{"Type", type}};
-        QVERIFY(runAddon(&addon, 0, [&](TrovDialog* dialog) {
-            if (tab != 0)
-                clickTab(dialog, tab);
-        }));
-        COMPARE_JSON(addon, json(expected.toUtf8().constData()));
-    }
-
-    // Each tab keeps its own pick: the event picked on hover survives a
-    // look at the other tabs, and only the selected tab is written.
-    void hoverKeepsEachTabsPickUntilConfirmed()
-    {
-        QJsonObject addon = json(R"({"Type":2,"HoverType":1,"ID":3})");
+        addon = json(R"({"Type":2,"HoverType":1,"ID":3})");
         QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
             clickTab(dialog, 2);
             clickTab(dialog, 1);
         }));
         COMPARE_JSON(addon, json(R"({"Type":2,"HoverType":1,"ID":3})"));
-    }
 
-    // The default code follows the property while it is unedited: "Width"
-    // to "Opacity" replaces "return 100;".
-    void codePropertyDefaultCodeFollowsTheProperty()
-    {
-        QJsonObject addon{{"Type", 4}};
-        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) {
-            MyComboBox* property = field<MyComboBox>(dialog, "PropertyType");
-            QCOMPARE(field<MyDialogOpener>(dialog, "Code")->value(), QStringLiteral("return 0;"));
-            choose(property, 2); // Width
-            QCOMPARE(field<MyDialogOpener>(dialog, "Code")->value(), QStringLiteral("return 100;"));
-            choose(property, 7); // Opacity
-        }));
-        COMPARE_JSON(addon, (QJsonObject{{"Type", 4}, {"Property", 7}, {"Code", "return 1.0; // 1.0 = 100%"}}));
-    }
-
-    // Edited code stays when the property changes.
-    void codePropertyKeepsEditedCode()
-    {
-        QJsonObject addon = json(R"({"Type":4,"Property":0,"Code":"return $gameVariables.value(3);"})");
+        addon = json(R"({"Type":4,"Property":0,"Code":"return $gameVariables.value(3);"})");
         QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) { choose(field<MyComboBox>(dialog, "PropertyType"), 1); }));
         COMPARE_JSON(addon, json(R"({"Type":4,"Property":1,"Code":"return $gameVariables.value(3);"})"));
-    }
-
-    void codeBehaviorWritesTheChosenBehavior()
-    {
-        QJsonObject addon{{"Type", 5}};
-        QVERIFY(runAddon(&addon, 0, [](TrovDialog* dialog) { choose(field<MyComboBox>(dialog, "BehaviorType"), 3); }));
-        COMPARE_JSON(addon, (QJsonObject{{"Type", 5}, {"Behavior", 3}, {"Code", "// Insert code here."}}));
     }
 
     // Opened on a stored add-on and confirmed untouched, every dialog gives
@@ -289,8 +249,8 @@ private slots:
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("Old note"));
     }
 
-    // "Note" is derived from the note add-ons at every confirm: editing,
-    // moving and deleting them each rewrite it.
+    // "Note" is derived from the note add-ons at every confirm: editing and
+    // deleting them each rewrite it.
     void noteStaysDerived()
     {
         QJsonObject object = component(ComponentKinds::Text,
@@ -317,82 +277,35 @@ private slots:
         QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("A\n\nB2"));
 
         object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox* box) {
-            UltimateTree* tree = box->list()->tree();
-            QVERIFY(moveRowInList(tree, tree->row(0), tree->row(2), false));
-            QCOMPARE(box->template findChild<QPlainTextEdit*>("note")->toPlainText(), QStringLiteral("B2\n\nA"));
-        });
-        QCOMPARE(dataOf(object).value("Note").toString(), QStringLiteral("B2\n\nA"));
-        QCOMPARE(dataOf(object).value("Addons").toArray().at(0).toObject().value("Type").toInt(), 3);
-
-        object = confirmComponent<UIComponentTextDialog>(object, [](auto&, AddonOrNotebox* box) {
-            clickRow(box->list(), 1);
+            clickRow(box->list(), 0);
             QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
             clickRow(box->list(), 1);
             QTest::keyClick(box->list()->tree(), Qt::Key_Delete);
-            QVERIFY(box->template findChild<QPlainTextEdit*>("note")->toPlainText().isEmpty());
         });
         QCOMPARE(dataOf(object).value("Note"), QJsonValue(QString()));
         COMPARE_ARRAY(dataOf(object).value("Addons").toArray(), (QJsonArray{json(R"({"Type":3,"ClickType":0,"ID":1})")}));
     }
 
-    // Adding goes through the chooser: a kind whose dialog is cancelled
-    // leaves the chooser open for another; a confirmed one lands at the end.
-    void addingThroughTheChooser()
+    // A double-click below the rows opens the chooser once: a kind whose
+    // dialog is cancelled leaves the chooser open for another; a confirmed
+    // one lands at the end.
+    void doubleClickOnTheBlankAddsOne()
     {
-        const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
-            component(ComponentKinds::Shape, QJsonArray{json(R"({"Type":0,"Note":"first"})")}),
+        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
+            component(ComponentKinds::Text, QJsonArray{json(R"({"Type":0,"Note":"first"})")}),
             [](auto&, AddonOrNotebox* box) {
+                QWidget* viewport = box->list()->tree()->viewport();
                 const TestEnvironment::Seen seen = answering(
-                    [&]() { box->CreateAddon(); },
+                    [&]() { QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, QPoint(60, viewport->height() - 8)); },
                     {press("click"), press("cancelButton"), press("note"),
                      [](TrovDialog* dialog) {
                          QTest::keyClicks(field<MyPlainTextEdit>(dialog, "Note"), "second");
                          press("confirmButton")(dialog);
-                     }});
+                     },
+                     TestEnvironment::closeByFrame()});
                 QCOMPARE(seen.count, 4);
             });
         QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("first\n\nsecond"));
-    }
-
-    // A double-click below the rows opens the chooser once.
-    void doubleClickOnTheBlankAddsOne()
-    {
-        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
-            component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
-                QWidget* viewport = box->list()->tree()->viewport();
-                const TestEnvironment::Seen seen = answering(
-                    [&]() {
-                        QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier,
-                                           QPoint(60, viewport->height() - 8));
-                    },
-                    {press("codeBehavior"), press("confirmButton"), TestEnvironment::closeByFrame()});
-                QCOMPARE(seen.count, 2);
-                QCOMPARE(rowTexts(box->list()), QStringList{"Code Behavior | On Create: // Insert code here."});
-            });
-        QCOMPARE(dataOf(written).value("Addons").toArray().size(), 1);
-    }
-
-    // Each new add-on lands in sight with the "+" row under it, where the
-    // next double-click adds another.
-    void newAddonsStayInSight()
-    {
-        const QJsonObject written = confirmComponent<UIComponentTextDialog>(
-            component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
-                UltimateTree* tree = box->list()->tree();
-                QPoint plus(60, 8);
-                for (const char* text : {"A", "B", "C"}) {
-                    answering([&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, plus); },
-                              {press("note"), [text](TrovDialog* dialog) {
-                                   QTest::keyClicks(field<MyPlainTextEdit>(dialog, "Note"), text);
-                                   press("confirmButton")(dialog);
-                               }});
-                    const UltimateTreeItem* last = tree->row(tree->rowCount() - 1);
-                    QCOMPARE(last->text(1), QString::fromLatin1(text));
-                    QVERIFY(stripInSight(tree, last->scenePos().y(), 2 * last->rowHeight()));
-                    plus = tree->mapFromScene(QPointF(60, last->scenePos().y() + 1.5 * last->rowHeight()));
-                }
-            });
-        QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("A\n\nB\n\nC"));
     }
 
     // What the program can't edit keeps its row and its place, opens
@@ -471,10 +384,8 @@ private slots:
     {
         const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
             component(ComponentKinds::Shape, QJsonArray()), [](auto&, AddonOrNotebox* box) {
-                for (const char* foreign :
-                     {"RMCONDITION{\"Type\":0,\"Note\":\"x\"}", "VELMORAADDON{\"Type\":0,", "VELMORAADDON[1]",
-                      "VELMORAADDON{\"Type\":\"0\",\"Note\":\"x\"}", "VELMORAADDON{\"Type\":17}",
-                      "VELMORAADDON{\"Type\":4,\"Code\":\"no property\"}", "plain words"}) {
+                for (const char* foreign : {"RMCONDITION{\"Type\":0,\"Note\":\"x\"}", "VELMORAADDON{\"Type\":0,",
+                                            "VELMORAADDON{\"Type\":17}", "VELMORAADDON{\"Type\":4,\"Code\":\"x\"}"}) {
                     QApplication::clipboard()->setText(QString::fromUtf8(foreign));
                     QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
                     QCOMPARE(box->list()->tree()->rowCount(), 0);
