@@ -26,6 +26,7 @@
 
 using TestEnvironment::Answer;
 using TestEnvironment::answering;
+using TestEnvironment::clickRow;
 using TestEnvironment::field;
 using TestEnvironment::json;
 using TestEnvironment::press;
@@ -39,18 +40,6 @@ void show(QWidget* dialog)
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog));
     QTest::qWait(20);
-}
-
-QPoint rowPoint(UltimateTreeWidget* list, int index)
-{
-    const UltimateTreeItem* row = list->tree()->row(index);
-    return list->tree()->mapFromScene(QPointF(40, row->y() + row->rowHeight() / 2.0));
-}
-
-// Below the last row, where a double click means "add".
-QPoint blankPoint(UltimateTreeWidget* list)
-{
-    return QPoint(40, list->tree()->viewport()->height() - 6);
 }
 
 // The parameter dialog's answer: a name typed, the kind set, confirmed.
@@ -69,18 +58,6 @@ Answer parameter(const QString& name, bool text)
 void installHuds(const QVector<HudCatalog::Row>& rows)
 {
     HudCatalog::setSource([rows]() { return rows; });
-}
-
-QVector<HudCatalog::Row> sampleHuds(bool componentIsCurrent)
-{
-    return {{HudCatalog::Map, QJsonObject(), false},
-            {HudCatalog::Custom, json(R"({"Name":"Quest Log","ID":"01234","IsHUD":true})"), false},
-            {HudCatalog::Custom, json(R"({"Name":"Party Row","ID":"12345","IsHUD":false,
-                                          "Params":[{"Name":"Index"},{"Name":"Title","IsString":true}]})"),
-             componentIsCurrent},
-            {HudCatalog::Battle, QJsonObject(), false},
-            // No "IsHUD": the selectors count it as a component.
-            {HudCatalog::Custom, json(R"({"Name":"Coin","ID":"23456"})"), !componentIsCurrent}};
 }
 
 }
@@ -117,24 +94,24 @@ private slots:
         QWidget* viewport = list->tree()->viewport();
 
         // The Delete key removes the current row.
-        QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, rowPoint(list, 0));
+        clickRow(list, 0);
         QTest::keyClick(viewport, Qt::Key_Delete);
         QTRY_COMPARE(rowTexts(list), QStringList({"Title"}));
 
         // A double click below the rows adds one at the end.
-        answering([&] { QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, blankPoint(list)); },
+        answering([&] { clickRow(list, list->tree()->rowCount(), true); },
                   {parameter(QStringLiteral("Level"), false)});
         QCOMPARE(rowTexts(list), QStringList({"Title", "Level"}));
 
         // A double click on a row edits it: "Title" becomes "Caption".
-        answering([&] { QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, rowPoint(list, 0)); },
+        answering([&] { clickRow(list, 0, true); },
                   {[](TrovDialog* input) {
                       QCOMPARE(field<MyLineEdit>(input, "ParamName")->text(), QStringLiteral("Title"));
                       parameter(QStringLiteral("Caption"), true)(input);
                   }});
 
         // Cancelled: the row stays as it was.
-        answering([&] { QTest::mouseDClick(viewport, Qt::LeftButton, Qt::NoModifier, rowPoint(list, 1)); },
+        answering([&] { clickRow(list, 1, true); },
                   {[](TrovDialog* input) {
                       retype(field<MyLineEdit>(input, "ParamName"), QStringLiteral("Lost"));
                       QTest::mouseClick(field<QPushButton>(input, "cancelButton"), Qt::LeftButton);
@@ -198,7 +175,7 @@ private slots:
         VelmoHUDDialog dialog(&object, &confirmed, HudEntry::Custom);
         show(&dialog);
         QWidget* viewport = dialog.Params->tree()->viewport();
-        QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, rowPoint(dialog.Params, 0));
+        clickRow(dialog.Params, 0);
         QTest::keyClick(viewport, Qt::Key_C, Qt::ControlModifier);
         const QString copied = QApplication::clipboard()->text();
         const QJsonObject hp{{"Name", "Hp"}, {"IsString", false}};
@@ -283,90 +260,74 @@ private slots:
     }
 
     // The setter at a use site, for each kind of value a parameter takes.
+    // Inside a collection a parameter can take the cell's entry of the list
+    // (the value true); off, the number field starts on its default.
     void setterGivesEachKindOfValue()
     {
-        // A text parameter: a string.
-        QJsonValue value(QStringLiteral("Hero"));
+        QJsonValue value;
         bool confirmed = false;
-        {
-            VelmoHUDDialogParamSetter setter(&value, true, false, &confirmed, QStringLiteral("Title"), nullptr);
+        const auto set = [&](QJsonValue start, bool text, bool inCollection, const std::function<void(VelmoHUDDialogParamSetter&)>& act) {
+            value = start;
+            confirmed = false;
+            VelmoHUDDialogParamSetter setter(&value, text, inCollection, &confirmed, QStringLiteral("P"), nullptr);
             show(&setter);
+            act(setter);
+        };
+        set(QStringLiteral("Hero"), true, false, [](VelmoHUDDialogParamSetter& setter) {
             retype(setter.input(), QStringLiteral("Villain"));
             QTest::mouseClick(setter.confirmButton(), Qt::LeftButton);
-        }
+        });
         QVERIFY(confirmed);
         QCOMPARE(value, QJsonValue(QStringLiteral("Villain")));
 
-        // A number parameter: an integer; out of range can't be confirmed.
-        value = QJsonValue(4);
-        {
-            VelmoHUDDialogParamSetter setter(&value, false, false, &confirmed, QStringLiteral("Index"), nullptr);
-            show(&setter);
+        // A number out of range can't be confirmed.
+        set(4, false, false, [](VelmoHUDDialogParamSetter& setter) {
             retype(setter.input(), QStringLiteral("12345678"));
             QVERIFY(!setter.confirmButton()->isEnabled());
             retype(setter.input(), QStringLiteral("-12"));
             QTest::mouseClick(setter.confirmButton(), Qt::LeftButton);
-        }
+        });
         QCOMPARE(value, QJsonValue(-12));
 
         // A number the game computes (an extension) comes back as it was.
         const QJsonObject extension{{"Type", 1}, {"ID", 2}};
-        value = QJsonValue(extension);
-        {
-            VelmoHUDDialogParamSetter setter(&value, false, true, &confirmed, QStringLiteral("Index"), nullptr);
-            show(&setter);
-            QTest::mouseClick(setter.confirmButton(), Qt::LeftButton);
-        }
+        set(extension, false, true, [](VelmoHUDDialogParamSetter& s) { QTest::mouseClick(s.confirmButton(), Qt::LeftButton); });
         QCOMPARE(value, QJsonValue(extension));
 
         // Cancelling keeps the value whatever was typed.
-        value = QJsonValue(7);
-        confirmed = false;
-        {
-            VelmoHUDDialogParamSetter setter(&value, false, true, &confirmed, QStringLiteral("Index"), nullptr);
-            show(&setter);
+        set(7, false, true, [](VelmoHUDDialogParamSetter& setter) {
             retype(setter.input(), QStringLiteral("9"));
             QTest::mouseClick(setter.cancelButton(), Qt::LeftButton);
-        }
+        });
         QVERIFY(!confirmed);
         QCOMPARE(value, QJsonValue(7));
-    }
 
-    // Inside a collection a parameter can take the cell's entry of the list
-    // (the value true); off, the number field starts on its default.
-    void setterBindsToTheListData()
-    {
-        QJsonValue value(true);
-        bool confirmed = false;
-        {
-            VelmoHUDDialogParamSetter setter(&value, false, true, &confirmed, QStringLiteral("Index"), nullptr);
-            show(&setter);
+        set(true, false, true, [](VelmoHUDDialogParamSetter& setter) {
             QTest::mouseClick(setter.listToggle(), Qt::LeftButton);
             QCOMPARE(setter.input()->text(), QStringLiteral("0"));
             retype(setter.input(), QStringLiteral("3"));
             QTest::mouseClick(setter.confirmButton(), Qt::LeftButton);
-        }
+        });
         QCOMPARE(value, QJsonValue(3));
-
-        value = QJsonValue(QStringLiteral("Hero"));
-        {
-            VelmoHUDDialogParamSetter setter(&value, true, true, &confirmed, QStringLiteral("Title"), nullptr);
-            show(&setter);
+        set(QStringLiteral("Hero"), true, true, [](VelmoHUDDialogParamSetter& setter) {
             QTest::mouseClick(setter.listToggle(), Qt::LeftButton);
             QTest::mouseClick(setter.confirmButton(), Qt::LeftButton);
-        }
+        });
         QCOMPARE(value, QJsonValue(true));
-
         // false is not the list's value.
-        value = QJsonValue(false);
-        VelmoHUDDialogParamSetter setter(&value, false, true, &confirmed, QStringLiteral("Index"), nullptr);
-        QVERIFY(!setter.usesListData());
+        set(false, false, true, [](VelmoHUDDialogParamSetter& setter) { QVERIFY(!setter.usesListData()); });
     }
 
     // The selector lists what may be referenced from where it is opened.
     void selectorListsHudsOrComponents()
     {
-        installHuds(sampleHuds(true));
+        // "Party Row" is the component being edited; "Coin" has no "IsHUD"
+        // and counts as a component.
+        installHuds({{HudCatalog::Map, QJsonObject(), false},
+                     {HudCatalog::Custom, json(R"({"Name":"Quest Log","ID":"01234","IsHUD":true})"), false},
+                     {HudCatalog::Custom, json(R"({"Name":"Party Row","ID":"12345","IsHUD":false})"), true},
+                     {HudCatalog::Battle, QJsonObject(), false},
+                     {HudCatalog::Custom, json(R"({"Name":"Coin","ID":"23456"})"), false}});
         QString identifier = QStringLiteral("23456");
         bool confirmed = false;
         {
@@ -375,8 +336,7 @@ private slots:
             // Not the component being edited, nor the HUDs.
             QCOMPARE(rowTexts(selector.list()), QStringList({"None", "Coin"}));
             QCOMPARE(selector.list()->tree()->currentRow()->text(0), QStringLiteral("Coin"));
-            QTest::mouseClick(selector.list()->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                              rowPoint(selector.list(), 0));
+            clickRow(selector.list(), 0);
             QTest::mouseClick(selector.confirmButton(), Qt::LeftButton);
         }
         QVERIFY(confirmed);
@@ -390,8 +350,7 @@ private slots:
             QCOMPARE(rowTexts(selector.list()),
                      QStringList({"None", "Map HUD", "Quest Log", "Party Row", "Battle HUD", "Coin"}));
             QCOMPARE(selector.list()->tree()->currentRow()->text(0), QStringLiteral("Map HUD"));
-            QTest::mouseDClick(selector.list()->tree()->viewport(), Qt::LeftButton, Qt::NoModifier,
-                               rowPoint(selector.list(), 4));
+            clickRow(selector.list(), 4, true);
         }
         QCOMPARE(identifier, QStringLiteral("B"));
 
