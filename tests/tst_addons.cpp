@@ -1,5 +1,4 @@
 #include "TestEnvironment.h"
-#include "ListMove.h"
 #include "components/ComponentKinds.h"
 #include "components/GameUIEditorSceneHelper.h"
 #include "components/UIComponentCustomDialog.h"

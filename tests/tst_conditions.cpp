@@ -1,5 +1,4 @@
 #include "TestEnvironment.h"
-#include "ListMove.h"
 #include "logic/ConditionDisplay.h"
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMCondition.h"
@@ -131,8 +130,6 @@ private slots:
     {
         QVERIFY(conditionText(json(R"({"Type":14})"), &data).isNull());
         QVERIFY(conditionText(json(R"({"ID":1})"), &data).isNull());
-        QCOMPARE(conditionEntryText(json(R"({"Type":99})"), &data), QStringLiteral("(unknown condition)"));
-        QCOMPARE(conditionEntryText(QJsonValue(5), &data), QStringLiteral("(not a condition)"));
         // Without a project the names are empty, not missing.
         QCOMPARE(conditionText(json(R"({"Type":0,"ID":1,"Value":true})"), nullptr), QStringLiteral("[0001]  is ON"));
     }
@@ -278,26 +275,6 @@ private slots:
         QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
         QVERIFY(accepted);
         QCOMPARE(array, (QJsonArray{json(R"({"Type":8,"Check":0})"), json(R"({"Type":4,"State":8})")}));
-    }
-
-    // Each new condition lands in sight with the "+" row under it, where the
-    // next double-click adds another.
-    void newConditionsStayInSight()
-    {
-        QJsonArray array;
-        bool accepted = false;
-        RMConditionList list(&array, &accepted, &data, nullptr);
-        showDialog(&list);
-        UltimateTree* tree = list.list()->tree();
-        QPoint plus(60, 8);
-        for (int added = 1; added <= 3; ++added) {
-            answering([&]() { QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, plus); },
-                      {press("switchCheck"), press("confirmButton")});
-            QCOMPARE(tree->rowCount(), added);
-            const UltimateTreeItem* last = tree->row(added - 1);
-            QVERIFY(stripInSight(tree, last->scenePos().y(), 2 * last->rowHeight()));
-            plus = tree->mapFromScene(QPointF(60, last->scenePos().y() + 1.5 * last->rowHeight()));
-        }
     }
 
     void cancelKeepsTheArray()
