@@ -1,18 +1,13 @@
 #include "TestEnvironment.h"
 #include "components/ComponentKinds.h"
-#include "components/GameUIEditorSceneHelper.h"
 #include "components/UIComponentCustomDialog.h"
-#include "components/VelmoUISelector.h"
-#include "scene/UIComponentBaseDialog.h"
 #include "components/UIComponentWindowDialog.h"
 #include "components/UIComponentShapeDialog.h"
 #include "components/UIComponentTextDialog.h"
-#include "logic/AddonDisplay.h"
 #include "logic/AddonOrNotebox.h"
 #include "logic/OpenAddonDialog.h"
 #include "logic/TypeTabDialog.h"
 #include "logic/VelmoTextInputExtend.h"
-#include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
 #include "widgets/MyLineEdit.h"
@@ -25,7 +20,6 @@
 #include "widgets/UltimateTreeWidget.h"
 
 #include <QApplication>
-#include <memory>
 #include <QClipboard>
 #include <QJsonArray>
 #include <QPlainTextEdit>
@@ -67,14 +61,6 @@ void clickTab(QWidget* dialog, int index)
     MyTabSystem* tabs = qobject_cast<TypeTabDialog*>(dialog)->tabs();
     QTest::mouseClick(tabs->header(), Qt::LeftButton, Qt::NoModifier, tabs->header()->tabRect(index).center());
     QTRY_COMPARE(tabs->currentIndex(), index);
-}
-
-QStringList rowTexts(UltimateTreeWidget* list)
-{
-    QStringList all;
-    for (int i = 0; i < list->tree()->rowCount(); ++i)
-        all.append(list->tree()->row(i)->text(0) + QStringLiteral(" | ") + list->tree()->row(i)->text(1));
-    return all;
 }
 
 // A component of a kind with the given add-ons in its data object.
@@ -228,25 +214,7 @@ private slots:
         COMPARE_JSON(addon, before);
     }
 
-    void cancelLeavesTheAddonAlone()
-    {
-        QJsonObject addon = json(R"({"Type":3,"ClickType":0,"ID":2})");
-        const QJsonObject before = addon;
-        QVERIFY(!runAddon(&addon, 0, [](TrovDialog* dialog) { clickTab(dialog, 1); }, false));
-        COMPARE_JSON(addon, before);
-    }
-
     // ------------------------------------------------------------ the box
-
-    // An older component with only a note loads it as one note add-on and
-    // writes back both keys.
-    void aLoneNoteBecomesANoteAddon()
-    {
-        const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
-            component(ComponentKinds::Shape, QJsonArray(), "Old note"), [](auto&, AddonOrNotebox*) {});
-        COMPARE_ARRAY(dataOf(written).value("Addons").toArray(), (QJsonArray{json(R"({"Type":0,"Note":"Old note"})")}));
-        QCOMPARE(dataOf(written).value("Note").toString(), QStringLiteral("Old note"));
-    }
 
     // "Note" is derived from the note add-ons at every confirm: editing and
     // deleting them each rewrite it.
@@ -318,7 +286,7 @@ private slots:
                                 json(R"({"Type":1,"FilterType":9,"Tone":"[0,0,0,0]","Hue":5})")};
         const QJsonObject written = confirmComponent<UIComponentTextDialog>(
             component(ComponentKinds::Text, addons), [](auto&, AddonOrNotebox* box) {
-                QCOMPARE(rowTexts(box->list()).mid(0, 3), (QStringList{" | ", " | ", "Note | kept"}));
+                QCOMPARE(TestEnvironment::rowTexts(box->list(), 1).mid(0, 3), (QStringList{"", "", "kept"}));
                 for (int row : {0, 3}) {
                     const TestEnvironment::Seen seen = answering([&]() { clickRow(box->list(), row, true); }, {});
                     QCOMPARE(seen.count, 0);
@@ -342,19 +310,18 @@ private slots:
     // ------------------------------------------------------------ clipboard
 
     // A code property for openness travels from a window to another window
-    // but not to a text, which can't open; a note travels anywhere.
+    // but not to a text, which can't open.
     void clipboardFollowsTheCapabilities()
     {
         const QJsonObject openness = json(R"({"Type":4,"Property":8,"Code":"return 0.5;"})");
-        const QJsonObject note = json(R"({"Type":0,"Note":"shared"})");
         QJsonObject window{{"ID", 3}, {"Type", ComponentKinds::Window},
-                           {"WindowData", QJsonObject{{"Addons", QJsonArray{openness, note}}}}};
+                           {"WindowData", QJsonObject{{"Addons", QJsonArray{openness}}}}};
         confirmComponent<UIComponentWindowDialog>(window, [](auto&, AddonOrNotebox* box) {
             clickRow(box->list(), 0);
             QTest::keyClick(box->list()->tree(), Qt::Key_C, Qt::ControlModifier);
         });
 
-        QJsonObject text = confirmComponent<UIComponentTextDialog>(
+        const QJsonObject text = confirmComponent<UIComponentTextDialog>(
             component(ComponentKinds::Text, QJsonArray()), [](auto&, AddonOrNotebox* box) {
                 QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
             });
@@ -365,18 +332,6 @@ private slots:
             QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
         });
         COMPARE_ARRAY(dataOf(otherWindow).value("Addons").toArray(), QJsonArray{openness});
-
-        // Cut a note from the window: it leaves there and arrives in a text.
-        window = confirmComponent<UIComponentWindowDialog>(window, [](auto&, AddonOrNotebox* box) {
-            clickRow(box->list(), 1);
-            QTest::keyClick(box->list()->tree(), Qt::Key_X, Qt::ControlModifier);
-        });
-        COMPARE_ARRAY(dataOf(window).value("Addons").toArray(), QJsonArray{openness});
-        text = confirmComponent<UIComponentTextDialog>(text, [](auto&, AddonOrNotebox* box) {
-            QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
-        });
-        COMPARE_ARRAY(dataOf(text).value("Addons").toArray(), QJsonArray{note});
-        QCOMPARE(dataOf(text).value("Note").toString(), QStringLiteral("shared"));
     }
 
     void foreignClipboardTextIsIgnored()
