@@ -122,8 +122,6 @@ private slots:
         VelmoTextInputExtend::install(&data);
     }
 
-    // ------------------------------------------------------------ each dialog
-
     // A new add-on, worked as a user does, writes the keys of the tab it is
     // confirmed on, with the default event or code.
     void newAddonsWriteTheKeysOfTheirTab_data()
@@ -213,8 +211,6 @@ private slots:
         QVERIFY(runAddon(&addon, ComponentKinds::capabilities(ComponentKinds::RepeatingPicture), [](TrovDialog*) {}));
         COMPARE_JSON(addon, before);
     }
-
-    // ------------------------------------------------------------ the box
 
     // "Note" is derived from the note add-ons at every confirm: editing and
     // deleting them each rewrite it.
@@ -307,8 +303,6 @@ private slots:
                                                 "Addons":[{"Type":0,"Note":"legacy"}]})"));
     }
 
-    // ------------------------------------------------------------ clipboard
-
     // A code property for openness travels from a window to another window
     // but not to a text, which can't open.
     void clipboardFollowsTheCapabilities()
@@ -347,8 +341,6 @@ private slots:
             });
         QCOMPARE(dataOf(written).value("Addons").toArray().size(), 0);
     }
-
-    // ------------------------------------------------------------ capabilities
 
     // A stored property the kind doesn't offer stays choosable and is kept.
     void anUnofferedStoredPropertyIsKept()

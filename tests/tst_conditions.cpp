@@ -101,8 +101,6 @@ private slots:
         QApplication::clipboard()->clear();
     }
 
-    // ------------------------------------------------------------ texts
-
     void conditionTexts_data()
     {
         QTest::addColumn<QJsonObject>("condition");
@@ -133,8 +131,6 @@ private slots:
         // Without a project the names are empty, not missing.
         QCOMPARE(conditionText(json(R"({"Type":0,"ID":1,"Value":true})"), nullptr), QStringLiteral("[0001]  is ON"));
     }
-
-    // ------------------------------------------------------------ kind dialogs
 
     // A new record of each kind, worked as a user does, writes the keys of
     // its kind and nothing more.
@@ -253,8 +249,6 @@ private slots:
         QCOMPARE(object, record);
     }
 
-    // ------------------------------------------------------------ the list
-
     void chooserAddsAndEditsConditions()
     {
         QJsonArray array{json(R"({"Type":8,"Check":1})")};
@@ -360,8 +354,6 @@ private slots:
         QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
         QCOMPARE(style, json(R"({"Type":3,"Conditions":[{"Type":9,"Code":"return true;"}]})"));
     }
-
-    // ------------------------------------------------------------ outline
 
     void outlineListsConditions()
     {

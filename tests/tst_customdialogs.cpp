@@ -145,8 +145,6 @@ private slots:
         window.reset();
     }
 
-    // ------------------------------------------------------------ new components
-
     // A new custom component on the "Bar" HUD, with one parameter set: the
     // HUD's size, its parameters (the untouched one empty), the reference,
     // and nothing else but the add-on keys. Only the custom HUD objects to
@@ -205,8 +203,6 @@ private slots:
                               "Addons":[],"Note":""})"));
     }
 
-    // ------------------------------------------------------------ round trips
-
     void unchangedComponentsComeBackIdentical_data()
     {
         QTest::addColumn<QByteArray>("component");
@@ -224,18 +220,6 @@ private slots:
         COMPARE_JSON(runDialog(before, {press("confirmButton")}), before);
     }
 
-    // ------------------------------------------------------------ parameters
-
-    // The setter of a collection binds a parameter to the list entry.
-    void collectionParameterTakesTheListEntry()
-    {
-        const QJsonObject written = runDialog(
-            json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"11111","Params":{"Label":"HP","Value":3}}})"),
-            {editingParam(1), clicking("useListData"), press("confirmButton"), press("confirmButton")});
-        COMPARE_JSON(dataOf(written, "CustomCollectionData").value("Params").toObject(),
-                     json(R"({"Label":"HP","Value":true})"));
-    }
-
     // Choosing the same HUD again keeps the values; another HUD starts its
     // own parameters empty and brings its size.
     void anotherHudEmptiesTheParameters()
@@ -250,8 +234,9 @@ private slots:
     }
 
     // A reference to a HUD that was deleted shows "None" like an empty
-    // value, and the size of no HUD.
-    void deletedHudShowsNone()
+    // value, and the size of no HUD; a "List" past the five lists shows
+    // the last one.
+    void oddValuesShowTheirFallback()
     {
         runDialog(json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"99999","Width":100,"Height":100}})"),
                   {[](TrovDialog* dialog) {
@@ -259,9 +244,12 @@ private slots:
                        QCOMPARE(field<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
                        press("cancelButton")(dialog);
                    }});
+        runDialog(json(R"({"ID":1,"Type":12,"AttachCollectionData":{"List":9,"Position":1}})"),
+                  {[](TrovDialog* dialog) {
+                       QCOMPARE(field<MyComboBox>(dialog, "CollectionType")->currentIndex(), 4);
+                       press("cancelButton")(dialog);
+                   }});
     }
-
-    // ------------------------------------------------------------ attach collection
 
     // Switching the data away from the notetags or the code drops that field
     // at confirm; the code of a new one starts with the hint.
@@ -279,18 +267,6 @@ private slots:
         QCOMPARE(data.value("Code"), QJsonValue("// Use \"entity\" to access list item."));
         QVERIFY(!data.contains("Notetag"));
     }
-
-    // A "List" past the five lists shows the last one.
-    void listPastTheEndShowsTheLastEntry()
-    {
-        runDialog(json(R"({"ID":1,"Type":12,"AttachCollectionData":{"List":9,"Position":1}})"),
-                  {[](TrovDialog* dialog) {
-                       QCOMPARE(field<MyComboBox>(dialog, "CollectionType")->currentIndex(), 4);
-                       press("cancelButton")(dialog);
-                   }});
-    }
-
-    // ------------------------------------------------------------ massive collections
 
     void massiveCollectionWarns_data()
     {
@@ -347,8 +323,6 @@ private slots:
         QCOMPARE(data.value("MaxColumns"), QJsonValue(columns.toInt()));
         QCOMPARE(data.value("HorizontalSpacing"), QJsonValue(horizontal.toInt()));
     }
-
-    // ------------------------------------------------------------ deleting a used HUD
 
     // Deleting a custom HUD that other HUDs use names them first, whether the
     // use is at the top or deep inside groups and windows; refusing keeps
