@@ -2,7 +2,6 @@
 
 #include "logic/DynamicValueDisplay.h"
 #include "logic/RMListSelector.h"
-#include "logic/RMNumberSelector.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "theme/ThemeManager.h"
 #include "widgets/MyComboBox.h"
@@ -17,9 +16,7 @@
 #include <QJsonDocument>
 #include <QPushButton>
 
-using TestEnvironment::Answer;
 using TestEnvironment::answering;
-using TestEnvironment::Seen;
 
 using TestEnvironment::field;
 using TestEnvironment::json;
@@ -206,20 +203,6 @@ private slots:
         QCOMPARE(object, json(R"({"Type":4,"Index":1,"Data":9})"));
     }
 
-    void newListOpensOnNumbers()
-    {
-        QJsonObject object;
-        bool accepted = false;
-        RMListSelector dialog(&object, &accepted, &data, nullptr);
-        show(&dialog);
-        // A number out of range holds the confirmation; cancel keeps the value.
-        retype(field<MyLineEdit>(&dialog, "MaxNumber"), QStringLiteral("1000000"));
-        QVERIFY(!dialog.confirmButton()->isEnabled());
-        QTest::mouseClick(dialog.cancelButton(), Qt::LeftButton);
-        QVERIFY(!accepted);
-        QVERIFY(object.isEmpty());
-    }
-
     // The combined list's parts are lists of their own, edited in a nested
     // list input.
     void combinedListsNest()
@@ -241,23 +224,6 @@ private slots:
                   }});
         QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
         QCOMPARE(object, json(R"({"Type":6,"List1":{"Type":2,"MembersType":1,"Data":0},"List2":{"Type":7,"Code":"a"}})"));
-    }
-
-    // The "List" tab of a dynamic number opens the list input on its list.
-    void dynamicNumberEditsItsList()
-    {
-        QJsonObject number = json(R"({"Type":9,"Op":1,"Frequency":30,"ListData":{"Type":4,"Index":1,"Data":16}})");
-        bool accepted = false;
-        RMNumberSelector dialog(&number, &accepted, &data, nullptr);
-        show(&dialog);
-        answering([&] { QTest::mouseClick(field<MyDialogOpener>(&dialog, "List"), Qt::LeftButton); },
-                  {[](TrovDialog* list) {
-                      clickTab(qobject_cast<RMListSelector*>(list), 3);
-                      choose(field<MyComboBox>(list, "ItemType"), 4);
-                      QTest::mouseClick(field<QPushButton>(list, "confirmButton"), Qt::LeftButton);
-                  }});
-        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
-        QCOMPARE(number, json(R"({"Type":9,"Op":1,"Frequency":30,"ListData":{"Type":3,"ItemType":4,"Data":0}})"));
     }
 
     // The opener a collection's dialog uses: it changes only on confirmation.
