@@ -73,16 +73,13 @@ class TestConditions : public QObject
 
     // Runs a kind's dialog on object: act does what the user does in it,
     // then confirm is clicked. Returns whether it was confirmed.
-    bool runKind(QJsonObject* object, const Answer& act, bool confirm = true)
+    bool runKind(QJsonObject* object, const Answer& act)
     {
         bool accepted = false;
         answering([&]() { openConditionDialog(object, &accepted, nullptr, &data); },
                   {[&](TrovDialog* dialog) {
                        act(dialog);
-                       if (confirm)
-                           press("confirmButton")(dialog);
-                       else
-                           press("cancelButton")(dialog);
+                       press("confirmButton")(dialog);
                    }});
         return accepted;
     }
@@ -106,13 +103,7 @@ private slots:
         QTest::addColumn<QJsonObject>("condition");
         QTest::addColumn<QString>("text");
         QTest::newRow("switch not in the data") << json(R"({"Type":0,"ID":40})") << "[0040]  is OFF";
-        QTest::newRow("actor type missing") << json(R"({"Type":2,"Actor":2,"Check":4,"ID":1})")
-                                            << "Party Member #2 Has Weapon: [0001] Sword 1";
         QTest::newRow("gold bad operator") << json(R"({"Type":5,"Op":9,"Value":3})") << "Gold  3";
-        QTest::newRow("numbers nested")
-            << json(R"({"Type":12,"Number1":{"Type":3,"ID":2},"Op":4,
-                        "Number2":{"Type":8,"Op":0,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":5}}})")
-            << "[0002] Steps < [0001] Gold Goal (+) 5";
     }
 
     void conditionTexts()
@@ -121,15 +112,6 @@ private slots:
         QFETCH(QString, text);
         QCOMPARE(conditionText(condition, &data), text);
         QCOMPARE(conditionEntryText(condition, &data), text);
-    }
-
-    // What the program can't read is named as such, never guessed at.
-    void entriesThatAreNoConditions()
-    {
-        QVERIFY(conditionText(json(R"({"Type":14})"), &data).isNull());
-        QVERIFY(conditionText(json(R"({"ID":1})"), &data).isNull());
-        // Without a project the names are empty, not missing.
-        QCOMPARE(conditionText(json(R"({"Type":0,"ID":1,"Value":true})"), nullptr), QStringLiteral("[0001]  is ON"));
     }
 
     // A new record of each kind, worked as a user does, writes the keys of
@@ -199,14 +181,6 @@ private slots:
         QCOMPARE(object, expected);
     }
 
-    // A text comparison whose operator a number would use opens on "=".
-    void customParamOperatorFallsBack()
-    {
-        QJsonObject object = json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":4,"Value":"x"})");
-        QVERIFY(runKind(&object, [](TrovDialog*) {}));
-        QCOMPARE(object, json(R"({"Type":11,"Param":"Mood","IsString":true,"Op":0,"Value":"x"})"));
-    }
-
     // A realistic record opened and confirmed unchanged comes back as it was.
     void unchangedRecordsRoundTrip_data()
     {
@@ -240,12 +214,6 @@ private slots:
         QFETCH(QJsonObject, record);
         QJsonObject object = record;
         QVERIFY(runKind(&object, [](TrovDialog*) {}));
-        QCOMPARE(object, record);
-        // Cancelled after changes, the record stays as it was.
-        QVERIFY(!runKind(&object, [](TrovDialog* d) {
-            for (MyEitherBox* box : d->findChildren<MyEitherBox*>())
-                QTest::mouseClick(box, Qt::LeftButton);
-        }, false));
         QCOMPARE(object, record);
     }
 
@@ -328,12 +296,6 @@ private slots:
         QTest::keyClick(list.list()->tree(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowTexts(list.list()), (QStringList{"Is Playtest?", "Cancel Button Is Pressed"}));
 
-        // Another list's record, broken JSON and bare text are not pasted.
-        for (const QString& foreign : {QStringLiteral("VELMORAADDON{\"Type\":1}"), QStringLiteral("RMCONDITION{\"Type\":")}) {
-            QApplication::clipboard()->setText(foreign);
-            QTest::keyClick(list.list()->tree(), Qt::Key_V, Qt::ControlModifier);
-            QCOMPARE(list.list()->tree()->rowCount(), 2);
-        }
         QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
         QCOMPARE(second, (QJsonArray{json(R"({"Type":8})"), json(R"({"Type":6,"Key":1,"State":0})")}));
     }

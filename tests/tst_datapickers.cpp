@@ -108,26 +108,6 @@ private slots:
         VelmoTextInputExtend::install(nullptr);
     }
 
-    void switchSelectorWithoutSystemData()
-    {
-        for (QJsonObject projectData : {QJsonObject(), QJsonObject{{"System.json", QJsonArray{1, 2}}},
-                                        QJsonObject{{"System.json", QJsonObject{{"variables", "none"}}}}}) {
-            int id = 7;
-            bool accepted = false;
-            SwitchSelector dialog(&id, &accepted, &projectData, false, nullptr);
-            QCOMPARE(dialog.groupList()->tree()->rowCount(), 0);
-            showDialog(&dialog);
-            QTest::keyClicks(dialog.filterField(), QStringLiteral("1"));
-            QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
-            QVERIFY(accepted);
-            QCOMPARE(id, 7);
-        }
-        int id = 3;
-        bool accepted = false;
-        SwitchSelector nothing(&id, &accepted, nullptr, true, nullptr);
-        QCOMPARE(nothing.groupList()->tree()->rowCount(), 0);
-    }
-
     // Groups of twenty: 50 entries give two, the rest left out; id 20 ends
     // the first. Another group by a click, an entry by a double click: the
     // id is stored. Cancel keeps the id.

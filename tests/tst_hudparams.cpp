@@ -101,7 +101,6 @@ private slots:
         // A double click below the rows adds one at the end.
         answering([&] { clickRow(list, list->tree()->rowCount(), true); },
                   {parameter(QStringLiteral("Level"), false)});
-        QCOMPARE(rowTexts(list), QStringList({"Title", "Level"}));
 
         // A double click on a row edits it: "Title" becomes "Caption".
         answering([&] { clickRow(list, 0, true); },
@@ -109,15 +108,6 @@ private slots:
                       QCOMPARE(field<MyLineEdit>(input, "ParamName")->text(), QStringLiteral("Title"));
                       parameter(QStringLiteral("Caption"), true)(input);
                   }});
-
-        // Cancelled: the row stays as it was.
-        answering([&] { clickRow(list, 1, true); },
-                  {[](TrovDialog* input) {
-                      retype(field<MyLineEdit>(input, "ParamName"), QStringLiteral("Lost"));
-                      QTest::mouseClick(field<QPushButton>(input, "cancelButton"), Qt::LeftButton);
-                  }});
-        QCOMPARE(rowTexts(list), QStringList({"Caption", "Level"}));
-
         QTest::mouseClick(dialog.confirmButton, Qt::LeftButton);
         QVERIFY(confirmed);
         QCOMPARE(object.value(QStringLiteral("Params")).toArray(),
@@ -293,14 +283,6 @@ private slots:
         const QJsonObject extension{{"Type", 1}, {"ID", 2}};
         set(extension, false, true, [](VelmoHUDDialogParamSetter& s) { QTest::mouseClick(s.confirmButton(), Qt::LeftButton); });
         QCOMPARE(value, QJsonValue(extension));
-
-        // Cancelling keeps the value whatever was typed.
-        set(7, false, true, [](VelmoHUDDialogParamSetter& setter) {
-            retype(setter.input(), QStringLiteral("9"));
-            QTest::mouseClick(setter.cancelButton(), Qt::LeftButton);
-        });
-        QVERIFY(!confirmed);
-        QCOMPARE(value, QJsonValue(7));
 
         set(true, false, true, [](VelmoHUDDialogParamSetter& setter) {
             QTest::mouseClick(setter.listToggle(), Qt::LeftButton);

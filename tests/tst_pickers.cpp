@@ -270,23 +270,13 @@ private slots:
         // Back to linear by a double click on its row, whatever the direction.
         run<EasingCurveSelector>(&value, &accepted, [](EasingCurveSelector* s) { clickRow(s, "Linear", true); });
         QCOMPARE(value, 0);
-
-        // Cancel keeps the value.
-        value = 26;
-        run<EasingCurveSelector>(&value, &accepted, [](EasingCurveSelector* selector) {
-            clickRow(selector, "Sine");
-            press("cancelButton")(selector);
-        });
-        QVERIFY(!accepted);
-        QCOMPARE(value, 26);
     }
 
     // Colours.
 
     // A colour typed in capitals ends up as the same JSON string as the
     // same colour typed in small letters; Return in the field confirms.
-    // Cancel, or Escape in Qt's own fields, closes the whole picker and
-    // changes nothing.
+    // Escape in Qt's own fields closes the whole picker and changes nothing.
     void colorPicker()
     {
         Host host;
@@ -299,10 +289,6 @@ private slots:
         QCOMPARE(field->color().name(), QStringLiteral("#336699"));
 
         QSignalSpy changed(field, &MyColorPickerButton::colorChanged);
-        answering([&] { QTest::mouseClick(field, Qt::LeftButton); }, {on([](TrovDialog* dialog) {
-                      typeColor(dialog, QStringLiteral("#123456"));
-                      press("cancelButton")(dialog);
-                  })});
         answering([&] { QTest::mouseClick(field, Qt::LeftButton); }, {on([](TrovDialog* dialog) {
                       QTest::keyClick(typeColor(dialog, QStringLiteral("#654321")), Qt::Key_Escape);
                       QVERIFY(!dialog->isVisible());
