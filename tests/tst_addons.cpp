@@ -328,20 +328,6 @@ private slots:
         COMPARE_ARRAY(dataOf(otherWindow).value("Addons").toArray(), QJsonArray{openness});
     }
 
-    void foreignClipboardTextIsIgnored()
-    {
-        const QJsonObject written = confirmComponent<UIComponentShapeDialog>(
-            component(ComponentKinds::Shape, QJsonArray()), [](auto&, AddonOrNotebox* box) {
-                for (const char* foreign : {"RMCONDITION{\"Type\":0,\"Note\":\"x\"}", "VELMORAADDON{\"Type\":0,",
-                                            "VELMORAADDON{\"Type\":17}", "VELMORAADDON{\"Type\":4,\"Code\":\"x\"}"}) {
-                    QApplication::clipboard()->setText(QString::fromUtf8(foreign));
-                    QTest::keyClick(box->list()->tree(), Qt::Key_V, Qt::ControlModifier);
-                    QCOMPARE(box->list()->tree()->rowCount(), 0);
-                }
-            });
-        QCOMPARE(dataOf(written).value("Addons").toArray().size(), 0);
-    }
-
     // A stored property the kind doesn't offer stays choosable and is kept.
     void anUnofferedStoredPropertyIsKept()
     {
