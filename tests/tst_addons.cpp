@@ -327,16 +327,6 @@ private slots:
         });
         COMPARE_ARRAY(dataOf(otherWindow).value("Addons").toArray(), QJsonArray{openness});
     }
-
-    // A stored property the kind doesn't offer stays choosable and is kept.
-    void anUnofferedStoredPropertyIsKept()
-    {
-        QJsonObject addon = json(R"({"Type":4,"Property":9,"Code":"return 2;"})");
-        QVERIFY(runAddon(&addon, ComponentKinds::capabilities(ComponentKinds::Text), [](TrovDialog* dialog) {
-            QCOMPARE(field<MyComboBox>(dialog, "PropertyType")->currentText(), QStringLiteral("Repeat Offset X"));
-        }));
-        COMPARE_JSON(addon, json(R"({"Type":4,"Property":9,"Code":"return 2;"})"));
-    }
 };
 
 VELMORA_TEST_MAIN(TestAddons, QApplication)

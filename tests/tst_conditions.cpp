@@ -3,7 +3,6 @@
 #include "logic/OpenConditionDialog.h"
 #include "logic/RMCondition.h"
 #include "logic/RMConditionList.h"
-#include "logic/VelmoAnimationStyle.h"
 #include "logic/VelmoTextInputExtend.h"
 #include "scene/UIComponentBaseDialog.h"
 #include "widgets/HaxeCodeEdit.h"
@@ -142,14 +141,11 @@ private slots:
                 choose(field<MyComboBox>(d, "DataToCheck"), 1);
                 QTest::keyClicks(field<MyLineEdit>(d, "Name"), QStringLiteral("Zed"));
             }, R"({"Type":2,"ActorType":true,"Actor":1,"Check":1,"Name":"Zed"})");
-        row("actor state", 2, [](TrovDialog* d) { choose(field<MyComboBox>(d, "DataToCheck"), 6); },
-            R"({"Type":2,"ActorType":true,"Actor":1,"Check":6,"ID":1})");
         row("troop member", 3, [](TrovDialog* d) {
                 QTest::mouseClick(field<MyEitherBox>(d, "EnemyType"), Qt::LeftButton);
                 retype(field<MyLineEdit>(d, "TroopIndex"), QStringLiteral("2"));
                 choose(field<MyComboBox>(d, "DataToCheck"), 1);
             }, R"({"Type":3,"EnemyType":false,"Enemy":2,"Check":1,"ID":1})");
-        row("troop default", 3, nothing, R"({"Type":3,"EnemyType":true,"Enemy":1,"Check":0})");
         row("player", 4, [](TrovDialog* d) { choose(field<MyComboBox>(d, "PlayerState"), 3); }, R"({"Type":4,"State":8})");
         row("button", 6, [](TrovDialog* d) { choose(field<MyComboBox>(d, "Button"), 6); },
             R"({"Type":6,"Key":6,"State":0})");
@@ -298,42 +294,6 @@ private slots:
 
         QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
         QCOMPARE(second, (QJsonArray{json(R"({"Type":8})"), json(R"({"Type":6,"Key":1,"State":0})")}));
-    }
-
-    // The hooks run the list from any condition opener, also from an
-    // animation's style that has no component dialog above it.
-    void hooksFromAnAnimationStyle()
-    {
-        RMConditionList::install(&data);
-        QJsonObject style{{"Type", 3}, {"Conditions", QJsonArray()}};
-        bool accepted = false;
-        VelmoAnimationStyle dialog(&style, &accepted, &data, nullptr);
-        showDialog(&dialog);
-        answering([&]() { QTest::mouseClick(dialog.other(), Qt::LeftButton); },
-                  {[](TrovDialog* d) { static_cast<RMConditionList*>(d)->createNewCondition(); },
-                   press("code"), press("confirmButton"), press("confirmButton")});
-        QCOMPARE(dialog.other()->value(), QStringLiteral("Eval: return true;"));
-        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
-        QCOMPARE(style, json(R"({"Type":3,"Conditions":[{"Type":9,"Code":"return true;"}]})"));
-    }
-
-    void outlineListsConditions()
-    {
-        const QString project = TestEnvironment::makeProject(QStringLiteral("conditions"));
-        TestEnvironment::writeFile(TestEnvironment::documentPath(project), R"j({"Map":0,"Battle":1,"Data":[{"HUD":[
-            {"Type":1,"ID":1,"Name":"Bar","X":0,"Y":0,"ShapeData":{"Width":10,"Height":10},
-             "Conditions":[{"Type":0,"ID":1,"Value":true},{"Type":77},5]},
-            {"Type":1,"ID":2,"Name":"Odd","X":0,"Y":0,"ShapeData":{"Width":10,"Height":10},"Conditions":"yes"}]},
-            {"HUD":[]}]})j");
-        const TestEnvironment::CliResult result =
-            TestEnvironment::runCli({QStringLiteral("outline"), project, QStringLiteral("--hud"), QStringLiteral("Map HUD")});
-        QCOMPARE(result.code, 0);
-        QVERIFY2(result.out.contains(QStringLiteral("    - Condition 1: [0001] Show HUD is ON\n"
-                                                    "    - Condition 2: (unknown condition)\n"
-                                                    "    - Condition 3: (not a condition)\n")),
-                 qPrintable(result.out));
-        QVERIFY2(result.out.contains(QStringLiteral("    - Conditions: (not a list of conditions)\n")),
-                 qPrintable(result.out));
     }
 };
 

@@ -6,8 +6,6 @@
 #include "components/VelmoUISelector.h"
 #include "logic/HudCatalog.h"
 #include "scene/UIComponentBaseDialog.h"
-#include "widgets/MyComboBox.h"
-#include "widgets/MyDialogOpener.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
 #include "widgets/UltimateTreeWidget.h"
@@ -231,18 +229,6 @@ private slots:
             }} + pickingHud("Badge") + QList<Answer>{press("confirmButton")});
         COMPARE_JSON(dataOf(written, "CustomData"),
                      json(R"({"Width":50,"Height":20,"Params":{"Icon":0},"ID":"22222","Addons":[],"Note":""})"));
-    }
-
-    // A reference to a HUD that was deleted shows "None" like an empty
-    // value, and the size of no HUD.
-    void deletedHudShowsNone()
-    {
-        runDialog(json(R"({"ID":1,"Type":11,"CustomCollectionData":{"ID":"99999","Width":100,"Height":100}})"),
-                  {[](TrovDialog* dialog) {
-                       QCOMPARE(field<MyDialogOpener>(dialog, "CustomComponent")->value(), QStringLiteral("None"));
-                       QCOMPARE(field<MyLineEdit>(dialog, "Width")->text(), QStringLiteral("300"));
-                       press("cancelButton")(dialog);
-                   }});
     }
 
     // Switching the data away from the notetags or the code drops that field

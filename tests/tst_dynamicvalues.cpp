@@ -4,7 +4,6 @@
 #include "logic/RMNumberSelector.h"
 #include "logic/RMTextSelector.h"
 #include "logic/VelmoTextInputExtend.h"
-#include "scene/UIComponentBaseDialog.h"
 #include "theme/ThemeManager.h"
 #include "widgets/MyComboBox.h"
 #include "widgets/MyDialogOpener.h"
@@ -226,21 +225,6 @@ private slots:
                       QTest::mouseClick(number->confirmButton(), Qt::LeftButton);
                   }});
         QCOMPARE(confirmed(&dialog, &object)["FirstNum"].toObject(), (QJsonObject{{"Type", 0}, {"Number", 16}}));
-    }
-
-    // The component dialogs reach the inputs through the hooks of start-up.
-    void hooksOpenAndShowValues()
-    {
-        DynamicValueSelector::install(&data);
-        MyDialogOpener opener;
-        UIComponentBaseDialog::showDynamicValue(&opener, json(R"({"Type":2,"ID":1})"), false);
-        QCOMPARE(opener.value(), QStringLiteral("[0001] Door"));
-        QJsonObject value = json(R"({"Type":0,"Number":1})");
-        answering([&] { QVERIFY(UIComponentBaseDialog::openDynamicValue(&opener, &value, true, nullptr)); },
-                  {TestEnvironment::press("confirmButton")});
-        QCOMPARE(opener.value(), QStringLiteral("1"));
-        DynamicValueSelector::install(nullptr);
-        QVERIFY(!UIComponentBaseDialog::openDynamicValue);
     }
 };
 
