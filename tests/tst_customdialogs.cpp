@@ -184,10 +184,8 @@ private slots:
                             {clicking("HorizontalAlign"), clicking("VerticalAlign"), typing("MaxRows", "2"),
                              typing("VerticalSpacing", "6"), press("confirmButton")});
         const QJsonObject data = dataOf(written, "CustomCollectionData");
-        QCOMPARE(data.value("AlignLeft"), QJsonValue(false));
-        QCOMPARE(data.value("AlignUp"), QJsonValue(false));
-        QCOMPARE(data.value("MaxRows"), QJsonValue(2));
-        QCOMPARE(data.value("VerticalSpacing"), QJsonValue(6));
+        QCOMPARE(QJsonArray({data["AlignLeft"], data["AlignUp"], data["MaxRows"], data["VerticalSpacing"]}),
+                 QJsonArray({false, false, 2, 6}));
     }
 
     // A new attach collection: its three choices and neither the notetag

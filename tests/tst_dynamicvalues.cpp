@@ -190,24 +190,6 @@ private slots:
         QCOMPARE(confirmed(&dialog, &object), json(R"({"Type":9,"Op":0,"ListData":{"Type":6}})"));
     }
 
-    // A party position out of range holds the confirm button, Ctrl+Return
-    // included; Escape leaves the value alone.
-    void outOfRangeHoldsAndCancelKeeps()
-    {
-        const QJsonObject original{{"Type", 4}, {"ActorType", false}, {"Index", 2}, {"Info", 3}};
-        QJsonObject object = original;
-        bool accepted = false;
-        RMNumberSelector dialog(&object, &accepted, &data, nullptr);
-        show(&dialog);
-        retype(field<MyLineEdit>(&dialog, "PartyIndex"), QStringLiteral("501"));
-        QVERIFY(!dialog.confirmButton()->isEnabled());
-        QTest::keyClick(&dialog, Qt::Key_Return, Qt::ControlModifier);
-        QVERIFY(dialog.isVisible());
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        QVERIFY(!accepted);
-        QCOMPARE(object, original);
-    }
-
     // The first number of a math value is edited in a nested number input.
     void mathNestsANumberInput()
     {

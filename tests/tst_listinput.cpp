@@ -185,29 +185,6 @@ private slots:
         QCOMPARE(object, json(R"({"Type":4,"Index":1,"Data":9})"));
     }
 
-    // The combined list's parts are lists of their own, edited in a nested
-    // list input.
-    void combinedListsNest()
-    {
-        QJsonObject object = json(R"({"Type":6,"List1":{"Type":3,"ItemType":2,"Data":1},"List2":{"Type":7,"Code":"a"}})");
-        bool accepted = false;
-        RMListSelector dialog(&object, &accepted, &data, nullptr);
-        show(&dialog);
-        MyDialogOpener* first = field<MyDialogOpener>(&dialog, "StartList");
-
-        // The nested input opens on the part; its new value replaces it.
-        answering([&] { QTest::mouseClick(first, Qt::LeftButton); },
-                  {[](TrovDialog* nested) {
-                      auto* list = qobject_cast<RMListSelector*>(nested);
-                      QCOMPARE(field<MyComboBox>(nested, "ItemType")->currentIndex(), 2);
-                      clickTab(list, 2);
-                      choose(field<MyComboBox>(nested, "MemberType"), 1);
-                      QTest::mouseClick(list->confirmButton(), Qt::LeftButton);
-                  }});
-        QTest::mouseClick(dialog.confirmButton(), Qt::LeftButton);
-        QCOMPARE(object, json(R"({"Type":6,"List1":{"Type":2,"MembersType":1,"Data":0},"List2":{"Type":7,"Code":"a"}})"));
-    }
-
     // The opener a collection's dialog uses: it changes only on confirmation.
     void pickReplacesOnlyOnConfirmation()
     {
