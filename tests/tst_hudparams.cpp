@@ -204,19 +204,6 @@ private slots:
             QTest::mouseClick(dialog.confirmButton, Qt::LeftButton);
         }
         QCOMPARE(map, json(R"({"Name":"Map HUD","IsHUD":true,"HUD":[{"Type":1}],"Params":[],"Background":""})"));
-
-        // Cancel leaves the object as it was.
-        const QJsonObject before = object;
-        confirmed = false;
-        {
-            VelmoHUDDialog dialog(&object, &confirmed, HudEntry::Custom);
-            show(&dialog);
-            retype(dialog.Name, QStringLiteral("Other"));
-            QTest::mouseClick(dialog.Clear, Qt::LeftButton);
-            QTest::mouseClick(dialog.cancelButton, Qt::LeftButton);
-        }
-        QVERIFY(!confirmed);
-        QCOMPARE(object, before);
     }
 
     // The placeholder picture is chosen in a file dialog and cleared again.

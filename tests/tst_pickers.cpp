@@ -7,7 +7,6 @@
 #include "widgets/EasingCurveSelector.h"
 #include "widgets/MyColorPickerButton.h"
 #include "widgets/MyComboBox.h"
-#include "widgets/MyImageSelector.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
 #include "widgets/UltimateTree.h"
@@ -234,8 +233,6 @@ private slots:
 
     void cleanupTestCase() { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
 
-    // Easing curves.
-
     // Values out of the table show nothing rather than a neighbour's name;
     // every value in it comes back as it went in when just confirmed.
     void easingValuesRoundTrip()
@@ -271,8 +268,6 @@ private slots:
         run<EasingCurveSelector>(&value, &accepted, [](EasingCurveSelector* s) { clickRow(s, "Linear", true); });
         QCOMPARE(value, 0);
     }
-
-    // Colours.
 
     // A colour typed in capitals ends up as the same JSON string as the
     // same colour typed in small letters; Return in the field confirms.
@@ -312,8 +307,6 @@ private slots:
         QCOMPARE(edit->text(), QStringLiteral("xxy#00ff00y"));
     }
 
-    // Images.
-
     void imageTreeOfTheProject()
     {
         QString image = QStringLiteral("Bars/Deep/Mp");
@@ -351,27 +344,6 @@ private slots:
         QVERIFY(accepted);
         QCOMPARE(image, QString(QStringLiteral("")));
     }
-
-    // A field's value whose file is gone opens on "None" and stays until
-    // another is chosen.
-    void imageField()
-    {
-        Host host;
-        MyImageSelector* field = host.add(new MyImageSelector);
-        field->setFolder(pictures);
-        field->setImage(QStringLiteral("Gone"));
-        answering([&] { QTest::mouseClick(field, Qt::LeftButton); }, {on<BasicImageSelector>([](BasicImageSelector* selector) {
-                      QCOMPARE(currentText(selector), QStringLiteral("None"));
-                  })});
-        QCOMPARE(field->image(), QStringLiteral("Gone"));
-        answering([&] { QTest::mouseClick(field, Qt::LeftButton); }, {on<BasicImageSelector>([](BasicImageSelector* selector) {
-                      clickRow(selector, "Back", true);
-                  })});
-        QCOMPARE(field->image(), QStringLiteral("Back"));
-        QCOMPARE(field->thumbnail().size(), QSize(200, 100));
-    }
-
-    // Fonts.
 
     void fontListAndPreview()
     {
