@@ -244,59 +244,40 @@ private slots:
         QVERIFY(!data.contains("Notetag"));
     }
 
-    void massiveCollectionWarns_data()
-    {
-        QTest::addColumn<QString>("hud");
-        QTest::addColumn<QString>("rows");
-        QTest::addColumn<QString>("columns");
-        QTest::addColumn<QString>("horizontal");
-        QTest::addColumn<QString>("text");
-        // "Bar" is 240 by 64, "Dot" 10 by 10. The rows count with the width,
-        // the columns with the height.
-        QTest::newRow("P exactly 5000") << "11111" << "20" << "4" << "10" << QString();
-        // 999 columns of a 10 pixel high cell: a grid 9990 wide and 10 high,
-        // and still Q = 9990 warns.
-        QTest::newRow("crosswise") << "44444" << "1" << "999" << "0" << MassiveText;
-    }
-
     // The warning comes before anything is written: refusing it returns to
-    // the dialog with the component untouched, accepting saves.
+    // the dialog with the component untouched, accepting saves. "Bar" is 240
+    // by 64: 20 rows of 4 with a spacing of 10 are exactly 5000 and save at
+    // once. 999 columns of "Dot", 10 pixels high, make a grid 9990 wide and
+    // 10 high, and still warn.
     void massiveCollectionWarns()
     {
-        QFETCH(QString, hud);
-        QFETCH(QString, rows);
-        QFETCH(QString, columns);
-        QFETCH(QString, horizontal);
-        QFETCH(QString, text);
-        const QJsonObject before{{"ID", 1},
-                                 {"Type", 11},
-                                 {"CustomCollectionData", QJsonObject{{"ID", hud}, {"MaxRows", 1}, {"MaxColumns", 1}}}};
-        const QList<Answer> fill{typing("MaxRows", rows), typing("MaxColumns", columns),
-                                 typing("HorizontalSpacing", horizontal), press("confirmButton")};
-        QString shown;
-        auto reading = [&](const char* button) {
-            return [&, button](TrovDialog* question) {
-                shown = field<QLabel>(question, "label")->text();
-                press(button)(question);
-            };
+        const auto collection = [](const char* hud) {
+            return QJsonObject{{"ID", 1}, {"Type", 11}, {"CustomCollectionData", QJsonObject{{"ID", hud}}}};
         };
-        // Refused: the property dialog is still there, and cancelled.
+        const auto fill = [](const char* rows, const char* columns, const char* horizontal) {
+            return QList<Answer>{typing("MaxRows", rows), typing("MaxColumns", columns),
+                                 typing("HorizontalSpacing", horizontal), press("confirmButton")};
+        };
+        QString shown;
         bool stillOpen = false;
-        const QJsonObject refused = runDialog(before, fill + QList<Answer>{reading("cancelButton"), [&](TrovDialog* dialog) {
-                                                                stillOpen = dialog->isVisible();
-                                                                press("cancelButton")(dialog);
-                                                            }});
-        QCOMPARE(shown, text);
-        if (text.isEmpty()) {
-            QCOMPARE(dataOf(refused, "CustomCollectionData").value("MaxRows"), QJsonValue(rows.toInt()));
-            return;
-        }
-        QVERIFY(refused.isEmpty());
+        const QList<Answer> refusing{[&](TrovDialog* question) {
+                                         shown = field<QLabel>(question, "label")->text();
+                                         press("cancelButton")(question);
+                                     },
+                                     [&](TrovDialog* dialog) {
+                                         stillOpen = dialog->isVisible();
+                                         press("cancelButton")(dialog);
+                                     }};
+        const QJsonObject exact = runDialog(collection("11111"), fill("20", "4", "10") + refusing);
+        QVERIFY2(shown.isEmpty(), qPrintable(shown));
+        QCOMPARE(dataOf(exact, "CustomCollectionData").value("MaxRows"), QJsonValue(20));
+
+        QVERIFY(runDialog(collection("44444"), fill("1", "999", "0") + refusing).isEmpty());
         QVERIFY(stillOpen);
-        const QJsonObject data = dataOf(runDialog(before, fill + QList<Answer>{reading("confirmButton")}), "CustomCollectionData");
-        QCOMPARE(data.value("MaxRows"), QJsonValue(rows.toInt()));
-        QCOMPARE(data.value("MaxColumns"), QJsonValue(columns.toInt()));
-        QCOMPARE(data.value("HorizontalSpacing"), QJsonValue(horizontal.toInt()));
+        QCOMPARE(shown, QString::fromLatin1(MassiveText));
+        const QJsonObject data =
+            dataOf(runDialog(collection("44444"), fill("1", "999", "0") + QList<Answer>{press("confirmButton")}), "CustomCollectionData");
+        QCOMPARE(data.value("MaxColumns"), QJsonValue(999));
     }
 
     // Deleting a custom HUD that other HUDs use names them first, whether the
