@@ -198,7 +198,6 @@ private slots:
         QTest::newRow("blend") << R"({"Type":1,"FilterType":2,"Blend":"#102030","Opacity":{"Type":2,"Code":"return 5;"}})";
         QTest::newRow("hover code") << R"({"Type":2,"HoverType":3,"Code":"if (isHovered) a();"})";
         QTest::newRow("property") << R"({"Type":4,"Property":10,"Code":"return 4;"})";
-        QTest::newRow("unknown property") << R"({"Type":4,"Property":40,"Code":"return 4;"})";
         QTest::newRow("unknown behavior") << R"({"Type":5,"Behavior":9,"Code":"later();"})";
     }
 

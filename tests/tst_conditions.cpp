@@ -18,7 +18,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QPushButton>
 
 using TestEnvironment::Answer;
@@ -272,28 +271,6 @@ private slots:
         QVERIFY(QApplication::clipboard()->text().isEmpty());
         QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
         QCOMPARE(array, before);
-    }
-
-    void clipboardBetweenLists()
-    {
-        QJsonArray first{json(R"({"Type":0,"ID":2,"Value":true})"), json(R"({"Type":6,"Key":1,"State":0})")};
-        QJsonArray second{json(R"({"Type":8})")};
-        bool accepted = false;
-        {
-            RMConditionList list(&first, &accepted, &data, nullptr);
-            showDialog(&list);
-            clickRow(list.list(), 1);
-            QTest::keyClick(list.list()->tree(), Qt::Key_C, Qt::ControlModifier);
-            list.reject();
-        }
-        RMConditionList list(&second, &accepted, &data, nullptr);
-        showDialog(&list);
-        clickRow(list.list(), 0);
-        QTest::keyClick(list.list()->tree(), Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(rowTexts(list.list()), (QStringList{"Is Playtest?", "Cancel Button Is Pressed"}));
-
-        QTest::mouseClick(list.confirmButton(), Qt::LeftButton);
-        QCOMPARE(second, (QJsonArray{json(R"({"Type":8})"), json(R"({"Type":6,"Key":1,"State":0})")}));
     }
 };
 

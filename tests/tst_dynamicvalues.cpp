@@ -6,7 +6,6 @@
 #include "logic/VelmoTextInputExtend.h"
 #include "theme/ThemeManager.h"
 #include "widgets/MyComboBox.h"
-#include "widgets/MyDialogOpener.h"
 #include "widgets/MyEitherBox.h"
 #include "widgets/MyLineEdit.h"
 #include "widgets/MyPopup.h"
@@ -17,7 +16,6 @@
 #include <QJsonDocument>
 #include <QPushButton>
 
-using TestEnvironment::answering;
 
 using TestEnvironment::field;
 using TestEnvironment::json;
@@ -188,25 +186,6 @@ private slots:
         show(&dialog);
         choose(field<MyComboBox>(&dialog, "ListOperator"), 0);
         QCOMPARE(confirmed(&dialog, &object), json(R"({"Type":9,"Op":0,"ListData":{"Type":6}})"));
-    }
-
-    // The first number of a math value is edited in a nested number input.
-    void mathNestsANumberInput()
-    {
-        QJsonObject object = json(R"({"Type":8,"Op":9,"FirstNum":{"Type":3,"ID":1},"SecondNum":{"Type":0,"Number":0}})");
-        bool accepted = false;
-        RMTextSelector dialog(&object, &accepted, &data, nullptr);
-        show(&dialog);
-        MyDialogOpener* first = field<MyDialogOpener>(&dialog, "FirstMath");
-        answering([&] { QTest::mouseClick(first, Qt::LeftButton); },
-                  {[&](TrovDialog* nested) {
-                      auto* number = qobject_cast<RMNumberSelector*>(nested);
-                      QCOMPARE(number->tabs()->currentIndex(), 3);
-                      clickTab(number, 0);
-                      retype(field<MyLineEdit>(number, "Number"), QStringLiteral("16"));
-                      QTest::mouseClick(number->confirmButton(), Qt::LeftButton);
-                  }});
-        QCOMPARE(confirmed(&dialog, &object)["FirstNum"].toObject(), (QJsonObject{{"Type", 0}, {"Number", 16}}));
     }
 };
 
