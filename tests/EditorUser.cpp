@@ -34,12 +34,7 @@
 #include <QWidget>
 
 #include "app/VelmoMainWindow.h"
-#include "app/VelmoSettings.h"
 #include "theme/ThemeManager.h"
-#include "widgets/DialogFlags.h"
-#include "widgets/MyCheckBox.h"
-#include "widgets/MyComboBox.h"
-#include "widgets/MyPopup.h"
 
 namespace {
 
@@ -82,67 +77,6 @@ bool pasteHud(QWidget* window)
     return true;
 }
 
-// Picks a row of a drop-down as a user at the keyboard does.
-void chooseRow(MyComboBox* combo, const QString& text)
-{
-    typeKey(combo, Qt::Key_Space);
-    MyPopup* popup = combo->popup();
-    if (!popup)
-        return;
-    int row = 0;
-    while (row < combo->count() && combo->itemText(row) != text)
-        ++row;
-    while (popup->highlighted() < row)
-        typeKey(popup, Qt::Key_Down);
-    while (popup->highlighted() > row)
-        typeKey(popup, Qt::Key_Up);
-    typeKey(popup, Qt::Key_Return);
-}
-
-// The settings mode, one step a tick: open the dialog, then change it.
-bool changeSettings(QWidget* window)
-{
-    static bool opened = false;
-    if (!opened) {
-        opened = true;
-        QTimer::singleShot(0, window, [window]() {
-            if (QAction* settings = window->findChild<QAction*>(QStringLiteral("Action_Settings")))
-                settings->trigger();
-        });
-        return false;
-    }
-    VelmoSettings* settings = qobject_cast<VelmoSettings*>(QApplication::activeModalWidget());
-    if (!settings || !settings->isVisible())
-        return false;
-    chooseRow(settings->MainWindowStyle, QStringLiteral("Frameless"));
-    chooseRow(settings->Theme, QStringLiteral("Red Tint"));
-    if (settings->dialogShowAnimation->isChecked())
-        typeKey(settings->dialogShowAnimation, Qt::Key_Space);
-    settings->confirmButton->click();
-    note(QStringLiteral("settings confirmed"));
-    // Confirming marks the project changed (the darkening is part of it):
-    // saved, the window closes without a question.
-    QTimer::singleShot(50, window, [window]() {
-        if (QAction* save = window->findChild<QAction*>(QStringLiteral("Action_SaveProject")))
-            save->trigger();
-        window->close();
-    });
-    return true;
-}
-
-void report(QWidget* widget)
-{
-    VelmoMainWindow* window = qobject_cast<VelmoMainWindow*>(widget);
-    if (!window)
-        return;
-    note(QStringLiteral("style %1").arg(window->getWindowStyle()));
-    note(QStringLiteral("frameless %1").arg(window->windowFlags().testFlag(Qt::FramelessWindowHint) ? 1 : 0));
-    note(QStringLiteral("theme %1").arg(window->getTheme()));
-    note(QStringLiteral("opening animation %1").arg(dialogOpenAnimated ? 1 : 0));
-    // Not at once: the splash screen leaves only once the window is shown.
-    QTimer::singleShot(200, window, [window]() { window->close(); });
-}
-
 // One step of the user each time the timer ticks; true when done.
 bool act()
 {
@@ -152,26 +86,6 @@ bool act()
     const QString mode = qEnvironmentVariable("VELMORA_TEST_USER");
     if (mode == QLatin1String("edit"))
         return pasteHud(window);
-    if (mode == QLatin1String("settings"))
-        return changeSettings(window);
-    if (mode == QLatin1String("report")) {
-        // Whatever the editor asks on the way in or out gets "No" or "OK".
-        if (QWidget* modal = QApplication::activeModalWidget()) {
-            for (const char* name : {"cancelButton", "okButton"}) {
-                if (QPushButton* button = modal->findChild<QPushButton*>(QLatin1String(name))) {
-                    note(QStringLiteral("asked: %1").arg(modal->windowTitle()));
-                    button->click();
-                    return false;
-                }
-            }
-            return false;
-        }
-        static bool reported = false;
-        if (!reported)
-            report(window);
-        reported = true;
-        return false;
-    }
     if (mode == QLatin1String("discard")) {
         static bool closing = false;
         if (!closing) {

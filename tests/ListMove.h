@@ -23,11 +23,3 @@ inline bool moveRowInList(UltimateTree* tree, UltimateTreeItem* row, UltimateTre
     emit tree->itemRelocated(row);
     return true;
 }
-
-// Whether the strip of the list's scene from y, height high, lies wholly in
-// the visible part of the list.
-inline bool stripInSight(UltimateTree* tree, qreal y, qreal height)
-{
-    const QRect shown = tree->mapFromScene(QRectF(0, y, 1, height)).boundingRect();
-    return tree->viewport()->rect().contains(shown);
-}

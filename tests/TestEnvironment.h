@@ -94,8 +94,7 @@ void moveWithButtons(QWidget* widget, const QPoint& point, Qt::MouseButtons butt
 QByteArray compact(const QJsonObject& object);
 
 // The contrast ratio of two colours as the accessibility guidelines define it
-// (1 to 21), and the relative luminance it rests on.
-double luminance(const QColor& color);
+// (1 to 21).
 double contrast(const QColor& a, const QColor& b);
 
 // What the program's dialogs showed while a trigger ran.

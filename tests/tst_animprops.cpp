@@ -104,7 +104,7 @@ UltimateTreeWidget* propertiesOf(QWidget* dialog)
     MyTabSystemHeader* header = dialog->findChild<MyTabSystem*>()->header();
     QTest::mouseClick(header, Qt::LeftButton, Qt::NoModifier, header->tabRect(1).center());
     UltimateTreeWidget* list = field<UltimateTreeWidget>(dialog, "customProperties");
-    QTest::qWaitFor([list]() { return list->isVisible(); });
+    (void)QTest::qWaitFor([list]() { return list->isVisible(); });
     return list;
 }
 
