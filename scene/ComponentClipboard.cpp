@@ -75,14 +75,6 @@ void ComponentClipboard::cut()
     scene.deleteAComponent();
 }
 
-QStringList ComponentClipboard::componentNames() const
-{
-    QStringList names;
-    for (UIComponentBase* component : scene.components())
-        names.append(component->jsonData.value(KeyName).toString());
-    return names;
-}
-
 void ComponentClipboard::paste(UIComponentBase* parent)
 {
     if (!admits(1))
@@ -96,7 +88,15 @@ void ComponentClipboard::paste(UIComponentBase* parent)
     SceneUndoRecorder& recorder = *scene.recorder;
     const QJsonArray before = scene.order();
     const std::size_t mark = recorder.undoStack().size();
-    UIComponentBase* component = pasteObject(object, parent);
+    QSet<QString> names;
+    nextCopy.clear();
+    for (UIComponentBase* existing : scene.components())
+        names.insert(existing->jsonData.value(KeyName).toString());
+    UIComponentBase* component = nullptr;
+    {
+        const ComponentListSync::StructureWork work(*scene.listSync);
+        component = pasteObject(object, parent, names, true);
+    }
     if (component) {
         // The copy comes back and goes again with everything below it as one
         // step: taking the top component out takes its children along.
@@ -108,31 +108,42 @@ void ComponentClipboard::paste(UIComponentBase* parent)
         scene.select(component);
 }
 
-UIComponentBase* ComponentClipboard::pasteObject(QJsonObject object, UIComponentBase* parent)
+UIComponentBase* ComponentClipboard::pasteObject(QJsonObject object, UIComponentBase* parent, QSet<QString>& names,
+                                                 bool top)
 {
     if (object.isEmpty())
         return nullptr;
     const int id = scene.takeNextId();
     object.insert(QStringLiteral("ID"), id);
-    const QStringList names = componentNames();
     const QString name = object.value(KeyName).toString();
     // A component without a name shows its kind's word and needs no copy's name.
     if (!name.isEmpty() && names.contains(name)) {
         static const QRegularExpression suffix(QStringLiteral(" - Copy \\d+$"));
         const QRegularExpressionMatch match = suffix.match(name);
         const QString base = match.hasMatch() && match.capturedStart() > 0 ? name.left(match.capturedStart()) : name;
+        // Numbers below the last one given for this name are taken already.
         QString candidate;
-        for (int n = 1;; ++n) {
+        int n = nextCopy.value(base, 1);
+        for (;; ++n) {
             candidate = GameUIEditorScene::tr("%1 - Copy %2").arg(base).arg(n);
             if (!names.contains(candidate))
                 break;
         }
+        nextCopy.insert(base, n + 1);
         object.insert(KeyName, candidate);
     }
     const QJsonArray children = object.value(KeyChildren).toArray();
     if (object.contains(KeyChildren))
         object.insert(KeyChildren, QJsonArray());
-    UIComponentBase* component = scene.createFromJson(object, parent);
+    names.insert(object.value(KeyName).toString());
+    UIComponentBase* component = nullptr;
+    if (top) {
+        component = scene.createFromJson(object, parent);
+    } else {
+        component = scene.makeComponent(object, parent);
+        if (component)
+            scene.listSync->placeNewRow(scene.listSync->makeRow(object, component), parent);
+    }
     if (!component)
         return nullptr;
     if (!parent) {
@@ -148,6 +159,6 @@ UIComponentBase* ComponentClipboard::pasteObject(QJsonObject object, UIComponent
         }
     }
     for (const QJsonValue& child : children)
-        pasteObject(child.toObject(), component);
+        pasteObject(child.toObject(), component, names, false);
     return component;
 }

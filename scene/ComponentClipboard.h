@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QJsonObject>
-#include <QStringList>
+#include <QHash>
+#include <QSet>
+#include <QString>
 
 class GameUIEditorScene;
 class UIComponentBase;
@@ -20,8 +22,6 @@ public:
     void cut();
     // The clipboard's component under parent (null for top level), as one undo step.
     void paste(UIComponentBase* parent);
-    // Builds an object and its "Children" with fresh ids and free names.
-    UIComponentBase* pasteObject(QJsonObject object, UIComponentBase* parent);
     // The component on the clipboard, when the text holds one.
     static bool offered(QJsonObject* object);
     // True when the HUD has room for count more components; otherwise tells
@@ -29,7 +29,14 @@ public:
     bool admits(int count) const;
 
 private:
-    QStringList componentNames() const;
+    // Builds an object and its "Children" with fresh ids and free names; names
+    // holds those taken and gains the new ones. Only the top component goes
+    // through the scene's creation with its undo step and selection; the
+    // ones below are placed directly, so a deep or wide tree is built in
+    // time proportional to its size.
+    UIComponentBase* pasteObject(QJsonObject object, UIComponentBase* parent, QSet<QString>& names, bool top);
 
     GameUIEditorScene& scene;
+    // During a paste: the next copy number to try for a name.
+    QHash<QString, int> nextCopy;
 };

@@ -103,15 +103,22 @@ void GameUIEditor::mousePressEvent(QMouseEvent* event)
     // A layer left from a drag whose release went elsewhere.
     scene->stillLayer().end();
     QGraphicsView::mousePressEvent(event);
+    // The repaint that shows the press draws the layer, so that the first
+    // move of a drag is as quick as the others.
+    if (event->button() == Qt::LeftButton)
+        beginStillLayer();
 }
 
 void GameUIEditor::mouseMoveEvent(QMouseEvent* event)
 {
     QGraphicsView::mouseMoveEvent(event);
-    // A component dragged, or held by one of its handles: from its first
-    // move on, what lies below it is drawn once into the cached background.
-    if (!(event->buttons() & Qt::LeftButton) || scene->stillLayer().isActive())
-        return;
+    if ((event->buttons() & Qt::LeftButton) && !scene->stillLayer().isActive())
+        beginStillLayer();
+}
+
+void GameUIEditor::beginStillLayer()
+{
+    // A component dragged, or held by one of its handles.
     UIComponentBase* moving = scene->draggedComponent();
     if (!moving && scene->mouseGrabberItem())
         moving = scene->selectedComponent();

@@ -70,6 +70,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    // While a component is dragged or held by a handle, the others are drawn
+    // once (see StillLayer).
+    void beginStillLayer();
+
     GameUIEditorScene* scene;
     int showCount = 0;
     QPushButton* addButton = nullptr;

@@ -172,6 +172,61 @@ private slots:
         QCOMPARE(editor.scene->toJson(), before);
     }
 
+    void pastingATreeNamesEveryCopyAndIsOneStep()
+    {
+        Editor editor;
+        editor.show();
+        const auto named = [](QJsonObject json, const char* name) {
+            json.insert("Name", name);
+            return json;
+        };
+        // A group "G" holding "A" and a group "B" that holds another "A", and
+        // a first copy of "A" already on the canvas.
+        editor.scene->loadFromJson(QJsonArray{
+            named(group(1, 100, 100,
+                        QJsonArray{named(shape(2, 0, 0), "A"),
+                                   named(group(3, 10, 10, QJsonArray{named(shape(4, 0, 0), "A")}), "B")}),
+                  "G"),
+            named(shape(5, 300, 300), "A - Copy 1")});
+        editor.scene->select(editor.scene->components().first());
+        editor.view->copyAComponent();
+        const QJsonArray before = editor.scene->toJson();
+        editor.scene->paste(nullptr);
+        const QJsonArray after = editor.scene->toJson();
+        QCOMPARE(after.size(), 3);
+        // The copy lands right after the selected component.
+        const QJsonObject copy = after.at(1).toObject();
+        QCOMPARE(copy.value("Name").toString(), QStringLiteral("G - Copy 1"));
+        QCOMPARE(copy.value("ID").toInt(), 6);
+        const QJsonArray children = copy.value("Children").toArray();
+        QCOMPARE(children.size(), 2);
+        QCOMPARE(children.at(0).toObject().value("Name").toString(), QStringLiteral("A - Copy 2"));
+        const QJsonObject inner = children.at(1).toObject();
+        QCOMPARE(inner.value("Name").toString(), QStringLiteral("B - Copy 1"));
+        QCOMPARE(inner.value("Children").toArray().at(0).toObject().value("Name").toString(),
+                 QStringLiteral("A - Copy 3"));
+        QCOMPARE(editor.scene->selectedComponent()->jsonData.value("ID").toInt(), 6);
+        checkConsistent(editor.scene);
+
+        // One step takes the whole copy away and brings it back.
+        editor.scene->undo();
+        QCOMPARE(editor.scene->toJson(), before);
+        editor.scene->redo();
+        QCOMPARE(editor.scene->toJson(), after);
+
+        // A chain 200 groups deep pastes whole.
+        QJsonObject chain = named(group(1000, 0, 0, QJsonArray()), "Deep");
+        for (int depth = 1; depth < 200; ++depth)
+            chain = named(group(1000 + depth, 0, 0, QJsonArray{chain}), "Deep");
+        editor.scene->clear();
+        editor.scene->loadFromJson(QJsonArray{chain});
+        editor.scene->select(editor.scene->components().first());
+        editor.view->copyAComponent();
+        editor.scene->paste(nullptr);
+        QCOMPARE(editor.scene->components().size(), 400);
+        QCOMPARE(editor.scene->components().last()->jsonData.value("Name").toString(), QStringLiteral("Deep - Copy 200"));
+    }
+
     void resaveVisitingAllHudsKeepsTheDocument()
     {
         const QByteArray original = TestEnvironment::readFile(QStringLiteral(VELMORA_TEST_DATA "/full_document.json"));
