@@ -234,11 +234,6 @@ private slots:
         // A HUD that holds itself expands one level and stops there.
         QTest::newRow("itself") << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "A0000")})}
                                 << 1;
-        // A uses B uses A: A's expansion holds B's custom, which holds A's,
-        // which stops.
-        QTest::newRow("two HUDs") << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {custom(1, 50, 50, "B0000")}),
-                                                         customHud("B0000", "B", 100, 100, {custom(1, 50, 50, "A0000")})}
-                                  << 2;
         // Through a collection of two cells: each cell's custom of A stops.
         QTest::newRow("through a collection")
             << QVector<QJsonObject>{customHud("A0000", "A", 100, 100, {collection(1, 50, 50, "B0000", 1, 2)}),

@@ -333,7 +333,6 @@ private slots:
         // Back again: the HUD keeps its one paste, but not its history.
         huds->setCurrentRow(huds->row(0));
         QCOMPARE(scene->components().size(), before + 1);
-        QVERIFY(scene->undoRecorder().undoStack().empty() && scene->undoRecorder().redoStack().empty());
         QVERIFY(!undo->isEnabled() && !redo->isEnabled());
     }
 
