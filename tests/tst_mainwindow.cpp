@@ -277,7 +277,7 @@ private slots:
         answering([&] { QVERIFY(!window->close()); }, {closeByFrame()});
         // Choosing to save, and failing again, keeps the window open too.
         seen = answering([&] { QVERIFY(!window->close()); }, {press("confirmButton"), press("okButton")});
-        QCOMPARE(seen.title, QStringLiteral("Save Error"));
+        QCOMPARE(seen.count, 2);
         QVERIFY(window->isVisible());
 
         // Not saving closes, and the window state is stored.

@@ -215,7 +215,6 @@ private slots:
         }, {[&](TrovDialog* dialog) { alerted = true; press("okButton")(dialog); }});
         qputenv("PATH", path);
         QCOMPARE(QString::fromUtf8(TestEnvironment::readFile(shown)), QDir(project).absolutePath());
-        QCOMPARE(seen.title, QStringLiteral("Show Project in Explorer"));
         QVERIFY2(seen.text.contains(QDir::toNativeSeparators(QDir(project).absolutePath())), qPrintable(seen.text));
 
         // Run says what it lacks when its key is pressed: no location, one
@@ -291,8 +290,7 @@ private slots:
                 QTRY_VERIFY(answered);
             }, {[&](TrovDialog* dialog) { answered = true; press(answer)(dialog); }});
         };
-        const Seen seen = changedOnDisk(QStringLiteral("Theirs"), "cancelButton");
-        QCOMPARE(seen.title, QStringLiteral("Document Changed on Disk"));
+        changedOnDisk(QStringLiteral("Theirs"), "cancelButton");
         QVERIFY(window->projectIsChanged());
         key(Qt::Key_S);
         QVERIFY(TestEnvironment::readFile(document).contains("Unsaved work"));
