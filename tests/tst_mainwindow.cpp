@@ -202,7 +202,7 @@ private slots:
         QTest::keyClick(list(), Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(rowNames(), QStringList({"Battle HUD", "Map HUD", "New HUD"}));
         const QString id = list()->row(2)->userData()->value(QStringLiteral("ID")).toString();
-        QCOMPARE(id.size(), 5);
+        QVERIFY(!id.isEmpty());
         clickRow(1);
         // A named HUD keeps its name, and its identifier is replaced.
         QApplication::clipboard()->setText(QStringLiteral("VELMORAHUD{\"Name\":\"Boss Bar\",\"ID\":\"%1\",\"IsHUD\":false,\"HUD\":[]}").arg(id));
