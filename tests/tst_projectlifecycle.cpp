@@ -1,6 +1,7 @@
 #include "TestEnvironment.h"
 
 #include "MainWindowFixture.h"
+#include "app/GameRunner.h"
 #include "app/SettingsStore.h"
 #include "app/VelmoMainWindow.h"
 #include "widgets/TrovDialog.h"
@@ -195,6 +196,26 @@ private slots:
         QTRY_VERIFY(!processAlive(runtimeFile(runtime, "helper")));
     }
 
+    void windowsRuntimeGoesThroughWine()
+    {
+        // The Windows runtime goes through wine when it is installed, with
+        // the arguments the Linux one gets.
+        const QString windows = TestEnvironment::newFolder(QStringLiteral("windows"));
+        const QString exe = QDir(windows).absoluteFilePath(QStringLiteral("nwjs-win/nw.exe"));
+        TestEnvironment::writeFile(exe, "MZ");
+        QVERIFY(GameRunner::isValidLocation(windows));
+        const QByteArray path = qgetenv("PATH");
+        const QString bin = TestEnvironment::newFolder(QStringLiteral("bin"));
+        qputenv("PATH", bin.toLocal8Bit());
+        QCOMPARE(GameRunner::command(windows).program, exe);
+        TestEnvironment::writeFile(bin + QStringLiteral("/wine"), "#!/bin/sh\n");
+        QFile::setPermissions(bin + QStringLiteral("/wine"), QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        const GameRunner::Command wine = GameRunner::command(windows);
+        qputenv("PATH", path);
+        QCOMPARE(wine.program, bin + QStringLiteral("/wine"));
+        QCOMPARE(wine.arguments, QStringList({exe, QStringLiteral(".")}));
+    }
+
     void explorerAndMissingRuntimeAreReported()
     {
         const QString project = TestEnvironment::copySampleProject(QStringLiteral("explorer"));
@@ -280,6 +301,14 @@ private slots:
         TestEnvironment::writeFile(document, documentWithHuds({QStringLiteral("From Git"), QStringLiteral("Also")}));
         QTRY_COMPARE(rowNames().mid(2), QStringList({QStringLiteral("From Git"), QStringLiteral("Also")}));
         QVERIFY(!window->projectIsChanged());
+
+        // The editor's own saves are no news.
+        pasteHud(QStringLiteral("Saved here"));
+        const Seen own = answering([&] {
+            key(Qt::Key_S);
+            QTest::qWait(800);
+        }, {press("confirmButton")});
+        QCOMPARE(own.count, 0);
 
         // Changed: it asks; "No" keeps the user's work, "Yes" takes the other program's version.
         auto changedOnDisk = [&](const QString& theirs, const char* answer) {

@@ -141,6 +141,17 @@ private slots:
         QTest::mouseDClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, plus);
         QCOMPARE(doubled.at(0).at(0).value<UltimateTreeItem*>(), nullptr);
         QCOMPARE(tree()->currentRow(), nullptr);
+
+        // A double click that opens a dialog: its release goes to the dialog.
+        // The next single click on the list still picks its row.
+        QWidget* viewport = tree()->viewport();
+        QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, pointOf(tree()->row(0)));
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, pointOf(tree()->row(0)));
+        QMouseEvent second(QEvent::MouseButtonDblClick, pointOf(tree()->row(0)), Qt::LeftButton, Qt::LeftButton,
+                           Qt::NoModifier);
+        QApplication::sendEvent(viewport, &second);
+        QTest::mouseClick(viewport, Qt::LeftButton, Qt::NoModifier, pointOf(tree()->row(3)), 500);
+        QCOMPARE(tree()->currentRow(), tree()->row(3));
     }
 
     void dragMovesIntoAndOutOfParents()

@@ -119,9 +119,9 @@ void UltimateTree::mousePressEvent(QMouseEvent* event)
 {
     // A release that went to a dialog opened meanwhile (a double click that
     // edits a row) never reached the list: a press whose button isn't held
-    // any more is over.
+    // any more, or is pressed again now, is over.
     const Qt::MouseButton held = pressedButton == 1 ? Qt::LeftButton : Qt::RightButton;
-    if (pressedButton != 0 && !(event->buttons() & held)) {
+    if (pressedButton != 0 && (event->button() == held || !(event->buttons() & held))) {
         pressedButton = 0;
         pressedItem = nullptr;
         pickupArmed = false;
