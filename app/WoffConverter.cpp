@@ -79,6 +79,31 @@ void writeSfntHeader(QByteArray& out, quint32 flavor, quint16 numTables)
     write16(out, 10, quint16(numTables * SfntEntrySize - searchRange));
 }
 
+// Whether every table of a decoded font lies inside it, past its directory.
+// The WOFF 2.0 library accepts some files whose tables it then leaves
+// outside the font it writes; such a font is not handed on.
+bool tablesLieInside(const QByteArray& font)
+{
+    const auto* data = reinterpret_cast<const uchar*>(font.constData());
+    const quint64 size = quint64(font.size());
+    if (size >= 4 && read32(data, 0) == 0x74746366) // "ttcf": a collection, checked by the library
+        return true;
+    if (size < SfntHeaderSize)
+        return false;
+    const quint64 tables = read16(data, 4);
+    const quint64 directoryEnd = SfntHeaderSize + SfntEntrySize * tables;
+    if (directoryEnd > size)
+        return false;
+    for (quint64 i = 0; i < tables; ++i) {
+        const quint64 entry = SfntHeaderSize + SfntEntrySize * i;
+        const quint64 offset = read32(data, entry + 8);
+        const quint64 length = read32(data, entry + 12);
+        if (offset < directoryEnd || offset + length > size)
+            return false;
+    }
+    return true;
+}
+
 }
 
 QByteArray decodeWoff(const QByteArray& woff)
@@ -191,7 +216,10 @@ QByteArray decodeWoff2(const QByteArray& woff2)
     out.SetMaxSize(size_t(MaximumFontSize));
     if (!woff2::ConvertWOFF2ToTTF(data, size, &out))
         return QByteArray();
-    return QByteArray(sfnt.data(), int(out.Size()));
+    QByteArray font(sfnt.data(), int(out.Size()));
+    if (!tablesLieInside(font))
+        return QByteArray();
+    return font;
 }
 
 }
