@@ -107,7 +107,8 @@ public:
         }
     }
 
-    // The text of the object's last "name" value goes to name and nameEnd.
+    // The text of the object's "name" value goes to name and nameEnd, which
+    // start out null; an object with two "name" keys is declined.
     bool object(int depth, const char** name, const char** nameEnd)
     {
         if (depth > MaxDepth)
@@ -135,6 +136,10 @@ public:
             if (!value(depth))
                 return false;
             if (isName) {
+                // Of two "name" keys in one record the parser keeps either,
+                // depending on the record's other keys: left to it.
+                if (*name)
+                    return false;
                 *name = start;
                 *nameEnd = p;
             }

@@ -14,7 +14,8 @@ namespace JsonRecordNames {
 // object holding only its "name" (when it had one), and every other element
 // is kept as it is. False, with records untouched, when the text is not one
 // well-formed JSON array, or holds something this reader declines (a number
-// too big for a double, a lone surrogate, nesting past 512): the caller then
+// too big for a double, a lone surrogate, nesting past 512, a record with
+// two "name" keys): the caller then
 // parses the text whole, for the table or for the parser's own error.
 bool read(const QByteArray& text, QJsonArray* records);
 
